@@ -1,0 +1,278 @@
+/// @file
+/// The record kinds of the version-2 extension lists, described like the core records.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <vector>
+
+#include "qilib/extstructs.h"
+#include "qilib/tags.h"
+#include "qilib/words.h"
+
+namespace qi {
+
+/// A colour-indexed image.
+struct CiImg {
+  static constexpr Word kTag = record_tag(0x20);
+  struct Fixed {
+    Word tag, index, size, name, width, height, index_bits;
+    std::array<Word, 12> words7;
+    Word block1_size, block2_size;
+  } fixed{};
+  Words pixels;  ///< indices of index_bits each, most significant end first
+  Words block1, block2;
+};
+static_assert(sizeof(CiImg::Fixed) == 84);
+
+/// Words that the pixel indices take, saturated so that an absurd size never wraps into a small one.
+std::uint64_t pixel_index_words(const CiImg::Fixed& fixed);
+
+template <class Io, Like<CiImg> R>
+void walk(Io& io, R& r) {
+  io.fixed(r.fixed);
+  io.tag(r.fixed.tag, CiImg::kTag);
+  io.words(r.pixels, pixel_index_words(r.fixed));
+  io.blocks(r);
+}
+
+/// A colour palette: 16-bit colours, two to a word.
+struct ColorPalette {
+  static constexpr Word kTag = record_tag(0x21);
+  struct Fixed {
+    Word tag, index, size, name, entry_count;
+    std::array<Word, 14> words5;
+    Word block1_size, block2_size;
+  } fixed{};
+  Words colors;
+  Words block1, block2;
+};
+static_assert(sizeof(ColorPalette::Fixed) == 84);
+
+template <class Io, Like<ColorPalette> R>
+void walk(Io& io, R& r) {
+  io.fixed(r.fixed);
+  io.tag(r.fixed.tag, ColorPalette::kTag);
+  io.words(r.colors, r.fixed.entry_count / 2);
+  io.blocks(r);
+}
+
+/// A part of an envelope that follows one node alone.
+struct FullWeightedPart {
+  struct Fixed {
+    Word tag, index, size, name;
+    QisNodeIndex node;
+    QisExternal external;
+    QisPoly poly;
+    Word word13, block1_size, block2_size;
+  } fixed{};
+  Words block1, block2;
+};
+static_assert(sizeof(FullWeightedPart::Fixed) == 64);
+
+template <class Io, Like<FullWeightedPart> R>
+void walk(Io& io, R& r) {
+  io.fixed(r.fixed);
+  io.blocks(r);
+}
+
+/// A part of an envelope that follows several nodes, each with a weight.
+struct WeightedPart {
+  struct Fixed {
+    Word tag, index, size, name, node_count, word5, external_count, block1_size, block2_size;
+  } fixed{};
+  std::vector<QisNodeIndex> nodes;
+  std::vector<QisExternal> externals;
+  std::vector<float> weights;  ///< one per node, then one per external reference
+  std::vector<QisPoly> polys;  ///< likewise
+  Words block1, block2;
+};
+static_assert(sizeof(WeightedPart::Fixed) == 36);
+
+template <class Io, Like<WeightedPart> R>
+void walk(Io& io, R& r) {
+  io.fixed(r.fixed);
+  const std::uint64_t count = std::uint64_t{r.fixed.node_count} + r.fixed.external_count;
+  io.pairs(r.nodes, r.fixed.node_count);
+  io.pairs(r.externals, r.fixed.external_count);
+  io.items(r.weights, count);
+  io.columns(r.polys, count);
+  io.blocks(r);
+}
+
+/// A part of an envelope that lies between two nodes.
+struct MorphPart {
+  struct Fixed {
+    Word tag, index, size, name;
+    QisNodeIndex node_a;
+    QisExternal external_a;
+    QisNodeIndex node_b;
+    QisExternal external_b;
+    Word word12, entry_count, block1_size, block2_size;
+  } fixed{};
+  std::vector<QisPoly> entries;
+  Words block1, block2;
+};
+static_assert(sizeof(MorphPart::Fixed) == 64);
+
+template <class Io, Like<MorphPart> R>
+void walk(Io& io, R& r) {
+  io.fixed(r.fixed);
+  io.columns(r.entries, r.fixed.entry_count);
+  io.blocks(r);
+}
+
+/// One triangle of an envelope.
+struct EnvelopeTri {
+  struct Corner {
+    QisNodeIndex node;
+    std::array<Word, 4> words;
+    Word word6;
+  };
+  Word tag, index, size;
+  QisNodeIndex node;
+  Word word5, word6, word7;
+  std::array<Corner, 3> corners;
+};
+static_assert(sizeof(EnvelopeTri) == 116);
+
+/// An envelope: skin over a skeleton.
+struct Envelope {
+  static constexpr Word kTag = kEnvelopeTag;
+  struct Fixed {
+    Word tag, index, size, name, word4;
+    Word full_weighted_count, weighted_count, morph_count, tri_count;
+    Word block1_size, block2_size;
+  } fixed{};
+  std::vector<FullWeightedPart> full_weighted;
+  std::vector<WeightedPart> weighted;
+  std::vector<MorphPart> morphs;
+  std::vector<EnvelopeTri> tris;
+  Words block1, block2;
+};
+static_assert(sizeof(Envelope::Fixed) == 44);
+
+template <class Io, Like<Envelope> R>
+void walk(Io& io, R& r) {
+  io.fixed(r.fixed);
+  io.tag(r.fixed.tag, Envelope::kTag);
+  io.records(r.full_weighted, r.fixed.full_weighted_count);
+  io.records(r.weighted, r.fixed.weighted_count);
+  io.records(r.morphs, r.fixed.morph_count);
+  io.items(r.tris, r.fixed.tri_count);
+  io.blocks(r);
+}
+
+/// One cluster of a cluster shape.
+struct ClusterEntry {
+  Word tag, index, size, name;
+  QisNodeIndex node;
+  QisExternal external;
+  QisPoly poly;
+  Word word13;
+};
+static_assert(sizeof(ClusterEntry) == 56);
+
+/// One triangle of a cluster shape.
+struct ClusterTri {
+  struct Corner {
+    QisNodeIndex node;
+    std::array<Word, 4> words;
+  };
+  Word tag, index, size;
+  QisNodeIndex node;
+  Word word5, word6;
+  std::array<Corner, 3> corners;
+};
+static_assert(sizeof(ClusterTri) == 100);
+
+/// A cluster shape.
+struct Cluster {
+  static constexpr Word kTag = kClusterTag;
+  struct Fixed {
+    Word tag, index, size, name, word4, cluster_count, tri_count, block1_size, block2_size;
+  } fixed{};
+  std::vector<ClusterEntry> clusters;
+  std::vector<ClusterTri> tris;
+  Words block1, block2;
+};
+static_assert(sizeof(Cluster::Fixed) == 36);
+
+template <class Io, Like<Cluster> R>
+void walk(Io& io, R& r) {
+  io.fixed(r.fixed);
+  io.tag(r.fixed.tag, Cluster::kTag);
+  io.items(r.clusters, r.fixed.cluster_count);
+  io.items(r.tris, r.fixed.tri_count);
+  io.blocks(r);
+}
+
+/// A group of weights.
+struct Weight {
+  static constexpr Word kTag = kWeightTag;
+  struct Fixed {
+    Word tag, index, size, name, weight_count, block1_size, block2_size;
+  } fixed{};
+  Words weights;
+  Words block1, block2;
+};
+static_assert(sizeof(Weight::Fixed) == 28);
+
+template <class Io, Like<Weight> R>
+void walk(Io& io, R& r) {
+  io.fixed(r.fixed);
+  io.tag(r.fixed.tag, Weight::kTag);
+  io.words(r.weights, r.fixed.weight_count);
+  io.blocks(r);
+}
+
+/// The root of a chain of joints.
+struct ChainRoot {
+  static constexpr Word kTag = kChainRootTag;
+  struct Fixed {
+    Word tag, index, size, name, word4, obj_count, external_count, anim, joint, block1_size, block2_size;
+  } fixed{};
+  Words objs;
+  std::vector<QisExternal> externals;
+  Words block1, block2;
+};
+static_assert(sizeof(ChainRoot::Fixed) == 44);
+
+/// A joint of a skeleton.
+struct Joint {
+  static constexpr Word kTag = kJointTag;
+  struct Fixed {
+    Word tag, index, size, name, type;
+    float length;
+    std::array<float, 3> axis;
+    Word obj_count, external_count, child_joint, effector, anim, block1_size, block2_size;
+  } fixed{};
+  Words objs;
+  std::vector<QisExternal> externals;
+  Words block1, block2;
+};
+static_assert(sizeof(Joint::Fixed) == 64);
+
+/// The end of a chain of joints.
+struct Effector {
+  static constexpr Word kTag = kEffectorTag;
+  struct Fixed {
+    Word tag, index, size, name, type, obj_count, external_count, anim, block1_size, block2_size;
+  } fixed{};
+  Words objs;
+  std::vector<QisExternal> externals;
+  Words block1, block2;
+};
+static_assert(sizeof(Effector::Fixed) == 40);
+
+template <class Io, class R>
+requires Like<R, ChainRoot> || Like<R, Joint> || Like<R, Effector>
+void walk(Io& io, R& r) {
+  io.fixed(r.fixed);
+  io.tag(r.fixed.tag, R::kTag);
+  io.words(r.objs, r.fixed.obj_count);
+  io.pairs(r.externals, r.fixed.external_count);
+  io.blocks(r);
+}
+
+}  // namespace qi

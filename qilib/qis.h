@@ -1,0 +1,139 @@
+/// @file
+/// The in-memory scene: one QUIL file's header, its 19 core lists and its nine extension lists.
+#pragma once
+
+#include <array>
+#include <string>
+#include <vector>
+
+#include "qilib/extrecords.h"
+#include "qilib/records.h"
+#include "qilib/words.h"
+
+namespace qi {
+
+inline constexpr Word kVersion1 = 0x0100;
+inline constexpr Word kVersion2 = 0x0200;
+
+/// Where each core list's size stands in the header's directory. (The TriList is stored behind the VtxList,
+/// but its directory entry stands behind the StList's.)
+enum class CoreList : std::size_t {
+  scene,
+  env,
+  cam,
+  light,
+  obj,
+  shape,
+  vtx,
+  color,
+  vector,
+  st,
+  tri,
+  part,
+  mat,
+  tex,
+  teximg,
+  anim,
+  coll,
+  switch_,
+  name
+};
+inline constexpr std::size_t kCoreLists = 19;
+
+/// Where each extension list's size stands in the extension list size table; also their order in the file.
+enum class ExtList : std::size_t {
+  ciimg,
+  color_palette,
+  envelope,
+  cluster,
+  weight,
+  chain_root,
+  joint,
+  effector,
+  external_name
+};
+inline constexpr std::size_t kExtLists = 9;
+
+/// The file header, its two extension blocks and, in version 2, the extension list size table.
+struct Header {
+  /// Bytes of each extension list, in table order; 0: the list is absent.
+  using ExtSizes = std::array<Word, kExtLists>;
+  struct Fixed {
+    Word version, file_size, header_tag, header_size;
+    std::array<Word, kCoreLists> list_num;  ///< bytes of each core list, by CoreList; 0: absent
+    Word ext_block1_size, ext_block2_size;
+  } fixed{};
+  Words block1, block2;
+  ExtSizes ext_sizes{};
+};
+static_assert(sizeof(Header::Fixed) == 100);
+
+/// The six words that begin every list but the SceneList, ColorList and VectorList.
+struct ListHeader {
+  Word tag, word1, size, count, block1_size, block2_size;
+};
+static_assert(sizeof(ListHeader) == 24);
+
+/// A list of one kind of record. `header.count`, `sizes` and `records` agree at all times.
+template <class R>
+struct List {
+  using Record = R;
+  ListHeader header{};
+  Words sizes;  ///< bytes of each record in the file
+  std::vector<R> records;
+  Words block1, block2;
+};
+
+/// A list of two kinds of record, those of the first kind first.
+template <class R1, class R2>
+struct TwoKindList {
+  struct Header {
+    Word tag, word1, size, count1, count2, block1_size, block2_size;
+  } header{};
+  static_assert(sizeof(Header) == 28);
+  Words sizes1, sizes2;
+  std::vector<R1> records1;
+  std::vector<R2> records2;
+  Words block1, block2;
+};
+
+/// The nine extension lists of a version-2 file.
+struct ExtLists {
+  List<CiImg> ciimg_list;
+  List<ColorPalette> color_palette_list;
+  List<Envelope> envelope_list;
+  List<Cluster> cluster_list;
+  List<Weight> weight_list;
+  List<ChainRoot> chain_root_list;
+  List<Joint> joint_list;
+  List<Effector> effector_list;
+  List<Name> external_name_list;
+};
+
+}  // namespace qi
+
+/// One scene file in memory. A value: copying it copies every record; moving it is cheap.
+struct Qis {
+  std::string filename;
+  qi::Header header;
+  qi::Scene scene;
+  qi::List<qi::Env> env_list;
+  qi::List<qi::Cam> cam_list;
+  qi::List<qi::Light> light_list;
+  qi::List<qi::Obj> obj_list;
+  qi::List<qi::Shape> shape_list;
+  qi::List<qi::Vtx> vtx_list;
+  qi::List<qi::Tri> tri_list;
+  qi::TwoKindList<qi::Color1, qi::Color2> color_list;
+  qi::TwoKindList<qi::Vector1, qi::Vector2> vector_list;
+  qi::List<qi::St> st_list;
+  qi::List<qi::Part> part_list;
+  qi::List<qi::Mat> mat_list;
+  qi::List<qi::Tex> tex_list;
+  qi::List<qi::Teximg> teximg_list;
+  qi::List<qi::Anim> anim_list;
+  qi::List<qi::Coll> coll_list;
+  qi::List<qi::Switch> switch_list;
+  qi::List<qi::Name> name_list;
+  qi::ExtLists ext;
+};

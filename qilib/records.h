@@ -1,0 +1,515 @@
+/// @file
+/// The core record kinds: for each one the file's fixed words, and one `walk` over its variable parts.
+///
+/// `walk(io, record)` names every piece of a record in file order. The reader fills the record, the writer
+/// and the size count visit a const one; nothing else in the program knows where a piece stands.
+/// What an `Io` offers:
+///  - `fixed(f)`: the fixed words, exactly as many as the struct has (and, where the struct has a
+///    `fixed_size` member that must say so, checked by `exact`);
+///  - `sized(f, rest)`: fixed words that state their own length in `f.fixed_size`; words beyond the
+///    struct's are kept in `rest`;
+///  - `tag(found, expected)`: the record's tag check, after its fixed words;
+///  - `words(v, n)`: n words; `items(v, n)`: n trivially copyable items; `slots(v, n, bytes)`: n items of
+///    which only the first `bytes` bytes each stand in the file;
+///  - `pairs(v, n)`: n pairs stored as n first halves, then n second halves; `columns(v, n)`: n five-word
+///    entries stored column by column;
+///  - `bytes(v, n)`: n bytes kept in file order; `block(v, n)`: n bytes held as words; `text(v, n)`: the
+///    words of an n-byte text;
+///  - `records(v, n)`: n sub-records, each with a walk of its own;
+///  - `blocks(record)`: the record's two extension blocks; `structure(record)` in the same place for the
+///    kinds whose block 1 holds a version-2 structure in `record.ext`.
+#pragma once
+
+#include <array>
+#include <concepts>
+#include <optional>
+#include <type_traits>
+#include <vector>
+
+#include "qilib/extstructs.h"
+#include "qilib/tags.h"
+#include "qilib/words.h"
+
+namespace qi {
+
+/// The scene record: the one record of the SceneList. Its index arrays are the top of the scene.
+struct Scene {
+  static constexpr Word kTag = kSceneTag;
+  struct Fixed {
+    Word tag, fixed_size, size, video, name;
+    Word obj_count, env_count, cam_count, light_count;
+    Word block1_size, block2_size;
+  } fixed{};
+  Words fixed_rest;
+  Words objs, envs, cams, lights;
+  Words block1, block2;
+  std::optional<SceneExt> ext;
+};
+static_assert(sizeof(Scene::Fixed) == 44);
+
+template <class Io, Like<Scene> R>
+void walk(Io& io, R& r) {
+  io.sized(r.fixed, r.fixed_rest);
+  io.tag(r.fixed.tag, Scene::kTag);
+  io.words(r.objs, r.fixed.obj_count);
+  io.words(r.envs, r.fixed.env_count);
+  io.words(r.cams, r.fixed.cam_count);
+  io.words(r.lights, r.fixed.light_count);
+  io.structure(r);
+}
+
+/// An environment: fog, fills, backgrounds.
+struct Env {
+  static constexpr Word kTag = kEnvTag;
+  struct Fixed {
+    Word tag, index, size, name;
+    Word use_fog, fog_color, fog_near, fog_far;
+    Word fill_color, fill_depth, bg_color_image, bg_depth_image;
+    Word block1_size, block2_size;
+  } fixed{};
+  Words block1, block2;
+};
+static_assert(sizeof(Env::Fixed) == 56);
+
+template <class Io, Like<Env> R>
+void walk(Io& io, R& r) {
+  io.fixed(r.fixed);
+  io.tag(r.fixed.tag, Env::kTag);
+  io.blocks(r);
+}
+
+/// A camera.
+struct Cam {
+  static constexpr Word kTag = kCamTag;
+  struct Fixed {
+    Word tag, index, size, name, type;
+    float near, far, right, left, top, bottom;
+    float fovy, aspect, scale;
+    Word lookat, eye, up;
+    Word block1_size, block2_size;
+  } fixed{};
+  Words block1, block2;
+  std::optional<CamExt> ext;
+};
+static_assert(sizeof(Cam::Fixed) == 76);
+
+template <class Io, Like<Cam> R>
+void walk(Io& io, R& r) {
+  io.fixed(r.fixed);
+  io.tag(r.fixed.tag, Cam::kTag);
+  io.structure(r);
+}
+
+/// One directional (36 bytes in the file) or positional (44 bytes) light of a light record.
+struct LightSub {
+  std::array<Word, 11> words{};
+};
+
+/// A light: an ambient colour and a number of directional or positional lights.
+struct Light {
+  static constexpr Word kTag = kLightTag;
+  static constexpr Word kDirectional = 0;
+  struct Fixed {
+    Word tag, index, size, word3, name, type;
+    float ambient_red, ambient_green, ambient_blue;
+    Word sub_count, block1_size, block2_size;
+  } fixed{};
+  std::vector<LightSub> subs;
+  Words block1, block2;
+  /// Bytes that one sub-record takes in the file.
+  static constexpr std::size_t sub_bytes(Word type) { return type == kDirectional ? 36 : 44; }
+};
+static_assert(sizeof(Light::Fixed) == 48);
+
+template <class Io, Like<Light> R>
+void walk(Io& io, R& r) {
+  io.fixed(r.fixed);
+  io.tag(r.fixed.tag, Light::kTag);
+  io.slots(r.subs, r.fixed.sub_count, Light::sub_bytes(r.fixed.type));
+  io.blocks(r);
+}
+
+/// An object: a node of the scene's hierarchy.
+struct Obj {
+  static constexpr Word kTag = kObjTag;
+  static constexpr Word kMaxChildren = 32;
+  struct Fixed {
+    Word tag, index, size, name;
+    Word state, type, group, priority;
+    Word render_cycle_type, render_pri, render_type0, render_type1;
+    Word billboard_link, lod_count, child_count, word15;
+    Word shape, mat, anim, word19;
+    Word block1_size, block2_size;
+  } fixed{};
+  std::vector<float> lod_distances;  ///< one per level of detail
+  Words lod_objs;                    ///< the obj shown from that distance on
+  Words children;
+  Words block1, block2;
+  std::optional<ObjExt> ext;
+};
+static_assert(sizeof(Obj::Fixed) == 88);
+
+template <class Io, Like<Obj> R>
+void walk(Io& io, R& r) {
+  io.fixed(r.fixed);
+  io.tag(r.fixed.tag, Obj::kTag);
+  io.items(r.lod_distances, r.fixed.lod_count);
+  io.words(r.lod_objs, r.fixed.lod_count);
+  io.words(r.children, r.fixed.child_count);
+  io.structure(r);
+}
+
+/// A shape: geometry (or, in version 2, a deformer), a material and parts.
+struct Shape {
+  static constexpr Word kTag = kShapeTag;
+  struct Fixed {
+    Word tag, index, size, name, flags, geometry, mat, part_count, block1_size, block2_size;
+  } fixed{};
+  Words parts;
+  Words block1, block2;
+  std::optional<ShapeExt> ext;
+};
+static_assert(sizeof(Shape::Fixed) == 40);
+
+template <class Io, Like<Shape> R>
+void walk(Io& io, R& r) {
+  io.fixed(r.fixed);
+  io.tag(r.fixed.tag, Shape::kTag);
+  io.words(r.parts, r.fixed.part_count);
+  io.structure(r);
+}
+
+/// A group of vertices.
+struct Vtx {
+  static constexpr Word kTag = record_tag(0x04);
+  struct Fixed {
+    Word tag, index, size, word3, word4, vertex_count;
+  } fixed{};
+  std::vector<std::array<Word, 3>> vertices;
+};
+static_assert(sizeof(Vtx::Fixed) == 24);
+
+template <class Io, Like<Vtx> R>
+void walk(Io& io, R& r) {
+  io.fixed(r.fixed);
+  io.tag(r.fixed.tag, Vtx::kTag);
+  io.items(r.vertices, r.fixed.vertex_count);
+}
+
+/// One attribute group of a triangle record: per-triangle entries, or a table and its entries.
+struct AttributeGroup {
+  Word table_count = 0;
+  Words table;
+  Words entries;
+};
+
+/// One sub-record of a triangle record.
+struct TriSub {
+  struct Fixed {
+    std::array<Word, 17> words;
+    Word block1_size, block2_size;
+  } fixed{};
+  Words block1, block2;
+};
+static_assert(sizeof(TriSub::Fixed) == 76);
+
+template <class Io, Like<TriSub> R>
+void walk(Io& io, R& r) {
+  io.fixed(r.fixed);
+  io.blocks(r);
+}
+
+/// A group of triangles.
+struct Tri {
+  static constexpr Word kTag = record_tag(0x08);
+  static constexpr int kGroups = 6;
+  struct Fixed {
+    Word tag, index, fixed_size, size, word4, flags, count_base, sub_count;
+  } fixed{};
+  Words fixed_rest;
+  std::array<AttributeGroup, kGroups> groups;
+  std::vector<TriSub> subs;
+  /// Bit 4g: group g has count_base + 1 entries and no table.
+  static constexpr bool per_triangle(Word flags, int group) { return (flags >> (4 * group)) & 1; }
+  /// Bit 4g+1: group g has a table (unless bit 4g is set) and as many entries as the table.
+  static constexpr bool has_table(Word flags, int group) { return (flags >> (4 * group + 1)) & 1; }
+};
+static_assert(sizeof(Tri::Fixed) == 32);
+
+template <class Io, Like<Tri> R>
+void walk(Io& io, R& r) {
+  io.sized(r.fixed, r.fixed_rest);
+  io.tag(r.fixed.tag, Tri::kTag);
+  for (int g = 0; g < Tri::kGroups; ++g) {
+    auto& group = r.groups[static_cast<std::size_t>(g)];
+    std::uint64_t entries = 1;
+    if (Tri::per_triangle(r.fixed.flags, g)) {
+      entries = std::uint64_t{r.fixed.count_base} + 1;
+    } else if (Tri::has_table(r.fixed.flags, g)) {
+      io.fixed(group.table_count);
+      io.words(group.table, group.table_count);
+      entries = group.table_count;
+    }
+    io.words(group.entries, entries);
+  }
+  io.records(r.subs, r.fixed.sub_count);
+}
+
+/// The fixed words shared by the colour, vector and texture-coordinate records.
+struct TableFixed {
+  Word tag, index, size, word3, count;
+};
+static_assert(sizeof(TableFixed) == 20);
+
+/// A record of entries of N words each: colours (4), vectors (3), texture coordinates (2).
+template <Word TagValue, std::size_t N>
+struct TableRecord {
+  static constexpr Word kTag = TagValue;
+  TableFixed fixed{};
+  std::vector<std::array<Word, N>> entries;
+};
+using Color1 = TableRecord<record_tag(0x05), 4>;
+using Color2 = TableRecord<record_tag(0x05) + 0x100, 4>;
+using Vector1 = TableRecord<record_tag(0x06), 3>;
+using Vector2 = TableRecord<record_tag(0x06) + 0x100, 3>;
+using St = TableRecord<record_tag(0x07), 2>;
+
+template <class Io, class R>
+requires requires(R& r) { r.entries[0][0]; }
+void walk(Io& io, R& r) {
+  io.fixed(r.fixed);
+  io.tag(r.fixed.tag, R::kTag);
+  io.items(r.entries, r.fixed.count);
+}
+
+/// A part of a shape, with a material of its own.
+struct Part {
+  static constexpr Word kTag = kPartTag;
+  struct Fixed {
+    Word tag, index, size, name, mat, word5, index_count, block1_size, block2_size;
+  } fixed{};
+  Words indices;
+  Words block1, block2;
+};
+static_assert(sizeof(Part::Fixed) == 36);
+
+template <class Io, Like<Part> R>
+void walk(Io& io, R& r) {
+  io.fixed(r.fixed);
+  io.tag(r.fixed.tag, Part::kTag);
+  io.words(r.indices, r.fixed.index_count);
+  io.blocks(r);
+}
+
+/// A material.
+struct Mat {
+  static constexpr Word kTag = kMatTag;
+  static constexpr Word kMaxTextures = 3;
+  struct Fixed {
+    Word tag, index, size, name, mat_type, shade_type;
+    Word color_type0, color_type1, alpha_type0, alpha_type1;
+    QisRGBA prim_color;
+    std::array<Word, 8> usr_flags;
+    Word word22, tex_count, block1_size, block2_size;
+  } fixed{};
+  Words texs;
+  Words block1, block2;
+  std::optional<MatExt> ext;
+};
+static_assert(sizeof(Mat::Fixed) == 104);
+
+template <class Io, Like<Mat> R>
+void walk(Io& io, R& r) {
+  io.fixed(r.fixed);
+  io.tag(r.fixed.tag, Mat::kTag);
+  io.words(r.texs, r.fixed.tex_count);
+  io.structure(r);
+}
+
+/// A texture's table of images: seven words, or the tiled form with a row per tile.
+/// The tiled form's first five arrays stand in the order of the untiled words 2 to 6.
+struct TexTable {
+  struct Untiled {
+    Word word0, word1, width, height, word4, word5, image;
+  } untiled{};
+  struct TiledHead {
+    Word word0, word1, tile_count, word3, extra_count;
+  } tiled{};
+  Words widths, heights, words4, words5, images, words7;  ///< tile_count words each
+  Words extra0, extra1;                                   ///< extra_count words each
+};
+
+/// A texture: how an image is wrapped and stored, and which one.
+struct Tex {
+  static constexpr Word kTag = kTexTag;
+  struct Fixed {
+    Word tag, index, fixed_size, size, name, tex_type, wrap_s, wrap_t, tiled, word9, word10;
+    Word block1_size, block2_size;
+  } fixed{};
+  Words fixed_rest;
+  TexTable table;
+  Words block1, block2;
+  std::optional<TexExt> ext;
+};
+static_assert(sizeof(Tex::Fixed) == 52);
+
+template <class Io, Like<Tex> R>
+void walk(Io& io, R& r) {
+  io.sized(r.fixed, r.fixed_rest);
+  io.tag(r.fixed.tag, Tex::kTag);
+  auto& table = r.table;
+  if (r.fixed.tiled == 0) {
+    io.fixed(table.untiled);
+  } else {
+    io.fixed(table.tiled);
+    for (auto* array :
+         {&table.widths, &table.heights, &table.words4, &table.words5, &table.images, &table.words7})
+      io.words(*array, table.tiled.tile_count);
+    io.words(table.extra0, table.tiled.extra_count);
+    io.words(table.extra1, table.tiled.extra_count);
+  }
+  io.structure(r);
+}
+
+/// A texture image: its texels, as they stand in the file.
+struct Teximg {
+  static constexpr Word kTag = record_tag(0x12);
+  struct Fixed {
+    Word tag, index, fixed_size, size, block1_size, block2_size;
+  } fixed{};
+  std::vector<std::byte> texels;  ///< bytes in file order
+  Words block1, block2;
+  std::optional<TeximgExt> ext;
+};
+static_assert(sizeof(Teximg::Fixed) == 24);
+
+template <class Io, Like<Teximg> R>
+void walk(Io& io, R& r) {
+  io.exact(r.fixed);
+  io.tag(r.fixed.tag, Teximg::kTag);
+  io.bytes(r.texels,
+           std::int64_t{r.fixed.size} - r.fixed.fixed_size - r.fixed.block1_size - r.fixed.block2_size);
+  io.structure(r);
+}
+
+/// One animation key; how many of its bytes stand in the file depends on the key form.
+struct AnimKey {
+  std::array<Word, 16> words{};
+};
+
+/// An animation.
+struct Anim {
+  static constexpr Word kTag = kAnimTag;
+  struct Fixed {
+    Word tag, index, fixed_size, size, name, type, frame_rate, key_count, anim_loop, word9;
+    Word block1_size, block2_size;
+  } fixed{};
+  Words fixed_rest;
+  std::vector<AnimKey> keys;
+  Words block1, block2;
+  std::optional<AnimExt> ext;
+  /// Bytes that one key takes in the file; 0 for the forms that have none.
+  static constexpr std::size_t key_bytes(Word type) {
+    switch (type) {
+      case 0:
+      case 2:
+        return 52;
+      case 3:
+        return 64;
+      case 4:
+        return 20;
+      default:
+        return 0;
+    }
+  }
+};
+static_assert(sizeof(Anim::Fixed) == 48);
+
+template <class Io, Like<Anim> R>
+void walk(Io& io, R& r) {
+  io.sized(r.fixed, r.fixed_rest);
+  io.tag(r.fixed.tag, Anim::kTag);
+  const std::size_t key_bytes = Anim::key_bytes(r.fixed.type);
+  io.slots(r.keys, key_bytes == 0 ? 0 : r.fixed.key_count, key_bytes);
+  io.structure(r);
+}
+
+/// One sub-record of a collision record.
+struct CollSub {
+  static constexpr Word kTag = record_tag(0x0d);
+  struct Fixed {
+    Word tag, index, fixed_size, size;
+  } fixed{};
+  Words fixed_rest;
+  Words data;
+};
+static_assert(sizeof(CollSub::Fixed) == 16);
+
+template <class Io, Like<CollSub> R>
+void walk(Io& io, R& r) {
+  io.sized(r.fixed, r.fixed_rest);
+  io.tag(r.fixed.tag, CollSub::kTag);
+  io.block(r.data, std::int64_t{r.fixed.size} - r.fixed.fixed_size);
+}
+
+/// A collision record. Its tag breaks the pattern of the others on purpose.
+struct Coll {
+  static constexpr Word kTag = 0x000d1000;
+  struct Fixed {
+    Word tag, index, size, word3, word4, sub_count, block1_size, block2_size;
+  } fixed{};
+  Words indices;
+  std::vector<CollSub> subs;
+  Words block1, block2;
+};
+static_assert(sizeof(Coll::Fixed) == 32);
+
+template <class Io, Like<Coll> R>
+void walk(Io& io, R& r) {
+  io.fixed(r.fixed);
+  io.tag(r.fixed.tag, Coll::kTag);
+  io.words(r.indices, r.fixed.sub_count);
+  io.records(r.subs, r.fixed.sub_count);
+  io.blocks(r);
+}
+
+/// A switch record.
+struct Switch {
+  static constexpr Word kTag = record_tag(0x13);
+  struct Fixed {
+    Word tag, index, size, word3, word4, entry_count, word6, block1_size, block2_size;
+  } fixed{};
+  Words entries0, entries1;
+  Words block1, block2;
+};
+static_assert(sizeof(Switch::Fixed) == 36);
+
+template <class Io, Like<Switch> R>
+void walk(Io& io, R& r) {
+  io.fixed(r.fixed);
+  io.tag(r.fixed.tag, Switch::kTag);
+  io.words(r.entries0, r.fixed.entry_count);
+  io.words(r.entries1, r.fixed.entry_count);
+  io.blocks(r);
+}
+
+/// A name, four characters to a word, the first one in the most significant byte.
+/// Also the record of the ExternalNameList, which may carry either list's tag.
+struct Name {
+  static constexpr Word kTag = kNameTag;
+  static constexpr Word kExternalTag = record_tag(0x27);
+  struct Fixed {
+    Word tag, index, fixed_size, size;
+  } fixed{};
+  Words text;
+};
+static_assert(sizeof(Name::Fixed) == 16);
+
+template <class Io, Like<Name> R>
+void walk(Io& io, R& r) {
+  io.exact(r.fixed);
+  io.name_tag(r.fixed.tag);
+  io.text(r.text, std::int64_t{r.fixed.size} - r.fixed.fixed_size);
+}
+
+}  // namespace qi
