@@ -1,0 +1,23 @@
+# The front door: each target calls CMake or a script.
+PREFIX ?= /usr/local
+
+.PHONY: run test bench fuzz format install clean
+
+run:      ## build the editor and start it on the sample scenes
+	scripts/run
+test:     ## everything that guards this program
+	scripts/test
+bench:    ## measure it
+	scripts/install-packages build bench
+	cmake --preset release && cmake --build --preset release --target bench
+fuzz:     ## feed it broken files for a while
+	scripts/install-packages build fuzz
+	cmake --preset fuzz && cmake --build --preset fuzz --target fuzz
+format:   ## format every C++ file
+	scripts/install-packages test
+	scripts/check-format --fix
+install:  ## install the programs below PREFIX (default /usr/local)
+	scripts/install-packages build run
+	cmake --preset release && cmake --build --preset release && cmake --install build/release --prefix "$(PREFIX)"
+clean:    ## remove everything that was built
+	rm -rf build samples/scenes
