@@ -1,0 +1,117 @@
+/// @file
+/// Replacing a file: what is there before, during and after, and when something fails.
+#include "qilib/replacefile.h"
+
+#include <gtest/gtest.h>
+#include <stdlib.h>
+
+#include <fstream>
+#include <sstream>
+
+namespace {
+
+namespace fs = std::filesystem;
+
+class Replacing : public testing::Test {
+ protected:
+  void SetUp() override {
+    std::string name = (fs::temp_directory_path() / "quil-replace-XXXXXX").string();
+    ASSERT_TRUE(mkdtemp(name.data()));
+    dir_ = name;
+    target_ = dir_ / "scene.quil";
+  }
+  void TearDown() override {
+    std::error_code ignored;
+    fs::remove_all(dir_, ignored);
+  }
+  static void put(const fs::path& path, const std::string& text) { std::ofstream{path} << text; }
+  static std::string text(const fs::path& path) {
+    std::ostringstream held;
+    held << std::ifstream{path}.rdbuf();
+    return held.str();
+  }
+  std::ptrdiff_t files() const { return std::distance(fs::directory_iterator{dir_}, {}); }
+
+  fs::path dir_, target_;
+};
+
+TEST_F(Replacing, NewFileAppearsOnCommit) {
+  ReplacingFile file{target_};
+  ASSERT_TRUE(file.stream());
+  std::fputs("new", file.stream());
+  EXPECT_FALSE(fs::exists(target_));
+  EXPECT_TRUE(file.commit());
+  EXPECT_EQ(text(target_), "new");
+  EXPECT_EQ(files(), 1);
+}
+
+TEST_F(Replacing, NotCommittedLeavesTheTargetAndNothingElse) {
+  put(target_, "old");
+  {
+    ReplacingFile file{target_};
+    ASSERT_TRUE(file.stream());
+    std::fputs("new", file.stream());
+  }
+  EXPECT_EQ(text(target_), "old");
+  EXPECT_EQ(files(), 1);
+}
+
+TEST_F(Replacing, PermissionsAreKept) {
+  put(target_, "old");
+  fs::permissions(target_, fs::perms{0640});
+  ReplacingFile file{target_};
+  ASSERT_TRUE(file.commit());
+  EXPECT_EQ(fs::status(target_).permissions(), fs::perms{0640});
+  EXPECT_EQ(text(target_), "");
+}
+
+TEST_F(Replacing, SymbolicLinkStaysAndItsTargetIsReplaced) {
+  fs::create_directory(dir_ / "elsewhere");
+  put(dir_ / "elsewhere/real", "old");
+  fs::create_symlink("elsewhere/real", target_);
+  ReplacingFile file{target_};
+  ASSERT_TRUE(file.stream());
+  std::fputs("new", file.stream());
+  EXPECT_TRUE(file.commit());
+  EXPECT_TRUE(fs::is_symlink(target_));
+  EXPECT_EQ(text(dir_ / "elsewhere/real"), "new");
+}
+
+TEST_F(Replacing, DanglingLinkGetsItsTarget) {
+  fs::create_symlink("real", target_);
+  ReplacingFile file{target_};
+  EXPECT_TRUE(file.commit());
+  EXPECT_TRUE(fs::is_symlink(target_));
+  EXPECT_TRUE(fs::exists(dir_ / "real"));
+}
+
+TEST_F(Replacing, LoopOfLinksFailsToOpen) {
+  fs::create_symlink("other", target_);
+  fs::create_symlink("scene.quil", dir_ / "other");
+  EXPECT_FALSE(ReplacingFile{target_}.stream());
+}
+
+TEST_F(Replacing, DirectoryFailsToOpen) { EXPECT_FALSE(ReplacingFile{dir_}.stream()); }
+
+TEST_F(Replacing, MissingDirectoryFailsToOpen) {
+  ReplacingFile file{dir_ / "missing/scene.quil"};
+  EXPECT_FALSE(file.stream());
+  EXPECT_FALSE(file.commit());
+}
+
+TEST_F(Replacing, FullDeviceIsWrittenDirectlyAndFails) {
+  ReplacingFile file{"/dev/full"};
+  ASSERT_TRUE(file.stream());
+  std::fputs("new", file.stream());
+  EXPECT_FALSE(file.commit());
+  EXPECT_TRUE(fs::is_character_file("/dev/full"));
+}
+
+TEST_F(Replacing, LongestFileNameIsNoObstacle) {
+  const fs::path longest = dir_ / std::string(255, 'n');
+  ReplacingFile file{longest};
+  EXPECT_TRUE(file.commit());
+  EXPECT_TRUE(fs::exists(longest));
+}
+
+}  // namespace
