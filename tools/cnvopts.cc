@@ -1,0 +1,264 @@
+/// @file
+/// The options file: lines of text, read leniently and written in a fixed order.
+#include "tools/cnvopts.h"
+
+#include <pwd.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+#include <optional>
+
+#include "qilib/replacefile.h"
+
+NgOps ngops;
+
+UserLookup user_lookup{
+    .login_name = [] { return static_cast<const char*>(getlogin()); },
+    .home_of = [](const char* login) -> const char* {
+      const passwd* user = getpwnam(login);
+      return user ? user->pw_dir : nullptr;
+    },
+};
+
+namespace {
+
+using Field = std::span<char>;
+
+template <auto Member>
+Field field_of(NgOps& options) {
+  return options.*Member;
+}
+
+enum class Form {
+  bare,         ///< a line of its own with no key: "TEXT"
+  value,        ///< "KEY TEXT"
+  output_file,  ///< likewise; the converter gets it as a file in the output directory
+  flag,         ///< "KEY", or an empty line when clear
+};
+
+/// One option: its field, its key, and where it stands in each of the three orders (from 1; 0: nowhere).
+struct Option {
+  Field (*field)(NgOps&);
+  Form form;
+  const char* key;
+  int line;     ///< of the file
+  int search;   ///< among the keys looked for in a line
+  int command;  ///< on the command line of quil2gfx
+};
+
+/// In the order of the record, which is that of the echo. A line that holds two keys belongs to the one
+/// that is searched first, so "-nogeomclr" before "-outobj" matters even though the file has them turned
+/// round.
+constexpr Option kOptions[] = {
+    {field_of<&NgOps::output_dir>, Form::bare, "", 1, 0, 0},
+    {field_of<&NgOps::header>, Form::value, "-header", 3, 1, 0},
+    {field_of<&NgOps::output>, Form::bare, "", 2, 0, 0},
+    {field_of<&NgOps::label>, Form::value, "-label", 4, 2, 0},
+    {field_of<&NgOps::scale>, Form::value, "-scale", 5, 3, 1},
+    {field_of<&NgOps::quilinfo>, Form::output_file, "-quilinfo", 6, 4, 2},
+    {field_of<&NgOps::nocomdef>, Form::flag, "-nocomdef", 7, 5, 7},
+    {field_of<&NgOps::vtxshare>, Form::value, "-vtxshare", 8, 6, 3},
+    {field_of<&NgOps::vtxcache>, Form::value, "-vtxcache", 9, 7, 4},
+    {field_of<&NgOps::strictflat>, Form::flag, "-strictflat", 11, 9, 8},
+    {field_of<&NgOps::noalignpad>, Form::flag, "-noalignpad", 13, 11, 9},
+    {field_of<&NgOps::outobj>, Form::value, "-outobj", 14, 13, 11},
+    {field_of<&NgOps::nogeomclr>, Form::flag, "-nogeomclr", 15, 12, 10},
+    {field_of<&NgOps::regmask>, Form::value, "-regmask", 12, 10, 6},
+    {field_of<&NgOps::outmask>, Form::value, "-outmask", 16, 14, 12},
+    {field_of<&NgOps::preview>, Form::value, "-preview", 17, 15, 0},
+    {field_of<&NgOps::vtxseg>, Form::value, "-vtxseg", 19, 17, 14},
+    {field_of<&NgOps::imgseg>, Form::value, "-imgseg", 20, 18, 15},
+    {field_of<&NgOps::tlutseg>, Form::value, "-tlutseg", 21, 19, 16},
+    {field_of<&NgOps::strictcidx>, Form::flag, "-strictcidx", 18, 16, 13},
+    {field_of<&NgOps::vtxload>, Form::value, "-vtxload", 10, 8, 5},
+    {field_of<&NgOps::noreduct>, Form::flag, "-noreduct", 23, 21, 17},
+    {field_of<&NgOps::script_path>, Form::bare, "", 25, 0, 0},
+    {field_of<&NgOps::preview_path>, Form::bare, "", 26, 0, 0},
+    {field_of<&NgOps::fogoff>, Form::flag, "-fogoff", 24, 22, 0},
+    {field_of<&NgOps::envseg>, Form::value, "-envseg", 22, 20, 0},
+};
+
+/// The rows that have a place in the given order, in that order.
+template <int Option::*Order>
+constexpr auto in_order() {
+  constexpr auto placed = [](const Option& option) { return option.*Order > 0; };
+  std::array<Option, static_cast<std::size_t>(std::ranges::count_if(kOptions, placed))> rows{};
+  for (const Option& option : kOptions)
+    if (placed(option)) rows.at(static_cast<std::size_t>(option.*Order - 1)) = option;
+  return rows;
+}
+constexpr auto kFileLines = in_order<&Option::line>();
+constexpr auto kSearched = in_order<&Option::search>();
+constexpr auto kCommand = in_order<&Option::command>();
+
+const char* text_of(const Option& option) { return option.field(ngops).data(); }
+
+bool is_blank(char c) { return std::string_view{" \t\n\v\f\r"}.find(c) != std::string_view::npos; }
+
+std::string_view without_end_blanks(std::string_view line) {
+  while (!line.empty() && is_blank(line.back())) line.remove_suffix(1);
+  return line;
+}
+
+/// The options file while it is read: lines of at most 99 characters and words that cross lines.
+class OptionsReader {
+ public:
+  explicit OptionsReader(const std::string& path) : file_(std::fopen(path.c_str(), "r")) {}
+
+  bool failed() const { return !file_ || std::ferror(file_.get()); }
+  bool at_end() const { return failed() || std::feof(file_.get()); }
+
+  /// The next line, or 99 characters of it; at the end of the file, the one before once more.
+  const char* line() {
+    read(line_);
+    return line_.data();
+  }
+  void skip_rest_of_line() {
+    Line rest{};
+    read(rest);
+  }
+
+  /// The next word, wherever it starts; nothing at the end of the file. No field takes more than its first
+  /// 255 characters, so no more are kept.
+  std::optional<std::string> word() {
+    int c = std::getc(file_.get());
+    while (c != EOF && is_blank(static_cast<char>(c))) c = std::getc(file_.get());
+    if (c == EOF) return std::nullopt;
+    std::string word;
+    for (; c != EOF && !is_blank(static_cast<char>(c)); c = std::getc(file_.get()))
+      if (word.size() < sizeof(NgOps::output_dir)) word += static_cast<char>(c);
+    if (c != EOF) std::ungetc(c, file_.get());
+    return word;
+  }
+
+ private:
+  using Line = std::array<char, 100>;
+  bool read(Line& line) { return std::fgets(line.data(), static_cast<int>(line.size()), file_.get()); }
+
+  struct Close {
+    void operator()(std::FILE* file) const { std::fclose(file); }
+  };
+  std::unique_ptr<std::FILE, Close> file_;
+  Line line_{};
+};
+
+void set_if_read(Field field, const std::optional<std::string>& word) {
+  if (word) set_option(field, *word);
+}
+
+std::string first_word(std::string_view line) {
+  return std::string{
+      line.substr(0, static_cast<std::size_t>(std::ranges::find_if(line, is_blank) - line.begin()))};
+}
+
+void read_options(OptionsReader& file) {
+  set_if_read(ngops.output_dir, file.word());
+  set_if_read(ngops.output, file.word());
+  file.skip_rest_of_line();
+  while (!file.at_end()) {
+    const std::string_view line = file.line();
+    const auto found = std::ranges::find_if(
+        kSearched, [&](const Option& option) { return line.find(option.key) != std::string_view::npos; });
+    if (found != kSearched.end()) {
+      set_option(found->field(ngops), found->form == Form::flag ? getopt_flag(line) : getopt_string(line));
+    } else if (line.starts_with('/')) {
+      set_option(ngops.script_path, first_word(line));
+      set_if_read(ngops.preview_path, file.word());
+      file.skip_rest_of_line();
+    }
+  }
+}
+
+[[noreturn]] void stop_without_options(const std::string& path) {
+  std::fprintf(stderr, "Can't read convert options. %s\n", path.c_str());
+  std::exit(-1);
+}
+
+}  // namespace
+
+void set_option(std::span<char> field, std::string_view text) {
+  const std::size_t length = std::min(text.size(), field.size() - 1);
+  std::ranges::fill(std::ranges::copy(text.substr(0, length), field.begin()).out, field.end(), '\0');
+}
+
+std::string getcnvoptpath() {
+  const char* login = user_lookup.login_name();
+  if (!login) std::fprintf(stderr, "Can't get login name.\n");
+  const char* home = login ? user_lookup.home_of(login) : nullptr;
+  if (!home) home = std::getenv("HOME");
+  if (!home) home = "";
+  std::printf("%s\n", home);
+  std::string path = set_abs_path(home, ".quilcnvops");
+  std::printf("%s\n", path.c_str());
+  return path;
+}
+
+std::string set_abs_path(std::string_view dir, std::string_view name) {
+  std::string path{dir};
+  if (!dir.empty() && !dir.ends_with('/')) path += '/';
+  return path.append(name);
+}
+
+std::string getdir(std::string_view path) {
+  const std::size_t slash = path.rfind('/');
+  if (slash == std::string_view::npos) return "./";
+  return std::string{path.substr(0, std::min<std::size_t>(slash + 1, 255))};
+}
+
+void read_convert_options() {
+  set_option(ngops.script_path, "");
+  set_option(ngops.preview_path, "");
+  const std::string path = getcnvoptpath();
+  OptionsReader file{path};
+  if (!file.failed()) read_options(file);
+  if (file.failed()) stop_without_options(path);
+  echo_convert_options();
+}
+
+int write_convert_options() {
+  echo_convert_options();
+  const std::string path = getcnvoptpath();
+  ReplacingFile file{path};
+  if (file.stream()) {
+    for (const Option& option : kFileLines) {
+      const bool has_key = option.form == Form::value || option.form == Form::output_file;
+      std::fprintf(file.stream(), "%s%s%s\n", has_key ? option.key : "", has_key ? " " : "", text_of(option));
+    }
+    if (file.commit()) return 1;
+  }
+  std::fprintf(stderr, "Can't write convert options. %s\n", path.c_str());
+  return 0;
+}
+
+void echo_convert_options() {
+  for (const Option& option : kOptions) std::printf("%s\n", text_of(option));
+}
+
+std::string& cmd_quil2gfx(std::string& out) {
+  out = "(cd ../kavoprev ; ./quil2gfx ";
+  for (const Option& option : kCommand) {
+    const std::string_view text = text_of(option);
+    if (text.empty()) continue;
+    out.append(" ").append(option.key).append(" ");
+    if (option.form == Form::output_file) out += set_abs_path(ngops.output_dir, text);
+    if (option.form == Form::value) out += text;
+  }
+  return out;
+}
+
+std::string getopt_string(std::string_view line) {
+  line = without_end_blanks(line);
+  const std::size_t blank = line.find(' ');
+  if (line.find('-') == std::string_view::npos || blank == std::string_view::npos) return {};
+  return std::string{line.substr(blank + 1)};
+}
+
+std::string getopt_flag(std::string_view line) {
+  line = without_end_blanks(line);
+  const std::size_t dash = line.find('-');
+  return dash == std::string_view::npos ? std::string{} : std::string{line.substr(dash)};
+}
