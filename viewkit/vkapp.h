@@ -1,0 +1,98 @@
+/// @file The application: display, event loop, shared dialogs, busy state.
+#pragma once
+
+#include <X11/Intrinsic.h>
+
+#include <map>
+#include <memory>
+#include <string>
+#include <typeindex>
+#include <vector>
+
+#include "viewkit/vkcallbackobject.h"
+#include "viewkit/vkcomponent.h"
+
+class VkDialogManager;
+class VkSimpleWindow;
+
+/// The one application object of the process; make it first and destroy it last.
+class VkApp : public VkCallbackObject {
+ public:
+  /// Called when the connection to the display is lost, just before the process ends: the last chance to stop
+  /// what the program started. No X, Xt or Motif call is allowed in it.
+  static const char* const displayLostCallback;
+
+  /// Connects to the display ("-display" or DISPLAY) and takes the options that the toolkit knows out of
+  /// argv. Ends the process with status 1 and a message when there is no display.
+  /// @param className the application class, under which users write X resources.
+  VkApp(const char* className, int* argc, char** argv, XrmOptionDescRec* options = nullptr,
+        int optionCount = 0);
+  ~VkApp() override;
+
+  Display* display() const { return display_; }
+  XtAppContext appContext() const { return context_; }
+  const char* applicationName() const { return applicationName_.c_str(); }
+  const char* applicationClass() const { return className_.c_str(); }
+
+  /// Runs the event loop until the application is told to end.
+  /// @returns the exit status for main.
+  int run();
+
+  /// Ends the event loop, and every dialog that somebody waits for, with status 0.
+  void quitYourself() { terminate(0); }
+  void terminate(int status);
+  bool quitting() const { return quitting_; }
+
+  void setVersionString(const char* text) { versionString_ = text; }
+  const char* versionString() const { return versionString_.c_str(); }
+
+  /// The dialog that shows the busy message; null (as at first): the status line of the windows shows it.
+  /// The dialog must live as long as it is set.
+  void setBusyDialog(VkDialogManager* dialog) { busyDialog_ = dialog; }
+
+  /// Shows a watch cursor and `message` and keeps pointer and keyboard from all windows until as many calls
+  /// of notBusy. Everything is painted when it returns: the caller may block at once.
+  void busy(const char* message = nullptr);
+  void notBusy();
+  bool isBusy() const { return busyDepth_ > 0; }
+
+  /// The window that dialogs belong to: the first one that still exists, or null.
+  VkSimpleWindow* mainWindow() const;
+
+  /// The application's one object of a class, made with `name` at first use, destroyed with the application.
+  template <class Component>
+  Component* shared(const char* name) {
+    auto& slot = shared_[typeid(Component)];
+    if (!slot) slot = std::make_unique<Component>(name);
+    return static_cast<Component*>(slot.get());
+  }
+
+ private:
+  friend class VkSimpleWindow;
+  void addWindow(VkSimpleWindow* window);
+  void removeWindow(VkSimpleWindow* window);
+  /// The words the program was started with, for the WM_COMMAND property.
+  std::vector<char*> commandLine();
+
+  void paintEverything();
+  static int reportError(Display* display, XErrorEvent* error);
+  static int displayLost(Display* display);
+
+  std::string className_;
+  std::string applicationName_;
+  std::string versionString_;
+  std::vector<std::string> command_;
+  std::vector<std::string> fallbackLines_;
+  std::vector<String> fallbackTable_;
+  XtAppContext context_ = nullptr;
+  Display* display_ = nullptr;
+  std::vector<VkSimpleWindow*> windows_;
+  std::map<std::type_index, std::unique_ptr<VkComponent>> shared_;
+  VkDialogManager* busyDialog_ = nullptr;
+  int busyDepth_ = 0;
+  int status_ = 0;
+  bool quitting_ = false;
+};
+
+/// The application object; null before it is made and after it is gone.
+extern VkApp* theApplication;

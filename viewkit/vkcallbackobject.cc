@@ -1,0 +1,48 @@
+/// @file Calling callback lists whose members, receivers and owner may change under way.
+#include "viewkit/vkcallbackobject.h"
+
+const char* const VkCallbackObject::deleteCallback = "deleteCallback";
+
+VkCallbackObject::VkCallbackObject() : alive_(std::make_shared<const bool>(true)) {}
+
+VkCallbackObject::~VkCallbackObject() { announceDeletion(); }
+
+void VkCallbackObject::announceDeletion() {
+  if (deletionAnnounced_) return;
+  deletionAnnounced_ = true;
+  callCallbacks(deleteCallback, nullptr);
+}
+
+void VkCallbackObject::add(std::string_view name, std::shared_ptr<Entry> entry) {
+  auto& list = lists_[std::string(name)];
+  std::erase_if(list, [](const auto& old) { return old->receiverAlive.expired(); });
+  list.push_back(std::move(entry));
+}
+
+void VkCallbackObject::remove(std::string_view name, const Entry& like) {
+  const auto list = lists_.find(name);
+  if (list == lists_.end()) return;
+  std::erase_if(list->second, [&like](const auto& entry) {
+    if (!entry->same(like)) return false;
+    entry->removed = true;
+    return true;
+  });
+}
+
+void VkCallbackObject::removeAllCallbacks(std::string_view name) {
+  const auto list = lists_.find(name);
+  if (list == lists_.end()) return;
+  for (const auto& entry : list->second) entry->removed = true;
+  lists_.erase(list);
+}
+
+void VkCallbackObject::callCallbacks(std::string_view name, void* callData) {
+  const auto list = lists_.find(name);
+  if (list == lists_.end()) return;
+  const auto entries = list->second;
+  const std::weak_ptr<const bool> alive = alive_;
+  for (const auto& entry : entries) {
+    if (alive.expired()) return;
+    if (!entry->removed && !entry->receiverAlive.expired()) entry->call(this, callData);
+  }
+}

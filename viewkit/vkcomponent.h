@@ -1,0 +1,46 @@
+/// @file Components: objects that own a tree of widgets.
+#pragma once
+
+#include <X11/Intrinsic.h>
+
+#include <string>
+
+#include "viewkit/vkcallbackobject.h"
+
+/// Owns the widget tree below one base widget. A destroyed widget clears the component's pointer to it; a
+/// destroyed component takes its widget along.
+class VkComponent : public VkCallbackObject {
+ public:
+  ~VkComponent() override;
+
+  /// The name given at construction, as a rule the base widget's; valid as long as the component.
+  const char* name() const { return name_.c_str(); }
+  virtual const char* className() const { return "VkComponent"; }
+
+  /// The root of the component's widgets; null before it is made and after it was destroyed.
+  Widget baseWidget() const { return baseWidget_; }
+
+  /// Makes the component visible, or not, each without effect while there is no base widget.
+  virtual void show();
+  virtual void hide();
+  /// Puts the base widget under its parent's geometry management, or takes it out.
+  virtual void manage();
+  virtual void unmanage();
+
+ protected:
+  explicit VkComponent(std::string name);
+
+  /// Makes `widget` the base widget, owned by this component from now on. Null gives up the ownership.
+  void setBaseWidget(Widget widget);
+
+  /// Called when the base widget was destroyed by someone else; baseWidget() is null by then. May not delete
+  /// the component.
+  virtual void widgetDestroyed() {}
+
+ private:
+  static void widgetDestroyedCallback(Widget widget, XtPointer self, XtPointer data);
+  void forgetWidget();
+
+  std::string name_;
+  Widget baseWidget_ = nullptr;
+};

@@ -1,0 +1,142 @@
+/// @file Menus, made from tables: the bar, its panes and submenus, and their items.
+#pragma once
+
+#include <X11/Intrinsic.h>
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "viewkit/vkcomponent.h"
+
+enum class VkMenuItemType { END, ACTION, TOGGLE, SUBMENU, SEPARATOR, LABEL };
+
+/// One entry of a menu table.
+struct VkMenuDesc {
+  VkMenuItemType menuType = VkMenuItemType::END;
+  const char* name = nullptr;             ///< the label, as shown
+  XtCallbackProc callback = nullptr;      ///< of actions and toggles
+  const VkMenuDesc* submenu = nullptr;    ///< of a SUBMENU: its table
+  XtPointer clientData = nullptr;         ///< null: the client data given with the table
+  XtCallbackProc undoCallback = nullptr;  ///< of actions: takes back what `callback` did
+};
+
+/// The widget name that goes with a label: its letters and digits ("SaveAs" for "Save As..."), so that users
+/// can write X resources for it.
+std::string menuWidgetName(std::string_view label);
+
+class VkMenuItem : public VkComponent {
+ public:
+  const char* className() const override { return "VkMenuItem"; }
+  const char* label() const { return label_.c_str(); }
+
+  /// Makes the item, with all that hangs below it, usable; or greys it, accelerators included.
+  virtual void activate();
+  virtual void deactivate();
+  bool isActive() const;
+
+ protected:
+  explicit VkMenuItem(const char* label);
+
+ private:
+  std::string label_;
+};
+
+class VkMenuSeparator final : public VkMenuItem {
+ public:
+  explicit VkMenuSeparator(Widget parent);
+  const char* className() const override { return "VkMenuSeparator"; }
+};
+
+class VkMenuLabel final : public VkMenuItem {
+ public:
+  VkMenuLabel(Widget parent, const char* label);
+  const char* className() const override { return "VkMenuLabel"; }
+};
+
+class VkMenuAction final : public VkMenuItem {
+ public:
+  VkMenuAction(Widget parent, const VkMenuDesc& entry, XtPointer clientData);
+  const char* className() const override { return "VkMenuAction"; }
+
+  bool hasUndo() const { return undoCallback_ != nullptr; }
+  /// Runs the undo callback, if there is one.
+  void undo();
+
+ private:
+  XtCallbackProc undoCallback_;
+  XtPointer clientData_;
+};
+
+class VkMenuToggle final : public VkMenuItem {
+ public:
+  VkMenuToggle(Widget parent, const VkMenuDesc& entry, XtPointer clientData);
+  const char* className() const override { return "VkMenuToggle"; }
+
+  bool state() const;
+  /// Shows the state without calling the callback.
+  void setVisualState(bool on);
+};
+
+class VkSubMenu;
+
+/// A row or column of items.
+class VkMenu : public VkMenuItem {
+ public:
+  ~VkMenu() override;
+  const char* className() const override { return "VkMenu"; }
+
+  /// The first item, depth first in the order of the tables, that has this label and is an `Item`; or null.
+  template <class Item = VkMenuItem>
+  Item* findNamedItem(std::string_view label) const {
+    for (const auto& item : items_) {
+      if (auto* found = dynamic_cast<Item*>(item.get()); found && found->label() == label) return found;
+      if (const auto* menu = dynamic_cast<const VkMenu*>(item.get()))
+        if (auto* found = menu->findNamedItem<Item>(label)) return found;
+    }
+    return nullptr;
+  }
+
+  /// The items in order, owned by the menu.
+  const std::vector<std::unique_ptr<VkMenuItem>>& items() const { return items_; }
+
+  /// Appends the entries of a table.
+  void add(const VkMenuDesc* table, XtPointer clientData = nullptr);
+  VkSubMenu* addSubmenu(const char* label, const VkMenuDesc* table, XtPointer clientData = nullptr);
+
+ protected:
+  explicit VkMenu(const char* label);
+  /// The widget that the items are children of.
+  virtual Widget itemParent() const = 0;
+
+ private:
+  std::vector<std::unique_ptr<VkMenuItem>> items_;
+};
+
+class VkMenuBar final : public VkMenu {
+ public:
+  explicit VkMenuBar(Widget parent);
+  const char* className() const override { return "VkMenuBar"; }
+
+ private:
+  Widget itemParent() const override { return baseWidget(); }
+};
+
+/// A pulldown menu and the button that opens it (the base widget).
+class VkSubMenu final : public VkMenu {
+ public:
+  VkSubMenu(Widget parent, const char* label);
+  const char* className() const override { return "VkSubMenu"; }
+
+  void activate() override;
+  void deactivate() override;
+
+  /// The menu pane that holds the items.
+  Widget pulldown() const { return pulldown_; }
+
+ private:
+  Widget itemParent() const override { return pulldown_; }
+
+  Widget pulldown_ = nullptr;
+};

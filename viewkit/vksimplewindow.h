@@ -1,0 +1,52 @@
+/// @file A top-level window with a view and a status line.
+#pragma once
+
+#include <string>
+
+#include "viewkit/vkcomponent.h"
+#include "viewkit/xraii.h"
+
+/// A top-level shell (the base widget) around a main window with one view and a status line under it.
+/// Needs theApplication.
+class VkSimpleWindow : public VkComponent {
+ public:
+  explicit VkSimpleWindow(const char* name);
+  ~VkSimpleWindow() override;
+  const char* className() const override { return "VkSimpleWindow"; }
+
+  /// The XmMainWindow: parent of the view and of whatever else belongs into the window.
+  Widget mainWindowWidget() const { return mainWindow_; }
+
+  /// Makes a child of mainWindowWidget() the window's view and manages it. The component stays its owner's.
+  void addView(VkComponent* view);
+  void addView(Widget view);
+
+  void show() override;
+  void hide() override;
+
+  /// The text of the window's title bar; at first the window's name.
+  void setTitle(const char* title);
+
+  /// The one-line text under the view.
+  void setStatus(const char* text);
+  const std::string& status() const { return status_; }
+
+ protected:
+  /// The window manager asks to close the window: quits the application.
+  virtual void handleWmDeleteMessage();
+  void widgetDestroyed() override;
+
+ private:
+  friend class VkApp;
+  static void wmDeleteCallback(Widget widget, XtPointer self, XtPointer data);
+  void wmDelete();
+  /// Covers the window with a watch cursor that takes all input, and shows `message` on the status line.
+  void beBusy(const char* message);
+  void beReady();
+  void showStatus(const std::string& text);
+
+  Widget mainWindow_ = nullptr;
+  Widget statusLine_ = nullptr;
+  std::string status_;
+  ::Window busyCover_ = 0;
+};
