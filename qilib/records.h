@@ -380,6 +380,10 @@ struct Teximg {
   std::vector<std::byte> texels;  ///< bytes in file order
   Words block1, block2;
   std::optional<TeximgExt> ext;
+  /// Bytes of texels: what the record's size leaves for them. Negative in a record that lies about it.
+  static constexpr std::int64_t texel_bytes(const Fixed& fixed) {
+    return std::int64_t{fixed.size} - fixed.fixed_size - fixed.block1_size - fixed.block2_size;
+  }
 };
 static_assert(sizeof(Teximg::Fixed) == 24);
 
@@ -387,8 +391,7 @@ template <class Io, Like<Teximg> R>
 void walk(Io& io, R& r) {
   io.exact(r.fixed);
   io.tag(r.fixed.tag, Teximg::kTag);
-  io.bytes(r.texels,
-           std::int64_t{r.fixed.size} - r.fixed.fixed_size - r.fixed.block1_size - r.fixed.block2_size);
+  io.bytes(r.texels, Teximg::texel_bytes(r.fixed));
   io.structure(r);
 }
 
