@@ -1,0 +1,38 @@
+/// @file The strip under a graph: zoom buttons, the zoom in per cent, and a field that finds nodes.
+#pragma once
+
+#include <X11/Intrinsic.h>
+
+#include "viewkit/vkcomponent.h"
+
+class VkGraph;
+
+/// Widgets, by name: push buttons "zoomOut", "zoomIn", "zoom100", "zoomFit", labels "zoomLevel" and
+/// "notFound", text field "find". Typing in the field goes to the first node whose name or label contains the
+/// text, Return to the next one.
+class GraphStrip : public VkComponent {
+ public:
+  /// @param graph  must live as long as the strip.
+  GraphStrip(const char* name, Widget parent, VkGraph& graph);
+  const char* className() const override { return "GraphStrip"; }
+
+ private:
+  static void zoomOutCallback(Widget widget, XtPointer self, XtPointer data);
+  static void zoomInCallback(Widget widget, XtPointer self, XtPointer data);
+  static void zoom100Callback(Widget widget, XtPointer self, XtPointer data);
+  static void zoomFitCallback(Widget widget, XtPointer self, XtPointer data);
+  static void findChangedCallback(Widget widget, XtPointer self, XtPointer data);
+  static void findNextCallback(Widget widget, XtPointer self, XtPointer data);
+  static void viewChangedCallback(Widget widget, XtPointer self, XtPointer data);
+  void zoomOut();
+  void zoomIn();
+  void zoom100();
+  void zoomFit();
+  void findChanged();
+  void findNext();
+  void viewChanged();
+  void goTo(bool next);
+
+  VkGraph& graph_;
+  Widget find_ = nullptr, notFound_ = nullptr, zoomLevel_ = nullptr;
+};

@@ -1,0 +1,186 @@
+/// @file The graph widget: nodes and arcs on a plane of their own, seen through a viewport with two scroll
+/// bars.
+///
+/// The plane is measured in plane units, one of which is a pixel at 100 %; x grows to the right, y down.
+/// Window coordinates are pixels from the widget's upper left corner. Nodes are light window-less children
+/// (sgNodeObjectClass) which the graph draws; arcs are no widgets, only numbers (SgArc). A graph of 100,000
+/// nodes is normal: everything costs what is visible or touched, not what exists, unless it says otherwise.
+///
+/// Gestures. Click selects a node or an arc (Shift adds; the background clears), dragging a node moves it and
+/// the selected ones on the plane, dragging the background or with the middle button pans, the wheel scrolls
+/// (Shift: sideways, Ctrl: zooms around the pointer), double-click or Return is the default action, arrow
+/// keys walk the nodes, Escape gives up a drag. With `editableArcs`, Ctrl + drag from node to node draws an
+/// arc and the handles at the ends of selected arcs can be dragged to other nodes; with `okToAdd`, a
+/// double-click on the background makes a node.
+#pragma once
+
+#include <X11/Intrinsic.h>
+#include <Xm/Xm.h>
+
+#include <cstdint>
+#include <span>
+#include <string>
+#include <vector>
+
+/// Resources of the graph besides those of XmManager, with type and default. Colours default to what suits
+/// the screen's depth.
+#define SgNeditableArcs "editableArcs"        // Boolean False: arcs can be drawn and their ends moved
+#define SgNokToAdd "okToAdd"                  // Boolean False: double-click on the background makes a node
+#define SgNarcWidth "arcWidth"                // Dimension 20: pixels across of the strip that picks an arc
+#define SgNarcDirection "arcDirection"        // int 1: SgARC_ANY or SgARC_DOWN
+#define SgNarcColor "arcColor"                // Pixel
+#define SgNnodeColor "nodeColor"              // Pixel: background of nodes that set none
+#define SgNnodeBorderColor "nodeBorderColor"  // Pixel
+#define SgNselectionColor "selectionColor"    // Pixel: selected nodes and arcs, the rubber line
+#define SgNhoverColor "hoverColor"            // Pixel: what the pointer is over
+#define SgNtargetColor "targetColor"          // Pixel: the node that a dragged arc end would take
+/// Callback lists; each gets an SgGraphCallbackStruct.
+#define SgNnewNodeCallback "newNodeCallback"
+#define SgNnewArcCallback "newArcCallback"
+#define SgNarcMovedCallback "arcMovedCallback"
+#define SgNdefaultActionCallback "defaultActionCallback"
+/// The widget made a change by itself, because `doit` was left True; same data as the request.
+#define SgNchangedCallback "changedCallback"
+/// What is selected changed. No node or arc is named.
+#define SgNselectionChangedCallback "selectionChangedCallback"
+/// Zoom, offset, size of the view or of the drawing changed. Comes at most once per repaint.
+#define SgNviewChangedCallback "viewChangedCallback"
+
+/// Values of SgNarcDirection: where arcs leave and reach their nodes.
+enum {
+  SgARC_ANY = 0,  ///< wherever the straight line between the nodes crosses their edges
+  SgARC_DOWN = 1  ///< below the parent, above the child, as long as the child is the lower one
+};
+
+/// Reasons in SgGraphCallbackStruct.
+enum {
+  SgCR_NEW_NODE = 51,
+  SgCR_NEW_ARC = 52,
+  SgCR_ARC_MOVED = 53,
+  SgCR_DEFAULT_ACTION = 54,
+  SgCR_SELECTION_CHANGED = 55,
+  SgCR_VIEW_CHANGED = 56
+};
+
+/// An arc of one graph: 0 is none. The number of a removed arc never comes back.
+using SgArc = std::uint64_t;
+
+/// A place on the plane or in the window.
+struct SgPoint {
+  double x = 0, y = 0;
+};
+
+/// Upper left corner and extent, on the plane or in the window.
+struct SgRectangle {
+  double x = 0, y = 0, width = 0, height = 0;
+};
+
+/// Call data of all callbacks; what a reason doesn't mention is null or 0.
+struct SgGraphCallbackStruct {
+  int reason;
+  XEvent* event;  ///< null when no event led here
+  /// True at first. If it still is after the callbacks, the widget makes the change of SgCR_NEW_NODE,
+  /// SgCR_NEW_ARC or SgCR_ARC_MOVED by itself. Callbacks may destroy nodes, arcs and the graph.
+  Boolean doit;
+  Widget node;                                      ///< SgCR_DEFAULT_ACTION; changedCallback of SgCR_NEW_NODE
+  Widget parent, child;                             ///< SgCR_NEW_ARC
+  Widget oldParent, oldChild, newParent, newChild;  ///< SgCR_ARC_MOVED: ends before and after
+  SgArc arc;                                        ///< SgCR_ARC_MOVED; changedCallback of SgCR_NEW_ARC
+  SgPoint position;                                 ///< of the pointer on the plane
+};
+
+extern WidgetClass sgGraphWidgetClass;
+
+/// Nodes: made with SgGraphCreateNode. Resources: XmNuserData (XtPointer), XmNlabelString (XmString, copied;
+/// the widget's name by default), XmNlabelPixmap (the picture shown instead of the label, of the screen's
+/// depth or 1, not freed; XmUNSPECIFIED_PIXMAP for none), XmNbackground (Pixel, the graph's nodeColor by
+/// default). A node is as large as what it shows. Unmanaged nodes and their arcs are invisible.
+extern WidgetClass sgNodeObjectClass;
+
+Widget SgCreateGraph(Widget parent, const char* name, ArgList args, Cardinal count);
+
+/// Makes an unmanaged node at the origin. XtParent of it isn't the graph: use SgNodeGraph. Many nodes are
+/// best managed by one XtManageChildren. Destroy it with XtDestroyWidget, many with SgGraphClear.
+Widget SgGraphCreateNode(Widget graph, const char* name, ArgList args = nullptr, Cardinal count = 0);
+/// The graph that a node lives in.
+Widget SgNodeGraph(Widget node);
+/// Destroys all nodes and arcs at once, and gives up a drag. The view goes back to 100 % at the origin.
+void SgGraphClear(Widget graph);
+
+/// @name Arcs. Functions that take nodes refuse (0, false) widgets that aren't nodes of this graph or are
+/// being destroyed. Duplicates and self-links are legal.
+/// @{
+/// @param label  a text at the middle of the arc; null or "" for none.
+/// @returns the new arc.
+SgArc SgGraphAddArc(Widget graph, Widget from, Widget to, const char* label = nullptr);
+bool SgGraphGetArcNodes(Widget graph, SgArc arc, Widget* from, Widget* to);
+/// Removes one arc from `from` to `to`: a selected one if there is, else the one added last.
+/// @returns whether there was any.
+bool SgGraphRemoveArcBetweenNodes(Widget graph, Widget from, Widget to);
+bool SgGraphRemoveArc(Widget graph, SgArc arc);
+/// How many arcs lead from `from` to `to`.
+std::size_t SgGraphCountArcs(Widget graph, Widget from, Widget to);
+std::size_t SgGraphArcCount(Widget graph);
+/// Lets an arc run over inner points, from its parent on; none: straight. Moving either node drops them.
+void SgGraphSetArcBends(Widget graph, SgArc arc, std::span<const SgPoint> bends);
+/// The points an arc is drawn through, on the plane, from the edge of one node to that of the other.
+std::vector<SgPoint> SgGraphArcPath(Widget graph, SgArc arc);
+/// All arcs, oldest first as far as none was removed. Linear.
+std::vector<SgArc> SgGraphArcs(Widget graph);
+/// @}
+
+/// @name Selection. Arcs and nodes come in the order in which they were selected.
+/// @{
+std::vector<SgArc> SgGraphGetSelectedArcs(Widget graph);
+std::vector<Widget> SgGraphGetSelectedNodes(Widget graph);
+/// Select one more; the node becomes the current one, which the keyboard works on.
+void SgGraphSelectNode(Widget graph, Widget node);
+void SgGraphSelectArc(Widget graph, SgArc arc);
+void SgGraphClearSelection(Widget graph);
+/// @}
+
+/// @name Places of nodes on the plane
+/// @{
+/// Puts the node's upper left corner there and straightens its arcs. Not finite numbers count as 0, and
+/// numbers are held within +-1e9.
+void SgGraphSetNodePosition(Widget node, SgPoint position);
+SgRectangle SgGraphNodeBounds(Widget node);
+/// @}
+
+/// @name The view
+/// @{
+inline constexpr double SgMinZoom = 0.1, SgMaxZoom = 4.0;
+double SgGraphZoom(Widget graph);
+/// Zooms, held within the limits, around a place in the window (the middle by default), which stays put.
+void SgGraphSetZoom(Widget graph, double zoom);
+void SgGraphZoomAround(Widget graph, double zoom, SgPoint window);
+/// Shows everything, never larger than 100 %, in the middle of the view.
+void SgGraphZoomToFit(Widget graph);
+/// The part of the window that shows the plane, scroll bars excluded.
+SgRectangle SgGraphViewport(Widget graph);
+/// Bounds of all managed nodes on the plane. Linear when nodes moved since the last call.
+SgRectangle SgGraphExtents(Widget graph);
+/// Scrolls so that a place on the plane comes to lie at a place in the window.
+void SgGraphScrollTo(Widget graph, SgPoint plane, SgPoint window);
+/// Scrolls as little as possible so that the whole node is in view; one that is far off comes to the middle.
+void SgGraphRevealNode(Widget graph, Widget node);
+SgPoint SgGraphToWindow(Widget graph, SgPoint plane);
+SgPoint SgGraphToPlane(Widget graph, SgPoint window);
+/// A node's box in window coordinates, also where it is scrolled out of view.
+SgRectangle SgGraphNodeRectangle(Widget node);
+/// A place in the window where a press picks the arc at its middle, and those where its end handles are while
+/// it is selected. False for no arc.
+bool SgGraphArcPoint(Widget graph, SgArc arc, SgPoint* middle, SgPoint* parentHandle = nullptr,
+                     SgPoint* childHandle = nullptr);
+/// What a press there would pick, null or 0 for nothing. Nodes lie above arcs.
+Widget SgGraphNodeAt(Widget graph, SgPoint window);
+SgArc SgGraphArcAt(Widget graph, SgPoint window);
+/// Paints what is due at once instead of when the program is idle.
+void SgGraphUpdate(Widget graph);
+/// @}
+
+/// The colour of the resource `<name>Tint` (class `Tint`) of the graph, such as "*graph.matTint: #d0e8c0", or
+/// the graph's nodeColor when nobody set it. Looked up once per name.
+Pixel SgGraphTint(Widget graph, const char* name);
+/// The node's label as plain text.
+std::string SgNodeLabel(Widget node);

@@ -1,0 +1,106 @@
+/// @file A graph of VkNodes in a graph widget: building, finding, laying out, printing.
+#pragma once
+
+#include <X11/Intrinsic.h>
+
+#include <cstddef>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <unordered_set>
+#include <utility>
+#include <vector>
+
+#include "viewkit/sggraph/Graph.h"
+#include "viewkit/vkcomponent.h"
+#include "viewkit/vknode.h"
+
+/// Owns the nodes, keeps them findable by name, and shows them in a graph widget with a strip for zoom and
+/// search under it. Adding is cheap and paints nothing: nodes stay hidden until one of the display functions
+/// is called.
+class VkGraph : public VkComponent {
+ public:
+  VkGraph(const char* name, Widget parent);
+  ~VkGraph() override;
+  const char* className() const override { return "VkGraph"; }
+
+  /// The graph widget (sgGraphWidgetClass) inside baseWidget(); null once it was destroyed.
+  Widget graphWidget() const { return graph_; }
+
+  /// Makes a node which the graph owns but which is not in the graph: it can't be found, and enters the graph
+  /// by add(). Those that never do are freed with the graph, by clearAll or by discardUnused.
+  template <class Node = VkNode, class... Arguments>
+  Node* make(Arguments&&... arguments) {
+    auto node = std::make_unique<Node>(std::forward<Arguments>(arguments)...);
+    Node* made = node.get();
+    keepWaiting(std::move(node));
+    return made;
+  }
+  void discardUnused();
+
+  /// Brings a node into the graph, hidden. One that is in already stays as it is. Names need not be unique:
+  /// find() gives the one that came first.
+  VkNode* add(std::unique_ptr<VkNode> node);
+  /// The same for a node of make(); nodes of other graphs are ignored.
+  void add(VkNode* node);
+  /// Links two nodes and draws the arc; nodes that aren't in the graph enter it, the parent first.
+  /// @param attribute  a text at the arc; null for none.
+  void add(VkNode* parent, VkNode* child, const char* attribute = nullptr);
+  /// Takes a node out of the graph with all its links and arcs and frees it.
+  void remove(VkNode* node);
+  /// Frees all nodes. Safe in any callback of the graph widget.
+  void clearAll();
+
+  /// The node of that name, or null. In constant time.
+  VkNode* find(std::string_view name) const;
+  /// The first node after `after` (null: from the first on), in the order in which they entered and going
+  /// round, whose name or label contains `part`, upper and lower case alike; null if there is none. Linear.
+  VkNode* findPart(std::string_view part, const VkNode* after) const;
+
+  std::size_t numNodes() const { return nodes_.size(); }
+  /// Nodes in the order in which they entered, numbers from 0; removing one moves the last into its place.
+  VkNode* node(std::size_t number) const { return nodes_.at(number).get(); }
+
+  /// Show all nodes; one node; one node and its children. Arcs show when both their nodes do.
+  void displayAll();
+  void display(VkNode* node);
+  void displayWithChildren(VkNode* node);
+
+  /// Lays out all displayed nodes, if anything was added, removed or displayed since the last time. The first
+  /// layout shows the top of the graph; later ones keep the node that was last worked on in place in the
+  /// window.
+  void doLayout();
+  /// Lays out a node and what hangs below it and leaves the rest where it is.
+  void doSubtreeLayout(VkNode* node);
+
+  /// Selects the node, and nothing else, and brings it into view.
+  void reveal(VkNode* node);
+
+  /// Writes the whole graph as one PostScript page. The file is not touched until all of it was written.
+  /// @returns whether that worked.
+  bool saveToFile(const char* path) const;
+
+ protected:
+  void widgetDestroyed() override;
+
+ private:
+  static void changedCallback(Widget widget, XtPointer self, XtPointer data);
+  static void graphDestroyedCallback(Widget widget, XtPointer self, XtPointer data);
+  void changed(Widget widget, XtPointer data);
+  void graphDestroyed();
+  void keepWaiting(std::unique_ptr<VkNode> node);
+  void enter(std::unique_ptr<VkNode> node);
+  void link(VkNode* parent, VkNode* child);
+  bool owns(const VkNode* node) const { return node && node->graph() == this; }
+  void show(const std::vector<VkNode*>& nodes);
+  VkNode* workedOn() const;
+
+  Widget graph_ = nullptr;
+  std::vector<std::unique_ptr<VkNode>> nodes_;
+  std::unordered_map<std::string_view, viewkit::LinkList<VkNode>> byName_;  // keys live in the nodes
+  std::unordered_map<VkNode*, std::unique_ptr<VkNode>> waiting_;
+  const VkNode* lastLinked_ = nullptr;
+  bool laidOut_ = false;      // there was a layout since the graph was empty
+  bool layoutIsDue_ = false;  // something was added, removed or displayed since the last one
+};
