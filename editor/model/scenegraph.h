@@ -1,0 +1,25 @@
+/// @file
+/// A scene as a graph: one node per record that takes part in a reference, one arc per reference.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "qilib/qis.h"
+
+struct SceneGraph {
+  struct Node {
+    std::string name;   ///< unique but for level-of-detail nodes, which are never looked up
+    std::string label;  ///< what is shown: the name, but for level-of-detail nodes
+  };
+  struct Arc {
+    std::uint32_t parent, child;  ///< numbers in `nodes`
+  };
+  std::vector<Node> nodes;  ///< in the order in which they enter the graph; the first is scene_0
+  std::vector<Arc> arcs;    ///< in the order in which they are drawn
+};
+
+/// The graph of a scene. References are taken as they stand: one that lies outside its list makes a node,
+/// too. Loops and self-links are arcs like any other.
+SceneGraph scene_graph(const Qis& scene);

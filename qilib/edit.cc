@@ -1,0 +1,231 @@
+/// @file
+/// The smallest edits of a scene.
+#include "qilib/edit.h"
+
+#include <algorithm>
+#include <cstdio>
+
+#include "qilib/sizes.h"
+
+namespace {
+
+int add(Qis& scene, Word parent_kind, Word parent, Word child_kind, Word child) {
+  return qi::add_reference(scene, *qi::find_reference(parent_kind, child_kind), parent, child);
+}
+
+int remove(Qis& scene, Word parent_kind, Word parent, Word child_kind, Word child = kUnset) {
+  return qi::delete_reference(scene, *qi::find_reference(parent_kind, child_kind), parent, child);
+}
+
+bool exists(const Qis& scene, Word tag, Word number) { return number < qi::record_count(scene, tag); }
+
+int set_deformer(Qis& scene, Word shape_number, Word tag, Word deformer) {
+  if (!exists(scene, qi::kShapeTag, shape_number) || !exists(scene, tag, deformer)) return 0;
+  qi::Shape& shape = scene.shape_list.records[shape_number];
+  if (!shape.ext) return 0;
+  Word& held_tag = shape.ext->head.deformer_tag;
+  if (held_tag == tag && shape.fixed.geometry == deformer) return 0;
+  held_tag = tag;
+  shape.fixed.geometry = deformer;
+  return 1;
+}
+
+/// Part `number` of one of an envelope's part arrays, or null.
+template <class Part>
+Part* envelope_part(Qis& scene, Word envelope, std::vector<Part> qi::Envelope::*parts, Word number) {
+  if (!exists(scene, qi::kEnvelopeTag, envelope)) return nullptr;
+  auto& array = scene.ext.envelope_list.records[envelope].*parts;
+  return number < array.size() ? &array[number] : nullptr;
+}
+
+int tie_full_weighted_part(Qis& scene, Word envelope, Word number, Word tag, Word node) {
+  auto* part = envelope_part(scene, envelope, &qi::Envelope::full_weighted, number);
+  if (!part || !exists(scene, tag, node)) return 0;
+  return qiTestSetIndex(part->fixed.node, qi::list_of(tag), node);
+}
+
+}  // namespace
+
+namespace qi {
+
+void resize_place(Qis& scene, const Reference& kinds, const Place& place, Word parent, std::int32_t delta) {
+  if (place.block1_size) *place.block1_size += static_cast<Word>(delta);
+  qiAdjustListSizeData(scene, parent, delta, kinds.parent);
+}
+
+int add_reference(Qis& scene, const Reference& kinds, Word parent, Word child) {
+  const Place place = kinds.place(scene, parent);
+  if (!place || !exists(scene, kinds.child, child)) return 0;
+  if (place.slot) return qiTestSet(*place.slot, child);
+
+  if (*place.count == kinds.limit) return 0;
+  if (kinds.refuses_two_loop) {
+    const auto grandchildren = kinds.held(scene, child);
+    if (std::find(grandchildren.begin(), grandchildren.end(), parent) != grandchildren.end()) return 0;
+  }
+  if (!qiAddLink(child, *place.entries, *place.count) && !kinds.repeats) return 0;
+  resize_place(scene, kinds, place, parent, sizeof(Word));
+  return 1;
+}
+
+int delete_reference(Qis& scene, const Reference& kinds, Word parent, Word child) {
+  const Place place = kinds.place(scene, parent);
+  if (!place) return 0;
+  if (place.slot) {
+    *place.slot = kinds.unset;
+    return 1;
+  }
+  if (!qiDeleteLink(child, *place.entries, *place.count)) return 0;
+  resize_place(scene, kinds, place, parent, -static_cast<std::int32_t>(sizeof(Word)));
+  return 1;
+}
+
+}  // namespace qi
+
+using namespace qi;
+
+std::unique_ptr<Qis> qiNewQis() { return std::make_unique<Qis>(); }
+
+int qiAddLink(Word value, Words& array, Word& count) {
+  if (std::find(array.begin(), array.end(), value) != array.end()) return 0;
+  array.push_back(value);
+  ++count;
+  return 1;
+}
+
+int qiDeleteLink(Word value, Words& array, Word& count) {
+  const auto entry = std::find(array.begin(), array.end(), value);
+  if (entry == array.end()) {
+    std::printf("Error: no link to index %d.\n", static_cast<int>(value));
+    return 0;
+  }
+  array.erase(entry);
+  --count;
+  return 1;
+}
+
+void qiSetIndex(QisNodeIndex& node_index, Word tag, Word index) { node_index = {tag, index}; }
+
+bool qiTestIndex(const QisNodeIndex& node_index, Word tag, Word /*index*/) {
+  return node_index.tag == tag && node_index.index != 0;
+}
+
+int qiTestSetIndex(QisNodeIndex& node_index, Word tag, Word index) {
+  if (qiTestIndex(node_index, tag, index)) return 0;
+  qiSetIndex(node_index, tag, index);
+  return 1;
+}
+
+int qiTestSet(Word& word, Word value) {
+  if (word == value) return 0;
+  word = value;
+  return 1;
+}
+
+int qiAddScene_Obj(Qis& scene, Word obj) { return add(scene, kSceneTag, 0, kObjTag, obj); }
+int qiAddScene_ChainRoot(Qis& scene, Word chain_root) {
+  return add(scene, kSceneTag, 0, kChainRootTag, chain_root);
+}
+int qiAddObj_ChainRoot(Qis& scene, Word obj, Word chain_root) {
+  return add(scene, kObjTag, obj, kChainRootTag, chain_root);
+}
+int qiAddChainRoot_Obj(Qis& scene, Word chain_root, Word obj) {
+  return add(scene, kChainRootTag, chain_root, kObjTag, obj);
+}
+int qiAddJoint_Obj(Qis& scene, Word joint, Word obj) { return add(scene, kJointTag, joint, kObjTag, obj); }
+int qiAddEffector_Obj(Qis& scene, Word effector, Word obj) {
+  return add(scene, kEffectorTag, effector, kObjTag, obj);
+}
+
+int qiAddObj_Obj(Qis& scene, Word parent, Word child) { return add(scene, kObjTag, parent, kObjTag, child); }
+int qiAddMat_Tex(Qis& scene, Word mat, Word tex) { return add(scene, kMatTag, mat, kTexTag, tex); }
+
+int qiAddChainRoot_Anim(Qis& scene, Word chain_root, Word anim) {
+  return add(scene, kChainRootTag, chain_root, kAnimTag, anim);
+}
+int qiAddChainRoot_Joint(Qis& scene, Word chain_root, Word joint) {
+  return add(scene, kChainRootTag, chain_root, kJointTag, joint);
+}
+int qiAddJoint_Anim(Qis& scene, Word joint, Word anim) {
+  return add(scene, kJointTag, joint, kAnimTag, anim);
+}
+int qiAddJoint_Joint(Qis& scene, Word joint, Word child) {
+  return add(scene, kJointTag, joint, kJointTag, child);
+}
+int qiAddJoint_Effector(Qis& scene, Word joint, Word effector) {
+  return add(scene, kJointTag, joint, kEffectorTag, effector);
+}
+int qiAddEffector_Anim(Qis& scene, Word effector, Word anim) {
+  return add(scene, kEffectorTag, effector, kAnimTag, anim);
+}
+
+int qiAddShape_Envelope(Qis& scene, Word shape, Word envelope) {
+  return set_deformer(scene, shape, kEnvelopeTag, envelope);
+}
+int qiAddShape_ClusterShape(Qis& scene, Word shape, Word cluster) {
+  return set_deformer(scene, shape, kClusterTag, cluster);
+}
+
+int qiAddFullWeightedPart_Obj(Qis& scene, Word envelope, Word part, Word obj) {
+  return tie_full_weighted_part(scene, envelope, part, kObjTag, obj);
+}
+int qiAddFullWeightedPart_Joint(Qis& scene, Word envelope, Word part, Word joint) {
+  return tie_full_weighted_part(scene, envelope, part, kJointTag, joint);
+}
+
+int qiAddWeightedPart_Obj(Qis& scene, Word envelope, Word number, Word obj, float weight) {
+  auto* part = envelope_part(scene, envelope, &Envelope::weighted, number);
+  if (!part || !exists(scene, kObjTag, obj)) return 0;
+  const std::size_t nodes = part->nodes.size();
+  if (nodes != part->fixed.node_count || nodes > part->weights.size() || nodes > part->polys.size()) return 0;
+  for (std::size_t i = 0; i < nodes; ++i)
+    if (qiTestIndex(part->nodes[i], list_of(kObjTag), obj) && part->weights[i] == weight) return 0;
+
+  part->nodes.push_back({list_of(kObjTag), obj});
+  part->weights.insert(part->weights.begin() + static_cast<std::ptrdiff_t>(nodes), weight);
+  part->polys.insert(part->polys.begin() + static_cast<std::ptrdiff_t>(nodes), QisPoly{});
+  ++part->fixed.node_count;
+  constexpr Word kEntryBytes = sizeof(QisNodeIndex) + sizeof weight + sizeof(QisPoly);
+  static_assert(kEntryBytes == 32);
+  part->fixed.size += kEntryBytes;
+  qiAdjustListSizeData(scene, envelope, kEntryBytes, kEnvelopeTag);
+  return 1;
+}
+
+int qiAddMorphPart_Node(Qis& scene, Word envelope, Word number, Word tag_a, Word index_a, Word tag_b,
+                        Word index_b) {
+  auto* part = envelope_part(scene, envelope, &Envelope::morphs, number);
+  if (!part || !exists(scene, tag_a, index_a) || !exists(scene, tag_b, index_b)) return 0;
+  qiSetIndex(part->fixed.node_a, tag_a, index_a);
+  qiSetIndex(part->fixed.node_b, tag_b, index_b);
+  return 1;
+}
+
+int qiDeleteScene_ChainRoot(Qis& scene, Word chain_root) {
+  return remove(scene, kSceneTag, 0, kChainRootTag, chain_root);
+}
+int qiDeleteObj_ChainRoot(Qis& scene, Word obj, Word chain_root) {
+  return remove(scene, kObjTag, obj, kChainRootTag, chain_root);
+}
+int qiDeleteChainRoot_Obj(Qis& scene, Word chain_root, Word obj) {
+  return remove(scene, kChainRootTag, chain_root, kObjTag, obj);
+}
+int qiDeleteJoint_Obj(Qis& scene, Word joint, Word obj) {
+  return remove(scene, kJointTag, joint, kObjTag, obj);
+}
+int qiDeleteEffector_Obj(Qis& scene, Word effector, Word obj) {
+  return remove(scene, kEffectorTag, effector, kObjTag, obj);
+}
+
+int qiDeleteChainRoot_Anim(Qis& scene, Word chain_root) {
+  return remove(scene, kChainRootTag, chain_root, kAnimTag);
+}
+int qiDeleteChainRoot_Joint(Qis& scene, Word chain_root) {
+  return remove(scene, kChainRootTag, chain_root, kJointTag);
+}
+int qiDeleteJoint_Anim(Qis& scene, Word joint) { return remove(scene, kJointTag, joint, kAnimTag); }
+int qiDeleteJoint_Joint(Qis& scene, Word joint) { return remove(scene, kJointTag, joint, kJointTag); }
+int qiDeleteJoint_Effector(Qis& scene, Word joint) { return remove(scene, kJointTag, joint, kEffectorTag); }
+int qiDeleteEffector_Anim(Qis& scene, Word effector) {
+  return remove(scene, kEffectorTag, effector, kAnimTag);
+}

@@ -1,0 +1,105 @@
+/// @file
+/// The smallest edits of a scene: one reference in or out of one record.
+///
+/// Every edit returns 1 when it was made and 0 when it was refused; a refusal changes nothing and is silent
+/// but where said. Records are given by their number in their list, from 0. A parent number or a child to add
+/// that is outside its list is refused, as is a version-2 structure that the record doesn't have. A child to
+/// take out may be outside its list. Sizes (record, list, header, file) are kept current.
+#pragma once
+
+#include <memory>
+
+#include "qilib/qis.h"
+#include "qilib/references.h"
+
+/// A new scene with every field zero: no record, no list, version 0.
+std::unique_ptr<Qis> qiNewQis();
+
+/// Appends `value` to an index array unless it is there already (0).
+/// @param count  the array's length; one more afterwards.
+int qiAddLink(Word value, Words& array, Word& count);
+
+/// Takes the first entry equal to `value` out of an index array; the later ones move down.
+/// If there is none (0), prints "Error: no link to index %d.\n" on standard output.
+int qiDeleteLink(Word value, Words& array, Word& count);
+
+void qiSetIndex(QisNodeIndex& node_index, Word tag, Word index);
+
+/// Whether `node_index` is set to some record of the list `tag`. The index asked for is not compared, and a
+/// stored index of 0 counts as not set: who builds deformers relies on both.
+bool qiTestIndex(const QisNodeIndex& node_index, Word tag, Word index);
+
+/// Stores the pair unless qiTestIndex says that it is set already (0).
+int qiTestSetIndex(QisNodeIndex& node_index, Word tag, Word index);
+
+/// Stores `value` unless the word holds just this value (0). Whatever else it held is replaced.
+int qiTestSet(Word& word, Word value);
+
+// Entries of an index array: refused when the child is among the entries already; +4 bytes.
+int qiAddScene_Obj(Qis& scene, Word obj);
+int qiAddScene_ChainRoot(Qis& scene, Word chain_root);
+int qiAddObj_ChainRoot(Qis& scene, Word obj, Word chain_root);
+int qiAddChainRoot_Obj(Qis& scene, Word chain_root, Word obj);
+int qiAddJoint_Obj(Qis& scene, Word joint, Word obj);
+int qiAddEffector_Obj(Qis& scene, Word effector, Word obj);
+
+/// Adds a child obj. Refused when the parent is a child of the child, and when it has 32 children. A child
+/// that it has already is not added again, but the answer is 1 and the sizes grow by 4 all the same.
+int qiAddObj_Obj(Qis& scene, Word parent, Word child);
+
+/// Adds a texture. Refused when the material has 3. A texture that it has already: as in qiAddObj_Obj.
+int qiAddMat_Tex(Qis& scene, Word mat, Word tex);
+
+// Slots: refused when the slot holds this very child; another child that it held is replaced. No size
+// changes.
+int qiAddChainRoot_Anim(Qis& scene, Word chain_root, Word anim);
+int qiAddChainRoot_Joint(Qis& scene, Word chain_root, Word joint);
+int qiAddJoint_Anim(Qis& scene, Word joint, Word anim);
+int qiAddJoint_Joint(Qis& scene, Word joint, Word child);
+int qiAddJoint_Effector(Qis& scene, Word joint, Word effector);
+int qiAddEffector_Anim(Qis& scene, Word effector, Word anim);
+
+// A shape's deformer; refused when the shape has this very one already.
+int qiAddShape_Envelope(Qis& scene, Word shape, Word envelope);
+int qiAddShape_ClusterShape(Qis& scene, Word shape, Word cluster);
+
+/// Ties full-weighted part `part` of an envelope to an obj (or joint), unless qiTestIndex says it is tied.
+int qiAddFullWeightedPart_Obj(Qis& scene, Word envelope, Word part, Word obj);
+int qiAddFullWeightedPart_Joint(Qis& scene, Word envelope, Word part, Word joint);
+
+/// Adds an obj with its weight and a zeroed polygon entry to weighted part `part` of an envelope: behind
+/// those of the other nodes, before those of the external references. +32 bytes.
+/// Refused when an entry that is set to an obj (whichever) has the same weight.
+int qiAddWeightedPart_Obj(Qis& scene, Word envelope, Word part, Word obj, float weight);
+
+/// Sets the two nodes of morph part `part` of an envelope. Tags are those of lists, such as 0x20000.
+int qiAddMorphPart_Node(Qis& scene, Word envelope, Word part, Word tag_a, Word index_a, Word tag_b,
+                        Word index_b);
+
+// Entries out of an index array: refused, with qiDeleteLink's line, when the child isn't there; -4 bytes.
+int qiDeleteScene_ChainRoot(Qis& scene, Word chain_root);
+int qiDeleteObj_ChainRoot(Qis& scene, Word obj, Word chain_root);
+int qiDeleteChainRoot_Obj(Qis& scene, Word chain_root, Word obj);
+int qiDeleteJoint_Obj(Qis& scene, Word joint, Word obj);
+int qiDeleteEffector_Obj(Qis& scene, Word effector, Word obj);
+
+// Slots unset, whatever they held.
+int qiDeleteChainRoot_Anim(Qis& scene, Word chain_root);
+int qiDeleteChainRoot_Joint(Qis& scene, Word chain_root);
+int qiDeleteJoint_Anim(Qis& scene, Word joint);
+int qiDeleteJoint_Joint(Qis& scene, Word joint);
+int qiDeleteJoint_Effector(Qis& scene, Word joint);
+int qiDeleteEffector_Anim(Qis& scene, Word effector);
+
+namespace qi {
+
+/// The edit behind the qiAdd functions above, for any row of the table of references.
+int add_reference(Qis& scene, const Reference& kinds, Word parent, Word child);
+
+/// The edit behind the qiDelete functions above: `child` out of an array, or a slot unset.
+int delete_reference(Qis& scene, const Reference& kinds, Word parent, Word child);
+
+/// Grows (or shrinks) by `delta` bytes the record that `place` belongs to, with all that contains it.
+void resize_place(Qis& scene, const Reference& kinds, const Place& place, Word parent, std::int32_t delta);
+
+}  // namespace qi
