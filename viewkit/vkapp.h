@@ -11,6 +11,7 @@
 
 #include "viewkit/vkcallbackobject.h"
 #include "viewkit/vkcomponent.h"
+#include "viewkit/xraii.h"
 
 class VkDialogManager;
 class VkSimpleWindow;
@@ -56,6 +57,14 @@ class VkApp : public VkCallbackObject {
   void notBusy();
   bool isBusy() const { return busyDepth_ > 0; }
 
+  /// Makes the windows paint what has been uncovered, and returns when they have: call it before work that
+  /// keeps the event loop waiting.
+  void paintEverything();
+
+  /// To be called for every top-level shell: the busy state covers it, and the window manager's close calls
+  /// `closed` and does nothing else.
+  void addShell(Widget shell, XtCallbackProc closed, XtPointer clientData);
+
   /// The window that dialogs belong to: the first one that still exists, or null.
   VkSimpleWindow* mainWindow() const;
 
@@ -74,7 +83,10 @@ class VkApp : public VkCallbackObject {
   /// The words the program was started with, for the WM_COMMAND property.
   std::vector<char*> commandLine();
 
-  void paintEverything();
+  static void shellDestroyedCallback(Widget shell, XtPointer self, XtPointer data);
+  void shellDestroyed(Widget shell, XtPointer data);
+  /// Puts a window with a watch cursor over the shell that takes all input.
+  void cover(Widget shell);
   static int reportError(Display* display, XErrorEvent* error);
   static int displayLost(Display* display);
 
@@ -88,6 +100,9 @@ class VkApp : public VkCallbackObject {
   Display* display_ = nullptr;
   std::vector<VkSimpleWindow*> windows_;
   std::map<std::type_index, std::unique_ptr<VkComponent>> shared_;
+  std::vector<Widget> shells_;
+  std::map<Widget, viewkit::WindowId> covers_;
+  viewkit::CursorId watch_;
   VkDialogManager* busyDialog_ = nullptr;
   int busyDepth_ = 0;
   int status_ = 0;

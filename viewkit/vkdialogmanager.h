@@ -58,8 +58,6 @@ class VkDialogManager : public VkComponent {
   struct Waiting;
 
   void popUp(unsigned char style, const char* message);
-  void okPressed();
-  void cancelPressed();
   void showTitle();
   void endWaiting(VkDialogReason reason);
 

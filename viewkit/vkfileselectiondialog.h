@@ -23,6 +23,7 @@ class VkFileSelectionDialog final : public VkDialogManager {
   Widget createDialog(Widget parent) override;
   void prepare(const char* message) override;
   void ok() override;
+  void cancel() override;
   void widgetDestroyed() override;
 
   static void showAllCallback(Widget widget, XtPointer self, XtPointer data);

@@ -127,6 +127,7 @@ class VkMenuBar final : public VkMenu {
 class VkSubMenu final : public VkMenu {
  public:
   VkSubMenu(Widget parent, const char* label);
+  ~VkSubMenu() override;
   const char* className() const override { return "VkSubMenu"; }
 
   void activate() override;

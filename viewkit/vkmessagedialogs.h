@@ -1,6 +1,7 @@
 /// @file The shared question and warning dialogs.
 #pragma once
 
+#include "viewkit/symbols.h"
 #include "viewkit/vkdialogmanager.h"
 #include "viewkit/xraii.h"
 
@@ -10,38 +11,29 @@ class VkMessageDialog : public VkDialogManager {
   const char* className() const override { return "VkMessageDialog"; }
 
  protected:
-  using VkDialogManager::VkDialogManager;
+  VkMessageDialog(const char* name, viewkit::Symbol symbol, bool canCancel)
+      : VkDialogManager(name), symbolKind_(symbol), canCancel_(canCancel) {}
   Widget createDialog(Widget parent) override;
   void prepare(const char* message) override;
 
-  /// The picture beside the message, in the colours of `dialog`.
-  virtual viewkit::PixmapId drawSymbol(Widget dialog) = 0;
-  virtual bool canCancel() const = 0;
-
  private:
+  viewkit::Symbol symbolKind_;
+  bool canCancel_;
   viewkit::PixmapId symbol_;
 };
 
 /// Asks with OK and Cancel.
 class VkQuestionDialog final : public VkMessageDialog {
  public:
-  explicit VkQuestionDialog(const char* name) : VkMessageDialog(name) {}
+  explicit VkQuestionDialog(const char* name) : VkMessageDialog(name, viewkit::Symbol::QUESTION, true) {}
   const char* className() const override { return "VkQuestionDialog"; }
-
- private:
-  viewkit::PixmapId drawSymbol(Widget dialog) override;
-  bool canCancel() const override { return true; }
 };
 
 /// Tells about a failure; OK only.
 class VkWarningDialog final : public VkMessageDialog {
  public:
-  explicit VkWarningDialog(const char* name) : VkMessageDialog(name) {}
+  explicit VkWarningDialog(const char* name) : VkMessageDialog(name, viewkit::Symbol::WARNING, false) {}
   const char* className() const override { return "VkWarningDialog"; }
-
- private:
-  viewkit::PixmapId drawSymbol(Widget dialog) override;
-  bool canCancel() const override { return false; }
 };
 
 /// The application's shared dialogs, made at first use and owned by theApplication.

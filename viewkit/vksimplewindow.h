@@ -39,14 +39,12 @@ class VkSimpleWindow : public VkComponent {
  private:
   friend class VkApp;
   static void wmDeleteCallback(Widget widget, XtPointer self, XtPointer data);
-  void wmDelete();
-  /// Covers the window with a watch cursor that takes all input, and shows `message` on the status line.
-  void beBusy(const char* message);
-  void beReady();
-  void showStatus(const std::string& text);
+  /// Shows `message` on the status line in place of status().
+  void showBusyMessage(const char* message) { showOnStatusLine(message); }
+  void hideBusyMessage() { showOnStatusLine(status_); }
+  void showOnStatusLine(const std::string& text);
 
   Widget mainWindow_ = nullptr;
   Widget statusLine_ = nullptr;
   std::string status_;
-  ::Window busyCover_ = 0;
 };

@@ -68,6 +68,7 @@ class ServerResource {
 
 using Gc = ServerResource<GC, XFreeGC>;
 using PixmapId = ServerResource<::Pixmap, XFreePixmap>;
+using WindowId = ServerResource<::Window, XDestroyWindow>;
 using CursorId = ServerResource<::Cursor, XFreeCursor>;
 
 /// A running Xt timer; removed when it goes. Call expired() first thing in the timer's procedure.

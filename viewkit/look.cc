@@ -1,0 +1,215 @@
+/// @file The fallback X resources of every application on this framework, in one table.
+#include "viewkit/look.h"
+
+#include <X11/Xutil.h>
+
+#include "viewkit/xraii.h"
+
+namespace viewkit {
+namespace {
+
+enum class On { ALL, SMOOTH, PLAIN };
+
+struct Line {
+  On on;
+  const char* text;
+};
+
+using enum On;
+
+/// SMOOTH lines are for screens on which text can be smoothed, PLAIN ones for all others: on a screen with a
+/// colour map, smoothed text comes out as black boxes.
+constexpr Line kLines[] = {
+    // Fonts. A widget takes the rendition "bold" or "mono" by naming it as its render table.
+    {ALL, "*renderTable: rt"},
+    {SMOOTH, "*rt.fontType: FONT_IS_XFT"},
+    {SMOOTH, "*rt.fontName: DejaVu Sans"},
+    {SMOOTH, "*rt.fontSize: 9"},
+    {SMOOTH, "*bold.fontType: FONT_IS_XFT"},
+    {SMOOTH, "*bold.fontName: DejaVu Sans"},
+    {SMOOTH, "*bold.fontStyle: Bold"},
+    {SMOOTH, "*bold.fontSize: 9"},
+    {SMOOTH, "*mono.fontType: FONT_IS_XFT"},
+    {SMOOTH, "*mono.fontName: DejaVu Sans Mono"},
+    {SMOOTH, "*mono.fontSize: 9"},
+    {PLAIN, "*rt.fontType: FONT_IS_FONTSET"},
+    {PLAIN, "*rt.fontName: -misc-fixed-medium-r-normal--13-*-*-*-c-70-*-*"},
+    {PLAIN, "*bold.fontType: FONT_IS_FONTSET"},
+    {PLAIN, "*bold.fontName: -misc-fixed-bold-r-normal--13-*-*-*-c-70-*-*"},
+    {PLAIN, "*mono.fontType: FONT_IS_FONTSET"},
+    {PLAIN, "*mono.fontName: -misc-fixed-medium-r-normal--13-*-*-*-c-70-*-*"},
+    {ALL, "*title.renderTable: bold"},
+
+    // Colours for TrueColor; each is exact at 5-6-5 bits, so that 16 and 24 bits look alike.
+    {SMOOTH, "*background: #e6ebef"},
+    {SMOOTH, "*foreground: #181c21"},
+    {SMOOTH, "*topShadowColor: #ffffff"},
+    {SMOOTH, "*bottomShadowColor: #a5aaad"},
+    {SMOOTH, "*highlightColor: #3a79c5"},
+    {SMOOTH, "*troughColor: #d6dade"},
+    {SMOOTH, "*armColor: #ced7de"},
+    {SMOOTH, "*selectColor: #3a79c5"},
+    {SMOOTH, "*XmList.selectColor: #bdd2ef"},
+    {SMOOTH, "*XmText.background: #ffffff"},
+    {SMOOTH, "*XmTextField.background: #ffffff"},
+    {SMOOTH, "*XmList.background: #ffffff"},
+    {SMOOTH, "*XmText.topShadowColor: #c5cace"},
+    {SMOOTH, "*XmTextField.topShadowColor: #c5cace"},
+    {SMOOTH, "*XmList.topShadowColor: #c5cace"},
+    {SMOOTH, "*XmText.bottomShadowColor: #8c9294"},
+    {SMOOTH, "*XmTextField.bottomShadowColor: #8c9294"},
+    {SMOOTH, "*XmList.bottomShadowColor: #8c9294"},
+    {SMOOTH, "*XmScrollBar.bottomShadowColor: #8c9294"},
+    {SMOOTH, "*XmComboBox.topShadowColor: #c5cace"},
+    {SMOOTH, "*XmComboBox.bottomShadowColor: #8c9294"},
+    {SMOOTH, "*XmSpinBox.topShadowColor: #8c9294"},
+    {SMOOTH, "*XmSpinBox.bottomShadowColor: #636563"},
+
+    // Colours for the others: cells that the server's standard palette already holds, so none is allocated.
+    {PLAIN, "*background: #d5d5d5"},
+    {PLAIN, "*foreground: #000000"},
+    {PLAIN, "*topShadowColor: #ffffff"},
+    {PLAIN, "*bottomShadowColor: #808080"},
+    {PLAIN, "*highlightColor: #0055aa"},
+    {PLAIN, "*troughColor: #bfbfbf"},
+    {PLAIN, "*armColor: #bfbfbf"},
+    {PLAIN, "*selectColor: #0055aa"},
+    {PLAIN, "*XmList.selectColor: #aaaaff"},
+    {PLAIN, "*XmText.background: #ffffff"},
+    {PLAIN, "*XmTextField.background: #ffffff"},
+    {PLAIN, "*XmList.background: #ffffff"},
+    {PLAIN, "*XmText.topShadowColor: #bfbfbf"},
+    {PLAIN, "*XmTextField.topShadowColor: #bfbfbf"},
+    {PLAIN, "*XmList.topShadowColor: #bfbfbf"},
+    {PLAIN, "*XmText.bottomShadowColor: #6a6a6a"},
+    {PLAIN, "*XmTextField.bottomShadowColor: #6a6a6a"},
+    {PLAIN, "*XmList.bottomShadowColor: #6a6a6a"},
+    {PLAIN, "*XmComboBox.topShadowColor: #bfbfbf"},
+    {PLAIN, "*XmSpinBox.topShadowColor: #808080"},
+    {PLAIN, "*XmSpinBox.bottomShadowColor: #555555"},
+
+    {ALL, "*graph.background: #ffffff"},
+
+    // Shadows, focus, default button.
+    {ALL, "*enableThinThickness: True"},
+    {ALL, "*enableEtchedInMenu: True"},
+    {ALL, "*enableToggleVisual: True"},
+    {ALL, "*shadowThickness: 1"},
+    {ALL, "*highlightThickness: 1"},
+    {ALL, "*defaultButtonShadowThickness: 0"},
+    {ALL, "*XmDialogShell*defaultButtonShadowThickness: 1"},
+
+    // Buttons, menus, toggles.
+    {ALL, "*XmPushButton.marginWidth: 8"},
+    {ALL, "*XmPushButton.marginHeight: 3"},
+    {ALL, "*menuBar.marginHeight: 2"},
+    {ALL, "*menuBar.spacing: 2"},
+    {ALL, "*XmMenuShell*XmPushButtonGadget.marginWidth: 6"},
+    {ALL, "*XmMenuShell*XmPushButtonGadget.marginHeight: 3"},
+    {ALL, "*XmMenuShell*XmToggleButtonGadget.marginHeight: 3"},
+    {ALL, "*XmMenuShell*XmToggleButtonGadget.visibleWhenOff: True"},
+    {ALL, "*XmMenuShell*XmCascadeButtonGadget.marginHeight: 3"},
+    {ALL, "*XmToggleButton.shadowThickness: 0"},
+    {ALL, "*XmToggleButton.indicatorSize: 13"},
+    {ALL, "*XmToggleButton.spacing: 6"},
+
+    // Text, lists, scrolling.
+    {ALL, "*XmTextField.marginHeight: 3"},
+    {ALL, "*XmTextField.marginWidth: 4"},
+    {ALL, "*XmText.marginHeight: 4"},
+    {ALL, "*XmText.marginWidth: 4"},
+    {ALL, "*XmList.listMarginWidth: 4"},
+    {ALL, "*XmList.listMarginHeight: 2"},
+    {ALL, "*XmList.listSpacing: 1"},
+    {ALL, "*XmScrolledWindow.spacing: 0"},
+    {ALL, "*XmScrollBar.width: 15"},
+    {ALL, "*XmScrollBar.height: 15"},
+    {ALL, "*XmScrollBar.highlightThickness: 0"},
+    {ALL, "*XmSpinBox.marginHeight: 0"},
+    {ALL, "*XmSpinBox.marginWidth: 0"},
+    {ALL, "*XmSpinBox.shadowThickness: 0"},
+    {ALL, "*XmSpinBox.arrowSize: 14"},
+    {ALL, "*XmComboBox.marginHeight: 0"},
+    {ALL, "*XmComboBox.marginWidth: 0"},
+    {ALL, "*XmComboBox.arrowSpacing: 0"},
+
+    // Windows and dialogs.
+    {ALL, "*status.marginHeight: 4"},
+    {ALL, "*status.marginWidth: 6"},
+    {ALL, "*XmMessageBox.marginWidth: 14"},
+    {ALL, "*XmMessageBox.marginHeight: 12"},
+    {ALL, "*questionDialog.dialogTitle: Question"},
+    {ALL, "*warningDialog.dialogTitle: Warning"},
+    {ALL, "*fileSelectionDialog.dialogTitle: Choose a File"},
+    {ALL, "*XmFileSelectionBox.pathMode: XmPATH_MODE_RELATIVE"},
+    {ALL, "*XmFileSelectionBox.fileFilterStyle: XmFILTER_HIDDEN_FILES"},
+    {ALL, "*XmFileSelectionBox.listVisibleItemCount: 14"},
+    {ALL, "*XmFileSelectionBox.textColumns: 52"},
+    {ALL, "*XmFileSelectionBox.marginWidth: 8"},
+    {ALL, "*XmFileSelectionBox.marginHeight: 8"},
+    {ALL, "*showAll.labelString: Show all files"},
+
+    // Menu keys. An item is named by the letters and digits of its label.
+    {ALL, "*menuBar*File.mnemonic: F"},
+    {ALL, "*menuBar*New.mnemonic: N"},
+    {ALL, "*menuBar*New.accelerator: Ctrl<Key>n"},
+    {ALL, "*menuBar*New.acceleratorText: Ctrl+N"},
+    {ALL, "*menuBar*Open.mnemonic: O"},
+    {ALL, "*menuBar*Open.accelerator: Ctrl<Key>o"},
+    {ALL, "*menuBar*Open.acceleratorText: Ctrl+O"},
+    {ALL, "*menuBar*Save.mnemonic: S"},
+    {ALL, "*menuBar*Save.accelerator: Ctrl<Key>s"},
+    {ALL, "*menuBar*Save.acceleratorText: Ctrl+S"},
+    {ALL, "*menuBar*SaveAs.mnemonic: A"},
+    {ALL, "*menuBar*SaveAs.accelerator: Shift Ctrl<Key>s"},
+    {ALL, "*menuBar*SaveAs.acceleratorText: Shift+Ctrl+S"},
+    {ALL, "*menuBar*Quit.mnemonic: Q"},
+    {ALL, "*menuBar*Quit.accelerator: Ctrl<Key>q"},
+    {ALL, "*menuBar*Quit.acceleratorText: Ctrl+Q"},
+    {ALL, "*menuBar*Edit.mnemonic: E"},
+    {ALL, "*menuBar*EditMode.mnemonic: E"},
+    {ALL, "*menuBar*EditMode.accelerator: Ctrl<Key>e"},
+    {ALL, "*menuBar*EditMode.acceleratorText: Ctrl+E"},
+    {ALL, "*menuBar*DeleteLink.mnemonic: D"},
+    {ALL, "*menuBar*DeleteLink.accelerator: <Key>osfDelete"},
+    {ALL, "*menuBar*DeleteLink.acceleratorText: Del"},
+    {ALL, "*menuBar*View.mnemonic: V"},
+    {ALL, "*menuBar*Default.mnemonic: D"},
+    {ALL, "*menuBar*DisplayTextureImage.mnemonic: T"},
+    {ALL, "*menuBar*KAVOtool.mnemonic: K"},
+    {ALL, "*menuBar*KAVOQuickpreviewDXVIEWER.mnemonic: Q"},
+    {ALL, "*menuBar*KAVOQuickpreviewEmuBoard.mnemonic: E"},
+    {ALL, "*menuBar*KavopreviewDXVIEWER.mnemonic: K"},
+    {ALL, "*menuBar*KavopreviewEmuBoard.mnemonic: B"},
+    {ALL, "*menuBar*ConverttoKAVODL.mnemonic: C"},
+    {ALL, "*menuBar*QUIL2tool.mnemonic: Q"},
+    {ALL, "*menuBar*PreviewDXVIEWER.mnemonic: P"},
+    {ALL, "*menuBar*PreviewEmuBoard.mnemonic: E"},
+    {ALL, "*menuBar*ConverttoZEX.mnemonic: C"},
+    {ALL, "*menuBar*SetOptionsandGo.mnemonic: O"},
+    {ALL, "*menuBar*SetOutputDirectory.mnemonic: D"},
+    {ALL, "*menuBar*ExecuteScript.mnemonic: x"},
+    {ALL, "*menuBar*PreviewScript.mnemonic: S"},
+    {ALL, "*menuBar*PreviewFile.mnemonic: F"},
+    {ALL, "*menuBar*killpbxsend.mnemonic: l"},
+};
+
+}  // namespace
+
+bool hasSmoothText(Display* display) {
+  const int screen = DefaultScreen(display);
+  XVisualInfo wanted{};
+  wanted.visualid = XVisualIDFromVisual(DefaultVisual(display, screen));
+  int count = 0;
+  const XMem<XVisualInfo> found(XGetVisualInfo(display, VisualIDMask, &wanted, &count));
+  return count > 0 && found->c_class == TrueColor && DefaultDepth(display, screen) >= 15;
+}
+
+std::vector<std::string> fallbackResources(bool smoothText) {
+  std::vector<std::string> lines;
+  for (const auto& [on, text] : kLines)
+    if (on == ALL || (on == SMOOTH) == smoothText) lines.emplace_back(text);
+  return lines;
+}
+
+}  // namespace viewkit

@@ -1,0 +1,82 @@
+/// @file The shared file selection dialog.
+#include "viewkit/vkfileselectiondialog.h"
+
+#include <Xm/FileSB.h>
+#include <Xm/Text.h>
+#include <Xm/TextF.h>
+#include <Xm/ToggleB.h>
+
+#include <filesystem>
+
+#include "viewkit/forward.h"
+#include "viewkit/vkapp.h"
+#include "viewkit/xraii.h"
+
+namespace fs = std::filesystem;
+
+Widget VkFileSelectionDialog::createDialog(Widget parent) {
+  std::string widgetName = name();
+  const Widget dialog = XmCreateFileSelectionDialog(parent, widgetName.data(), nullptr, 0);
+  XtVaSetValues(dialog, XmNautoUnmanage, False, nullptr);
+  XtAddCallback(dialog, XmNokCallback, &okCallback, this);
+  XtAddCallback(dialog, XmNcancelCallback, &cancelCallback, this);
+  XtUnmanageChild(XtNameToWidget(dialog, "Help"));
+  showAllToggle_ = XtVaCreateManagedWidget("showAll", xmToggleButtonWidgetClass, dialog, nullptr);
+  XtAddCallback(showAllToggle_, XmNvalueChangedCallback, &showAllCallback, this);
+  return dialog;
+}
+
+void VkFileSelectionDialog::widgetDestroyed() {
+  showAllToggle_ = nullptr;
+  VkDialogManager::widgetDestroyed();
+}
+
+void VkFileSelectionDialog::prepare(const char* message) {
+  if (message) setTitle(message);
+  std::error_code error;
+  if (directory_.empty() || !fs::is_directory(directory_, error)) directory_ = fs::current_path(error);
+  search(directory_);
+}
+
+void VkFileSelectionDialog::search(const std::string& directory) {
+  const bool all = XmToggleButtonGetState(showAllToggle_);
+  XtVaSetValues(baseWidget(), XmNdirectory, viewkit::xmString(directory).get(), XmNpattern,
+                viewkit::xmString(all ? "*" : pattern_).get(), nullptr);
+  XmFileSelectionDoSearch(baseWidget(), nullptr);
+}
+
+void VkFileSelectionDialog::setFilterPattern(const char* pattern) {
+  pattern_ = pattern;
+  if (isPosted()) showAll();
+}
+
+void VkFileSelectionDialog::showAllCallback(Widget widget, XtPointer self, XtPointer data) {
+  viewkit::Forward<&VkFileSelectionDialog::showAll>::call(widget, self, data);
+}
+
+void VkFileSelectionDialog::showAll() { search(viewkit::textResource(baseWidget(), XmNdirectory)); }
+
+void VkFileSelectionDialog::ok() {
+  const viewkit::XtText text(XmTextFieldGetString(XtNameToWidget(baseWidget(), "Text")));
+  const fs::path directory = viewkit::textResource(baseWidget(), XmNdirectory);
+  const fs::path chosen = (directory / text.get()).lexically_normal();
+  std::error_code error;
+  if (!*text.get()) {
+    XBell(XtDisplay(baseWidget()), 0);
+  } else if (fs::is_directory(chosen, error)) {
+    search(chosen);
+  } else {
+    fileName_ = chosen;
+    directory_ = chosen.parent_path();
+    answer(VkDialogReason::OK);
+  }
+}
+
+void VkFileSelectionDialog::cancel() {
+  directory_ = viewkit::textResource(baseWidget(), XmNdirectory);
+  answer(VkDialogReason::CANCEL);
+}
+
+VkFileSelectionDialog* getTheFileSelectionDialog() {
+  return theApplication->shared<VkFileSelectionDialog>("fileSelectionDialog");
+}

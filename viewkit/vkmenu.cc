@@ -1,0 +1,138 @@
+/// @file The widgets behind menus and their items.
+#include "viewkit/vkmenu.h"
+
+#include <Xm/CascadeBG.h>
+#include <Xm/LabelG.h>
+#include <Xm/PushBG.h>
+#include <Xm/RowColumn.h>
+#include <Xm/SeparatoG.h>
+#include <Xm/ToggleBG.h>
+
+#include <algorithm>
+#include <cctype>
+#include <iterator>
+
+#include "viewkit/xraii.h"
+
+std::string menuWidgetName(std::string_view label) {
+  std::string name;
+  std::ranges::copy_if(label, std::back_inserter(name), [](unsigned char c) { return std::isalnum(c); });
+  return name;
+}
+
+namespace {
+
+/// Gadgets, since windowed menu buttons draw smoothed accelerator texts over themselves.
+Widget makeGadget(WidgetClass kind, Widget parent, const char* label) {
+  return XtVaCreateManagedWidget(menuWidgetName(label).c_str(), kind, parent, XmNlabelString,
+                                 viewkit::xmString(label).get(), nullptr);
+}
+
+}  // namespace
+
+VkMenuItem::VkMenuItem(const char* label) : VkComponent(menuWidgetName(label)), label_(label) {}
+
+void VkMenuItem::activate() {
+  if (baseWidget()) XtSetSensitive(baseWidget(), True);
+}
+
+void VkMenuItem::deactivate() {
+  if (baseWidget()) XtSetSensitive(baseWidget(), False);
+}
+
+bool VkMenuItem::isActive() const { return baseWidget() && XtIsSensitive(baseWidget()); }
+
+VkMenuSeparator::VkMenuSeparator(Widget parent) : VkMenuItem("separator") {
+  setBaseWidget(XtVaCreateManagedWidget(name(), xmSeparatorGadgetClass, parent, nullptr));
+}
+
+VkMenuLabel::VkMenuLabel(Widget parent, const char* label) : VkMenuItem(label) {
+  setBaseWidget(makeGadget(xmLabelGadgetClass, parent, label));
+}
+
+VkMenuAction::VkMenuAction(Widget parent, const VkMenuDesc& entry, XtPointer clientData)
+    : VkMenuItem(entry.name), undoCallback_(entry.undoCallback), clientData_(clientData) {
+  setBaseWidget(makeGadget(xmPushButtonGadgetClass, parent, entry.name));
+  if (entry.callback) XtAddCallback(baseWidget(), XmNactivateCallback, entry.callback, clientData);
+}
+
+void VkMenuAction::undo() {
+  if (undoCallback_) undoCallback_(baseWidget(), clientData_, nullptr);
+}
+
+VkMenuToggle::VkMenuToggle(Widget parent, const VkMenuDesc& entry, XtPointer clientData)
+    : VkMenuItem(entry.name) {
+  setBaseWidget(makeGadget(xmToggleButtonGadgetClass, parent, entry.name));
+  if (entry.callback) XtAddCallback(baseWidget(), XmNvalueChangedCallback, entry.callback, clientData);
+}
+
+bool VkMenuToggle::state() const { return baseWidget() && XmToggleButtonGadgetGetState(baseWidget()); }
+
+void VkMenuToggle::setVisualState(bool on) {
+  if (baseWidget()) XmToggleButtonGadgetSetState(baseWidget(), on, False);
+}
+
+VkMenu::VkMenu(const char* label) : VkMenuItem(label) {}
+
+VkMenu::~VkMenu() = default;
+
+void VkMenu::add(const VkMenuDesc* table, XtPointer clientData) {
+  for (; table->menuType != VkMenuItemType::END; ++table) {
+    const XtPointer data = table->clientData ? table->clientData : clientData;
+    switch (table->menuType) {
+      case VkMenuItemType::ACTION:
+        items_.push_back(std::make_unique<VkMenuAction>(itemParent(), *table, data));
+        break;
+      case VkMenuItemType::TOGGLE:
+        items_.push_back(std::make_unique<VkMenuToggle>(itemParent(), *table, data));
+        break;
+      case VkMenuItemType::SUBMENU:
+        addSubmenu(table->name, table->submenu, data);
+        break;
+      case VkMenuItemType::SEPARATOR:
+        items_.push_back(std::make_unique<VkMenuSeparator>(itemParent()));
+        break;
+      case VkMenuItemType::LABEL:
+        items_.push_back(std::make_unique<VkMenuLabel>(itemParent(), table->name));
+        break;
+      case VkMenuItemType::END:
+        break;
+    }
+  }
+}
+
+VkSubMenu* VkMenu::addSubmenu(const char* label, const VkMenuDesc* table, XtPointer clientData) {
+  auto submenu = std::make_unique<VkSubMenu>(itemParent(), label);
+  if (table) submenu->add(table, clientData);
+  auto* const result = submenu.get();
+  items_.push_back(std::move(submenu));
+  return result;
+}
+
+VkMenuBar::VkMenuBar(Widget parent) : VkMenu("menuBar") {
+  std::string widgetName = name();
+  setBaseWidget(XmCreateMenuBar(parent, widgetName.data(), nullptr, 0));
+  manage();
+}
+
+VkSubMenu::VkSubMenu(Widget parent, const char* label) : VkMenu(label) {
+  std::string paneName = name() + std::string("Pane");
+  pulldown_ = XmCreatePulldownMenu(parent, paneName.data(), nullptr, 0);
+  setBaseWidget(makeGadget(xmCascadeButtonGadgetClass, parent, label));
+  XtVaSetValues(baseWidget(), XmNsubMenuId, pulldown_, nullptr);
+}
+
+VkSubMenu::~VkSubMenu() {
+  if (baseWidget()) XtDestroyWidget(pulldown_);
+}
+
+void VkSubMenu::activate() {
+  VkMenu::activate();
+  if (baseWidget()) XtSetSensitive(pulldown_, True);
+}
+
+void VkSubMenu::deactivate() {
+  VkMenu::deactivate();
+  // Or its items would still answer to their accelerators.
+  if (baseWidget()) XtSetSensitive(pulldown_, False);
+}
