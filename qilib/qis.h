@@ -82,6 +82,7 @@ struct List {
   Words sizes;  ///< bytes of each record in the file
   std::vector<R> records;
   Words block1, block2;
+  Words tail;  ///< words of the list behind its last block
 };
 
 /// A list of two kinds of record, those of the first kind first.
@@ -95,6 +96,7 @@ struct TwoKindList {
   std::vector<R1> records1;
   std::vector<R2> records2;
   Words block1, block2;
+  Words tail;  ///< words of the list behind its last block
 };
 
 /// The nine extension lists of a version-2 file.

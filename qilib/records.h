@@ -4,18 +4,18 @@
 /// `walk(io, record)` names every piece of a record in file order. The reader fills the record, the writer
 /// and the size count visit a const one; nothing else in the program knows where a piece stands.
 /// What an `Io` offers:
-///  - `fixed(f)`: the fixed words, exactly as many as the struct has (and, where the struct has a
-///    `fixed_size` member that must say so, checked by `exact`);
-///  - `sized(f, rest)`: fixed words that state their own length in `f.fixed_size`; words beyond the
-///    struct's are kept in `rest`;
-///  - `tag(found, expected)`: the record's tag check, after its fixed words;
+///  - `fixed(f)`: the fixed words, exactly as many as the struct has;
+///  - `tag(found, expected)`: the tag check, after the fixed words; `name_tag(found)` and
+///    `name_list_tag(found)` for names, which may carry either of two tags;
+///  - `exact(f)`: the fixed words state their own length in `f.fixed_size`, and it must be the struct's;
+///  - `longer(f, rest)`: they do, and words beyond the struct's are kept in `rest`;
 ///  - `words(v, n)`: n words; `items(v, n)`: n trivially copyable items; `slots(v, n, bytes)`: n items of
 ///    which only the first `bytes` bytes each stand in the file;
 ///  - `pairs(v, n)`: n pairs stored as n first halves, then n second halves; `columns(v, n)`: n five-word
 ///    entries stored column by column;
 ///  - `bytes(v, n)`: n bytes kept in file order; `block(v, n)`: n bytes held as words; `text(v, n)`: the
 ///    words of an n-byte text;
-///  - `records(v, n)`: n sub-records, each with a walk of its own;
+///  - `records(v, n)`: n records, each with a walk of its own;
 ///  - `blocks(record)`: the record's two extension blocks; `structure(record)` in the same place for the
 ///    kinds whose block 1 holds a version-2 structure in `record.ext`.
 #pragma once
@@ -44,13 +44,15 @@ struct Scene {
   Words objs, envs, cams, lights;
   Words block1, block2;
   std::optional<SceneExt> ext;
+  Words tail;  ///< words of the SceneList behind the record
 };
 static_assert(sizeof(Scene::Fixed) == 44);
 
 template <class Io, Like<Scene> R>
 void walk(Io& io, R& r) {
-  io.sized(r.fixed, r.fixed_rest);
+  io.fixed(r.fixed);
   io.tag(r.fixed.tag, Scene::kTag);
+  io.longer(r.fixed, r.fixed_rest);
   io.words(r.objs, r.fixed.obj_count);
   io.words(r.envs, r.fixed.env_count);
   io.words(r.cams, r.fixed.cam_count);
@@ -238,8 +240,9 @@ static_assert(sizeof(Tri::Fixed) == 32);
 
 template <class Io, Like<Tri> R>
 void walk(Io& io, R& r) {
-  io.sized(r.fixed, r.fixed_rest);
+  io.fixed(r.fixed);
   io.tag(r.fixed.tag, Tri::kTag);
+  io.longer(r.fixed, r.fixed_rest);
   for (int g = 0; g < Tri::kGroups; ++g) {
     auto& group = r.groups[static_cast<std::size_t>(g)];
     std::uint64_t entries = 1;
@@ -355,8 +358,9 @@ static_assert(sizeof(Tex::Fixed) == 52);
 
 template <class Io, Like<Tex> R>
 void walk(Io& io, R& r) {
-  io.sized(r.fixed, r.fixed_rest);
+  io.fixed(r.fixed);
   io.tag(r.fixed.tag, Tex::kTag);
+  io.longer(r.fixed, r.fixed_rest);
   auto& table = r.table;
   if (r.fixed.tiled == 0) {
     io.fixed(table.untiled);
@@ -389,8 +393,9 @@ static_assert(sizeof(Teximg::Fixed) == 24);
 
 template <class Io, Like<Teximg> R>
 void walk(Io& io, R& r) {
-  io.exact(r.fixed);
+  io.fixed(r.fixed);
   io.tag(r.fixed.tag, Teximg::kTag);
+  io.exact(r.fixed);
   io.bytes(r.texels, Teximg::texel_bytes(r.fixed));
   io.structure(r);
 }
@@ -430,8 +435,9 @@ static_assert(sizeof(Anim::Fixed) == 48);
 
 template <class Io, Like<Anim> R>
 void walk(Io& io, R& r) {
-  io.sized(r.fixed, r.fixed_rest);
+  io.fixed(r.fixed);
   io.tag(r.fixed.tag, Anim::kTag);
+  io.longer(r.fixed, r.fixed_rest);
   const std::size_t key_bytes = Anim::key_bytes(r.fixed.type);
   io.slots(r.keys, key_bytes == 0 ? 0 : r.fixed.key_count, key_bytes);
   io.structure(r);
@@ -450,8 +456,9 @@ static_assert(sizeof(CollSub::Fixed) == 16);
 
 template <class Io, Like<CollSub> R>
 void walk(Io& io, R& r) {
-  io.sized(r.fixed, r.fixed_rest);
+  io.fixed(r.fixed);
   io.tag(r.fixed.tag, CollSub::kTag);
+  io.longer(r.fixed, r.fixed_rest);
   io.block(r.data, std::int64_t{r.fixed.size} - r.fixed.fixed_size);
 }
 
@@ -510,8 +517,9 @@ static_assert(sizeof(Name::Fixed) == 16);
 
 template <class Io, Like<Name> R>
 void walk(Io& io, R& r) {
-  io.exact(r.fixed);
+  io.fixed(r.fixed);
   io.name_tag(r.fixed.tag);
+  io.exact(r.fixed);
   io.text(r.text, std::int64_t{r.fixed.size} - r.fixed.fixed_size);
 }
 

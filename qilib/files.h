@@ -1,0 +1,33 @@
+/// @file
+/// Opening scene and text files, with the messages for those that can't be opened.
+#pragma once
+
+#include <cstdint>
+#include <cstdio>
+#include <memory>
+#include <string>
+
+#include "qilib/replacefile.h"
+
+namespace qi {
+
+struct CloseFile {
+  void operator()(std::FILE* file) const { std::fclose(file); }
+};
+using File = std::unique_ptr<std::FILE, CloseFile>;
+
+/// Bytes between the place where the file stands and its end; 0 when that can't be told.
+std::uint64_t bytes_left(std::FILE* file);
+
+}  // namespace qi
+
+/// Opens a regular file for reading. @returns no file, after "Input File Open Error", when it can't be had.
+qi::File qiQbReadOpen(const std::string& filename);
+
+/// Opens a file for writing; it appears under its name when it is committed.
+/// @returns no file, after "Output File Open Error", when it can't be written.
+std::unique_ptr<ReplacingFile> qiQbWriteOpen(const std::string& filename);
+
+// Text files are opened like binary ones.
+inline constexpr auto& qiQdReadOpen = qiQbReadOpen;
+inline constexpr auto& qiQdWriteOpen = qiQbWriteOpen;

@@ -1,0 +1,383 @@
+/// @file
+/// Reading one list: a bounds-checked cursor, the Reader that the walks are called with, and the set-ups.
+#pragma once
+
+#include <algorithm>
+#include <array>
+#include <bit>
+#include <cstdint>
+#include <cstdio>
+#include <cstring>
+#include <limits>
+#include <optional>
+#include <span>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "qilib/byteorder.h"
+#include "qilib/listwalk.h"
+#include "qilib/qis.h"
+
+namespace qi {
+
+/// What is wrong with a list. `report` turns it into a message.
+struct ReadError {
+  enum class Fault {
+    too_large,     ///< `needed` bytes, but only `left` stand in the list
+    not_words,     ///< a size of `needed` bytes is no whole number of words
+    wrong_length,  ///< a fixed part of `needed` bytes, which must be (or be at least) `left`
+    tag,           ///< `found` stands where `expected` should
+    name_tag,      ///< the name list's tag is `found`
+  };
+  Fault fault;
+  std::string_view what = {};  ///< the piece that was too large, in words for the reader of the message
+  std::uint64_t needed = 0, left = 0;
+  std::size_t offset = 0;  ///< bytes into the list
+  Word found = 0, expected = 0;
+};
+
+/// Prints the error on standard error, with the list's name and, where one was being read, the record's
+/// number in it.
+void report(const ReadError& error, std::string_view list_name, std::optional<std::size_t> record);
+
+/// A place in a block of words. The first failure sticks: from then on nothing moves any more.
+class ListCursor {
+ public:
+  explicit ListCursor(std::span<const Word> words) : words_(words) {}
+
+  /// The next n words; none, and an error about `what`, when fewer are left.
+  std::span<const Word> take(std::uint64_t n, std::string_view what) {
+    if (!check(n, what)) return {};
+    pos_ += static_cast<std::size_t>(n);
+    return words_.subspan(pos_ - static_cast<std::size_t>(n), static_cast<std::size_t>(n));
+  }
+  /// The words of the next n bytes; none, and an error, when n is no whole number of words.
+  std::span<const Word> take_bytes(std::int64_t n, std::string_view what) {
+    if (n >= 0 && n % std::int64_t{sizeof(Word)} == 0)
+      return take(static_cast<std::uint64_t>(n) / sizeof(Word), what);
+    fail({.fault = ReadError::Fault::not_words, .what = what, .needed = static_cast<std::uint64_t>(n)});
+    return {};
+  }
+  /// Whether n words are left; an error about `what` when they are not.
+  bool check(std::uint64_t n, std::string_view what) {
+    if (error_) return false;
+    if (n <= left()) return true;
+    constexpr std::uint64_t kMax = std::numeric_limits<std::uint64_t>::max() / sizeof(Word);
+    fail({.fault = ReadError::Fault::too_large,
+          .what = what,
+          .needed = std::min(n, kMax) * sizeof(Word),
+          .left = left() * sizeof(Word)});
+    return false;
+  }
+  void fail(ReadError error) {
+    if (error_) return;
+    error.offset = pos_ * sizeof(Word);
+    error_ = error;
+  }
+  std::size_t left() const { return words_.size() - pos_; }
+  const std::optional<ReadError>& error() const { return error_; }
+
+ private:
+  std::span<const Word> words_;
+  std::size_t pos_ = 0;
+  std::optional<ReadError> error_;
+};
+
+}  // namespace qi
+
+/// 1 if the tags are equal; else prints both and returns 0.
+int qiCheckTag(Word found, Word expected);
+
+/// Copies the next words into `destination`. @returns 1, or 0 when the cursor has fewer left.
+int qiReadArray(qi::ListCursor& cursor, Words& destination, std::uint64_t word_count,
+                std::string_view what = "array");
+/// The same, under the name that the version-2 set-ups use.
+inline constexpr auto& qiSetupArray = qiReadArray;
+
+/// Copies two extension blocks, sizes in bytes; the second only if the first could be had.
+int qiReadExtBlk1(qi::ListCursor& cursor, Words& destination1, Word size1, Words& destination2, Word size2);
+inline constexpr auto& qiSetupExtBlk1 = qiReadExtBlk1;
+
+/// Reads n pairs, stored as n first halves, then n second halves.
+template <class Pair>
+int qiSetupExternal(qi::ListCursor& cursor, std::vector<Pair>& destination, std::uint64_t n) {
+  const auto words = cursor.check(n, "pairs") ? cursor.take(2 * n, "pairs") : std::span<const Word>{};
+  destination.resize(words.size() / 2);
+  for (std::size_t i = 0; i < destination.size(); ++i)
+    destination[i] = Pair{words[i], words[destination.size() + i]};
+  return !cursor.error();
+}
+
+/// Makes the reference refer to nothing.
+inline void qiSetNoExternal(QisExternal& reference) { reference = QisExternal{}; }
+
+/// Stores five words into a polygon entry.
+inline void qiSetPoly(QisPoly& poly, Word w0, Word w1, Word w2, Word w3, Word w4) {
+  poly = QisPoly{{w0, w1, w2, w3, w4}};
+}
+
+namespace qi {
+
+/// Fills records from a list's words: the Io of the walks (see records.h) that reads.
+class Reader {
+ public:
+  explicit Reader(std::span<const Word> words) : cursor_(words) {}
+
+  bool ok() const { return !cursor_.error(); }
+  /// Prints what went wrong, if anything did. @returns 1 when nothing did.
+  int finish(std::string_view list_name) const { return finish(list_name, record_); }
+  int finish(std::string_view list_name, std::optional<std::size_t> record) const {
+    if (!ok()) report(*cursor_.error(), list_name, record);
+    return ok();
+  }
+
+  template <class F>
+  void fixed(F& f) {
+    const auto words = cursor_.take(sizeof(F) / sizeof(Word), "fixed part");
+    if (!words.empty()) copy_out(words, f);
+  }
+  void tag(Word found, Word expected) {
+    if (found != expected)
+      cursor_.fail({.fault = ReadError::Fault::tag, .found = found, .expected = expected});
+  }
+  void name_list_tag(Word found) {
+    name_list_tag_ = found;
+    name_tag_is(found, list_of(Name::kTag), list_of(Name::kExternalTag));
+  }
+  void name_tag(Word found) { name_tag_is(found, Name::kTag, Name::kExternalTag); }
+
+  template <class F>
+  void exact(const F& f) {
+    if (f.fixed_size != sizeof(F)) wrong_length(f.fixed_size, sizeof(F));
+  }
+  template <class F>
+  void longer(const F& f, Words& rest) {
+    if (f.fixed_size < sizeof(F)) {
+      wrong_length(f.fixed_size, sizeof(F));
+    } else {
+      block(rest, std::int64_t{f.fixed_size} - std::int64_t{sizeof(F)}, "fixed part");
+    }
+  }
+
+  void words(Words& v, std::uint64_t n) { qiReadArray(cursor_, v, n); }
+  template <class T>
+  void items(std::vector<T>& v, std::uint64_t n) {
+    slots(v, n, sizeof(T));
+  }
+  template <class T>
+  void slots(std::vector<T>& v, std::uint64_t n, std::size_t bytes) {
+    const std::size_t item_words = bytes / sizeof(Word);
+    v.clear();
+    if (n == 0 || !cursor_.check(n, "array")) return;  // so that the product can't wrap
+    const auto words = cursor_.take(n * item_words, "array");
+    if (words.empty()) return;
+    v.resize(static_cast<std::size_t>(n));
+    if (bytes == sizeof(T)) {
+      std::memcpy(std::as_writable_bytes(std::span(v)).data(), words.data(), words.size_bytes());
+    } else {
+      for (std::size_t i = 0; i < v.size(); ++i) copy_out(words.subspan(i * item_words, item_words), v[i]);
+    }
+  }
+  template <class T>
+  void pairs(std::vector<T>& v, std::uint64_t n) {
+    qiSetupExternal(cursor_, v, n);
+  }
+  void columns(std::vector<QisPoly>& v, std::uint64_t n) {
+    constexpr std::size_t kColumns = std::size(QisPoly{}.words);
+    v.clear();
+    if (!cursor_.check(n, "polygon entries")) return;
+    const auto words = cursor_.take(n * kColumns, "polygon entries");
+    v.resize(words.size() / kColumns);
+    for (std::size_t i = 0; i < v.size(); ++i)
+      for (std::size_t column = 0; column < kColumns; ++column)
+        v[i].words[column] = words[column * v.size() + i];
+  }
+  void bytes(std::vector<std::byte>& v, std::int64_t n) {
+    const auto words = cursor_.take_bytes(n, "texels");
+    v.resize(words.size_bytes());
+    if (v.empty()) return;
+    std::memcpy(v.data(), words.data(), v.size());
+    endianSwap4(v.data(), v.size());
+  }
+  void block(Words& v, std::int64_t n, std::string_view what = "data") {
+    const auto words = cursor_.take_bytes(n, what);
+    v.assign(words.begin(), words.end());
+  }
+  /// A length that is no whole number of words is rounded down here and up by the writer.
+  void text(Words& v, std::int64_t n) {
+    if (n < 0) {
+      block(v, n, "text");
+    } else {
+      qiReadArray(cursor_, v, static_cast<std::uint64_t>(n) / sizeof(Word), "text");
+    }
+  }
+  template <class R>
+  void records(std::vector<R>& v, std::uint64_t n) {
+    v.clear();
+    constexpr std::size_t kLeastWords = sizeof(R::fixed) / sizeof(Word);
+    if (!cursor_.check(n, "records") || !cursor_.check(n * kLeastWords, "records")) return;
+    v.resize(static_cast<std::size_t>(n));
+    const bool numbered = !std::exchange(inside_record_, true);
+    for (std::size_t i = 0; i < v.size() && ok(); ++i) {
+      if (numbered) record_ = i;
+      walk(*this, v[i]);
+      if (!ok()) v[i] = R{};  // no counts without the arrays that they count
+    }
+    if (numbered) inside_record_ = false;
+    if (numbered && ok()) record_.reset();
+  }
+  template <class R>
+  void blocks(R& r) {
+    if (ok()) qiReadExtBlk1(cursor_, r.block1, r.fixed.block1_size, r.block2, r.fixed.block2_size);
+  }
+  /// The structure in block 1 is the version-2 set-ups' work, on what is read here.
+  template <class R>
+  void structure(R& r) {
+    blocks(r);
+  }
+  void rest(Words& v) { qiReadArray(cursor_, v, cursor_.left()); }
+
+ private:
+  /// Fills a struct of words, or its first words, from the file's.
+  template <class T>
+  static void copy_out(std::span<const Word> words, T& item) {
+    static_assert(std::is_trivially_copyable_v<T>);
+    std::memcpy(std::as_writable_bytes(std::span(&item, 1)).data(), words.data(), words.size_bytes());
+  }
+  void wrong_length(Word found, std::size_t expected) {
+    cursor_.fail({.fault = ReadError::Fault::wrong_length, .needed = found, .left = expected});
+  }
+  void name_tag_is(Word found, Word tag1, Word tag2) {
+    if (found != tag1 && found != tag2)
+      cursor_.fail({.fault = ReadError::Fault::name_tag, .found = name_list_tag_});
+  }
+
+  ListCursor cursor_;
+  std::optional<std::size_t> record_;
+  bool inside_record_ = false;
+  Word name_list_tag_ = 0;
+};
+
+// A failed set-up keeps the whole records that it read; counts and what they count stay in agreement.
+inline void make_whole(Scene& scene) { scene = Scene{}; }
+template <OneKindList L>
+void make_whole(L& list) {
+  list.header.count = static_cast<Word>(list.records.size());
+  list.sizes.resize(list.records.size());
+}
+template <TwoKinds L>
+void make_whole(L& list) {
+  list.header.count1 = static_cast<Word>(list.records1.size());
+  list.header.count2 = static_cast<Word>(list.records2.size());
+  list.sizes1.resize(list.records1.size());
+  list.sizes2.resize(list.records2.size());
+}
+
+/// Parses a list's words into the list object. @returns 1, or 0 after a message on standard error.
+template <class L>
+struct SetupList {
+  std::string_view list_name;
+  int operator()(std::span<const Word> buffer, L& list) const {
+    list = L{};
+    Reader reader(buffer);
+    walk_list(reader, list);
+    if (!reader.ok()) make_whole(list);
+    return reader.finish(list_name);
+  }
+};
+
+/// What becomes of a list that is absent from the file: nothing, it stays as the empty scene made it.
+struct KeepList {
+  template <class L>
+  int operator()(L& /*list*/) const {
+    return 1;
+  }
+};
+/// What becomes of an absent extension list: it has no records.
+struct EmptyList {
+  template <class L>
+  int operator()(L& list) const {
+    list = L{};
+    return 1;
+  }
+};
+
+/// Parses extension block 1 of version-2 records into the structures beside them. A record without a block
+/// has no structure; it fails the set-up, without a message, after the records behind it.
+template <class R>
+struct SetupExt {
+  std::string_view list_name;
+  int operator()(List<R>& list) const {
+    int result = 1;
+    for (std::size_t i = 0; i < list.records.size(); ++i)
+      if (!one(list.records[i], i)) result = 0;
+    return result;
+  }
+  int operator()(R& record) const { return one(record, 0); }
+
+ private:
+  int one(R& record, std::size_t number) const {
+    record.ext.reset();
+    if (record.fixed.block1_size == 0) return 0;
+    Reader reader(record.block1);
+    auto& ext = record.ext.emplace();
+    walk(reader, ext, tiles_of(record));
+    reader.rest(ext.tail);
+    if (!reader.ok()) record.ext.reset();
+    return reader.finish(list_name, number);
+  }
+};
+
+}  // namespace qi
+
+inline constexpr qi::SetupList<qi::Scene> qiSetupSceneList{"SceneList"};
+inline constexpr qi::SetupList<qi::List<qi::Env>> qiSetupEnvList{"EnvList"};
+inline constexpr qi::SetupList<qi::List<qi::Cam>> qiSetupCamList{"CamList"};
+inline constexpr qi::SetupList<qi::List<qi::Light>> qiSetupLightList{"LightList"};
+inline constexpr qi::SetupList<qi::List<qi::Obj>> qiSetupObjList{"ObjList"};
+inline constexpr qi::SetupList<qi::List<qi::Shape>> qiSetupShapeList{"ShapeList"};
+inline constexpr qi::SetupList<qi::List<qi::Vtx>> qiSetupVtxList{"VtxList"};
+inline constexpr qi::SetupList<qi::List<qi::Tri>> qiSetupTriList{"TriList"};
+inline constexpr qi::SetupList<qi::TwoKindList<qi::Color1, qi::Color2>> qiSetupColorList{"ColorList"};
+inline constexpr qi::SetupList<qi::TwoKindList<qi::Vector1, qi::Vector2>> qiSetupVectorList{"VectorList"};
+inline constexpr qi::SetupList<qi::List<qi::St>> qiSetupStList{"StList"};
+inline constexpr qi::SetupList<qi::List<qi::Part>> qiSetupPartList{"PartList"};
+inline constexpr qi::SetupList<qi::List<qi::Mat>> qiSetupMatList{"MatList"};
+inline constexpr qi::SetupList<qi::List<qi::Tex>> qiSetupTexList{"TexList"};
+inline constexpr qi::SetupList<qi::List<qi::Teximg>> qiSetupTeximgList{"TeximgList"};
+inline constexpr qi::SetupList<qi::List<qi::Anim>> qiSetupAnimList{"AnimList"};
+inline constexpr qi::SetupList<qi::List<qi::Coll>> qiSetupCollList{"CollList"};
+inline constexpr qi::SetupList<qi::List<qi::Switch>> qiSetupSwitchList{"SwitchList"};
+inline constexpr qi::SetupList<qi::List<qi::Name>> qiSetupNameList{"NameList"};
+inline constexpr qi::SetupList<qi::List<qi::CiImg>> qiSetupCiimgList{"CiImgList"};
+inline constexpr qi::SetupList<qi::List<qi::ColorPalette>> qiSetupColorPaletteList{"ColorPaletteList"};
+inline constexpr qi::SetupList<qi::List<qi::Envelope>> qiSetupEnvelopeList{"EnvelopeList"};
+inline constexpr qi::SetupList<qi::List<qi::Cluster>> qiSetupClusterList{"ClusterList"};
+inline constexpr qi::SetupList<qi::List<qi::Weight>> qiSetupWeightList{"WeightList"};
+inline constexpr qi::SetupList<qi::List<qi::ChainRoot>> qiSetupChainRootList{"ChainRootList"};
+inline constexpr qi::SetupList<qi::List<qi::Joint>> qiSetupJointList{"JointList"};
+inline constexpr qi::SetupList<qi::List<qi::Effector>> qiSetupEffectorList{"EffectorList"};
+inline constexpr qi::SetupList<qi::List<qi::Name>> qiSetupExternalNameList{"ExternalNameList"};
+
+inline constexpr qi::KeepList qiSetScene0, qiSetEnv0, qiSetCam0, qiSetLight0, qiSetObj0, qiSetShape0,
+    qiSetVtx0, qiSetTri0, qiSetColor0, qiSetVector0, qiSetSt0, qiSetPart0, qiSetMat0, qiSetTex0, qiSetTeximg0,
+    qiSetAnim0, qiSetColl0, qiSetSwitch0, qiSetName0;
+inline constexpr qi::EmptyList qiSetCiimg0, qiSetColorPalette0, qiSetEnvelope0, qiSetCluster0, qiSetWeight0,
+    qiSetChainRoot0, qiSetJoint0, qiSetEffector0, qiSetExternalName0;
+
+inline constexpr qi::SetupExt<qi::Scene> qiSetupSceneListExt{"SceneList"};
+inline constexpr qi::SetupExt<qi::Cam> qiSetupCamExt{"CamList"};
+inline constexpr qi::SetupExt<qi::Obj> qiSetupObjExt{"ObjList"};
+inline constexpr qi::SetupExt<qi::Shape> qiSetupShapeExt{"ShapeList"};
+inline constexpr qi::SetupExt<qi::Mat> qiSetupMatExt{"MatList"};
+inline constexpr qi::SetupExt<qi::Tex> qiSetupTexExt{"TexList"};
+inline constexpr qi::SetupExt<qi::Teximg> qiSetupTeximgExt{"TeximgList"};
+inline constexpr qi::SetupExt<qi::Anim> qiSetupAnimGroupExt{"AnimList"};
+
+/// Reads one list from where the file stands.
+/// @param size  bytes of the list; 0: it is absent, and reset.
+/// @param list_name  the list's name, such as "ObjList".
+/// @returns what the list's set-up or reset returns; 0 when there is no such list, or when the file ends
+///          before the list does.
+int qiReadList(std::FILE* file, Word size, Qis& scene, std::string_view list_name);

@@ -1,0 +1,52 @@
+/// @file
+/// The scenes of tests/data open without a word and hold what their lists say.
+#include "tests/support/shared_scenes.h"
+
+#include <gmock/gmock.h>
+
+#include "qilib/container.h"
+#include "qilib/lists.h"
+#include "qilib/names.h"
+#include "qilib/sizes.h"
+#include "tests/support/files.h"
+
+namespace {
+
+class SharedScenes : public testing::TestWithParam<const char*> {
+ protected:
+  const SharedScene expected = shared_scene(GetParam());
+};
+
+TEST_P(SharedScenes, OpenWithNothingPrinted) {
+  Qis scene;
+  testing::internal::CaptureStderr();
+  EXPECT_EQ(qiOpenQb(expected.path, scene), 1);
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+  EXPECT_EQ(scene.filename, expected.path);
+  EXPECT_EQ(qiQUILver(scene.header), expected.version);
+  EXPECT_EQ(scene.header.fixed.file_size, expected.bytes);
+}
+
+TEST_P(SharedScenes, HoldTheRecordsOfEachKind) {
+  Qis scene;
+  ASSERT_EQ(qiOpenQb(expected.path, scene), 1);
+  std::map<std::string, std::size_t> counts;
+  qi::for_each_list(scene, [&](const qi::ListInfo& info, const auto& list) {
+    const std::string kind(info.name.substr(0, info.name.size() - std::string("List").size()));
+    if (kind != "Scene" && qi::record_count(list) != 0) counts[kind] = qi::record_count(list);
+  });
+  EXPECT_EQ(counts, expected.counts);
+}
+
+TEST_P(SharedScenes, HoldTheNames) {
+  Qis scene;
+  ASSERT_EQ(qiOpenQb(expected.path, scene), 1);
+  std::vector<std::string> names;
+  for (const qi::Name& name : scene.name_list.records) names.push_back(qiGetName(name));
+  EXPECT_EQ(names, expected.names);
+}
+
+INSTANTIATE_TEST_SUITE_P(Files, SharedScenes, testing::ValuesIn(kSharedScenes),
+                         [](const auto& row) { return std::string(row.param); });
+
+}  // namespace

@@ -1,0 +1,45 @@
+/// @file
+/// Whole files as bytes, and a directory that a test may fill.
+#pragma once
+
+#include <gtest/gtest.h>
+#include <stdlib.h>
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+
+inline std::string read_file(const std::filesystem::path& path) {
+  std::ifstream file(path, std::ios::binary);
+  EXPECT_TRUE(file) << path;
+  return {std::istreambuf_iterator<char>(file), {}};
+}
+
+inline void write_file(const std::filesystem::path& path, const std::string& bytes) {
+  std::ofstream file(path, std::ios::binary);
+  file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+  EXPECT_TRUE(file.flush()) << path;
+}
+
+/// A new empty directory that goes away, with all that is in it, when the test ends.
+class ScratchDirectory {
+ public:
+  ScratchDirectory() {
+    std::string name = (std::filesystem::temp_directory_path() / "quil-test-XXXXXX").string();
+    if (!mkdtemp(name.data())) throw std::filesystem::filesystem_error("mkdtemp", {});
+    path_ = name;
+  }
+  ~ScratchDirectory() {
+    std::error_code ignored;
+    std::filesystem::remove_all(path_, ignored);
+  }
+  ScratchDirectory(const ScratchDirectory&) = delete;
+  ScratchDirectory& operator=(const ScratchDirectory&) = delete;
+
+  const std::filesystem::path& path() const { return path_; }
+  std::string operator/(const std::string& name) const { return path_ / name; }
+
+ private:
+  std::filesystem::path path_;
+};
