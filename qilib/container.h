@@ -1,5 +1,5 @@
 /// @file
-/// Whole scene files: opening them into a scene, and saving a scene.
+/// Whole scene files: opening one into a scene, and saving a scene.
 #pragma once
 
 #include <cstdio>
@@ -24,6 +24,29 @@ int qiReadFileHeader(std::FILE* file, Qis& scene);
 /// Makes the extension list size table of a version-2 header from its block 1.
 /// @returns 0 when block 1 is empty.
 int qiSetupFileHeaderExt(qi::Header& header);
+
+/// Save the scene to its file name: in mode 1 (qiWriteQb) the records' extension blocks as they were read,
+/// in mode 2 (qiWriteQb2) with the edits of the version-2 structures.
+/// The file that was there is untouched until the new one is complete.
+/// @returns 1, or 0 after a message when the file can't be written.
+int qiWriteQb(const Qis& scene);
+int qiWriteQb2(const Qis& scene);
+
+/// Give the scene the file name, then save it in mode 1 or mode 2.
+int qiSaveAsQb(Qis& scene, const std::string& filename);
+int qiSaveAsQb2(Qis& scene, const std::string& filename);
+
+/// Writes the whole scene where the file stands. @returns 1, or 0 when a write failed.
+int qiWriteScene(std::FILE* file, const Qis& scene, int mode);
+
+/// Writes the header and its extension blocks. @returns 1, or 0 when a write failed.
+int qiWriteFileHeader(std::FILE* file, const qi::Header& header, int mode);
+
+/// Writes header extension block 1: as it is held, or in mode 2 the extension list size table in its place.
+int qiWriteFileHeaderExt(std::FILE* file, const qi::Header& header, int mode);
+
+/// Writes the extension lists that the scene has. @returns 1, or 0 when a write failed.
+int qiWriteQb2Ext(std::FILE* file, const Qis& scene);
 
 /// Stores the name that the scene is saved under. @returns 1.
 int qiSetFilename(const std::string& filename, Qis& scene);

@@ -46,6 +46,17 @@ TEST_P(SharedScenes, HoldTheNames) {
   EXPECT_EQ(names, expected.names);
 }
 
+TEST_P(SharedScenes, ComeBackByteForByteInBothModes) {
+  const ScratchDirectory scratch;
+  for (const auto save : {qiSaveAsQb, qiSaveAsQb2}) {
+    Qis scene;
+    ASSERT_EQ(qiOpenQb(expected.path, scene), 1);
+    ASSERT_EQ(save(scene, scratch / "saved.quil"), 1);
+    EXPECT_EQ(scene.filename, scratch / "saved.quil");
+    EXPECT_TRUE(read_file(scratch / "saved.quil") == read_file(expected.path));
+  }
+}
+
 INSTANTIATE_TEST_SUITE_P(Files, SharedScenes, testing::ValuesIn(kSharedScenes),
                          [](const auto& row) { return std::string(row.param); });
 

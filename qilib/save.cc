@@ -1,0 +1,72 @@
+/// @file
+/// Saving scene files: header, core lists, extension lists.
+#include <cerrno>
+#include <cstring>
+
+#include "qilib/container.h"
+#include "qilib/files.h"
+#include "qilib/lists.h"
+#include "qilib/sizes.h"
+#include "qilib/writer.h"
+
+namespace {
+
+/// Writes the core lists or the extension lists; a list without a size is absent, and an empty list header
+/// in its place would make a file that can't be opened.
+int write_lists(std::FILE* file, const Qis& scene, int mode, bool extension) {
+  int result = 1;
+  qi::for_each_list(scene, [&]<class L>(const qi::ListInfo& info, const L& list) {
+    if (result && info.extension == extension && qi::list_bytes(scene.header, info) != 0)
+      result = qi::WriteList<L>{}(file, list, mode);
+  });
+  return result;
+}
+
+int save(const Qis& scene, int mode) {
+  const auto file = qiQbWriteOpen(scene.filename);
+  if (!file) return 0;
+  if (qiWriteScene(file->stream(), scene, mode) && file->commit()) return 1;
+  std::fprintf(stderr, "Output File Write Error: %s\n", std::strerror(errno));
+  return 0;
+}
+
+}  // namespace
+
+int qiWriteFileHeaderExt(std::FILE* file, const qi::Header& header, int mode) {
+  qi::FileSink sink(file);
+  qi::Emitter<qi::FileSink> emitter(sink, mode);
+  if (mode == qi::kFromStructures && qi::has_ext_sizes(header) && header.fixed.ext_block1_size != 0) {
+    emitter.fixed(header.ext_sizes);
+  } else {
+    emitter.block(header.block1, header.fixed.ext_block1_size);
+  }
+  return sink.ok();
+}
+
+int qiWriteFileHeader(std::FILE* file, const qi::Header& header, int mode) {
+  qi::FileSink sink(file);
+  qi::Emitter<qi::FileSink> emitter(sink, mode);
+  emitter.fixed(header.fixed);
+  if (!sink.ok() || !qiWriteFileHeaderExt(file, header, mode)) return 0;
+  emitter.block(header.block2, header.fixed.ext_block2_size);
+  return sink.ok();
+}
+
+int qiWriteQb2Ext(std::FILE* file, const Qis& scene) {
+  return !qi::has_ext_sizes(scene.header) || write_lists(file, scene, qi::kFromStructures, true);
+}
+
+int qiWriteScene(std::FILE* file, const Qis& scene, int mode) {
+  return qiWriteFileHeader(file, scene.header, mode) && write_lists(file, scene, mode, false) &&
+         qiWriteQb2Ext(file, scene);
+}
+
+int qiWriteQb(const Qis& scene) { return save(scene, qi::kBlocksAsRead); }
+int qiWriteQb2(const Qis& scene) { return save(scene, qi::kFromStructures); }
+
+int qiSaveAsQb(Qis& scene, const std::string& filename) {
+  return qiSetFilename(filename, scene) && qiWriteQb(scene);
+}
+int qiSaveAsQb2(Qis& scene, const std::string& filename) {
+  return qiSetFilename(filename, scene) && qiWriteQb2(scene);
+}

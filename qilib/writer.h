@@ -1,0 +1,243 @@
+/// @file
+/// Writing one list: what the walks emit, to a file or just to be counted.
+#pragma once
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdint>
+#include <cstdio>
+#include <limits>
+#include <span>
+#include <vector>
+
+#include "qilib/byteorder.h"
+#include "qilib/listwalk.h"
+#include "qilib/qis.h"
+
+namespace qi {
+
+/// Where a save gets the records' extension block 1 from.
+enum WriteMode : int {
+  kBlocksAsRead = 1,    ///< the block as it stood in the file
+  kFromStructures = 2,  ///< the version-2 structure beside the record, so that its edits are saved
+};
+
+/// Puts pieces into a file. The first failed write sticks, in errno's words.
+class FileSink {
+ public:
+  explicit FileSink(std::FILE* file) : file_(file) {}
+  bool ok() const { return ok_; }
+
+  /// Words in host order.
+  void words(std::span<const std::byte> bytes) {
+    if (fits(bytes.size())) ok_ = fwriteEndianSwap4(bytes.data(), 1, bytes.size(), file_) == bytes.size();
+  }
+  /// Bytes in file order.
+  void raw(std::span<const std::byte> bytes) {
+    if (fits(bytes.size())) ok_ = std::fwrite(bytes.data(), 1, bytes.size(), file_) == bytes.size();
+  }
+  void zeros(std::uint64_t n) {
+    static constexpr std::array<std::byte, 4096> kZeros{};
+    for (; n != 0 && ok_; n -= std::min<std::uint64_t>(n, kZeros.size()))
+      raw(std::span(kZeros).first(static_cast<std::size_t>(std::min<std::uint64_t>(n, kZeros.size()))));
+  }
+
+ private:
+  /// No size word of a file could tell of more than 4 GiB.
+  bool fits(std::size_t n) {
+    written_ += n;
+    if (ok_ && written_ > std::numeric_limits<Word>::max()) {
+      errno = EFBIG;
+      ok_ = false;
+    }
+    return ok_ && n != 0;
+  }
+
+  std::FILE* file_;
+  std::uint64_t written_ = 0;
+  bool ok_ = true;
+};
+
+/// Counts the bytes that would be written.
+class CountSink {
+ public:
+  std::uint64_t total() const { return total_; }
+  void words(std::span<const std::byte> bytes) { total_ += bytes.size(); }
+  void raw(std::span<const std::byte> bytes) { total_ += bytes.size(); }
+  void zeros(std::uint64_t n) { total_ += n; }
+
+ private:
+  std::uint64_t total_ = 0;
+};
+
+/// Whether a record's extension block 1 comes from its version-2 structure. In mode 1 the block is written
+/// as it was read, unless an edit changed its length: the old words would not be what the record tells of.
+template <class R>
+bool writes_structure(const R& record, int mode) {
+  const Word size = record.fixed.block1_size;
+  return record.ext && size != 0 && (mode == kFromStructures || record.block1.size() * sizeof(Word) != size);
+}
+
+/// Emits the pieces of records in file order: the Io of the walks (see records.h) that writes. Every piece
+/// takes the room that its count or size word tells of: one that holds less is filled up with zeros.
+template <class Sink>
+class Emitter {
+ public:
+  Emitter(Sink& sink, int mode) : sink_(sink), mode_(mode) {}
+
+  template <class F>
+  void fixed(const F& f) {
+    sink_.words(std::as_bytes(std::span(&f, 1)));
+  }
+  void tag(Word /*found*/, Word /*expected*/) {}
+  void name_tag(Word /*found*/) {}
+  void name_list_tag(Word /*found*/) {}
+  template <class F>
+  void exact(const F& /*f*/) {}
+  template <class F>
+  void longer(const F& f, const Words& rest) {
+    if (f.fixed_size > sizeof(F)) items(rest, (f.fixed_size - sizeof(F)) / sizeof(Word));
+  }
+
+  void words(const Words& v, std::uint64_t n) { items(v, n); }
+  template <class T>
+  void items(const std::vector<T>& v, std::uint64_t n) {
+    const std::size_t held = least(n, v.size());
+    sink_.words(std::as_bytes(std::span(v).first(held)));
+    sink_.zeros((n - held) * sizeof(T));
+  }
+  template <class T>
+  void slots(const std::vector<T>& v, std::uint64_t n, std::size_t bytes) {
+    const std::size_t held = least(n, v.size());
+    for (std::size_t i = 0; i < held; ++i) sink_.words(std::as_bytes(std::span(&v[i], 1)).first(bytes));
+    sink_.zeros((n - held) * bytes);
+  }
+  /// The n first halves, then the n second halves.
+  template <class T>
+  void pairs(const std::vector<T>& v, std::uint64_t n) {
+    columns(v, n);
+  }
+  /// The first words of all, then the second words of all, and so on.
+  template <class T>
+  void columns(const std::vector<T>& v, std::uint64_t n) {
+    const std::size_t held = least(n, v.size());
+    Words column(held);
+    for (std::size_t word = 0; word < sizeof(T) / sizeof(Word); ++word) {
+      for (std::size_t i = 0; i < held; ++i)
+        std::memcpy(&column[i], std::as_bytes(std::span(&v[i], 1)).subspan(word * sizeof(Word)).data(),
+                    sizeof(Word));
+      items(column, n);
+    }
+  }
+  void bytes(const std::vector<std::byte>& v, std::int64_t n) {
+    if (n <= 0) return;
+    const std::size_t held = least(static_cast<std::uint64_t>(n), v.size());
+    sink_.raw(std::span(v).first(held));
+    sink_.zeros(static_cast<std::uint64_t>(n) - held);
+  }
+  void block(const Words& v, std::int64_t n) {
+    if (n > 0) items(v, static_cast<std::uint64_t>(n) / sizeof(Word));
+  }
+  /// A length that is no whole number of words is rounded up.
+  void text(const Words& v, std::int64_t n) {
+    if (n > 0) items(v, (static_cast<std::uint64_t>(n) + sizeof(Word) - 1) / sizeof(Word));
+  }
+  template <class R>
+  void records(const std::vector<R>& v, std::uint64_t n) {
+    for (std::size_t i = 0; i < least(n, v.size()); ++i) walk(*this, v[i]);
+  }
+  template <class R>
+  void blocks(const R& r) {
+    block(r.block1, r.fixed.block1_size);
+    block(r.block2, r.fixed.block2_size);
+  }
+  template <class R>
+  void structure(const R& r) {
+    block1(r);
+    block(r.block2, r.fixed.block2_size);
+  }
+  /// Extension block 1 of a record that may have a version-2 structure.
+  template <class R>
+  void block1(const R& r) {
+    if (writes_structure(r, mode_)) {
+      walk(*this, *r.ext, tiles_of(r));
+      rest(r.ext->tail);
+    } else {
+      block(r.block1, r.fixed.block1_size);
+    }
+  }
+  void rest(const Words& v) { items(v, v.size()); }
+
+ private:
+  static std::size_t least(std::uint64_t n, std::size_t held) {
+    return static_cast<std::size_t>(std::min<std::uint64_t>(n, held));
+  }
+
+  Sink& sink_;
+  int mode_;
+};
+
+/// Writes a list as it is held. @returns 1, or 0 when a write failed.
+template <class L>
+struct WriteList {
+  int operator()(std::FILE* file, const L& list, int mode = kBlocksAsRead) const {
+    FileSink sink(file);
+    Emitter<FileSink> emitter(sink, mode);
+    walk_list(emitter, list);
+    return sink.ok();
+  }
+};
+
+/// Writes a record's extension block 1. @returns 1, or 0 when a write failed.
+template <class R>
+struct WriteExt {
+  int operator()(std::FILE* file, const R& record, int mode) const {
+    FileSink sink(file);
+    Emitter<FileSink>(sink, mode).block1(record);
+    return sink.ok();
+  }
+};
+
+/// Writes the first n pairs: n first halves, then n second halves. @returns 1, or 0 when a write failed.
+template <class Pair>
+struct WritePairs {
+  int operator()(std::FILE* file, const std::vector<Pair>& pairs, std::uint64_t n) const {
+    FileSink sink(file);
+    Emitter<FileSink>(sink, kBlocksAsRead).pairs(pairs, n);
+    return sink.ok();
+  }
+};
+
+}  // namespace qi
+
+inline constexpr qi::WriteList<qi::Scene> qiWriteSceneList;
+inline constexpr qi::WriteList<qi::List<qi::Env>> qiWriteEnvList;
+inline constexpr qi::WriteList<qi::List<qi::Cam>> qiWriteCamList;
+inline constexpr qi::WriteList<qi::List<qi::Light>> qiWriteLightList;
+inline constexpr qi::WriteList<qi::List<qi::Obj>> qiWriteObjList;
+inline constexpr qi::WriteList<qi::List<qi::Shape>> qiWriteShapeList;
+inline constexpr qi::WriteList<qi::List<qi::Vtx>> qiWriteVtxList;
+inline constexpr qi::WriteList<qi::List<qi::Tri>> qiWriteTriList;
+inline constexpr qi::WriteList<qi::TwoKindList<qi::Color1, qi::Color2>> qiWriteColorList;
+inline constexpr qi::WriteList<qi::TwoKindList<qi::Vector1, qi::Vector2>> qiWriteVectorList;
+inline constexpr qi::WriteList<qi::List<qi::St>> qiWriteStList;
+inline constexpr qi::WriteList<qi::List<qi::Part>> qiWritePartList;
+inline constexpr qi::WriteList<qi::List<qi::Mat>> qiWriteMatList;
+inline constexpr qi::WriteList<qi::List<qi::Tex>> qiWriteTexList;
+inline constexpr qi::WriteList<qi::List<qi::Teximg>> qiWriteTexImgList;
+inline constexpr qi::WriteList<qi::List<qi::Anim>> qiWriteAnimList;
+inline constexpr qi::WriteList<qi::List<qi::Coll>> qiWriteCollList;
+inline constexpr qi::WriteList<qi::List<qi::Switch>> qiWriteSwitchList;
+inline constexpr qi::WriteList<qi::List<qi::Name>> qiWriteNameList;
+
+inline constexpr qi::WriteExt<qi::Scene> qiWriteSceneListExt;
+inline constexpr qi::WriteExt<qi::Cam> qiWriteCamExt;
+inline constexpr qi::WriteExt<qi::Obj> qiWriteObjExt;
+inline constexpr qi::WriteExt<qi::Shape> qiWriteShapeExt;
+inline constexpr qi::WriteExt<qi::Mat> qiWriteMatExt;
+inline constexpr qi::WriteExt<qi::Tex> qiWriteTexExt;
+inline constexpr qi::WriteExt<qi::Teximg> qiWriteTexImgExt;
+inline constexpr qi::WriteExt<qi::Anim> qiWriteAnimGroupExt;
+
+inline constexpr qi::WritePairs<QisExternal> qiWriteExternal;
+inline constexpr qi::WritePairs<QisNodeIndex> qiWriteNodeIndex;
