@@ -44,11 +44,15 @@ bool isEditingKey(KeySym symbol) {
   return IsCursorKey(symbol) || symbol == XK_Delete || symbol == XK_BackSpace || symbol == XK_Insert;
 }
 
-/// The text widget that has the focus in the shell that the event was sent to, or null.
+/// The text widget that has the focus below the widget that the key was sent to, or null. A posted menu,
+/// which is sent the keys while the text keeps its focus, is not above it.
 Widget focusedText(const XKeyEvent& key) {
   const Widget receiver = XtWindowToWidget(key.display, key.window);
   const Widget focus = receiver ? XmGetFocusWidget(receiver) : nullptr;
-  return focus && (XmIsText(focus) || XmIsTextField(focus)) ? focus : nullptr;
+  if (!focus || !(XmIsText(focus) || XmIsTextField(focus))) return nullptr;
+  Widget above = focus;
+  while (above && above != receiver) above = XtParent(above);
+  return above ? focus : nullptr;
 }
 
 Boolean dispatchKey(XEvent* event) {

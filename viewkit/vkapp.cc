@@ -47,6 +47,13 @@ bool probeSmoothText(const char* name) {
   return probe && viewkit::hasSmoothText(probe.get());
 }
 
+XtErrorMsgHandler printWarning;
+
+/// Core fonts cover the scripts they cover; that a locale knows more is nothing to tell every user.
+void filterWarning(String name, String type, String className, String text, String* words, Cardinal* count) {
+  if (std::strcmp(name, "missingCharsetList") != 0) printWarning(name, type, className, text, words, count);
+}
+
 /// Without this the first write to a lost display ends the process before Xlib can say so. A handler, unlike
 /// SIG_IGN, is not inherited by the programs we start.
 void survivePipeSignal() {
@@ -65,6 +72,7 @@ VkApp::VkApp(const char* className, int* argc, char** argv, XrmOptionDescRec* op
   XtToolkitInitialize();
   context_ = XtCreateApplicationContext();
   XtSetLanguageProc(context_, &setLanguage, nullptr);
+  printWarning = XtAppSetWarningMsgHandler(context_, &filterWarning);
 
   const char* const name = displayName({argv, static_cast<std::size_t>(*argc)});
   fallbackLines_ = viewkit::fallbackResources(probeSmoothText(name));
@@ -111,6 +119,14 @@ VkSimpleWindow* VkApp::mainWindow() const { return windows_.empty() ? nullptr : 
 void VkApp::addWindow(VkSimpleWindow* window) { windows_.push_back(window); }
 
 void VkApp::removeWindow(VkSimpleWindow* window) { std::erase(windows_, window); }
+
+const char* VkApp::geometry() const {
+  char* type = nullptr;
+  XrmValue value{};
+  const bool found = XrmGetResource(XtDatabase(display_), (applicationName_ + ".geometry").c_str(),
+                                    (className_ + ".Geometry").c_str(), &type, &value);
+  return found ? value.addr : nullptr;
+}
 
 std::vector<char*> VkApp::commandLine() {
   std::vector<char*> words;

@@ -80,6 +80,8 @@ class VkApp : public VkCallbackObject {
   friend class VkSimpleWindow;
   void addWindow(VkSimpleWindow* window);
   void removeWindow(VkSimpleWindow* window);
+  /// The "-geometry" of the command line or the application's geometry resource, for the main window; or null.
+  const char* geometry() const;
   /// The words the program was started with, for the WM_COMMAND property.
   std::vector<char*> commandLine();
 

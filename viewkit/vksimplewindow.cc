@@ -14,6 +14,8 @@ VkSimpleWindow::VkSimpleWindow(const char* name) : VkComponent(name) {
     // Only one window of a client tells how it was started.
     auto words = theApplication->commandLine();
     XtVaSetValues(shell, XmNargc, static_cast<int>(words.size()), XmNargv, words.data(), nullptr);
+    if (const char* geometry = theApplication->geometry())
+      XtVaSetValues(shell, XmNgeometry, geometry, nullptr);
   }
   setBaseWidget(shell);
   theApplication->addShell(shell, &wmDeleteCallback, this);

@@ -1,0 +1,107 @@
+/// @file A small application on the framework that says on standard output what happens to it; driven by
+/// tests.
+#include <Xm/Form.h>
+#include <Xm/TextF.h>
+
+#include <cstdio>
+
+#include "viewkit/forward.h"
+#include "viewkit/vkapp.h"
+#include "viewkit/vkfileselectiondialog.h"
+#include "viewkit/vkmessagedialogs.h"
+#include "viewkit/vkwindow.h"
+
+namespace {
+
+using viewkit::Forward;
+using enum VkMenuItemType;
+
+const char* answerName(VkDialogReason reason) {
+  return reason == VkDialogReason::OK ? "OK" : reason == VkDialogReason::CANCEL ? "CANCEL" : "APPLY";
+}
+
+class TestWindow : public VkWindow {
+ public:
+  explicit TestWindow(const char* name) : VkWindow(name) {
+    const VkMenuDesc more[] = {{ACTION, "Set Output Directory", &sayName}, {}};
+    const VkMenuDesc file[] = {{ACTION, "New", &Forward<&TestWindow::ask>::call},
+                               {ACTION, "Open", &Forward<&TestWindow::choose>::call},
+                               {ACTION, "Save", &sayName},
+                               {ACTION, "Save As...", &sayName},
+                               {SEPARATOR},
+                               {ACTION, "Quit", &Forward<&TestWindow::quit>::call},
+                               {}};
+    const VkMenuDesc edit[] = {{TOGGLE, "Edit Mode", &Forward<&TestWindow::edit>::call},
+                               {ACTION, "Delete Link", &sayName},
+                               {LABEL, "A label"},
+                               {}};
+    const VkMenuDesc tool[] = {{ACTION, "Warn", &Forward<&TestWindow::warn>::call},
+                               {ACTION, "Grey", &Forward<&TestWindow::grey>::call},
+                               {ACTION, "Busy", &Forward<&TestWindow::work>::call},
+                               {SUBMENU, "Convert to KAVO DL", nullptr, more},
+                               {}};
+    addMenuPane("File", file, this);
+    addMenuPane("Edit", edit, this);
+    addMenuPane("KAVO tool", tool, this);
+    const Widget form = XtVaCreateWidget("form", xmFormWidgetClass, mainWindowWidget(), XmNwidth, 560,
+                                         XmNheight, 360, nullptr);
+    XtVaCreateManagedWidget("text", xmTextFieldWidgetClass, form, XmNleftAttachment, XmATTACH_FORM,
+                            XmNrightAttachment, XmATTACH_FORM, nullptr);
+    addView(form);
+    setStatus("Ready.");
+    theApplication->addCallback(VkApp::displayLostCallback, this, &TestWindow::displayLost);
+  }
+  ~TestWindow() override { std::puts("window destroyed"); }
+  const char* className() const override { return "TestWindow"; }
+
+ private:
+  static void sayName(Widget widget, XtPointer, XtPointer) { std::puts(XtName(widget)); }
+
+  void ask() {
+    std::printf("question %s\n", answerName(getTheQuestionDialog()->postAndWait("All data is deleted. OK?")));
+  }
+  void choose() {
+    auto* const dialog = getTheFileSelectionDialog();
+    const auto answer = dialog->postAndWait();
+    std::printf("file %s %s\n", answerName(answer), dialog->fileName());
+  }
+  void warn() {
+    std::printf("warning %s\n", answerName(getTheWarningDialog()->postAndWait("Can't write QUIL data!")));
+  }
+  void edit() {
+    const auto* toggle = menu()->findNamedItem<VkMenuToggle>("Edit Mode");
+    std::printf("Edit Mode %d\n", toggle->state());
+  }
+  void grey() {
+    auto* const pane = menu()->findNamedItem("File");
+    if (pane->isActive())
+      pane->deactivate();
+    else
+      pane->activate();
+    std::printf("File %d\n", pane->isActive());
+  }
+  void work() {
+    theApplication->busy("making KAVO data...");
+    theApplication->busy();
+    std::puts("busy");
+    theApplication->notBusy();
+    std::printf("still busy %d\n", theApplication->isBusy());
+    std::getchar();
+    theApplication->notBusy();
+    std::printf("still busy %d\n", theApplication->isBusy());
+  }
+  void quit() { theApplication->quitYourself(); }
+  void displayLost(VkApp*, void*, void*) { std::puts("display lost"); }
+};
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  std::setvbuf(stdout, nullptr, _IOLBF, 0);
+  VkApp app("frameworktest", &argc, argv);
+  TestWindow window("TestWindow");
+  window.show();
+  const int status = app.run();
+  std::printf("run returned %d\n", status);
+  return status;
+}
