@@ -1,0 +1,25 @@
+/// @file
+/// What the agent knows of the widgets of the program it sits in.
+#pragma once
+
+#include <X11/Intrinsic.h>
+
+#include <string>
+#include <vector>
+
+#include "tests/support/agent_words.h"
+
+namespace agent {
+
+/// Every widget and gadget of the application, parents before children, as answer lines. Window-less objects
+/// of our own (a graph's nodes) are left out.
+std::vector<Words> describeWidgets(XtAppContext app);
+
+/// The widget that an ID of a former answer stands for, or null when it is gone.
+Widget findWidget(XtAppContext app, const std::string& id);
+
+/// A resource of a widget as a number, or as text when it is a string. Throws std::invalid_argument when the
+/// widget has no such resource.
+std::string resourceValue(Widget widget, const std::string& name);
+
+}  // namespace agent

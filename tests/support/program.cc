@@ -1,0 +1,195 @@
+/// @file
+/// Starting a program with the agent in it, and asking that.
+#include "tests/support/program.h"
+
+#include <fcntl.h>
+#include <poll.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+#include <fstream>
+#include <stdexcept>
+
+#include "tests/support/agent_words.h"
+
+namespace support {
+
+namespace fs = std::filesystem;
+
+bool WidgetInfo::isAt(std::string_view where) const {
+  std::string_view names = path;
+  const auto takeLast = [](std::string_view& rest) {
+    const std::size_t slash = rest.rfind('/');
+    const std::string_view last = rest.substr(slash == rest.npos ? 0 : slash + 1);
+    rest = rest.substr(0, slash == rest.npos ? 0 : slash);
+    return last;
+  };
+  if (takeLast(names) != takeLast(where)) return false;
+  while (!where.empty()) {
+    const std::string_view wanted = takeLast(where);
+    do {
+      if (names.empty()) return false;
+    } while (takeLast(names) != wanted);
+  }
+  return true;
+}
+
+Program::Program(const XServer& server, const Start& start)
+    : directory_(start.directory.empty() ? scratch_.path() / "work" : fs::absolute(start.directory)),
+      driver_(server.display()) {
+  fs::create_directories(directory_);
+  fs::create_directories(home());
+  for (const auto& [name, contents] : start.home_files)
+    std::ofstream(home() / name, std::ios::binary) << contents;
+
+  int ends[2];
+  if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends) != 0)
+    throw std::runtime_error("no socket pair");
+  socket_ = Descriptor(ends[0]);
+  const Descriptor theirs(ends[1]);
+
+  Process::Start process;
+  process.command = start.arguments;
+  process.command.insert(process.command.begin(), start.executable.string());
+  process.name = start.name;
+  process.directory = directory_;
+  process.environment = start.environment;
+  process.environment.merge(std::map<std::string, std::string>{
+      {"DISPLAY", server.display()},
+      {"HOME", home().string()},
+      {"LC_ALL", "C.UTF-8"},
+      {"XENVIRONMENT", ""},
+      {"XAPPLRESDIR", ""},
+      {"LD_PRELOAD", QUIL_TEST_PRELOAD},
+      {"QUIL_AGENT_FD", std::to_string(theirs.get())},
+  });
+  process.output = scratch_.path() / "output";
+  process.errors = scratch_.path() / "errors";
+  process.kept_fd = theirs.get();
+  process_.emplace(process);
+}
+
+std::string Program::output() {
+  if (process_->running()) settle();
+  return readFile(scratch_.path() / "output");
+}
+
+std::string Program::errors() {
+  if (process_->running()) settle();
+  return readFile(scratch_.path() / "errors");
+}
+
+void Program::settle() { ask({"settle"}); }
+
+std::vector<std::vector<std::string>> Program::ask(const std::vector<std::string>& question) {
+  const std::string line = agent::joined(question) + "\n";
+  std::string reply;
+  bool open =
+      send(socket_.get(), line.data(), line.size(), MSG_NOSIGNAL) == static_cast<ssize_t>(line.size());
+  std::vector<std::vector<std::string>> answer;
+  while (open) {
+    for (std::size_t end; (end = reply.find('\n')) != reply.npos; reply.erase(0, end + 1)) {
+      answer.push_back(agent::split(reply.substr(0, end)));
+    }
+    if (!answer.empty() && answer.back()[0] == "end") {
+      answer.pop_back();
+      return answer;
+    }
+    if (!answer.empty() && answer.back()[0] == "error") throw std::runtime_error(answer.back().at(1));
+    pollfd ready{socket_.get(), POLLIN, 0};
+    if (poll(&ready, 1, static_cast<int>(kPatience.count())) <= 0) {
+      throw std::runtime_error("the program does not answer; its errors: " +
+                               readFile(scratch_.path() / "errors"));
+    }
+    char buffer[65536];
+    const ssize_t count = read(socket_.get(), buffer, sizeof buffer);
+    open = count > 0;
+    if (open) reply.append(buffer, static_cast<std::size_t>(count));
+  }
+  const std::optional<int> status = process_->waitForExit();
+  throw std::runtime_error("the program has ended with " +
+                           (status ? std::to_string(*status) : "a closed socket") +
+                           "; its errors: " + readFile(scratch_.path() / "errors"));
+}
+
+std::vector<WidgetInfo> Program::widgets() {
+  std::vector<WidgetInfo> result;
+  for (const std::vector<std::string>& line : ask({"tree"})) {
+    const auto number = [&](std::size_t i) { return std::stoi(line.at(i)); };
+    const auto flag = [&](char c) { return line.at(8).find(c) != std::string::npos; };
+    WidgetInfo widget;
+    widget.id = line.at(1);
+    widget.path = line.at(2);
+    widget.class_name = line.at(3);
+    widget.box = {number(4), number(5), number(6), number(7)};
+    widget.managed = flag('m');
+    widget.viewable = flag('v');
+    widget.sensitive = flag('s');
+    widget.set = flag('t');
+    widget.focused = flag('f');
+    widget.label = line.at(9);
+    widget.text = line.at(10);
+    result.push_back(std::move(widget));
+  }
+  return result;
+}
+
+std::optional<WidgetInfo> Program::find(const Condition& condition) {
+  for (WidgetInfo& widget : widgets()) {
+    if (condition(widget)) return std::move(widget);
+  }
+  return std::nullopt;
+}
+
+WidgetInfo Program::await(std::string_view what, const Condition& condition) {
+  std::optional<WidgetInfo> found;
+  if (waitFor([&] { return (found = find(condition)).has_value(); })) return *std::move(found);
+  std::string message = "waited in vain for " + std::string(what) + "; there is";
+  for (const WidgetInfo& widget : widgets()) {
+    if (widget.viewable)
+      message += "\n  " + widget.path + " (" + widget.class_name + ") " + widget.label + widget.text;
+  }
+  throw std::runtime_error(message);
+}
+
+WidgetInfo Program::await(std::string_view where) {
+  return await(where, [&](const WidgetInfo& w) { return w.isAt(where) && w.viewable && w.sensitive; });
+}
+
+void Program::click(std::string_view where) { driver_.click(await(where).box.centre()); }
+
+void Program::chooseMenu(const std::vector<std::string>& labels) {
+  openMenu(labels);
+  driver_.release();
+}
+
+WidgetInfo Program::openMenu(const std::vector<std::string>& labels) {
+  const auto isItem = [](const WidgetInfo& widget, const std::string& label, bool in_pane) {
+    return widget.viewable && widget.label == label &&
+           widget.class_name.find("Button") != std::string::npos &&
+           in_pane ==
+               (widget.path.find("/popup_") != std::string::npos);  // what the toolkit calls a pane's shell
+  };
+  WidgetInfo item =
+      await("the menu " + labels.at(0), [&](const WidgetInfo& w) { return isItem(w, labels[0], false); });
+  driver_.moveTo(item.box.centre());
+  driver_.press();
+  for (std::size_t i = 1; i < labels.size(); ++i) {
+    const Point parent = item.box.centre();
+    int nudge = 0;
+    item = await("the menu item " + labels[i], [&](const WidgetInfo& w) {
+      if (isItem(w, labels[i], true)) return true;
+      // A submenu comes up by itself while the pointer moves about its item.
+      if (w.id == item.id) driver_.moveTo({parent.x + (nudge ^= 1), parent.y});
+      return false;
+    });
+    driver_.moveTo(item.box.centre());
+  }
+  return item;
+}
+
+std::string Program::resource(const WidgetInfo& widget, const std::string& name) {
+  return ask({"resource", widget.id, name}).at(0).at(1);
+}
+
+}  // namespace support
