@@ -2,27 +2,29 @@
 /// Whole files as bytes, and a directory that a test may fill.
 #pragma once
 
-#include <gtest/gtest.h>
 #include <stdlib.h>
 
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <stdexcept>
 #include <string>
 
+/// @throws std::runtime_error when the file can't be read.
 inline std::string read_file(const std::filesystem::path& path) {
   std::ifstream file(path, std::ios::binary);
-  EXPECT_TRUE(file) << path;
+  if (!file) throw std::runtime_error("can't read " + path.string());
   return {std::istreambuf_iterator<char>(file), {}};
 }
 
+/// @throws std::runtime_error when the file can't be written.
 inline void write_file(const std::filesystem::path& path, const std::string& bytes) {
   std::ofstream file(path, std::ios::binary);
   file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-  EXPECT_TRUE(file.flush()) << path;
+  if (!file.flush()) throw std::runtime_error("can't write " + path.string());
 }
 
-/// A new empty directory that goes away, with all that is in it, when the test ends.
+/// A new empty directory that goes away, with all that is in it, at the end.
 class ScratchDirectory {
  public:
   ScratchDirectory() {

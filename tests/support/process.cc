@@ -8,30 +8,10 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <cstdlib>
-#include <fstream>
-#include <iterator>
-#include <stdexcept>
 #include <system_error>
 #include <utility>
 
 namespace support {
-
-std::string readFile(const std::filesystem::path& file) {
-  std::ifstream in(file, std::ios::binary);
-  return {std::istreambuf_iterator<char>(in), {}};
-}
-
-ScratchDirectory::ScratchDirectory() {
-  std::string name = (std::filesystem::temp_directory_path() / "quileditor-XXXXXX").string();
-  if (mkdtemp(name.data()) == nullptr) throw std::system_error(errno, std::generic_category(), name);
-  path_ = name;
-}
-
-ScratchDirectory::~ScratchDirectory() {
-  std::error_code ignored;
-  std::filesystem::remove_all(path_, ignored);
-}
 
 Descriptor::~Descriptor() {
   if (fd_ >= 0) close(fd_);

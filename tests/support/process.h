@@ -1,5 +1,5 @@
 /// @file
-/// Child processes and scratch directories that never outlive the test that made them.
+/// Child processes that never outlive the test that made them.
 #pragma once
 
 #include <sys/types.h>
@@ -15,23 +15,6 @@
 #include "tests/support/wait.h"
 
 namespace support {
-
-/// The whole contents of a file; empty when it can't be read.
-std::string readFile(const std::filesystem::path& file);
-
-/// A fresh directory, removed with everything in it at the end.
-class ScratchDirectory {
- public:
-  ScratchDirectory();
-  ~ScratchDirectory();
-  ScratchDirectory(const ScratchDirectory&) = delete;
-  ScratchDirectory& operator=(const ScratchDirectory&) = delete;
-
-  const std::filesystem::path& path() const { return path_; }
-
- private:
-  std::filesystem::path path_;
-};
 
 /// A file descriptor that is closed at the end.
 class Descriptor {

@@ -7,7 +7,6 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
-#include <fstream>
 #include <stdexcept>
 
 #include "tests/support/agent_words.h"
@@ -71,12 +70,12 @@ Program::Program(const XServer& server, const Start& start)
 
 std::string Program::output() {
   if (process_->running()) settle();
-  return readFile(scratch_.path() / "output");
+  return read_file(scratch_.path() / "output");
 }
 
 std::string Program::errors() {
   if (process_->running()) settle();
-  return readFile(scratch_.path() / "errors");
+  return read_file(scratch_.path() / "errors");
 }
 
 void Program::settle() { ask({"settle"}); }
@@ -99,7 +98,7 @@ std::vector<std::vector<std::string>> Program::ask(const std::vector<std::string
     pollfd ready{socket_.get(), POLLIN, 0};
     if (poll(&ready, 1, static_cast<int>(kPatience.count())) <= 0) {
       throw std::runtime_error("the program does not answer; its errors: " +
-                               readFile(scratch_.path() / "errors"));
+                               read_file(scratch_.path() / "errors"));
     }
     char buffer[65536];
     const ssize_t count = read(socket_.get(), buffer, sizeof buffer);
@@ -109,7 +108,7 @@ std::vector<std::vector<std::string>> Program::ask(const std::vector<std::string
   const std::optional<int> status = process_->waitForExit();
   throw std::runtime_error("the program has ended with " +
                            (status ? std::to_string(*status) : "a closed socket") +
-                           "; its errors: " + readFile(scratch_.path() / "errors"));
+                           "; its errors: " + read_file(scratch_.path() / "errors"));
 }
 
 std::vector<WidgetInfo> Program::widgets() {

@@ -10,6 +10,7 @@
 #include <string_view>
 #include <vector>
 
+#include "tests/support/files.h"
 #include "tests/support/process.h"
 #include "tests/support/xdriver.h"
 #include "tests/support/xserver.h"

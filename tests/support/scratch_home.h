@@ -8,18 +8,16 @@
 #include <optional>
 #include <string>
 
+#include "tests/support/files.h"
 #include "tools/cnvopts.h"
 
 /// While it lives, the options file is the one in a new empty directory, whoever is logged in: the login
-/// name is unknown and HOME is that directory. Takes the directory away at the end.
+/// name is unknown and HOME is that directory.
 class ScratchHome {
  public:
   ScratchHome() {
     if (const char* home = getenv("HOME")) home_before_ = home;
-    std::string name = (std::filesystem::temp_directory_path() / "quil-home-XXXXXX").string();
-    if (!mkdtemp(name.data())) throw std::filesystem::filesystem_error("mkdtemp", {});
-    dir_ = name;
-    setenv("HOME", dir_.c_str(), 1);
+    setenv("HOME", dir().c_str(), 1);
     user_lookup.login_name = [] { return static_cast<const char*>(nullptr); };
   }
   ~ScratchHome() {
@@ -29,17 +27,15 @@ class ScratchHome {
     } else {
       unsetenv("HOME");
     }
-    std::error_code ignored;
-    std::filesystem::remove_all(dir_, ignored);
   }
   ScratchHome(const ScratchHome&) = delete;
   ScratchHome& operator=(const ScratchHome&) = delete;
 
-  const std::filesystem::path& dir() const { return dir_; }
-  std::filesystem::path options_file() const { return dir_ / ".quilcnvops"; }
+  const std::filesystem::path& dir() const { return dir_.path(); }
+  std::filesystem::path options_file() const { return dir() / ".quilcnvops"; }
 
  private:
   const UserLookup lookup_before_ = user_lookup;
   std::optional<std::string> home_before_;
-  std::filesystem::path dir_;
+  ScratchDirectory dir_;
 };

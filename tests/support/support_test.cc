@@ -3,9 +3,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <fstream>
 #include <tuple>
 
+#include "tests/support/files.h"
 #include "tests/support/process.h"
 #include "tests/support/program.h"
 #include "tests/support/xdriver.h"
@@ -23,7 +23,7 @@ std::string outputOf(const std::vector<std::string>& command) {
   start.command = command;
   start.output = scratch.path() / "output";
   EXPECT_EQ(Process(start).waitForExit(), 0) << command[0];
-  return readFile(start.output);
+  return read_file(start.output);
 }
 
 TEST(Process, ReportsExitCodesAndSignals) {
@@ -66,8 +66,8 @@ TEST(Process, DiesWithAParentThatCrashes) {
   pid_t grandchild = 0;
   ASSERT_EQ(read(ends[0], &grandchild, sizeof grandchild), ssize_t{sizeof grandchild});
   const auto gone = [grandchild] {  // nobody here may reap it: a zombie counts as gone
-    const std::string status = readFile("/proc/" + std::to_string(grandchild) + "/stat");
-    return status.empty() || status.find(") Z") != status.npos;
+    const std::filesystem::path status = "/proc/" + std::to_string(grandchild) + "/stat";
+    return !exists(status) || read_file(status).find(") Z") != std::string::npos;
   };
   EXPECT_TRUE(waitFor(gone));
   waitpid(child, nullptr, 0);
@@ -88,7 +88,7 @@ TEST_P(XServerDepth, GivesThatDepthAndScreenshots) {
 
   const ScratchDirectory scratch;
   server.screenshot(scratch.path() / "pictures" / "screen.png");
-  EXPECT_EQ(readFile(scratch.path() / "pictures" / "screen.png").substr(1, 3), "PNG");
+  EXPECT_EQ(read_file(scratch.path() / "pictures" / "screen.png").substr(1, 3), "PNG");
 }
 
 INSTANTIATE_TEST_SUITE_P(All, XServerDepth, testing::Values(8, 16, 24));
@@ -128,7 +128,7 @@ TEST_F(Tiny, RunsInAHomeOfItsOwnAndHidesTheLogin) {
 TEST_F(Tiny, IsToldItsNameAndArguments) {
   Program named(server_, {.executable = TINY_PROGRAM, .name = "tiny", .home_files = {{".opts", "hello"}}});
   EXPECT_THAT(named.output(), HasSubstr("started as tiny in"));
-  EXPECT_EQ(readFile(named.home() / ".opts"), "hello");
+  EXPECT_EQ(read_file(named.home() / ".opts"), "hello");
 }
 
 TEST_F(Tiny, ShowsItsWidgets) {

@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 
+#include "tests/support/files.h"
 #include "tests/support/process.h"
 
 namespace support {
