@@ -39,7 +39,7 @@ Word* name_index_of(Qis& scene, Word kind, Word number) {
 int name_node(std::string_view node, std::string_view text) {
   const auto id = find_node_id(node);
   Word* const index = id ? name_index_of(*qis, id->kind, id->number) : nullptr;
-  if (!index) return 0;
+  if (!index || (*index != kUnset && *index >= qis->name_list.records.size())) return 0;
   *index = set_node_name(text, *index);
   return 1;
 }

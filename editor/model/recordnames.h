@@ -22,5 +22,5 @@ std::string get_name_string(Word name_index);
 Word* name_index_of(Qis& scene, Word kind, Word number);
 
 /// Names the record behind a node of the current scene (`node` is the node's name, such as obj_3).
-/// @returns 1, or 0 with nothing changed when no record is behind it.
+/// @returns 1, or 0 with nothing changed when no record is behind it or the record's name index dangles.
 int name_node(std::string_view node, std::string_view text);
