@@ -2,6 +2,7 @@
 /// Saving scene files: header, core lists, extension lists.
 #include <cerrno>
 #include <cstring>
+#include <limits>
 
 #include "qilib/container.h"
 #include "qilib/files.h"
@@ -20,6 +21,13 @@ int write_lists(std::FILE* file, const Qis& scene, int mode, bool extension) {
       result = qi::WriteList<L>{}(file, list, mode);
   });
   return result;
+}
+
+/// Whether the file's length, so far as it has one, can be told in its size word.
+bool size_fits(std::FILE* file) {
+  if (ftello(file) <= off_t{std::numeric_limits<Word>::max()}) return true;
+  errno = EFBIG;
+  return false;
 }
 
 int save(const Qis& scene, int mode) {
@@ -58,7 +66,7 @@ int qiWriteQb2Ext(std::FILE* file, const Qis& scene) {
 
 int qiWriteScene(std::FILE* file, const Qis& scene, int mode) {
   return qiWriteFileHeader(file, scene.header, mode) && write_lists(file, scene, mode, false) &&
-         qiWriteQb2Ext(file, scene);
+         qiWriteQb2Ext(file, scene) && size_fits(file);
 }
 
 int qiWriteQb(const Qis& scene) { return save(scene, qi::kBlocksAsRead); }
