@@ -1,0 +1,35 @@
+/// @file
+/// For tests of edits to the current scene: running them, and what the scene looked like before and after.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <set>
+#include <string>
+
+#include "editor/model/currentscene.h"
+#include "editor/model/scenegraph.h"
+#include "tests/support/builtscene.h"
+
+/// Runs an edit and returns its answer; what it printed goes to `printed`.
+template <class Edit>
+int run_edit(std::string& printed, Edit edit) {
+  testing::internal::CaptureStdout();
+  const int answer = edit();
+  printed = testing::internal::GetCapturedStdout();
+  return answer;
+}
+
+/// The arcs of the current scene, as text, sorted; and every size word: what no refused edit may change.
+struct Snapshot {
+  std::multiset<std::string> arcs;
+  SizeWords sizes;
+  friend bool operator==(const Snapshot&, const Snapshot&) = default;
+};
+inline Snapshot snapshot() {
+  Snapshot now{{}, size_words(*qis)};
+  const SceneGraph graph = scene_graph(*qis);
+  for (const auto& [parent, child] : graph.arcs)
+    now.arcs.insert(graph.nodes[parent].name + " " + graph.nodes[child].name);
+  return now;
+}
