@@ -13,9 +13,11 @@
 
 namespace {
 
+using Report = std::function<void(const qi::WrongSize&)>;
+
 class SizeCheck {
  public:
-  SizeCheck(Qis& scene, int mode) : scene_(scene), mode_(mode) {}
+  SizeCheck(Qis& scene, int mode, const Report& report) : scene_(scene), mode_(mode), report_(report) {}
 
   int corrected() const { return corrected_; }
 
@@ -37,7 +39,7 @@ class SizeCheck {
  private:
   void correct(const char* what, Word& held, std::uint64_t written) {
     if (held == static_cast<Word>(written)) return;
-    std::fprintf(stderr, "%s: %s %u corrected to %" PRIu64 "\n", where_.c_str(), what, held, written);
+    report_({where_, what, held, written});
     held = static_cast<Word>(written);
     ++corrected_;
   }
@@ -125,14 +127,22 @@ class SizeCheck {
 
   Qis& scene_;
   int mode_;
+  const Report& report_;
   int corrected_ = 0;
   std::string where_;  ///< what the next correction is about, for its line
 };
 
 }  // namespace
 
-int qiCheckSizes(Qis& scene, int mode) {
-  SizeCheck check(scene, mode);
+int qi::correct_sizes(Qis& scene, int mode, const Report& report) {
+  SizeCheck check(scene, mode, report);
   check.check_all();
   return check.corrected();
+}
+
+int qiCheckSizes(Qis& scene, int mode) {
+  return qi::correct_sizes(scene, mode, [](const qi::WrongSize& size) {
+    std::fprintf(stderr, "%s: %s %" PRIu32 " corrected to %" PRIu64 "\n", size.where.c_str(),
+                 size.what.data(), size.held, size.written);
+  });
 }

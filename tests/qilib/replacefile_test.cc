@@ -3,10 +3,8 @@
 #include "qilib/replacefile.h"
 
 #include <gtest/gtest.h>
-#include <stdlib.h>
 
-#include <fstream>
-#include <sstream>
+#include "tests/support/files.h"
 
 namespace {
 
@@ -14,25 +12,11 @@ namespace fs = std::filesystem;
 
 class Replacing : public testing::Test {
  protected:
-  void SetUp() override {
-    std::string name = (fs::temp_directory_path() / "quil-replace-XXXXXX").string();
-    ASSERT_TRUE(mkdtemp(name.data()));
-    dir_ = name;
-    target_ = dir_ / "scene.quil";
-  }
-  void TearDown() override {
-    std::error_code ignored;
-    fs::remove_all(dir_, ignored);
-  }
-  static void put(const fs::path& path, const std::string& text) { std::ofstream{path} << text; }
-  static std::string text(const fs::path& path) {
-    std::ostringstream held;
-    held << std::ifstream{path}.rdbuf();
-    return held.str();
-  }
   std::ptrdiff_t files() const { return std::distance(fs::directory_iterator{dir_}, {}); }
 
-  fs::path dir_, target_;
+  const ScratchDirectory scratch_;
+  const fs::path dir_ = scratch_.path();
+  const fs::path target_ = dir_ / "scene.quil";
 };
 
 TEST_F(Replacing, NewFileAppearsOnCommit) {
@@ -41,40 +25,40 @@ TEST_F(Replacing, NewFileAppearsOnCommit) {
   std::fputs("new", file.stream());
   EXPECT_FALSE(fs::exists(target_));
   EXPECT_TRUE(file.commit());
-  EXPECT_EQ(text(target_), "new");
+  EXPECT_EQ(read_file(target_), "new");
   EXPECT_EQ(files(), 1);
 }
 
 TEST_F(Replacing, NotCommittedLeavesTheTargetAndNothingElse) {
-  put(target_, "old");
+  write_file(target_, "old");
   {
     ReplacingFile file{target_};
     ASSERT_TRUE(file.stream());
     std::fputs("new", file.stream());
   }
-  EXPECT_EQ(text(target_), "old");
+  EXPECT_EQ(read_file(target_), "old");
   EXPECT_EQ(files(), 1);
 }
 
 TEST_F(Replacing, PermissionsAreKept) {
-  put(target_, "old");
+  write_file(target_, "old");
   fs::permissions(target_, fs::perms{0640});
   ReplacingFile file{target_};
   ASSERT_TRUE(file.commit());
   EXPECT_EQ(fs::status(target_).permissions(), fs::perms{0640});
-  EXPECT_EQ(text(target_), "");
+  EXPECT_EQ(read_file(target_), "");
 }
 
 TEST_F(Replacing, SymbolicLinkStaysAndItsTargetIsReplaced) {
   fs::create_directory(dir_ / "elsewhere");
-  put(dir_ / "elsewhere/real", "old");
+  write_file(dir_ / "elsewhere/real", "old");
   fs::create_symlink("elsewhere/real", target_);
   ReplacingFile file{target_};
   ASSERT_TRUE(file.stream());
   std::fputs("new", file.stream());
   EXPECT_TRUE(file.commit());
   EXPECT_TRUE(fs::is_symlink(target_));
-  EXPECT_EQ(text(dir_ / "elsewhere/real"), "new");
+  EXPECT_EQ(read_file(dir_ / "elsewhere/real"), "new");
 }
 
 TEST_F(Replacing, DanglingLinkGetsItsTarget) {

@@ -1,0 +1,38 @@
+/// @file
+/// The commands of quilscene. Each writes its results to standard output and returns how it went.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+/// What the program exits with.
+enum class Outcome {
+  well = 0,
+  failed = 1,    ///< a file could not be read, checked or written, or an edit was refused
+  wrong_use = 2  ///< arguments or a script line that make no sense
+};
+
+/// What stands on the command line behind the command's name.
+struct Arguments {
+  std::vector<std::string> files;  ///< at least one; just one for all but `check`
+  std::string output;              ///< -o: the file to write
+  std::optional<std::string> script;
+  int mode = 2;  ///< of the writer: 1 or 2
+  bool dot = false;
+};
+
+/// Version, header, lists with their record counts and bytes, names.
+Outcome info(const Arguments& arguments);
+
+/// One line per finding in each file; fails if any finding is more than a note.
+Outcome check(const Arguments& arguments);
+
+/// The scene's nodes and arcs in their order, or as a Graphviz graph.
+Outcome graph(const Arguments& arguments);
+
+/// Opens and saves.
+Outcome resave(const Arguments& arguments);
+
+/// Opens, runs a script of edits, and saves if every line of it made sense.
+Outcome edit(const Arguments& arguments);

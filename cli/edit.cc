@@ -1,0 +1,73 @@
+/// @file
+/// `quilscene edit`: a script of edits by the rules of the editor's window.
+#include <cstdio>
+#include <fstream>
+#include <iostream>
+
+#include "cli/commands.h"
+#include "cli/scenefile.h"
+#include "cli/script.h"
+#include "editor/model/currentscene.h"
+#include "editor/model/modifygraph.h"
+#include "editor/model/recordnames.h"
+
+namespace {
+
+/// Runs one edit on the current scene; 1 or 0.
+int run(const ScriptLine& line) {
+  const auto& operands = line.operands;
+  switch (line.verb) {
+    case Verb::add:
+      return quilAddLink(operands[0], operands[1]);
+    case Verb::remove:
+      return quilDeleteLink(operands[0], operands[1]);
+    case Verb::move:
+      return quilModifyLink(operands[0], operands[1], operands[2], operands[3]);
+    case Verb::name:
+      return name_node(operands[0], operands[1]);
+    case Verb::nothing:
+      break;
+  }
+  return 0;
+}
+
+/// How a script went, and whether all of it was run: an incomplete one is not saved.
+struct ScriptRun {
+  Outcome outcome;
+  bool complete;
+};
+
+/// Runs a whole script. A refused edit fails it, but the rest still runs; a malformed line ends it.
+ScriptRun run_script(std::istream& script, const char* script_name) {
+  Outcome outcome = Outcome::well;
+  std::string text;
+  for (std::size_t number = 1; std::getline(script, text); ++number) {
+    const auto line = parse_script_line(text);
+    if (!line) {
+      std::fprintf(stderr, "quilscene: %s:%zu: malformed line, nothing is written\n", script_name, number);
+      return {Outcome::wrong_use, false};
+    }
+    if (line->verb == Verb::nothing) continue;
+    const int result = run(*line);
+    std::printf("-> %d\n", result);
+    if (result != 1) outcome = Outcome::failed;
+  }
+  if (script.eof()) return {outcome, true};
+  std::fprintf(stderr, "quilscene: can't read %s, nothing is written\n", script_name);
+  return {Outcome::failed, false};
+}
+
+ScriptRun run_script_of(const Arguments& arguments) {
+  if (!arguments.script) return run_script(std::cin, "standard input");
+  std::ifstream script{*arguments.script};
+  return run_script(script, arguments.script->c_str());
+}
+
+}  // namespace
+
+Outcome edit(const Arguments& arguments) {
+  if (!open_scene(arguments.files.front(), *qis)) return Outcome::failed;
+  const ScriptRun script = run_script_of(arguments);
+  if (!script.complete) return script.outcome;
+  return save_scene(*qis, arguments.output, arguments.mode) ? script.outcome : Outcome::failed;
+}

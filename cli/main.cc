@@ -1,0 +1,134 @@
+/// @file
+/// quilscene: scene files from the command line, without a display.
+#include <fcntl.h>
+#include <getopt.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <csignal>
+#include <cstdio>
+#include <cstring>
+#include <exception>
+#include <string_view>
+
+#include "cli/commands.h"
+
+namespace {
+
+/// A command: what follows its name, the letters of the options that it takes, and its function.
+struct Command {
+  std::string_view name;
+  const char* usage;
+  std::string_view options;
+  const char* what;
+  Outcome (*run)(const Arguments&);
+  bool many_files = false;
+};
+
+// Letters without a short form on the command line: m (--mode), s (--script), d (--dot).
+constexpr Command kCommands[] = {
+    {"info", "FILE", "", "version, header, lists with their record counts and bytes, names", info},
+    {"check", "FILE...", "", "one line for everything that is wrong or odd in each file", check, true},
+    {"graph", "[--dot] FILE", "d", "nodes and arcs in their order, or as a Graphviz graph", graph},
+    {"resave", "FILE -o OUT [--mode 1|2]", "om", "open and save", resave},
+    {"edit", "FILE -o OUT [--mode 1|2] [--script S]", "oms", "run a script of edits, then save", edit},
+};
+
+constexpr char kScriptHelp[] =
+    "\nA script has a command a line (standard input by default; # begins a comment):\n"
+    "  add PARENT CHILD\n"
+    "  delete PARENT CHILD\n"
+    "  move OLD_PARENT OLD_CHILD NEW_PARENT NEW_CHILD\n"
+    "  name NODE TEXT\n"
+    "\nExit status: 0 all well, 1 a file or an edit failed, 2 wrong use.\n";
+
+void print_help() {
+  std::printf("Usage: quilscene COMMAND ...\n\n");
+  for (const Command& command : kCommands)
+    std::printf("  %-6s %-38s %s\n", command.name.data(), command.usage, command.what);
+  std::printf("  --help, --version\n%s", kScriptHelp);
+}
+
+Outcome misuse(const char* problem, std::string_view culprit = {}) {
+  std::fprintf(stderr, "quilscene: %s%.*s\n", problem, static_cast<int>(culprit.size()), culprit.data());
+  std::fprintf(stderr, "Try: quilscene --help\n");
+  return Outcome::wrong_use;
+}
+
+/// Reads the arguments behind the command's name and runs it.
+Outcome run_command(const Command& command, int count, char** words) {
+  static constexpr option kOptions[] = {{"output", required_argument, nullptr, 'o'},
+                                        {"mode", required_argument, nullptr, 'm'},
+                                        {"script", required_argument, nullptr, 's'},
+                                        {"dot", no_argument, nullptr, 'd'},
+                                        {}};
+  Arguments arguments;
+  opterr = 0;
+  for (int letter = 0; (letter = getopt_long(count, words, ":o:", kOptions, nullptr)) != -1;) {
+    const std::string_view word = words[optind - 1];
+    if (letter == ':') return misuse("a value is missing behind ", word);
+    if (command.options.find(static_cast<char>(letter)) == std::string_view::npos)
+      return misuse("this command has no option ", word);
+    if (letter == 'o') arguments.output = optarg;
+    if (letter == 's') arguments.script = optarg;
+    if (letter == 'd') arguments.dot = true;
+    if (letter == 'm') {
+      const std::string_view mode = optarg;
+      if (mode != "1" && mode != "2") return misuse("the mode is 1 or 2, not ", mode);
+      arguments.mode = mode == "1" ? 1 : 2;
+    }
+  }
+  arguments.files.assign(words + optind, words + count);
+  const bool needs_output = command.options.find('o') != std::string_view::npos;
+  if (arguments.files.empty()) return misuse("a FILE is missing");
+  if (arguments.files.size() > 1 && !command.many_files)
+    return misuse("one FILE too many: ", arguments.files[1]);
+  if (needs_output && arguments.output.empty()) return misuse("-o OUT is missing");
+  return command.run(arguments);
+}
+
+Outcome run(int count, char** words) {
+  if (count < 2) return misuse("which command?");
+  const std::string_view first = words[1];
+  if (first == "--help" || first == "-h") {
+    print_help();
+    return Outcome::well;
+  }
+  if (first == "--version") {
+    std::printf("quilscene %s\n", QUIL_VERSION);
+    return Outcome::well;
+  }
+  const Command* const command = std::ranges::find(kCommands, first, &Command::name);
+  if (command == std::end(kCommands)) return misuse("no such command: ", first);
+  return run_command(*command, count - 1, words + 1);
+}
+
+/// Fills standard descriptors that the caller closed with one that fails like a closed one, so that no scene
+/// file gets their numbers and with it whatever is printed.
+void occupy_standard_descriptors() {
+  for (const int fd : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
+    if (fcntl(fd, F_GETFD) == -1) {
+      // Opening takes the lowest free number, which is this one.
+      const int taken = open("/dev/null", fd == STDIN_FILENO ? O_WRONLY : O_RDONLY);
+      if (taken != fd) _exit(static_cast<int>(Outcome::failed));
+    }
+}
+
+}  // namespace
+
+int main(int count, char** words) {
+  occupy_standard_descriptors();
+  std::signal(SIGPIPE, SIG_IGN);  // a reader that went away is a failed write, and a save still completes
+  Outcome outcome = Outcome::failed;
+  try {
+    outcome = run(count, words);
+  } catch (const std::exception& error) {
+    std::fprintf(stderr, "quilscene: %s\n", error.what());
+  }
+  if (std::fflush(stdout) != 0 || std::ferror(stdout)) {
+    std::fprintf(stderr, "quilscene: can't write to standard output\n");
+    if (outcome == Outcome::well) outcome = Outcome::failed;
+  }
+  return static_cast<int>(outcome);
+}
