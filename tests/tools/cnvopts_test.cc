@@ -6,10 +6,9 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <fstream>
-#include <sstream>
 #include <string>
 
+#include "tests/support/files.h"
 #include "tests/support/scratch_home.h"
 
 namespace {
@@ -25,12 +24,8 @@ class ConvertOptions : public testing::Test {
  protected:
   ConvertOptions() { ngops = NgOps{}; }
 
-  void put(const std::string& text) const { std::ofstream{home_.options_file()} << text; }
-  std::string kept() const {
-    std::ostringstream text;
-    text << std::ifstream{home_.options_file()}.rdbuf();
-    return text.str();
-  }
+  void put(const std::string& text) const { write_file(home_.options_file(), text); }
+  std::string kept() const { return read_file(home_.options_file()); }
   /// Reads the file; returns what was written to standard output.
   static std::string read() {
     CaptureStderr();
@@ -216,6 +211,17 @@ TEST_F(ConvertOptions, TextsAreCutToTheirFieldsAndSpillNowhere) {
   EXPECT_STREQ(ngops.vtxshare, "");
 }
 
+TEST_F(ConvertOptions, ShippedTemplateIsReadAndWrittenAsItStands) {
+  const std::string shipped = read_file(QUIL_OPTIONS_TEMPLATE);
+  put(shipped);
+  read();
+  EXPECT_STREQ(ngops.output_dir, "./");
+  EXPECT_STREQ(ngops.output, "model.c");
+  EXPECT_STREQ(ngops.header, "");
+  write();
+  EXPECT_EQ(kept(), shipped);
+}
+
 TEST_F(ConvertOptions, EmptyFileLeavesTheRecordAsItWas) {
   put("");
   set_option(ngops.output_dir, "out/");
@@ -251,7 +257,7 @@ TEST_F(ConvertOptions, WritingLeavesNothingBesideTheFile) {
 
 TEST_F(ConvertOptions, WritingFollowsASymbolicLink) {
   const auto target = home_.dir() / "dotfile";
-  std::ofstream{target} << "old\n";
+  write_file(target, "old\n");
   std::filesystem::create_symlink(target, home_.options_file());
   write();
   EXPECT_TRUE(std::filesystem::is_symlink(home_.options_file()));
