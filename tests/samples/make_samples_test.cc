@@ -1,0 +1,107 @@
+/// @file
+/// The program that writes the samples, and the edit scripts that come with them.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "tests/support/case_name.h"
+#include "tests/support/files.h"
+#include "tests/support/process.h"
+
+namespace {
+
+using testing::HasSubstr;
+
+struct Ran {
+  std::optional<int> status;
+  std::string output, errors;
+};
+
+class MakeSamples : public testing::Test {
+ protected:
+  Ran run(const std::vector<std::string>& command) {
+    support::Process::Start start;
+    start.command = command;
+    start.output = scratch_ / "output";
+    start.errors = scratch_ / "errors";
+    const std::optional<int> status = support::Process(start).waitForExit();
+    return {status, read_file(start.output), read_file(start.errors)};
+  }
+
+  const ScratchDirectory scratch_;
+  const std::string scenes_ = scratch_ / "new/scenes";
+};
+
+TEST_F(MakeSamples, WritesScenesWithoutFindings) {
+  const Ran made = run({MAKE_SAMPLES, scenes_});
+  EXPECT_EQ(made.status, 0);
+  EXPECT_EQ(made.output + made.errors, "");
+  const Ran checked =
+      run({QUILSCENE, "check", scenes_ + "/table.quil", scenes_ + "/harbour.quil", scenes_ + "/dog.quil"});
+  EXPECT_EQ(checked.status, 0);
+  EXPECT_EQ(checked.errors, "");
+  std::istringstream lines(checked.output);
+  for (std::string line; std::getline(lines, line);) EXPECT_THAT(line, HasSubstr("note: ")) << "a finding";
+}
+
+TEST_F(MakeSamples, WritesALargeSceneAlone) {
+  EXPECT_EQ(run({MAKE_SAMPLES, "--objects", "2000", "--textures", "2", scenes_}).status, 0);
+  EXPECT_THAT(run({QUILSCENE, "info", scenes_ + "/city.quil"}).output,
+              HasSubstr("ObjList                2000"));
+  EXPECT_FALSE(std::filesystem::exists(scenes_ + "/table.quil"));
+}
+
+TEST_F(MakeSamples, SaysWhatItTakes) {
+  const Ran help = run({MAKE_SAMPLES, "--help"});
+  EXPECT_EQ(help.status, 0);
+  EXPECT_THAT(help.output, HasSubstr("usage: make_samples"));
+  for (const std::vector<std::string>& wrong :
+       std::vector<std::vector<std::string>>{{},
+                                             {"a", "b"},
+                                             {"--objects"},
+                                             {"--objects", "many", "a"},
+                                             {"--objects", "-1", "a"},
+                                             {"--textures", "99999999999", "a"},
+                                             {"--other", "a"}}) {
+    std::vector<std::string> command{MAKE_SAMPLES};
+    command.insert(command.end(), wrong.begin(), wrong.end());
+    const Ran ran = run(command);
+    EXPECT_EQ(ran.status, 2) << testing::PrintToString(wrong);
+    EXPECT_THAT(ran.errors, HasSubstr("usage: make_samples"));
+  }
+}
+
+TEST_F(MakeSamples, FailsWhereItCannotWrite) {
+  write_file(scratch_ / "file", "in the way");
+  const Ran ran = run({MAKE_SAMPLES, scratch_ / "file"});
+  EXPECT_EQ(ran.status, 1);
+  EXPECT_THAT(ran.errors, HasSubstr("make_samples: "));
+}
+
+struct Script {
+  std::string name;
+  std::vector<std::string> answers;
+};
+
+class EditScripts : public MakeSamples, public testing::WithParamInterface<Script> {};
+
+TEST_P(EditScripts, DoWhatTheirCommentsSay) {
+  ASSERT_EQ(run({MAKE_SAMPLES, scenes_}).status, 0);
+  const std::string& name = GetParam().name;
+  const Ran edited = run({QUILSCENE, "edit", scenes_ + "/" + name + ".quil", "-o", scenes_ + "/edited.quil",
+                          "--script", QUIL_SAMPLES "/edits/" + name + ".txt"});
+  EXPECT_EQ(edited.errors, "");
+  std::vector<std::string> answers;
+  std::istringstream lines(edited.output);
+  for (std::string line; std::getline(lines, line);) {
+    if (line.starts_with("->")) answers.push_back(line);
+  }
+  EXPECT_EQ(answers, GetParam().answers);
+  EXPECT_EQ(run({QUILSCENE, "check", scenes_ + "/edited.quil"}).status, 0);
+}
+
+INSTANTIATE_TEST_SUITE_P(All, EditScripts,
+                         testing::Values(Script{"table", {"-> 1", "-> 1", "-> 1", "-> 1", "-> 1", "-> 0"}},
+                                         Script{"dog", {"-> 1", "-> 1", "-> 1", "-> 1", "-> 1", "-> 0"}}),
+                         CaseName());
+
+}  // namespace
