@@ -46,11 +46,12 @@ class ListCursor {
  public:
   explicit ListCursor(std::span<const Word> words) : words_(words) {}
 
-  /// The next n words; none, and an error about `what`, when fewer are left.
-  std::span<const Word> take(std::uint64_t n, std::string_view what) {
-    if (!check(n, what)) return {};
-    pos_ += static_cast<std::size_t>(n);
-    return words_.subspan(pos_ - static_cast<std::size_t>(n), static_cast<std::size_t>(n));
+  /// The next n items of so many words each; none, and an error about `what`, when fewer are left.
+  std::span<const Word> take(std::uint64_t n, std::string_view what, std::size_t words_each = 1) {
+    if (!check(n, what, words_each)) return {};
+    const std::size_t words = static_cast<std::size_t>(n) * words_each;
+    pos_ += words;
+    return words_.subspan(pos_ - words, words);
   }
   /// The words of the next n bytes; none, and an error, when n is no whole number of words.
   std::span<const Word> take_bytes(std::int64_t n, std::string_view what) {
@@ -59,14 +60,15 @@ class ListCursor {
     fail({.fault = ReadError::Fault::not_words, .what = what, .needed = static_cast<std::uint64_t>(n)});
     return {};
   }
-  /// Whether n words are left; an error about `what` when they are not.
-  bool check(std::uint64_t n, std::string_view what) {
+  /// Whether n items are left; an error about `what` when they are not.
+  bool check(std::uint64_t n, std::string_view what, std::size_t words_each) {
     if (error_) return false;
-    if (n <= left()) return true;
-    constexpr std::uint64_t kMax = std::numeric_limits<std::uint64_t>::max() / sizeof(Word);
+    if (n <= left() / words_each) return true;
+    const std::uint64_t item_bytes = words_each * sizeof(Word);
+    const std::uint64_t most = std::numeric_limits<std::uint64_t>::max() / item_bytes;
     fail({.fault = ReadError::Fault::too_large,
           .what = what,
-          .needed = std::min(n, kMax) * sizeof(Word),
+          .needed = std::min(n, most) * item_bytes,
           .left = left() * sizeof(Word)});
     return false;
   }
@@ -102,7 +104,7 @@ inline constexpr auto& qiSetupExtBlk1 = qiReadExtBlk1;
 /// Reads n pairs, stored as n first halves, then n second halves.
 template <class Pair>
 int qiSetupExternal(qi::ListCursor& cursor, std::vector<Pair>& destination, std::uint64_t n) {
-  const auto words = cursor.check(n, "pairs") ? cursor.take(2 * n, "pairs") : std::span<const Word>{};
+  const auto words = cursor.take(n, "pairs", 2);
   destination.resize(words.size() / 2);
   for (std::size_t i = 0; i < destination.size(); ++i)
     destination[i] = Pair{words[i], words[destination.size() + i]};
@@ -169,8 +171,8 @@ class Reader {
   void slots(std::vector<T>& v, std::uint64_t n, std::size_t bytes) {
     const std::size_t item_words = bytes / sizeof(Word);
     v.clear();
-    if (n == 0 || !cursor_.check(n, "array")) return;  // so that the product can't wrap
-    const auto words = cursor_.take(n * item_words, "array");
+    if (n == 0) return;
+    const auto words = cursor_.take(n, "array", item_words);
     if (words.empty()) return;
     v.resize(static_cast<std::size_t>(n));
     if (bytes == sizeof(T)) {
@@ -186,8 +188,7 @@ class Reader {
   void columns(std::vector<QisPoly>& v, std::uint64_t n) {
     constexpr std::size_t kColumns = std::size(QisPoly{}.words);
     v.clear();
-    if (!cursor_.check(n, "polygon entries")) return;
-    const auto words = cursor_.take(n * kColumns, "polygon entries");
+    const auto words = cursor_.take(n, "polygon entries", kColumns);
     v.resize(words.size() / kColumns);
     for (std::size_t i = 0; i < v.size(); ++i)
       for (std::size_t column = 0; column < kColumns; ++column)
@@ -216,7 +217,7 @@ class Reader {
   void records(std::vector<R>& v, std::uint64_t n) {
     v.clear();
     constexpr std::size_t kLeastWords = sizeof(R::fixed) / sizeof(Word);
-    if (!cursor_.check(n, "records") || !cursor_.check(n * kLeastWords, "records")) return;
+    if (!cursor_.check(n, "records", kLeastWords)) return;
     v.resize(static_cast<std::size_t>(n));
     const bool numbered = !std::exchange(inside_record_, true);
     for (std::size_t i = 0; i < v.size() && ok(); ++i) {

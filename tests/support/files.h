@@ -19,6 +19,7 @@ inline std::string read_file(const std::filesystem::path& path) {
 
 /// @throws std::runtime_error when the file can't be written.
 inline void write_file(const std::filesystem::path& path, const std::string& bytes) {
+  std::filesystem::remove(path);  // a file that is cut and filled again waits for the disk
   std::ofstream file(path, std::ios::binary);
   file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
   if (!file.flush()) throw std::runtime_error("can't write " + path.string());

@@ -1,0 +1,429 @@
+/// @file
+/// Opening: the header's checks and their messages, which lists are read from where, what a failure leaves.
+#include <gmock/gmock.h>
+#include <sys/stat.h>
+
+#include <functional>
+
+#include "qilib/container.h"
+#include "qilib/files.h"
+#include "qilib/sizes.h"
+#include "tests/qilib/kinds.h"
+#include "tests/support/bytes.h"
+#include "tests/support/case_name.h"
+#include "tests/support/files.h"
+#include "tests/support/written.h"
+
+namespace {
+
+using testing::HasSubstr;
+using testing::internal::CaptureStderr;
+using testing::internal::GetCapturedStderr;
+
+// Byte offsets of header words.
+constexpr std::size_t kVersionAt = 0, kFileSizeAt = 4, kTagAt = 8, kHeaderSizeAt = 12, kListNumAt = 16,
+                      kBlock1SizeAt = 92, kBlock2SizeAt = 96;
+
+class Open : public testing::Test {
+ protected:
+  /// Opens a file of these bytes into `scene_`; `printed_` is what standard error got.
+  int open(const std::string& bytes) {
+    write_file(file_, bytes);
+    CaptureStderr();
+    const int result = qiOpenQb(file_, scene_);
+    printed_ = GetCapturedStderr();
+    return result;
+  }
+  int open(const Bytes& bytes) { return open(bytes.str()); }
+
+  const ScratchDirectory scratch_;
+  const std::string file_ = scratch_ / "scene.quil";
+  Qis scene_;
+  std::string printed_;
+};
+
+/// A version-1 file with a scene, two objs and a header block 2.
+FileBytes version1() {
+  FileBytes file;
+  file.core[0] = kinds::scene();
+  file.core[4] = kinds::list_of_two(0x00020000, kinds::obj);
+  file.block2.fill(2, 0xB2B20000);
+  return file;
+}
+
+/// A version-2 file with a chain root and every list of version-2 structures but those that are absent.
+FileBytes version2() {
+  FileBytes file;
+  file.version = 0x0200;
+  file.core[0] = kinds::scene2();
+  file.core[4] = kinds::list_of_two(0x00020000, kinds::obj2);
+  file.ext[5] = kinds::list_of_two(0x00240000, kinds::chain_root);
+  return file;
+}
+
+TEST_F(Open, AVersion1FileWhoseSizesAddUpSaysNothing) {
+  EXPECT_EQ(open(version1().bytes()), 1);
+  EXPECT_EQ(printed_, "");
+  EXPECT_EQ(scene_.filename, file_);
+  EXPECT_EQ(scene_.header.block2, (Words{0xB2B20000, 0xB2B20001}));
+  EXPECT_EQ(scene_.obj_list.records.size(), 2u);
+}
+
+struct HeaderCase {
+  const char* name;
+  std::function<std::string(Bytes)> spoil;
+  std::string printed;
+};
+
+class HeaderChecks : public Open, public testing::WithParamInterface<HeaderCase> {};
+
+TEST_P(HeaderChecks, FailTheOpenWithTheirWords) {
+  EXPECT_EQ(open(GetParam().spoil(version1().bytes())), 0);
+  EXPECT_EQ(printed_, GetParam().printed);
+  EXPECT_TRUE(scene_.obj_list.records.empty()) << "no list is read";
+}
+
+// The good file: header 108, scene 84, obj list 308 bytes.
+constexpr int kSize = 100 + 8 + 84 + (24 + 8 + 2 * 128 + 20);
+
+INSTANTIATE_TEST_SUITE_P(
+    Each, HeaderChecks,
+    testing::Values(
+        HeaderCase{"UnknownVersion", [](Bytes b) { return b.put(kVersionAt, 0x300).str(); },
+                   "     300\nUnknown version number.\n"},
+        HeaderCase{"UnknownVersionWithUpperBits", [](Bytes b) { return b.put(kVersionAt, 0xABCD0300).str(); },
+                   "abcd0300\nUnknown version number.\n"},
+        HeaderCase{"OneByteTooMany", [](Bytes b) { return b.str() + "x"; },
+                   "file size " + std::to_string(kSize + 1) + " " + std::to_string(kSize) +
+                       "\nData file size is incorrect - extra data.\n"},
+        HeaderCase{"OneByteMissing", [](Bytes b) { return b.str().substr(0, b.size() - 1); },
+                   "file size " + std::to_string(kSize - 1) + " " + std::to_string(kSize) +
+                       "\nData file size is incorrect - missing data.\n"},
+        HeaderCase{"HeaderSize", [](Bytes b) { return b.put(kHeaderSizeAt, 104).put(kListNumAt, 88).str(); },
+                   "Incorrect file header size.\n"},
+        HeaderCase{"SumOfLists", [](Bytes b) { return b.put(kListNumAt + 4, 4).str(); },
+                   "file size=" + std::to_string(kSize) + ",sum of list=" + std::to_string(kSize + 4) +
+                       "\nSome of list_num data is incorrect.\n"},
+        HeaderCase{"HeaderTag", [](Bytes b) { return b.put(kTagAt, 1).str(); }, "tag error.\n"},
+        HeaderCase{
+            "AllAtOnceAreAllReported",
+            [](Bytes b) {
+              return b.put(kVersionAt, 0x100).put(kTagAt, 1).put(kHeaderSizeAt, 0).put(kFileSizeAt, 4).str();
+            },
+            "file size " + std::to_string(kSize) + " 4\nData file size is incorrect - extra data.\n" +
+                "Incorrect file header size.\nfile size=4,sum of list=" + std::to_string(kSize - 108) +
+                "\nSome of list_num data is incorrect.\ntag error.\n"},
+        HeaderCase{
+            "SumsThatWrapAround",
+            [](Bytes b) { return b.put(kListNumAt + 4, 0x80000000).put(kListNumAt + 8, 0x80000000).str(); },
+            "file size=" + std::to_string(kSize) + ",sum of list=" + std::to_string(kSize) +
+                "\nSome of list_num data is incorrect.\n"},
+        HeaderCase{"BlockSizesThatWrapAround",
+                   [](Bytes b) { return b.put(kBlock1SizeAt, 0xFFFFFFF8).put(kBlock2SizeAt, 16).str(); },
+                   "Incorrect file header size.\nFileHeader: extension block 1 of 4294967288 bytes at offset "
+                   "100 exceeds the " +
+                       std::to_string(kSize - 100) + " bytes left\n"},
+        HeaderCase{"BlockSizesThatAreNoWords",
+                   [](Bytes b) { return b.put(kBlock1SizeAt, 3).put(kBlock2SizeAt, 5).str(); },
+                   "FileHeader: extension block 1 of 3 bytes is no whole number of words\n"}),
+    CaseName{});
+
+TEST_F(Open, AnEmptyFileFailsEveryCheckThatItCan) {
+  EXPECT_EQ(open(std::string()), 0);
+  EXPECT_EQ(printed_,
+            "       0\nUnknown version number.\nIncorrect file header size.\n"
+            "FileHeader: fixed part of 100 bytes at offset 0 exceeds the 0 bytes left\n");
+}
+
+TEST_F(Open, EveryFileCutShortIsRefused) {
+  for (const FileBytes& file : {version1(), version2()}) {
+    const std::string bytes = file.bytes().str();
+    for (std::size_t size = 0; size < bytes.size(); ++size) {
+      SCOPED_TRACE(size);
+      EXPECT_EQ(open(bytes.substr(0, size)), 0);
+      EXPECT_NE(printed_, "");
+    }
+  }
+}
+
+TEST_F(Open, EveryFileCutShortThatSaysSoItselfIsRefused) {
+  const Bytes whole = version2().bytes();
+  for (std::uint32_t size = 0; size < whole.size(); ++size) {
+    SCOPED_TRACE(size);
+    Bytes file = whole;
+    file.put(kFileSizeAt, size);
+    EXPECT_EQ(open(file.str().substr(0, size)), 0);
+    EXPECT_NE(printed_, "");
+  }
+}
+
+TEST_F(Open, OnlyTheLowHalfOfTheVersionWordCounts) {
+  FileBytes file = version1();
+  file.version = 0x12340100;
+  EXPECT_EQ(open(file.bytes()), 1);
+  EXPECT_EQ(printed_, "");
+  EXPECT_EQ(scene_.header.fixed.version, 0x12340100u);
+  EXPECT_EQ(qiQUILver(scene_.header), 0x0100u);
+}
+
+TEST_F(Open, Version2FilesAreNotSummed) {
+  Bytes file = version2().bytes();
+  EXPECT_LT(100 + 36 + file.word_at(kListNumAt) + file.word_at(kListNumAt + 16), file.size());
+  EXPECT_EQ(open(file), 1);
+  EXPECT_EQ(printed_, "");
+}
+
+TEST_F(Open, AnEmptyHeaderBlock1FailsAVersion2FileWithoutAMessage) {
+  FileBytes file = version1();
+  EXPECT_EQ(open(file.bytes().put(kVersionAt, 0x0200)), 0);
+  EXPECT_EQ(printed_, "");
+}
+
+TEST_F(Open, ExtensionListsStandBehindTheVersion1Part) {
+  EXPECT_EQ(open(version2().bytes()), 1);
+  EXPECT_EQ(qiSizeofQUIL1file(scene_.header),
+            100u + 36 + scene_.header.fixed.list_num[0] + scene_.header.fixed.list_num[4]);
+  ASSERT_EQ(scene_.ext.chain_root_list.records.size(), 2u);
+  EXPECT_EQ(scene_.ext.chain_root_list.records[1].fixed.index, 1u);
+}
+
+TEST_F(Open, AHeaderBlock1TooShortForTheTableGivesStructuresButNoExtensionLists) {
+  FileBytes file = version1();
+  file.core[0] = kinds::scene2();
+  file.core[4] = kinds::list_of_two(0x00020000, kinds::obj2);
+  file.block1_tail.fill(8, 0x40000000);  // 32 bytes, which would make absurd list sizes
+  const Bytes bytes = file.bytes().put(kVersionAt, 0x0200);
+  EXPECT_EQ(open(bytes), 1);
+  EXPECT_EQ(printed_, "");
+  EXPECT_TRUE(scene_.scene.ext);
+  EXPECT_TRUE(scene_.obj_list.records[1].ext);
+  EXPECT_TRUE(scene_.ext.chain_root_list.records.empty());
+  EXPECT_TRUE(written(scene_, 1) == bytes.str()) << "the block is written as held";
+  EXPECT_TRUE(written(scene_, 2) == bytes.str());
+}
+
+TEST_F(Open, AnAbsentCoreListIsNotReadAndTheNextIsReadFromTheSamePlace) {
+  FileBytes file = version1();
+  ASSERT_EQ(file.core[1].size() + file.core[2].size() + file.core[3].size(), 0u);
+  EXPECT_EQ(open(file.bytes()), 1);
+  EXPECT_EQ(scene_.env_list.header.tag, 0u);
+  EXPECT_EQ(scene_.obj_list.header.tag, 0x00020000u);
+}
+
+TEST_F(Open, AListWithoutRecordsIsItsHeaderAndItsBlocks) {
+  FileBytes file = version1();
+  file.core[1] = bytes_of_list(0x00100000, {}, Bytes{}.u32(11), Bytes{}.u32(22));
+  EXPECT_EQ(open(file.bytes()), 1);
+  EXPECT_TRUE(scene_.env_list.records.empty());
+  EXPECT_EQ(scene_.env_list.block1, Words{11});
+  EXPECT_EQ(scene_.env_list.block2, Words{22});
+}
+
+TEST_F(Open, TheTriListStandsBehindTheVtxListButItsSizeBehindTheStLists) {
+  FileBytes file = version1();
+  file.core[6] = kinds::list_of_two(0x00040000, kinds::vtx);
+  file.core[7] = kinds::two_kinds<0x00050000, 4>();
+  file.core[10] = kinds::list_of_two(0x00080000, kinds::tri);
+  const Bytes bytes = file.bytes();
+  const std::size_t tri_at = 108 + file.core[0].size() + file.core[4].size() + file.core[6].size();
+  ASSERT_EQ(bytes.word_at(tri_at), 0x00080000u);
+  ASSERT_EQ(bytes.word_at(56), file.core[10].size());
+  EXPECT_EQ(open(bytes), 1);
+  EXPECT_EQ(scene_.tri_list.records.size(), 2u);
+  EXPECT_EQ(scene_.color_list.records2.size(), 2u);
+}
+
+TEST_F(Open, AWrongRecordTagKeepsTheRecordsBefore) {
+  FileBytes file = version1();
+  Bytes env = kinds::list_of_two(0x00100000, kinds::env);
+  file.core[1] = env.put(24 + 8 + 68, 0x00100200);
+  file.core[0] = kinds::scene();
+  EXPECT_EQ(open(file.bytes()), 0);
+  EXPECT_EQ(printed_, "irregular tag ! 0x00100200 != 0x00100100\n");
+  ASSERT_GE(scene_.env_list.records.size(), 1u);
+  EXPECT_EQ(scene_.env_list.records[0].fixed.tag, 0x00100100u);
+  EXPECT_EQ(scene_.env_list.records[0].fixed.size, 68u);
+  EXPECT_EQ(scene_.scene.objs, (Words{7, 8})) << "lists already read stay";
+  EXPECT_TRUE(scene_.obj_list.records.empty()) << "lists behind it are not read";
+}
+
+struct TagCase {
+  const char* name;
+  std::size_t entry;
+  Bytes list;
+  std::string printed;
+};
+
+class Tags : public Open, public testing::WithParamInterface<TagCase> {};
+
+TEST_P(Tags, ThatAreWrongFailTheOpenWithTheirWords) {
+  FileBytes file = version1();
+  file.core[GetParam().entry] = GetParam().list;
+  EXPECT_EQ(open(file.bytes()), 0);
+  EXPECT_EQ(printed_, GetParam().printed);
+}
+
+Bytes spoilt(Bytes list, std::size_t offset, Word word) { return list.put(offset, word); }
+
+INSTANTIATE_TEST_SUITE_P(
+    Each, Tags,
+    testing::Values(TagCase{"Scene", 0, spoilt(kinds::scene(), 0, 0x00010100),
+                            "irregular tag ! 0x00010100 != 0x00010000\n"},
+                    TagCase{"SceneOfZeros", 0, Bytes{}.u32s({0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0}),
+                            "irregular tag ! 0000000000 != 0x00010000\n"},
+                    TagCase{"ListTag", 4, spoilt(kinds::list_of_two(0x00020000, kinds::obj), 0, 0x00030000),
+                            "irregular tag ! 0x00030000 != 0x00020000\n"},
+                    TagCase{"LongFixedPartIsNotReachedBehindAWrongTag", 13,
+                            spoilt(spoilt(kinds::list_of_two(0x000b0000, kinds::untiled_tex), 32, 7), 40, 3),
+                            "irregular tag ! 0x00000007 != 0x000b0100\n"},
+                    TagCase{"CollisionRecord", 16,
+                            spoilt(kinds::list_of_two(0x000d0000, kinds::coll), 32, 0x000d0100),
+                            "irregular tag ! 0x000d0100 != 0x000d1000\n"},
+                    TagCase{"CollisionSubRecord", 16,
+                            spoilt(kinds::list_of_two(0x000d0000, kinds::coll), 32 + 40, 0x000d1000),
+                            "irregular tag ! 0x000d1000 != 0x000d0100\n"},
+                    TagCase{"SecondKindTaggedAsTheFirst", 7,
+                            spoilt(kinds::two_kinds<0x00050000, 4>(), 28 + 12 + 52, 0x00050100),
+                            "irregular tag ! 0x00050100 != 0x00050200\n"},
+                    TagCase{"NameList", 18,
+                            spoilt(kinds::list_of_two(0x00110000, kinds::name<0x00110100>), 0, 0x00120000),
+                            "irregular tag ! 0x00120000\n"},
+                    TagCase{"NameRecordShowsTheListsTag", 18,
+                            spoilt(kinds::list_of_two(0x00110000, kinds::name<0x00110100>), 32, 0x00120100),
+                            "irregular tag ! 0x00110000\n"}),
+    CaseName{});
+
+TEST_F(Open, NameListsAcceptEitherTag) {
+  FileBytes file = version2();
+  file.core[18] = kinds::list_of_two(0x00270000, kinds::name<0x00270100>);
+  file.ext[8] = kinds::list_of_two(0x00110000, kinds::name<0x00110100>);
+  EXPECT_EQ(open(file.bytes()), 1);
+  EXPECT_EQ(printed_, "");
+  EXPECT_EQ(scene_.name_list.records.size(), 2u);
+  EXPECT_EQ(scene_.ext.external_name_list.records.size(), 2u);
+}
+
+TEST_F(Open, AVersion2SceneWithoutAStructureFailsWithoutAMessage) {
+  FileBytes file = version2();
+  const Bytes scene = Bytes{}.u32s({0x00010000, 44, 44, 0, 0, 0, 0, 0, 0, 0, 0});
+  file.core[0] = scene;
+  EXPECT_EQ(open(file.bytes()), 0);
+  EXPECT_EQ(printed_, "");
+}
+
+TEST_F(Open, ARecordWithoutAStructureFailsAfterTheRecordsBehindIt) {
+  FileBytes file = version2();
+  Bytes bare = Bytes{}.u32s({0x00020100, 0, 88}).fill(10).u32s({0, 0}).fill(5).u32s({0, 0});
+  file.core[4] = bytes_of_list(0x00020000, {bare, kinds::obj2(1)});
+  EXPECT_EQ(open(file.bytes()), 0);
+  EXPECT_EQ(printed_, "");
+  EXPECT_FALSE(scene_.obj_list.records[0].ext);
+  EXPECT_TRUE(scene_.obj_list.records[1].ext);
+  EXPECT_TRUE(scene_.ext.chain_root_list.records.empty());
+}
+
+TEST_F(Open, AStructureThatNeedsMoreThanItsBlockFailsWithALine) {
+  FileBytes file = version2();
+  Bytes obj = kinds::obj2(0);
+  file.core[4] = bytes_of_list(0x00020000, {kinds::obj2(0), obj.put(88 + 16, 900)});
+  EXPECT_EQ(open(file.bytes()), 0);
+  EXPECT_THAT(printed_,
+              testing::MatchesRegex("ObjList: record 1: array of 3600 bytes at offset 28 exceeds the "
+                                    "[0-9]+ bytes left\n"));
+}
+
+TEST_F(Open, VersionTwoSetupsAfterAFailedPartAreHarmlessOnPartlyFilledLists) {
+  FileBytes file = version2();
+  Bytes mat = kinds::list_of_two(0x000a0000, kinds::mat2);
+  file.core[12] = mat.put(32 + 4 * 23, 0x20000000);  // the first record's textures don't fit
+  EXPECT_EQ(open(file.bytes()), 0);
+  EXPECT_THAT(printed_, testing::StartsWith("MatList: record 0: array of 2147483648 bytes"));
+  EXPECT_TRUE(scene_.scene.ext);
+  EXPECT_TRUE(scene_.obj_list.records[0].ext);
+  for (const qi::Mat& record : scene_.mat_list.records) EXPECT_EQ(record.fixed.tex_count, record.texs.size());
+}
+
+TEST_F(Open, EmptiesTheSceneItIsGiven) {
+  ASSERT_EQ(open(version2().bytes()), 1);
+  FileBytes file;
+  file.core[0] = kinds::scene();
+  ASSERT_EQ(open(file.bytes()), 1);
+  EXPECT_TRUE(scene_.obj_list.records.empty());
+  EXPECT_TRUE(scene_.ext.chain_root_list.records.empty());
+  EXPECT_FALSE(scene_.scene.ext);
+}
+
+TEST_F(Open, TheScenesOwnFileNameMayBeTheOneToOpen) {
+  ASSERT_EQ(open(version1().bytes()), 1);
+  EXPECT_EQ(qiOpenQb(scene_.filename, scene_), 1);
+  EXPECT_EQ(scene_.filename, file_);
+}
+
+TEST_F(Open, WhatCannotBeOpenedLeavesTheSceneAsItWas) {
+  ASSERT_EQ(open(version2().bytes()), 1);
+  const std::string before = written(scene_, 2);
+  ASSERT_EQ(mkfifo((scratch_ / "pipe").c_str(), 0600), 0);
+  for (const std::string& name : {scratch_ / "missing", scratch_.path().string(), scratch_ / "pipe",
+                                  std::string("/dev/null"), std::string()}) {
+    SCOPED_TRACE(name);
+    CaptureStderr();
+    EXPECT_EQ(qiOpenQb(name, scene_), 0);
+    EXPECT_EQ(GetCapturedStderr(), "Input File Open Error\n");
+    EXPECT_TRUE(written(scene_, 2) == before);
+    EXPECT_EQ(scene_.filename, file_);
+  }
+}
+
+TEST_F(Open, TheVersion1PartAloneReadsNoExtensionList) {
+  write_file(file_, version2().bytes().str());
+  EXPECT_EQ(qiOpenQb1(file_, scene_), 1);
+  EXPECT_EQ(scene_.obj_list.records.size(), 2u);
+  EXPECT_FALSE(scene_.obj_list.records[0].ext);
+  EXPECT_TRUE(scene_.ext.chain_root_list.records.empty());
+  EXPECT_EQ(qiOpenQb2Ext(scene_), 1);
+  EXPECT_EQ(scene_.ext.chain_root_list.records.size(), 2u);
+}
+
+TEST_F(Open, AnAbsentExtensionListHasItsRecordsSetToNone) {
+  write_file(file_, version2().bytes().str());
+  ASSERT_EQ(qiOpenQb1(file_, scene_), 1);
+  scene_.ext.joint_list.header.count = 1;
+  scene_.ext.joint_list.records.resize(1);
+  EXPECT_EQ(qiOpenQb2Ext(scene_), 1);
+  EXPECT_EQ(scene_.ext.joint_list.header.count, 0u);
+  EXPECT_TRUE(scene_.ext.joint_list.records.empty());
+}
+
+TEST_F(Open, ExtensionListsOfAFileThatIsGoneFail) {
+  write_file(file_, version2().bytes().str());
+  ASSERT_EQ(qiOpenQb1(file_, scene_), 1);
+  std::filesystem::remove(file_);
+  CaptureStderr();
+  EXPECT_EQ(qiOpenQb2Ext(scene_), 0);
+  EXPECT_EQ(GetCapturedStderr(), "Input File Open Error\n");
+}
+
+TEST_F(Open, AFileThatShrankMeanwhileFailsItsExtensionLists) {
+  write_file(file_, version2().bytes().str());
+  ASSERT_EQ(qiOpenQb1(file_, scene_), 1);
+  std::filesystem::resize_file(file_, qiSizeofQUIL1file(scene_.header) + 8);
+  CaptureStderr();
+  EXPECT_EQ(qiOpenQb2Ext(scene_), 0);
+  EXPECT_THAT(GetCapturedStderr(), HasSubstr("ChainRootList: list of "));
+}
+
+TEST(TextFiles, AreOpenedWithTheSameMessages) {
+  const ScratchDirectory scratch;
+  CaptureStderr();
+  EXPECT_FALSE(qiQdReadOpen(scratch / "missing"));
+  EXPECT_FALSE(qiQdWriteOpen(scratch / "missing/file"));
+  EXPECT_EQ(GetCapturedStderr(), "Input File Open Error\nOutput File Open Error\n");
+  const auto file = qiQdWriteOpen(scratch / "text");
+  ASSERT_TRUE(file);
+  std::fputs("text\n", file->stream());
+  EXPECT_TRUE(file->commit());
+  EXPECT_TRUE(qiQdReadOpen(scratch / "text"));
+  EXPECT_EQ(read_file(scratch / "text"), "text\n");
+}
+
+}  // namespace
