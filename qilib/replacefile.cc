@@ -34,6 +34,16 @@ int open_beside(const fs::path& directory, fs::path& path) {
   return -1;
 }
 
+/// Opens a device or a pipe; a pipe that nobody reads is refused instead of waited for.
+std::FILE* open_special(const fs::path& path) {
+  const int fd = open(path.c_str(), O_WRONLY | O_CLOEXEC | O_NONBLOCK);
+  if (fd < 0) return nullptr;
+  fcntl(fd, F_SETFL, O_WRONLY);  // from here on a full pipe is waited for
+  std::FILE* file = fdopen(fd, "wb");
+  if (!file) close(fd);
+  return file;
+}
+
 /// Whether the file could be written in place: a read-only file is not to be replaced either.
 bool is_writable(const fs::path& path) {
   const int fd = open(path.c_str(), O_WRONLY | O_CLOEXEC);
@@ -49,8 +59,9 @@ ReplacingFile::ReplacingFile(const std::string& target) : target_(behind_links(t
   if (fs::is_symlink(target_, ignored)) return;  // a loop of links
   struct stat held {};
   const bool exists = stat(target_.c_str(), &held) == 0;
+  if (!exists && (errno != ENOENT || !target_.has_filename())) return;  // there can be no such file
   if (exists && !S_ISREG(held.st_mode)) {
-    file_.reset(std::fopen(target_.c_str(), "wb"));
+    file_.reset(open_special(target_));
     return;
   }
   if (exists && !is_writable(target_)) return;

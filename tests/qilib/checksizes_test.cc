@@ -1,0 +1,153 @@
+/// @file
+/// Sizes that are not what a save writes: found, corrected, told of; and then the file opens again.
+#include "qilib/checksizes.h"
+
+#include <gmock/gmock.h>
+
+#include "qilib/container.h"
+#include "qilib/edit.h"
+#include "tests/qilib/kinds.h"
+#include "tests/support/files.h"
+#include "tests/support/shared_scenes.h"
+#include "tests/support/written.h"
+
+namespace {
+
+using testing::internal::CaptureStderr;
+using testing::internal::GetCapturedStderr;
+
+class CheckSizes : public testing::Test {
+ protected:
+  void open(const std::string& bytes) {
+    write_file(scratch_ / "scene.quil", bytes);
+    CaptureStderr();
+    EXPECT_EQ(qiOpenQb(scratch_ / "scene.quil", scene_), 1);
+    EXPECT_EQ(GetCapturedStderr(), "");
+  }
+  void open_robot() { ASSERT_EQ(qiOpenQb(shared_scene("robot").path, scene_), 1); }
+  void open_skeleton() { ASSERT_EQ(qiOpenQb(shared_scene("skeleton").path, scene_), 1); }
+  int check(int mode) {
+    CaptureStderr();
+    const int corrected = qiCheckSizes(scene_, mode);
+    printed_ = GetCapturedStderr();
+    EXPECT_EQ(std::count(printed_.begin(), printed_.end(), '\n'), corrected);
+    return corrected;
+  }
+  /// Saves in that mode and opens what was saved; nothing may be printed, and no size is left to correct.
+  void reopen(int mode) {
+    open(written(scene_, mode));
+    EXPECT_EQ(check(mode), 0);
+  }
+
+  const ScratchDirectory scratch_;
+  Qis scene_;
+  std::string printed_;
+};
+
+TEST_F(CheckSizes, SaysNothingOfAGoodScene) {
+  for (const char* name : kSharedScenes) {
+    ASSERT_EQ(qiOpenQb(shared_scene(name).path, scene_), 1);
+    for (const int mode : {1, 2}) EXPECT_EQ(check(mode), 0) << name;
+  }
+}
+
+TEST_F(CheckSizes, CorrectsARepeatedTexture) {
+  open_robot();
+  ASSERT_EQ(scene_.mat_list.records[0].texs, Words{0});
+  ASSERT_EQ(qiAddMat_Tex(scene_, 0, 0), 1);
+  EXPECT_EQ(check(2), 5);
+  EXPECT_THAT(printed_, testing::HasSubstr("MatList: record 0: size "));
+  EXPECT_THAT(printed_, testing::HasSubstr("MatList: record 0: size in the size table "));
+  EXPECT_THAT(printed_, testing::HasSubstr("MatList: size "));
+  EXPECT_THAT(printed_, testing::HasSubstr("MatList: size in the directory "));
+  EXPECT_THAT(printed_, testing::HasSubstr("FileHeader: file_size 46832 corrected to 46828\n"));
+  EXPECT_TRUE(written(scene_, 2) == read_file(shared_scene("robot").path));
+}
+
+TEST_F(CheckSizes, CorrectsAHeaderBlockThatMode2CutsToTheTable) {
+  FileBytes file;
+  file.version = 0x0200;
+  file.core[0] = kinds::scene2();
+  file.block1_tail.u32(0xAB);
+  open(file.bytes().str());
+  EXPECT_EQ(check(1), 0);
+  const Word file_size = scene_.header.fixed.file_size;
+  EXPECT_EQ(check(2), 3);
+  EXPECT_EQ(printed_,
+            "FileHeader: ext_block1_size 40 corrected to 36\n"
+            "FileHeader: header_size 140 corrected to 136\n"
+            "FileHeader: file_size " +
+                std::to_string(file_size) + " corrected to " + std::to_string(file_size - 4) + "\n");
+  reopen(2);
+}
+
+TEST_F(CheckSizes, RoundsNamesUp) {
+  FileBytes file;
+  file.core[0] = kinds::scene();
+  Bytes& list = file.core[18];  // the first name's length is no whole number of words: rounded down
+  list.u32s({0x00110000, 0, 24 + 8 + 40, 2, 0, 0, 23, 20});
+  list.u32s({0x00110100, 0, 16, 16 + 7}).text("seve").u32s({0x00110100, 1, 16, 20}).text("four");
+  open(file.bytes().str());
+  EXPECT_EQ(check(2), 5);
+  EXPECT_EQ(scene_.name_list.records[0].fixed.size, 24u);
+  reopen(2);
+  EXPECT_EQ(scene_.name_list.records[0].text, (Words{0x73657665, 0}));
+  EXPECT_EQ(scene_.name_list.records[1].text, Words{0x666F7572});
+}
+
+/// Every size word of the scene wrong: what is saved after the check is what it was before.
+TEST_F(CheckSizes, PutsEverySizeRight) {
+  for (const int mode : {1, 2}) {
+    open_skeleton();
+    const std::string good = written(scene_, mode);
+    scene_.header.fixed.file_size += 4;
+    scene_.header.fixed.header_size = 0;
+    scene_.scene.fixed.size ^= 8;
+    scene_.header.fixed.list_num[0] = 1;
+    scene_.obj_list.header.size = 0xFFFFFFFF;
+    scene_.obj_list.sizes[1] = 3;
+    scene_.obj_list.records[2].fixed.size = 0;
+    scene_.header.ext_sizes[2] += 4;
+    scene_.header.block1[3] += 4;
+    scene_.ext.envelope_list.records[0].fixed.size -= 4;
+    scene_.ext.envelope_list.records[0].weighted[0].fixed.size = 7;
+    scene_.ext.envelope_list.records[0].morphs[0].fixed.size = 7;
+    scene_.ext.envelope_list.records[0].full_weighted[0].fixed.size = 7;
+    EXPECT_EQ(check(mode), 13);
+    EXPECT_TRUE(written(scene_, mode) == good) << "mode " << mode;
+  }
+}
+
+TEST_F(CheckSizes, FollowsAStructureWhoseLengthNobodyAdded) {
+  for (const int mode : {2, 1}) {
+    open_skeleton();
+    qi::Obj& obj = scene_.obj_list.records[0];
+    if (mode == 1) obj.fixed.block1_size += 4;  // in mode 1 the structure is written once the length differs
+    obj.ext->chain_roots.push_back(1);
+    obj.ext->chain_roots.push_back(0);
+    obj.ext->head.chain_root_count += 2;
+    EXPECT_GT(check(mode), 0);
+    reopen(mode);
+    EXPECT_GE(scene_.obj_list.records[0].ext->chain_roots.size(), 2u);
+  }
+}
+
+TEST_F(CheckSizes, KeepsTheTexelsOfAnImageWhoseStructureGrew) {
+  open_skeleton();
+  qi::Teximg& image = scene_.teximg_list.records[0];
+  const auto texels = image.texels;
+  image.ext->words.push_back(1);
+  image.ext->head.count += 1;
+  EXPECT_GT(check(2), 0);
+  reopen(2);
+  EXPECT_EQ(scene_.teximg_list.records[0].texels, texels);
+}
+
+TEST_F(CheckSizes, LeavesAbsentListsAbsent) {
+  open(kinds::file_with(kinds::all()[0]).bytes().str());
+  scene_.obj_list.header.size = 24;
+  EXPECT_EQ(check(2), 0);
+  EXPECT_EQ(scene_.header.fixed.list_num[4], 0u);
+}
+
+}  // namespace

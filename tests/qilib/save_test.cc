@@ -1,0 +1,349 @@
+/// @file
+/// Saving: what each mode writes, what a failure leaves of the file that was there.
+#include <fcntl.h>
+#include <gmock/gmock.h>
+#include <signal.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <filesystem>
+
+#include "qilib/container.h"
+#include "qilib/edit.h"
+#include "qilib/sizes.h"
+#include "qilib/writer.h"
+#include "tests/qilib/kinds.h"
+#include "tests/support/case_name.h"
+#include "tests/support/files.h"
+#include "tests/support/written.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+using testing::internal::CaptureStderr;
+using testing::internal::GetCapturedStderr;
+
+Qis opened(const std::string& bytes) {
+  const ScratchDirectory scratch;
+  write_file(scratch / "scene.quil", bytes);
+  Qis scene;
+  EXPECT_EQ(qiOpenQb(scratch / "scene.quil", scene), 1);
+  return scene;
+}
+
+/// A version-2 file with a chain root and objs.
+FileBytes version2() {
+  FileBytes file;
+  file.version = 0x0200;
+  file.core[0] = kinds::scene2();
+  file.core[4] = kinds::list_of_two(0x00020000, kinds::obj2);
+  file.core[14] = kinds::list_of_two(0x00120000, kinds::teximg2);
+  file.ext[5] = kinds::list_of_two(0x00240000, kinds::chain_root);
+  return file;
+}
+
+TEST(Written, AVersion1SceneKeepsItsVersionItsBlocksAndHasNoExtensionList) {
+  FileBytes file;
+  file.core[0] = kinds::scene();
+  file.block1_tail.fill(12, 0xABAB0000);  // as long as a table, but of version 1
+  const std::string bytes = file.bytes().str();
+  Qis scene = opened(bytes);
+  EXPECT_TRUE(written(scene, 2) == bytes);
+  scene.header.ext_sizes.fill(24);
+  EXPECT_TRUE(written(scene, 2) == bytes);
+}
+
+TEST(Written, Mode1StillWritesTheExtensionLists) {
+  const std::string bytes = version2().bytes().str();
+  EXPECT_TRUE(written(opened(bytes), 1) == bytes);
+}
+
+TEST(Written, ATableOfZerosWritesNoExtensionList) {
+  FileBytes file = version2();
+  file.ext = {};
+  const std::string bytes = file.bytes().str();
+  Qis scene = opened(bytes);
+  scene.ext.joint_list.header.size = 24;
+  EXPECT_TRUE(written(scene, 1) == bytes);
+  EXPECT_TRUE(written(scene, 2) == bytes);
+}
+
+TEST(Written, ACoreListWithoutASizeIsAbsent) {
+  FileBytes file;
+  file.core[0] = kinds::scene();
+  const std::string bytes = file.bytes().str();
+  Qis scene = opened(bytes);
+  scene.obj_list.header = {0x00020000, 0, 24, 0, 0, 0};
+  EXPECT_TRUE(written(scene, 2) == bytes);
+}
+
+TEST(Written, Mode2PutsTheTableInPlaceOfALongerHeaderBlock1) {
+  FileBytes file = version2();
+  file.block1_tail.u32(0xAB);
+  const Bytes bytes = file.bytes();
+  ASSERT_EQ(bytes.word_at(92), 40u);
+  const Qis scene = opened(bytes.str());
+  const std::string saved = written(scene, 2);
+  EXPECT_TRUE(saved == bytes.str().substr(0, 136) + bytes.str().substr(140))
+      << "36 bytes of block 1; the sizes in the header stay as they were";
+  EXPECT_TRUE(written(scene, 1) == bytes.str());
+}
+
+TEST(Written, OnlyMode2CarriesEditsThatKeepTheLength) {
+  const std::string bytes = version2().bytes().str();
+  Qis scene = opened(bytes);
+  scene.obj_list.records[0].ext->head.fog_cycle_type = 0x12345678;
+  EXPECT_TRUE(written(scene, 1) == bytes);
+  EXPECT_THAT(written(scene, 2), testing::HasSubstr("\x12\x34\x56\x78"));
+}
+
+TEST(Written, AnEditThatChangesTheLengthIsWrittenInMode1Too) {
+  Qis scene = opened(version2().bytes().str());
+  ASSERT_EQ(qiAddObj_ChainRoot(scene, 0, 1), 1);
+  EXPECT_TRUE(written(scene, 1) == written(scene, 2));
+  const Qis again = opened(written(scene, 1));
+  EXPECT_EQ(again.obj_list.records[0].ext->chain_roots, (Words{3, 4, 1}));
+}
+
+TEST(Written, HeaderBlock1IsCurrentInMode1AfterAnEdit) {
+  Qis scene = opened(version2().bytes().str());
+  ASSERT_EQ(qiAddChainRoot_Obj(scene, 1, 1), 1);
+  const Qis again = opened(written(scene, 1));
+  EXPECT_EQ(again.ext.chain_root_list.records[1].objs.back(), 1u);
+}
+
+TEST(Written, AddingAnObjToTheSceneRaisesThreeSizesAndNothingElse) {
+  FileBytes file;
+  file.core[0] = kinds::scene();
+  file.core[4] = kinds::list_of_two(0x00020000, kinds::obj);
+  Bytes bytes = file.bytes();
+  Qis scene = opened(bytes.str());
+  ASSERT_EQ(qiAddScene_Obj(scene, 1), 1);
+  for (const std::size_t size : {4, 16, 108}) bytes.put(size, bytes.word_at(size) + 4);
+  bytes.put(120, 3);  // objs of the scene
+  std::string expected = bytes.str();
+  expected.insert(152, Bytes{}.u32(1).str());
+  EXPECT_TRUE(written(scene, 2) == expected);
+}
+
+TEST(Written, ANameOfAnyLengthIsRoundedUpWithZeroBytes) {
+  qi::List<qi::Name> list;
+  list.header = {0x00110000, 0, 0, 1, 0, 0};
+  list.sizes = {23};
+  list.records.push_back({{0x00110100, 0, 16, 16 + 7}, {0x61626364}});
+  char* bytes = nullptr;
+  std::size_t size = 0;
+  std::FILE* stream = open_memstream(&bytes, &size);
+  EXPECT_EQ(qiWriteNameList(stream, list), 1);
+  std::fclose(stream);
+  EXPECT_EQ(std::string(bytes, size).substr(24 + 4 + 16), std::string("abcd\0\0\0\0", 8));
+  std::free(bytes);
+}
+
+TEST(Written, ArraysShorterThanTheirCountAreFilledUp) {
+  Qis scene = opened(kinds::file_with(kinds::all()[0]).bytes().str());
+  scene.scene.objs.clear();
+  const std::string saved = written(scene, 2);
+  EXPECT_EQ(opened(saved).scene.objs, (Words{0, 0}));
+}
+
+TEST(ExternalReferences, AreWrittenAsFirstThenSecondHalves) {
+  char* bytes = nullptr;
+  std::size_t size = 0;
+  std::FILE* stream = open_memstream(&bytes, &size);
+  EXPECT_EQ(qiWriteExternal(stream, {{1, 101}, {2, 102}, {3, 103}}, 2), 1);
+  EXPECT_EQ(qiWriteNodeIndex(stream, {{0x20000, 5}}, 1), 1);
+  std::fclose(stream);
+  EXPECT_EQ(std::string(bytes, size), Bytes{}.u32s({1, 2, 101, 102, 0x20000, 5}).str());
+  std::free(bytes);
+}
+
+/// A stream that takes `room` bytes and fails from then on.
+struct NarrowStream {
+  explicit NarrowStream(std::size_t bytes) : room(bytes) {
+    const cookie_io_functions_t calls{nullptr, &NarrowStream::write, nullptr, nullptr};
+    stream = fopencookie(this, "w", calls);
+    setvbuf(stream, nullptr, _IONBF, 0);
+  }
+  ~NarrowStream() { std::fclose(stream); }
+  NarrowStream(const NarrowStream&) = delete;
+  NarrowStream& operator=(const NarrowStream&) = delete;
+
+  static ssize_t write(void* cookie, const char*, std::size_t n) {
+    auto* self = static_cast<NarrowStream*>(cookie);
+    if (n > self->room) {
+      errno = ENOSPC;
+      return 0;
+    }
+    self->room -= n;
+    ++self->writes;
+    return static_cast<ssize_t>(n);
+  }
+
+  std::size_t room;
+  int writes = 0;
+  std::FILE* stream;
+};
+
+TEST(WriteFaults, AnyWriteThatFailsFailsTheWhole) {
+  const std::string bytes = version2().bytes().str();
+  const Qis scene = opened(bytes);
+  for (const int mode : {1, 2}) {
+    for (std::size_t room = 0; room < bytes.size(); ++room) {
+      NarrowStream narrow(room);
+      EXPECT_EQ(qiWriteScene(narrow.stream, scene, mode), 0) << room;
+    }
+    NarrowStream enough(bytes.size());
+    EXPECT_EQ(qiWriteScene(enough.stream, scene, mode), 1);
+    EXPECT_GT(enough.writes, 40);
+  }
+}
+
+TEST(WriteFaults, MoreThanAFileCanTellOfIsRefusedWithoutWritingItAll) {
+  Qis scene = opened(kinds::file_with(kinds::all()[0]).bytes().str());
+  scene.scene.fixed.obj_count = scene.scene.fixed.env_count = 0xFFFFFFFF;
+  qi::CountSink count;
+  qi::Emitter emitter(count, 2);
+  walk_list(emitter, std::as_const(scene.scene));
+  EXPECT_GT(count.total(), std::uint64_t{8} * 0xFFFFFFFF);
+  NarrowStream narrow(1 << 20);
+  EXPECT_EQ(qiWriteScene(narrow.stream, scene, 2), 0);
+}
+
+class Save : public testing::Test {
+ protected:
+  std::vector<std::string> files() const {
+    std::vector<std::string> names;
+    for (const auto& entry : fs::directory_iterator(scratch_.path()))
+      names.push_back(entry.path().filename());
+    return names;
+  }
+  int save(const std::string& name) {
+    CaptureStderr();
+    const int result = qiSaveAsQb2(scene_, name);
+    printed_ = GetCapturedStderr();
+    return result;
+  }
+
+  const ScratchDirectory scratch_;
+  const std::string bytes_ = version2().bytes().str();
+  Qis scene_ = opened(bytes_);
+  std::string printed_;
+};
+
+TEST_F(Save, TakesThePlaceOfTheFileAndKeepsItsPermissions) {
+  write_file(scratch_ / "old.quil", "old");
+  fs::permissions(scratch_ / "old.quil", fs::perms(0640));
+  EXPECT_EQ(save(scratch_ / "old.quil"), 1);
+  EXPECT_EQ(printed_, "");
+  EXPECT_TRUE(read_file(scratch_ / "old.quil") == bytes_);
+  EXPECT_EQ(fs::status(scratch_ / "old.quil").permissions(), fs::perms(0640));
+  EXPECT_THAT(files(), testing::ElementsAre("old.quil"));
+}
+
+TEST_F(Save, ReplacesWhatASymbolicLinkPointsAt) {
+  write_file(scratch_ / "old.quil", "old");
+  fs::create_symlink("old.quil", scratch_ / "link.quil");
+  EXPECT_EQ(save(scratch_ / "link.quil"), 1);
+  EXPECT_TRUE(fs::is_symlink(scratch_ / "link.quil"));
+  EXPECT_TRUE(read_file(scratch_ / "old.quil") == bytes_);
+}
+
+TEST_F(Save, AFullDeviceFailsWithALine) {
+  EXPECT_EQ(save("/dev/full"), 0);
+  EXPECT_EQ(printed_, "Output File Write Error: No space left on device\n");
+  EXPECT_TRUE(fs::is_character_file("/dev/full"));
+}
+
+TEST_F(Save, ADeviceIsWrittenDirectly) {
+  EXPECT_EQ(save("/dev/null"), 1);
+  EXPECT_TRUE(fs::is_character_file("/dev/null"));
+}
+
+TEST_F(Save, APipeIsWrittenDirectly) {
+  const std::string pipe = scratch_ / "pipe";
+  ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+  const int reader = open(pipe.c_str(), O_RDONLY | O_NONBLOCK);
+  ASSERT_GE(reader, 0);
+  EXPECT_EQ(save(pipe), 1);
+  std::string received(bytes_.size() + 1, 0);
+  EXPECT_EQ(read(reader, received.data(), received.size()), static_cast<ssize_t>(bytes_.size()));
+  close(reader);
+  received.resize(bytes_.size());
+  EXPECT_TRUE(received == bytes_);
+}
+
+TEST_F(Save, APipeThatNobodyReadsIsRefusedInsteadOfWaitingForAReader) {
+  ASSERT_EQ(mkfifo((scratch_ / "pipe").c_str(), 0600), 0);
+  EXPECT_EQ(save(scratch_ / "pipe"), 0);
+  EXPECT_EQ(printed_, "Output File Open Error\n");
+}
+
+TEST_F(Save, TargetsThatCannotBeWrittenAreRefused) {
+  fs::create_directory(scratch_ / "directory");
+  fs::create_symlink("loop", scratch_ / "loop");
+  for (const std::string& target : {scratch_ / "missing/file.quil", scratch_ / "directory", scratch_ / "loop",
+                                    std::string(), scratch_ / std::string(300, 'x')}) {
+    SCOPED_TRACE(target);
+    EXPECT_EQ(save(target), 0);
+    EXPECT_EQ(printed_, "Output File Open Error\n");
+    EXPECT_THAT(files(), testing::UnorderedElementsAre("directory", "loop"));
+  }
+}
+
+TEST_F(Save, TheSceneHasTheNameOfTheLastSaveAlsoWhenItFailed) {
+  save(scratch_ / "missing/file.quil");
+  EXPECT_EQ(scene_.filename, scratch_ / "missing/file.quil");
+}
+
+TEST_F(Save, APlainWriteGoesToTheNameHeld) {
+  ASSERT_EQ(qiSetFilename(scratch_ / "held.quil", scene_), 1);
+  EXPECT_EQ(qiWriteQb(scene_), 1);
+  EXPECT_TRUE(read_file(scratch_ / "held.quil") == bytes_);
+  EXPECT_EQ(qiWriteQb2(scene_), 1);
+  EXPECT_TRUE(read_file(scratch_ / "held.quil") == bytes_);
+}
+
+/// No file may grow beyond so many bytes while it lives.
+class FileSizeLimit {
+ public:
+  explicit FileSizeLimit(rlim_t bytes) {
+    before_ = signal(SIGXFSZ, SIG_IGN);
+    getrlimit(RLIMIT_FSIZE, &limit_);
+    const rlimit narrow{bytes, limit_.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &narrow);
+  }
+  ~FileSizeLimit() {
+    setrlimit(RLIMIT_FSIZE, &limit_);
+    signal(SIGXFSZ, before_);
+  }
+  FileSizeLimit(const FileSizeLimit&) = delete;
+  FileSizeLimit& operator=(const FileSizeLimit&) = delete;
+
+ private:
+  rlimit limit_{};
+  void (*before_)(int);
+};
+
+TEST_F(Save, AFailureAtAnyPointLeavesTheOldFileAndNothingElse) {
+  write_file(scratch_ / "scene.quil", "the old file");
+  ASSERT_EQ(qiSetFilename(scratch_ / "scene.quil", scene_), 1);
+  for (rlim_t limit = 0; limit < bytes_.size(); limit += 97) {
+    int result = 1;
+    {
+      CaptureStderr();  // its file is made before the limit, and has room for a line
+      const FileSizeLimit narrow(limit);
+      result = qiWriteQb2(scene_);
+    }
+    GetCapturedStderr();
+    EXPECT_EQ(result, 0) << limit;
+    EXPECT_EQ(read_file(scratch_ / "scene.quil"), "the old file");
+    EXPECT_THAT(files(), testing::ElementsAre("scene.quil"));
+  }
+  const FileSizeLimit enough(bytes_.size());
+  EXPECT_EQ(qiWriteQb2(scene_), 1);
+  EXPECT_TRUE(read_file(scratch_ / "scene.quil") == bytes_);
+}
+
+}  // namespace
