@@ -83,6 +83,21 @@ TEST(Layout, LongArcsPassNoNode) {
   }
 }
 
+TEST(Layout, MeshIsUntangled) {
+  // Row r holds r + 1 nodes; each leads to the two below it. Depth-first order leaves crossings here.
+  constexpr std::uint32_t kRows = 8;
+  Graph graph = graph_of(kRows * (kRows + 1) / 2, {});
+  for (std::uint32_t r = 0, node = 0; r + 1 < kRows; ++r) {
+    for (std::uint32_t i = 0; i <= r; ++i, ++node) {
+      graph.arcs.push_back({node, node + r + 2});
+      graph.arcs.insert(graph.arcs.begin(), {node, node + r + 1});
+    }
+  }
+  const Layout layout = layout_of(graph);
+  expect_sound(graph, layout);
+  EXPECT_EQ(crossings_of(graph, layout), 0u);
+}
+
 TEST(Layout, CycleHasOneArcUpAndKeepsItsFirstNodeOnTop) {
   const Graph graph = graph_of(3, {{0, 1}, {1, 2}, {2, 0}});
   const Layout layout = layout_of(graph);
