@@ -11,6 +11,7 @@
 ///     settle             (no lines)
 ///     tree               widget ID PATH CLASS X Y WIDTH HEIGHT FLAGS LABEL TEXT, for every widget
 ///     resource ID NAME   value VALUE
+///     graph ID           see agent_graph.h
 ///
 /// The library also hides the login name, so that a program under test falls back to HOME and never finds the
 /// files of the person who runs the tests.
@@ -25,6 +26,7 @@
 #include <stdexcept>
 #include <string>
 
+#include "tests/support/agent_graph.h"
 #include "tests/support/agent_widgets.h"
 
 namespace agent {
@@ -100,6 +102,7 @@ class Agent {
     if (widget == nullptr) throw std::invalid_argument("the widget is gone");
     if (question[0] == "resource" && question.size() == 3)
       return {{"value", resourceValue(widget, question[2])}};
+    if (question[0] == "graph") return describeGraph(widget);
     throw std::invalid_argument("no such question: " + question[0]);
   }
 

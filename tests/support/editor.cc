@@ -1,0 +1,149 @@
+/// @file
+/// The editor's menus, dialogs and gestures.
+#include "tests/support/editor.h"
+
+#include <algorithm>
+#include <stdexcept>
+
+namespace support {
+
+namespace {
+
+Program::Start completed(Program::Start start) {
+  start.executable = QUIL_EDITOR;
+  if (!start.home_files.contains(".quilcnvops"))
+    start.home_files[".quilcnvops"] = read_file(QUIL_OPTIONS_TEMPLATE);
+  return start;
+}
+
+}  // namespace
+
+const GraphState::Node& GraphState::node(std::string_view name) const {
+  const auto found = std::find_if(nodes.begin(), nodes.end(), [&](const Node& n) { return n.name == name; });
+  if (found == nodes.end()) throw std::out_of_range("no node " + std::string(name));
+  return *found;
+}
+
+bool GraphState::hasNode(std::string_view name) const {
+  return std::any_of(nodes.begin(), nodes.end(), [&](const Node& n) { return n.name == name; });
+}
+
+const GraphState::Arc& GraphState::arc(std::string_view parent, std::string_view child) const {
+  const auto found = std::find_if(arcs.begin(), arcs.end(),
+                                  [&](const Arc& a) { return a.parent == parent && a.child == child; });
+  if (found == arcs.end())
+    throw std::out_of_range("no arc " + std::string(parent) + " " + std::string(child));
+  return *found;
+}
+
+int GraphState::countArcs(std::string_view parent, std::string_view child) const {
+  return static_cast<int>(std::count_if(
+      arcs.begin(), arcs.end(), [&](const Arc& a) { return a.parent == parent && a.child == child; }));
+}
+
+Editor::Editor(const XServer& server, Start start) : Program(server, completed(std::move(start))) {
+  await("graph");
+}
+
+std::string Editor::message(std::string_view dialog) { return await(dialog).label; }
+
+void Editor::answer(std::string_view dialog, std::string_view button) {
+  click(std::string(dialog) + "/" + std::string(button));
+  if (!waitFor([&] { return !asks(dialog); })) throw std::runtime_error(std::string(dialog) + " stays");
+}
+
+bool Editor::asks(std::string_view dialog) {
+  return find([&](const WidgetInfo& w) { return w.isAt(dialog) && w.managed; }).has_value();
+}
+
+void Editor::chooseFile(const std::filesystem::path& path) {
+  const std::string field = std::string(kFiles) + "/Text";
+  click(field);
+  driver().key("slash", {"Control_L"});  // selects what is there
+  driver().type(path.string());
+  await("the path in the field",
+        [&](const WidgetInfo& w) { return w.isAt(field) && w.text == path.string(); });
+  answer(kFiles, "OK");
+}
+
+void Editor::open(const std::filesystem::path& path) {
+  chooseMenu({"File", "Open"});
+  chooseFile(path);
+  settle();
+}
+
+void Editor::saveAs(const std::filesystem::path& path) {
+  chooseMenu({"File", "Save As..."});
+  chooseFile(path);
+  if (asks(kQuestion)) answer(kQuestion, "OK");
+  settle();
+}
+
+void Editor::toggleEditMode() { chooseMenu({"Edit", "Edit Mode"}); }
+
+std::optional<int> Editor::quit() {
+  chooseMenu({"File", "Quit"});
+  return process().waitForExit();
+}
+
+GraphState Editor::graph() {
+  GraphState state;
+  for (const std::vector<std::string>& line : ask({"graph", await("graph/graph").id})) {
+    const auto number = [&](std::size_t i) { return std::stoi(line.at(i)); };
+    const auto box = [&](std::size_t i) {
+      return Box{number(i), number(i + 1), number(i + 2), number(i + 3)};
+    };
+    const auto point = [&](std::size_t i) { return Point{number(i), number(i + 1)}; };
+    const auto flag = [&](char c) { return line.back().find(c) != std::string::npos; };
+    if (line[0] == "view") {
+      state.zoom = std::stod(line.at(1));
+      state.view = box(2);
+    } else if (line[0] == "node") {
+      state.nodes.push_back({line.at(1), line.at(2), box(3), flag('m'), flag('t')});
+    } else {
+      state.arcs.push_back({line.at(1), line.at(2), point(3), point(5), point(7), flag('t')});
+    }
+  }
+  return state;
+}
+
+Point Editor::visible(const GraphState& graph, Point point, std::string_view what) const {
+  const Box& view = graph.view;
+  if (point.x < view.x || point.y < view.y || point.x >= view.x + view.width ||
+      point.y >= view.y + view.height) {
+    throw std::logic_error(std::string(what) + " is out of view");
+  }
+  return point;
+}
+
+void Editor::drawArc(std::string_view parent, std::string_view child) {
+  const GraphState state = graph();
+  driver().drag(visible(state, state.node(parent).box.centre(), parent),
+                visible(state, state.node(child).box.centre(), child), 1, {"Control_L"});
+  settle();
+}
+
+void Editor::selectArc(std::string_view parent, std::string_view child, Held held) {
+  const GraphState state = graph();
+  driver().click(visible(state, state.arc(parent, child).middle, "the arc"), 1, held);
+  settle();
+}
+
+void Editor::moveEnd(std::string_view parent, std::string_view child, Point GraphState::Arc::*handle,
+                     std::string_view to) {
+  selectArc(parent, child);
+  const GraphState state = graph();
+  driver().drag(visible(state, state.arc(parent, child).*handle, "the handle"),
+                visible(state, state.node(to).box.centre(), to));
+  settle();
+}
+
+void Editor::moveChildEnd(std::string_view parent, std::string_view child, std::string_view new_child) {
+  moveEnd(parent, child, &GraphState::Arc::child_handle, new_child);
+}
+
+void Editor::moveParentEnd(std::string_view parent, std::string_view child, std::string_view new_parent) {
+  moveEnd(parent, child, &GraphState::Arc::parent_handle, new_parent);
+}
+
+}  // namespace support
