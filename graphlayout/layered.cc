@@ -15,6 +15,11 @@
 namespace graphlayout {
 namespace {
 
+void move(Layout& layout, const Point& by) {
+  for (Point& p : layout.nodes) p = {p.x + by.x, p.y + by.y};
+  for (Point& p : layout.bends.points) p = {p.x + by.x, p.y + by.y};
+}
+
 /// Moves everything so that the drawing starts at (0, 0), and measures it.
 void fit(Layout& layout, std::span<const Size> sizes) {
   double left = HUGE_VAL, top = HUGE_VAL, right = -HUGE_VAL, bottom = -HUGE_VAL;
@@ -25,8 +30,7 @@ void fit(Layout& layout, std::span<const Size> sizes) {
   for (std::size_t i = 0; i < sizes.size(); ++i) include(layout.nodes[i], sizes[i]);
   for (const Point& p : layout.bends.points) include(p, {});
   if (sizes.empty()) left = top = right = bottom = 0;
-  for (Point& p : layout.nodes) p = {p.x - left, p.y - top};
-  for (Point& p : layout.bends.points) p = {p.x - left, p.y - top};
+  move(layout, {-left, -top});
   layout.width = right - left;
   layout.height = bottom - top;
 }
@@ -36,7 +40,7 @@ struct Part {
   std::vector<std::uint32_t> nodes, arcs;
 };
 
-/// The parts in the order of their first nodes.
+/// The parts in the order of their first nodes. Nodes without arcs are one part.
 std::vector<Part> split(std::size_t node_count, std::span<const Arc> arcs) {
   std::vector<std::uint32_t> root(node_count);
   for (std::uint32_t v = 0; v < node_count; ++v) root[v] = v;
@@ -44,20 +48,23 @@ std::vector<Part> split(std::size_t node_count, std::span<const Arc> arcs) {
     while (root[v] != v) v = root[v] = root[root[v]];
     return v;
   };
+  std::vector<bool> single(node_count, true);
   for (const Arc& arc : arcs) {
+    single[arc.from] = single[arc.to] = false;
     const auto [low, high] = std::minmax({find(arc.from), find(arc.to)});
     root[high] = low;  // the least node stays the root
   }
-  std::vector<std::uint32_t> part_of(node_count);
   std::vector<Part> parts;
+  std::vector<std::uint32_t> part_of(node_count, kNone);
+  std::uint32_t singles = kNone;
   for (std::uint32_t v = 0; v < node_count; ++v) {
-    const std::uint32_t r = find(v);
-    if (r == v) {
-      part_of[v] = static_cast<std::uint32_t>(parts.size());
+    std::uint32_t& part = single[v] ? singles : part_of[find(v)];
+    if (part == kNone) {
+      part = static_cast<std::uint32_t>(parts.size());
       parts.emplace_back();
     }
-    part_of[v] = part_of[r];
-    parts[part_of[v]].nodes.push_back(v);
+    parts[part].nodes.push_back(v);
+    part_of[v] = part;
   }
   for (std::uint32_t i = 0; i < arcs.size(); ++i) parts[part_of[arcs[i].from]].arcs.push_back(i);
   return parts;
@@ -79,67 +86,47 @@ Layout lay_out(std::span<const Size> sizes, std::vector<Arc> arcs, const Options
   return layout;
 }
 
-/// Lays out each part and packs them; single nodes make up a close block of their own.
+/// Lays out nodes without arcs: a close block.
+Layout lay_out_singles(std::span<const Size> sizes, const Options& options) {
+  Layout layout;
+  layout.nodes = pack(sizes, options.node_gap, options.aspect);
+  fit(layout, sizes);
+  return layout;
+}
+
+/// Lays out each part and packs them.
 Layout lay_out_parts(std::span<const Size> sizes, std::span<const Arc> arcs, const Options& options) {
   const std::vector<Part> parts = split(sizes.size(), arcs);
-  std::vector<Layout> layouts(parts.size());
-  std::vector<Size> boxes, singles;
-  std::vector<std::size_t> box_of(parts.size());
-  std::vector<std::uint32_t> single_nodes, number(sizes.size());
-  std::size_t first_box = 0;
-  const bool first_single = !parts.empty() && parts.front().nodes.size() == 1;
-  for (std::size_t p = 0; p < parts.size(); ++p) {
-    if (parts[p].nodes.size() == 1) {
-      single_nodes.push_back(parts[p].nodes.front());
-      singles.push_back(sizes[parts[p].nodes.front()]);
-      continue;
-    }
+  std::vector<Layout> layouts;
+  std::vector<Size> boxes;
+  std::vector<std::uint32_t> number(sizes.size());
+  for (const Part& part : parts) {
     std::vector<Size> part_sizes;
     std::vector<Arc> part_arcs;
-    for (std::uint32_t i = 0; i < parts[p].nodes.size(); ++i) {
-      number[parts[p].nodes[i]] = i;
-      part_sizes.push_back(sizes[parts[p].nodes[i]]);
+    for (const std::uint32_t v : part.nodes) {
+      number[v] = static_cast<std::uint32_t>(part_sizes.size());
+      part_sizes.push_back(sizes[v]);
     }
-    for (const std::uint32_t i : parts[p].arcs)
-      part_arcs.push_back({number[arcs[i].from], number[arcs[i].to]});
-    layouts[p] = lay_out(part_sizes, std::move(part_arcs), options);
-    box_of[p] = boxes.size();
-    boxes.push_back({layouts[p].width, layouts[p].height});
+    for (const std::uint32_t i : part.arcs) part_arcs.push_back({number[arcs[i].from], number[arcs[i].to]});
+    layouts.push_back(part_arcs.empty() ? lay_out_singles(part_sizes, options)
+                                        : lay_out(part_sizes, std::move(part_arcs), options));
+    boxes.push_back({layouts.back().width, layouts.back().height});
   }
-
-  Layout block;  // of the single nodes
-  block.nodes = pack(singles, 0, options.node_gap, options.aspect);
-  fit(block, singles);
-  if (!singles.empty()) {
-    if (first_single) first_box = boxes.size();
-    boxes.push_back({block.width, block.height});
-  }
-  const std::vector<Point> corners = pack(boxes, first_box, options.component_gap, options.aspect);
+  const std::vector<Point> corners = pack(boxes, options.component_gap, options.aspect);
 
   Layout whole;
   whole.nodes.resize(sizes.size());
-  const auto moved = [](const Point& p, const Point& by) { return Point{p.x + by.x, p.y + by.y}; };
-  for (std::size_t i = 0; i < singles.size(); ++i) {
-    whole.nodes[single_nodes[i]] = moved(block.nodes[i], corners.back());
-  }
-  whole.bends.starts.assign(arcs.size() + 1, 0);
+  std::vector<std::span<const Point>> bends(arcs.size());
   for (std::size_t p = 0; p < parts.size(); ++p) {
-    for (std::size_t k = 0; k < parts[p].arcs.size(); ++k) {
-      whole.bends.starts[parts[p].arcs[k] + 1] = layouts[p].bends.of(k).size();
-    }
+    move(layouts[p], corners[p]);
+    for (std::size_t k = 0; k < parts[p].nodes.size(); ++k)
+      whole.nodes[parts[p].nodes[k]] = layouts[p].nodes[k];
+    for (std::size_t k = 0; k < parts[p].arcs.size(); ++k) bends[parts[p].arcs[k]] = layouts[p].bends.of(k);
   }
-  for (std::size_t i = 0; i < arcs.size(); ++i) whole.bends.starts[i + 1] += whole.bends.starts[i];
-  whole.bends.points.resize(whole.bends.starts.back());
-  for (std::size_t p = 0; p < parts.size(); ++p) {
-    if (parts[p].nodes.size() == 1) continue;
-    const Point corner = corners[box_of[p]];
-    for (std::size_t k = 0; k < parts[p].nodes.size(); ++k) {
-      whole.nodes[parts[p].nodes[k]] = moved(layouts[p].nodes[k], corner);
-    }
-    for (std::size_t k = 0; k < parts[p].arcs.size(); ++k) {
-      std::size_t at = whole.bends.starts[parts[p].arcs[k]];
-      for (const Point& point : layouts[p].bends.of(k)) whole.bends.points[at++] = moved(point, corner);
-    }
+  whole.bends.starts.push_back(0);
+  for (const auto& points : bends) {
+    whole.bends.points.insert(whole.bends.points.end(), points.begin(), points.end());
+    whole.bends.starts.push_back(whole.bends.points.size());
   }
   return whole;
 }

@@ -61,8 +61,8 @@ struct Bends {
 struct Layout {
   std::vector<Point> nodes;  ///< top left corners, one per node
   /// An arc is meant to be drawn from the middle of its upper node's bottom edge over the bends to the middle
-  /// of its lower node's top edge. Duplicates of one arc have the same bends, unless they would
-  /// be millions: then the last of them have none.
+  /// of its lower node's top edge. Duplicates of one arc have the same bends, unless
+  /// they would be millions: then the last of them have none.
   Bends bends;
   double width = 0, height = 0;  ///< the smallest size that holds every node and bend
 };
@@ -81,7 +81,8 @@ struct Subtree {
 };
 
 /// Lays out `root` and what arcs lead to from it, and leaves the rest where it is: the root keeps its place,
-/// the others hang below it, moved aside or down as one where they would cover nodes that stay.
+/// the others hang below it, moved aside or down as one where they would cover nodes that stay. Bends of arcs
+/// that lead here from nodes that stay are best dropped: they were made for other ends.
 /// @param positions  top left corners now, one per node; those missing or not finite count as (0, 0).
 /// @returns nothing moved (all empty) when `root` is no node.
 Subtree layout_subtree(std::span<const Size> sizes, std::span<const Arc> arcs,

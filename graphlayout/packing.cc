@@ -4,17 +4,18 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
 #include <numeric>
 
 namespace graphlayout {
 
-std::vector<Point> pack(std::span<const Size> boxes, std::size_t first, double gap, double aspect) {
+std::vector<Point> pack(std::span<const Size> boxes, double gap, double aspect) {
   std::vector<std::size_t> order(boxes.size());
   std::iota(order.begin(), order.end(), std::size_t{0});
-  std::ranges::stable_sort(order, [&](std::size_t a, std::size_t b) {
-    if ((a == first) != (b == first)) return a == first;
-    return boxes[a].height > boxes[b].height;
-  });
+  if (!order.empty()) {
+    std::ranges::stable_sort(order.begin() + 1, order.end(), std::ranges::greater{},
+                             [&](std::size_t i) { return boxes[i].height; });
+  }
   double area = 0, widest = 0;
   for (const Size& box : boxes) {
     area += (box.width + gap) * (box.height + gap);

@@ -10,7 +10,7 @@
 namespace graphlayout {
 
 /// @param aspect  width to height to aim at; the widest box may force more.
-/// @returns the top left corner of each box; they start at (0, 0), and `first` is there.
-std::vector<Point> pack(std::span<const Size> boxes, std::size_t first, double gap, double aspect);
+/// @returns the top left corner of each box; the first one is at (0, 0), the rest come by height.
+std::vector<Point> pack(std::span<const Size> boxes, double gap, double aspect);
 
 }  // namespace graphlayout

@@ -3,7 +3,6 @@
 #include "graphlayout/ranks.h"
 
 #include <algorithm>
-#include <ranges>
 
 #include "graphlayout/adjacency.h"
 
@@ -99,7 +98,8 @@ std::vector<std::uint32_t> assign_ranks(std::size_t node_count, std::span<const 
   bool moved = true;
   for (int pass = 0; pass < kPasses && moved; ++pass) {
     moved = false;
-    for (const std::uint32_t v : order | std::views::reverse) {
+    for (auto it = order.rbegin(); it != order.rend(); ++it) {
+      const std::uint32_t v = *it;
       const auto above = up.of(v), below = down.of(v);
       if (below.size() <= above.size()) continue;
       std::uint32_t lowest = rank[below.front()];
