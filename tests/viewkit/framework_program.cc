@@ -1,9 +1,12 @@
 /// @file A small application on the framework that says on standard output what happens to it; driven by
 /// tests.
 #include <Xm/Form.h>
+#include <Xm/PushB.h>
 #include <Xm/TextF.h>
 
 #include <cstdio>
+#include <cstdlib>
+#include <tuple>
 
 #include "viewkit/forward.h"
 #include "viewkit/vkapp.h"
@@ -38,6 +41,8 @@ class TestWindow : public VkWindow {
     const VkMenuDesc tool[] = {{ACTION, "Warn", &Forward<&TestWindow::warn>::call},
                                {ACTION, "Grey", &Forward<&TestWindow::grey>::call},
                                {ACTION, "Busy", &Forward<&TestWindow::work>::call},
+                               {ACTION, "Quit inside", &Forward<&TestWindow::quitInside>::call},
+                               {ACTION, "Close window inside", &Forward<&TestWindow::closeInside>::call},
                                {SUBMENU, "Convert to KAVO DL", nullptr, more},
                                {}};
     addMenuPane("File", file, this);
@@ -47,6 +52,8 @@ class TestWindow : public VkWindow {
                                          XmNheight, 360, nullptr);
     XtVaCreateManagedWidget("text", xmTextFieldWidgetClass, form, XmNleftAttachment, XmATTACH_FORM,
                             XmNrightAttachment, XmATTACH_FORM, nullptr);
+    XtVaCreateManagedWidget("button", xmPushButtonWidgetClass, form, XmNbottomAttachment, XmATTACH_FORM,
+                            nullptr);
     addView(form);
     setStatus("Ready.");
     theApplication->addCallback(VkApp::displayLostCallback, this, &TestWindow::displayLost);
@@ -83,12 +90,28 @@ class TestWindow : public VkWindow {
   void work() {
     theApplication->busy("making KAVO data...");
     theApplication->busy();
-    std::puts("busy");
     theApplication->notBusy();
-    std::printf("still busy %d\n", theApplication->isBusy());
-    std::getchar();
+    std::printf("busy %d\n", theApplication->isBusy());
+    // Blocks as a converter would, until the test lets go.
+    std::ignore = std::system("until test -e go; do sleep 0.02; done");
     theApplication->notBusy();
-    std::printf("still busy %d\n", theApplication->isBusy());
+    std::printf("busy %d\n", theApplication->isBusy());
+  }
+  void quitInside() {
+    XtAppAddTimeOut(
+        theApplication->appContext(), 0, [](XtPointer, XtIntervalId*) { theApplication->quitYourself(); },
+        nullptr);
+    ask();
+  }
+  void closeInside() {
+    XtAppAddTimeOut(
+        theApplication->appContext(), 0,
+        [](XtPointer window, XtIntervalId*) {
+          XtDestroyWidget(static_cast<TestWindow*>(window)->baseWidget());
+        },
+        this);
+    ask();
+    theApplication->quitYourself();
   }
   void quit() { theApplication->quitYourself(); }
   void displayLost(VkApp*, void*, void*) { std::puts("display lost"); }
