@@ -42,7 +42,6 @@ class TestWindow : public VkWindow {
                                {ACTION, "Grey", &Forward<&TestWindow::grey>::call},
                                {ACTION, "Busy", &Forward<&TestWindow::work>::call},
                                {ACTION, "Quit inside", &Forward<&TestWindow::quitInside>::call},
-                               {ACTION, "Close window inside", &Forward<&TestWindow::closeInside>::call},
                                {SUBMENU, "Convert to KAVO DL", nullptr, more},
                                {}};
     addMenuPane("File", file, this);
@@ -93,7 +92,7 @@ class TestWindow : public VkWindow {
     theApplication->notBusy();
     std::printf("busy %d\n", theApplication->isBusy());
     // Blocks as a converter would, until the test lets go.
-    std::ignore = std::system("until test -e go; do sleep 0.02; done");
+    std::ignore = std::system("touch blocked; until test -e go; do sleep 0.02; done");
     theApplication->notBusy();
     std::printf("busy %d\n", theApplication->isBusy());
   }
@@ -102,16 +101,6 @@ class TestWindow : public VkWindow {
         theApplication->appContext(), 0, [](XtPointer, XtIntervalId*) { theApplication->quitYourself(); },
         nullptr);
     ask();
-  }
-  void closeInside() {
-    XtAppAddTimeOut(
-        theApplication->appContext(), 0,
-        [](XtPointer window, XtIntervalId*) {
-          XtDestroyWidget(static_cast<TestWindow*>(window)->baseWidget());
-        },
-        this);
-    ask();
-    theApplication->quitYourself();
   }
   void quit() { theApplication->quitYourself(); }
   void displayLost(VkApp*, void*, void*) { std::puts("display lost"); }
