@@ -11,7 +11,7 @@ namespace {
 /// Whether each arc may have its dummies: short ones first, until the budget is used up.
 std::vector<bool> grant_dummies(std::size_t node_count, std::span<const Arc> arcs,
                                 std::span<const std::uint32_t> ranks) {
-  constexpr std::size_t kPerElement = 16, kMost = 4'000'000;
+  constexpr std::size_t kPerElement = 8, kMost = 4'000'000;
   const std::size_t budget = std::min(kPerElement * (node_count + arcs.size()), kMost);
   const auto span_of = [&](std::uint32_t arc) { return ranks[arcs[arc].to] - ranks[arcs[arc].from]; };
 

@@ -50,7 +50,7 @@ std::vector<Box> outlines(std::span<const Size> sizes, const Layout& layout, std
     }
     return united;
   };
-  constexpr std::size_t kMostPairs = 20'000'000;
+  constexpr std::size_t kMostPairs = 2'000'000;
   std::vector<Box> ranks = unite([](const Box& last, const Box& box) { return box.top < last.bottom; });
   if (ranks.size() * staying <= kMostPairs) return ranks;
   return unite([](const Box&, const Box&) { return true; });
