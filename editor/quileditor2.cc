@@ -1,0 +1,20 @@
+/// @file
+/// The program's entry point.
+#include <array>
+#include <cstdio>
+
+#include "editor/graphwindow.h"
+#include "viewkit/vkapp.h"
+
+int main(int argc, char** argv) {
+  VkApp app("quileditor", &argc, argv);
+  GraphWindow window("QUILeditor2");
+  static std::array<char, 256> version;
+  std::snprintf(version.data(), version.size(), "%s %s\n%s\n%s", "QUILeditor Version2.02", "2026-11-21",
+                "Copyright (c) 2026 the quileditor authors.",
+                "Licensed under the MIT License; see the file LICENSE.");
+  app.setVersionString(version.data());
+  app.setBusyDialog(nullptr);
+  window.show();
+  return app.run();
+}
