@@ -5,55 +5,105 @@
 #include <memory>
 #include <string>
 
-#include "qilib/qis.h"
+#include "viewkit/forward.h"
+#include "viewkit/vkapp.h"
 #include "viewkit/vkgraph.h"
+#include "viewkit/vkmenu.h"
 #include "viewkit/vkwindow.h"
 
-/// Reads a scene file into the current scene `qis`. The file is read into a fresh scene first, so that after
-/// a failure the scene in memory is what it was.
-/// @returns 1 when the file is now the current scene; anything else is a failure.
-int quilread(const std::string& path);
+/// The node of that name in `graph`, or else a new one that is not in the graph yet; it enters with its first
+/// arc.
+VkNode* getQuilVkNode(VkGraph* graph, const std::string& name);
 
-/// Writes the current scene `qis` to `path` in mode 2, after its sizes have been put right.
-/// @returns 0 when it is written, -1 when it could not be or the scene is of no known version.
-int quilsave(const std::string& path);
-
-/// The editor's main window. Every menu callback and graph callback is a static member that forwards to the
-/// ordinary member of the same name without "Callback", with the window as client data.
+/// The editor's main window. Menu and graph callbacks are static members that forward to the ordinary member
+/// of the same meaning; their client data is the window.
 class GraphWindow : public VkWindow {
  public:
   explicit GraphWindow(const char* name);
   ~GraphWindow() override;
 
-  const char* className() override { return "GraphWindow"; }
+  const char* className() const override { return "GraphWindow"; }
 
-  /// Builds the nodes and arcs of the current scene into `graph`, in their fixed order. Nodes that the graph
-  /// has already are reused by name; level-of-detail nodes are always new.
+  /// Builds the current scene into `graph`: a node per record that takes part in a reference and an arc per
+  /// reference, in their fixed order. Nodes that the graph has already are reused, but those for levels of
+  /// detail are always new.
   void struct_graph(VkGraph* graph);
   /// Adds the arc from `parent` to the node named `child_name`, which is made when the graph lacks it.
   void addChild(VkNode* parent, const std::string& child_name);
 
-  /// Makes the records refer as the arc parent -> child says. @returns 1, or 0 when refused.
+  /// Makes the records refer to each other as an arc parent -> child says.
+  /// @returns 1, or 0 when refused. The graph is the caller's to change; likewise for the two below.
   int quilAddLink(const VkNode* parent, const VkNode* child);
-  /// Removes the records' reference behind the arc parent -> child. @returns 1, or 0 when there is no rule.
+  /// Removes the reference behind an arc. @returns 1, or 0 when there is no rule for the pair.
   int quilDeleteLink(const VkNode* parent, const VkNode* child);
   /// Changes one end of the reference behind an arc. @returns 1, or 0 when refused.
   int quilModifyLink(const VkNode* old_parent, const VkNode* old_child, const VkNode* new_parent,
                      const VkNode* new_child);
 
-  /// Removes the arc from the graph only.
+  /// Removes one arc parent -> child from the graph only; the nodes stay.
   void deleteLink(VkNode* parent, VkNode* child);
   /// After a move to `parent`: removes the arc of the child that `child` displaced from a single slot.
   void deleteDupChild(VkNode* parent, VkNode* child);
 
-  /// Writes the picture of the whole graph as PostScript.
-  void print(const std::string& path);
+  /// Writes the picture of the whole graph as PostScript. @returns whether that worked.
+  bool print(const std::string& path);
+
+  /// Stops the loaders that send previews to a development board.
+  static void killpbxsend();
 
  private:
-  // Menu callbacks, in the order of the menus.
-  static void newCallback(Widget, XtPointer, XtPointer);
-  static void openCallback(Widget, XtPointer, XtPointer);
-  static void saveCallback(Widget, XtPointer, XtPointer);
-  static void saveAsCallback(Widget, XtPointer, XtPointer);
-  static void quitCallback(Widget, XtPointer, XtPointer);
+  // The menu items' commands, in the order of the menus.
+  void newGraph();
+  void open();
+  void save();
+  void saveAs();
+  void quit();
+  void edit(Widget toggle, XtPointer data);
+  void deleteLinkMenu();
+  void setDefault();
+  void dpyimg();
+  void setDir();
+  void killpb() { killpbxsend(); }
+  void notYetAvailable(Widget item, XtPointer data);
+
+  // The graph's gestures; `data` is an SgGraphCallbackStruct.
+  void newNode(Widget graph, XtPointer data);
+  void newArc(Widget graph, XtPointer data);
+  void arcMoved(Widget graph, XtPointer data);
+  void defaultAction(Widget graph, XtPointer data);
+  void nodeAction(const SgGraphCallbackStruct& action);
+
+  template <auto Member>
+  static constexpr XtCallbackProc forward = viewkit::Forward<Member>::call;
+
+  static constexpr auto newCallback = forward<&GraphWindow::newGraph>;
+  static constexpr auto openCallback = forward<&GraphWindow::open>;
+  static constexpr auto saveCallback = forward<&GraphWindow::save>;
+  static constexpr auto saveAsCallback = forward<&GraphWindow::saveAs>;
+  static constexpr auto quitCallback = forward<&GraphWindow::quit>;
+  static constexpr auto editCallback = forward<&GraphWindow::edit>;
+  static constexpr auto deleteLinkCallback = forward<&GraphWindow::deleteLinkMenu>;
+  static constexpr auto setDefaultCallback = forward<&GraphWindow::setDefault>;
+  static constexpr auto dpyimgCallback = forward<&GraphWindow::dpyimg>;
+  static constexpr auto setDirCallback = forward<&GraphWindow::setDir>;
+  static constexpr auto setDir2Callback = setDirCallback;
+  static constexpr auto killpbCallback = forward<&GraphWindow::killpb>;
+  static constexpr auto notYetAvailableCallback = forward<&GraphWindow::notYetAvailable>;
+  static constexpr auto newNodeCallback = forward<&GraphWindow::newNode>;
+  static constexpr auto newArcCallback = forward<&GraphWindow::newArc>;
+  static constexpr auto arcMovedCallback = forward<&GraphWindow::arcMoved>;
+  static constexpr auto defaultActionCallback = forward<&GraphWindow::defaultAction>;
+
+  void addMenus();
+  VkMenuToggle* textureImageToggle() const;
+  /// Saves to the current file name, and says so when that fails.
+  void saveToFileName();
+  void showTitle();
+  void showGestures(bool editing);
+  void displayLost(VkApp* app, void* client_data, void* call_data);
+
+  std::unique_ptr<VkGraph> graph_;
+  std::string file_name_;            ///< of the last Open or Save As; empty before
+  unsigned char _displayTexImg = 0;  ///< 1: nodes built from now on show their textures' pictures
+  unsigned char c256[256] = {};      ///< pixel values of the 8-bit colours that the pictures consist of
 };

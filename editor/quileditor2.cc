@@ -7,6 +7,8 @@
 #include "viewkit/vkapp.h"
 
 int main(int argc, char** argv) {
+  // Traces appear in order with the output of the commands that the editor runs.
+  std::setvbuf(stdout, nullptr, _IOLBF, 0);
   VkApp app("quileditor", &argc, argv);
   GraphWindow window("QUILeditor2");
   static std::array<char, 256> version;

@@ -1,0 +1,148 @@
+/// @file
+/// The main window's construction: menus, graph view, options, colour table.
+#include "editor/graphwindow.h"
+
+#include <Xm/ToggleB.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <tuple>
+
+#include "editor/colortable.h"
+#include "tools/cnvopts.h"
+#include "viewkit/vkmessagedialogs.h"
+
+namespace {
+
+constexpr auto kAction = VkMenuItemType::ACTION;
+constexpr auto kToggle = VkMenuItemType::TOGGLE;
+constexpr auto kSubmenu = VkMenuItemType::SUBMENU;
+constexpr VkMenuDesc kSeparator = {VkMenuItemType::SEPARATOR};
+constexpr VkMenuDesc kEnd = {VkMenuItemType::END};
+
+constexpr const char* kTextureImageLabel = "Display Texture Image";
+
+}  // namespace
+
+GraphWindow::GraphWindow(const char* name) : VkWindow(name) {
+  addMenus();
+
+  graph_ = std::make_unique<VkGraph>("graph", mainWindowWidget());
+  const Widget graph = graph_->graphWidget();
+  XtVaSetValues(graph, SgNeditableArcs, False, SgNokToAdd, False, SgNarcWidth, 20, SgNarcDirection,
+                SgARC_DOWN, nullptr);
+  XtAddCallback(graph, SgNnewNodeCallback, newNodeCallback, this);
+  XtAddCallback(graph, SgNnewArcCallback, newArcCallback, this);
+  XtAddCallback(graph, SgNarcMovedCallback, arcMovedCallback, this);
+  XtAddCallback(graph, SgNdefaultActionCallback, defaultActionCallback, this);
+  graph_->displayAll();
+  graph_->doLayout();
+  addView(graph_.get());
+
+  read_convert_options();
+  if (auto* toggle = textureImageToggle()) toggle->setVisualState(false);
+  make256table(theApplication->display(), c256);
+
+  theApplication->addCallback(VkApp::displayLostCallback, this, &GraphWindow::displayLost);
+  showTitle();
+  showGestures(false);
+}
+
+GraphWindow::~GraphWindow() { killpbxsend(); }
+
+void GraphWindow::addMenus() {
+  static const VkMenuDesc file[] = {
+      {kAction, "New", newCallback},
+      {kAction, "Open", openCallback},
+      {kAction, "Save", saveCallback},
+      {kAction, "Save As...", saveAsCallback},
+      kSeparator,
+      {kAction, "Quit", quitCallback},
+      kEnd,
+  };
+  static const VkMenuDesc edit[] = {
+      {kToggle, "Edit Mode", editCallback},
+      {kAction, "Delete Link", deleteLinkCallback},
+      kEnd,
+  };
+  static const VkMenuDesc view[] = {
+      {kAction, "Default", setDefaultCallback},
+      {kToggle, kTextureImageLabel, dpyimgCallback},
+      kEnd,
+  };
+  static const VkMenuDesc display_lists[] = {
+      {kAction, "Set Options and Go", notYetAvailableCallback},
+      {kAction, "Set Output Directory", setDirCallback},
+      kEnd,
+  };
+  static const VkMenuDesc kavo_tool[] = {
+      {kAction, "KAVO Quick preview(DX-VIEWER)", notYetAvailableCallback},
+      {kAction, "KAVO Quick preview(Emu-Board)", notYetAvailableCallback},
+      {kAction, "Kavo preview(DX-VIEWER)", notYetAvailableCallback},
+      {kAction, "Kavo preview(Emu-Board)", notYetAvailableCallback},
+      {kSubmenu, "Convert to KAVO DL", nullptr, display_lists},
+      {kAction, "kill [pb]xsend", killpbCallback},
+      kEnd,
+  };
+  static const VkMenuDesc viewer_files[] = {
+      {kAction, "Set Options and Go", notYetAvailableCallback},
+      {kAction, "Set Output Directory", setDir2Callback},
+      kEnd,
+  };
+  static const VkMenuDesc quil2_tool[] = {
+      {kAction, "Preview(DX-VIEWER)", notYetAvailableCallback},
+      {kAction, "Preview(Emu-Board)", notYetAvailableCallback},
+      {kSubmenu, "Convert to ZEX", nullptr, viewer_files},
+      kSeparator,
+      {kAction, "Execute Script", notYetAvailableCallback},
+      {kAction, "Preview Script", notYetAvailableCallback},
+      {kAction, "Preview File", notYetAvailableCallback},
+      {kAction, "kill [pb]xsend", killpbCallback},
+      kEnd,
+  };
+  addMenuPane("File", file, this);
+  addMenuPane("Edit", edit, this);
+  addMenuPane("View", view, this);
+  addMenuPane("KAVO tool", kavo_tool, this);
+  addMenuPane("QUIL2 tool", quil2_tool, this);
+}
+
+VkMenuToggle* GraphWindow::textureImageToggle() const {
+  const auto* pane = menu()->findNamedItem<VkMenu>("View");
+  return pane ? pane->findNamedItem<VkMenuToggle>(kTextureImageLabel) : nullptr;
+}
+
+void GraphWindow::edit(Widget, XtPointer data) {
+  const bool on = static_cast<const XmToggleButtonCallbackStruct*>(data)->set != XmUNSET;
+  const Boolean editable = on ? True : False;
+  XtVaSetValues(graph_->graphWidget(), SgNeditableArcs, editable, SgNokToAdd, editable, nullptr);
+  showGestures(on);
+}
+
+void GraphWindow::setDefault() {
+  _displayTexImg = 0;
+  if (auto* toggle = textureImageToggle()) toggle->setVisualState(false);
+}
+
+void GraphWindow::dpyimg() { _displayTexImg = _displayTexImg > 0 ? 0 : 1; }
+
+void GraphWindow::notYetAvailable(Widget, XtPointer) {
+  getTheWarningDialog()->postAndWait("This command is not available in this version of the editor.");
+}
+
+void GraphWindow::killpbxsend() {
+  for (const char* command : {"killpxsend", "killbxsend"}) {
+    std::puts(command);
+    std::ignore = std::system(command);
+  }
+}
+
+void GraphWindow::displayLost(VkApp*, void*, void*) { killpbxsend(); }
+
+void GraphWindow::showGestures(bool editing) {
+  setStatus(editing
+                ? "Ctrl+drag from node to node: new arc   |   drag the end of a selected arc: move it   |   "
+                  "double-click the background: new node   |   Delete: delete link"
+                : "Click: select   |   drag: move a node, or pan   |   wheel: scroll, Ctrl+wheel: zoom   |   "
+                  "double-click: properties   |   Ctrl+E: edit mode");
+}

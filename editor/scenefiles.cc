@@ -1,0 +1,24 @@
+/// @file
+/// Reading and writing the current scene.
+#include "editor/scenefiles.h"
+
+#include <utility>
+
+#include "editor/model/currentscene.h"
+#include "qilib/container.h"
+#include "qilib/edit.h"
+#include "qilib/sizes.h"
+
+int quilread(const std::string& path) {
+  auto fresh = qiNewQis();
+  const int result = qiOpenQb(path, *fresh);
+  if (result == 1) qis = std::move(fresh);
+  return result;
+}
+
+int quilsave(const std::string& path) {
+  const Word version = qiQUILver(qis->header);
+  if (version != qi::kVersion1 && version != qi::kVersion2) return -1;
+  qiCheckSizes(*qis, 2);
+  return qiSaveAsQb2(*qis, path) == 1 ? 0 : -1;
+}

@@ -1,0 +1,15 @@
+/// @file
+/// Reading a file into the current scene and writing the current scene into a file.
+#pragma once
+
+#include <string>
+
+/// Reads a scene file into the current scene `qis`. It is read into a fresh scene first, so that after a
+/// failure the scene in memory is what it was.
+/// @returns 1 when the file is now the current scene; anything else is a failure.
+int quilread(const std::string& path);
+
+/// Writes the current scene `qis` to `path` in mode 2, after putting right any size that does not agree with
+/// what will be written, so that the file opens again.
+/// @returns 0 when it is written, -1 when it could not be or the scene is of no known version.
+int quilsave(const std::string& path);
