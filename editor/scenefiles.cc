@@ -7,6 +7,7 @@
 #include "editor/model/currentscene.h"
 #include "qilib/container.h"
 #include "qilib/edit.h"
+#include "qilib/checksizes.h"
 #include "qilib/sizes.h"
 
 int quilread(const std::string& path) {
