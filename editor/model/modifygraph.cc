@@ -185,22 +185,24 @@ int change_parent(Word child_kind, Word child, Word new_kind, Word new_parent, W
   } else if (!add_reference(*qis, kinds, new_parent, child)) {
     return 0;
   }
-  // The child has its new parent; whatever the old one answers, the move is made.
-  take_from_old_parent(rule->odd.assumed_old_parent ? rule->odd.assumed_old_parent : old_kind, old_parent,
-                       child_kind, child, rule->odd.old_parent);
+  // The child has its new parent; whatever the old one answers, the move is made. An assumed old parent may
+  // turn out to be the new one, which must keep what it just got.
+  const Word taken_from = rule->odd.assumed_old_parent ? rule->odd.assumed_old_parent : old_kind;
+  if (taken_from != new_kind || old_parent != new_parent)
+    take_from_old_parent(taken_from, old_parent, child_kind, child, rule->odd.old_parent);
   return 1;
 }
 
-void print_node(const char* format, const std::string& name) {
-  std::printf(format, tagofnd(name), static_cast<int>(indexofnd(name)));
+void print_node(const char* label, const std::string& name) {
+  std::printf("%s = %0#10x, %d\n", label, tagofnd(name), static_cast<int>(indexofnd(name)));
 }
 
 }  // namespace
 
 int quilAddLink(const std::string& parent, const std::string& child) {
   std::printf("parent = %s, child = %s\n", parent.c_str(), child.c_str());
-  print_node(" parent = %0#10x, %d\n", parent);
-  print_node(" child  = %0#10x, %d\n", child);
+  print_node(" parent", parent);
+  print_node(" child ", child);
   const auto from = find_node_id(parent);
   const auto to = find_node_id(child);
   return from && to ? add_link(from->kind, from->number, to->kind, to->number) : 0;
@@ -215,10 +217,10 @@ int quilModifyLink(const std::string& old_parent, const std::string& old_child, 
                    const std::string& new_child) {
   std::printf("old parent = %s, old child = %s\n", old_parent.c_str(), old_child.c_str());
   std::printf("new parent = %s, new child = %s\n", new_parent.c_str(), new_child.c_str());
-  print_node("old parent = %0#10x, %d\n", old_parent);
-  print_node("old child  = %0#10x, %d\n", old_child);
-  print_node("new parent = %0#10x, %d\n", new_parent);
-  print_node("new child  = %0#10x, %d\n", new_child);
+  print_node("old parent", old_parent);
+  print_node("old child ", old_child);
+  print_node("new parent", new_parent);
+  print_node("new child ", new_child);
   const auto old_from = find_node_id(old_parent), old_to = find_node_id(old_child);
   const auto new_from = find_node_id(new_parent), new_to = find_node_id(new_child);
   if (!old_from || !old_to || !new_from || !new_to) return 0;

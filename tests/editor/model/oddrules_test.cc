@@ -209,6 +209,13 @@ TEST_F(OddRules, SomeMovesTakeTheirOldParentForAnObjAJointOrAMaterial) {
   EXPECT_THAT(qis->mat_list.records[2].texs, IsEmpty());
 }
 
+TEST_F(OddRules, AnAssumedOldParentThatIsTheNewOneKeepsTheChild) {
+  EXPECT_EQ(move("cam_1", "tex_4", "mat_1", "tex_4"), 1);
+  EXPECT_THAT(qis->mat_list.records[1].texs, ElementsAre(4));
+  EXPECT_EQ(move("shape_2", "shape_4", "obj_2", "shape_4"), 1);
+  EXPECT_EQ(qis->obj_list.records[2].fixed.shape, 4u);
+}
+
 TEST_F(OddRules, AMoveOntoAParentThatHoldsTheChild) {
   ASSERT_EQ(add("obj_1", "anim_3"), 1);
   ASSERT_EQ(add("joint_1", "anim_3"), 1);

@@ -1,0 +1,231 @@
+/// @file
+/// Random scripts of edits: what each may change, and that what they leave is a file that opens again.
+#include <gmock/gmock.h>
+
+#include <random>
+
+#include "editor/model/modifygraph.h"
+#include "editor/model/nodenames.h"
+#include "editor/model/recordnames.h"
+#include "qilib/checksizes.h"
+#include "qilib/container.h"
+#include "qilib/names.h"
+#include "qilib/references.h"
+#include "qilib/sizes.h"
+#include "tests/editor/model/linkedits.h"
+#include "tests/support/files.h"
+#include "tests/support/shared_scenes.h"
+
+namespace {
+
+using Arcs = std::multiset<std::string>;
+
+/// Makes up edits: mostly sensible ones, for records and arcs that are there, and some of any kind.
+class EditMaker {
+ public:
+  explicit EditMaker(unsigned seed) : random_(seed) {}
+
+  std::size_t below(std::size_t n) { return n == 0 ? 0 : random_() % n; }
+  bool one_in(std::size_t n) { return below(n) == 0; }
+
+  /// A node of this kind, now and then of a record that doesn't exist.
+  std::string node(Word kind) {
+    const std::size_t count = qi::record_count(*qis, kind);
+    return node_name(kind, static_cast<Word>(below(count) + (one_in(20) ? count : 0)));
+  }
+  std::string any_node() {
+    if (one_in(20)) return one_in(2) ? "lod_0" : "newNode";
+    return node(node_kinds()[below(node_kinds().size())].tag);
+  }
+  /// The ends of an arc that the rules may know.
+  std::pair<std::string, std::string> likely_pair() {
+    const auto& row = qi::references()[below(qi::references().size())];
+    return {node(row.parent), node(row.child)};
+  }
+  std::pair<std::string, std::string> pair() {
+    return one_in(6) ? std::pair{any_node(), any_node()} : likely_pair();
+  }
+  /// The ends of an arc that is there, or, in a scene without arcs, of any.
+  std::pair<std::string, std::string> drawn_pair() {
+    const SceneGraph graph = scene_graph(*qis);
+    if (graph.arcs.empty()) return pair();
+    const auto& arc = graph.arcs[below(graph.arcs.size())];
+    return {graph.nodes[arc.parent].name, graph.nodes[arc.child].name};
+  }
+  std::string text() {
+    std::string text(below(12), ' ');
+    for (char& c : text) c = "ab _z"[below(5)];
+    return text;
+  }
+
+ private:
+  std::mt19937 random_;
+};
+
+/// Runs random edits on the current scene and checks what each did to the arcs and sizes.
+class RandomScript {
+ public:
+  explicit RandomScript(unsigned seed) : make_(seed) {}
+
+  /// @returns how many edits were made.
+  int run(int edits) {
+    int made = 0;
+    for (int i = 0; i < edits && !testing::Test::HasFailure(); ++i) made += one_edit();
+    return made;
+  }
+
+  /// How often a child was accepted that the parent held already: then, alone, sizes run ahead of the
+  /// contents.
+  int repeats() const { return repeats_; }
+
+ private:
+  int one_edit() {
+    const Snapshot before = snapshot();
+    std::string printed;
+    switch (make_.below(4)) {
+      case 0:
+        return add(before);
+      case 1: {
+        const auto [parent, child] = make_.one_in(5) ? make_.pair() : make_.drawn_pair();
+        const bool drawn = before.arcs.contains(parent + " " + child);
+        const int made = run_edit(printed, [&] { return quilDeleteLink(parent, child); });
+        Arcs expected = before.arcs;
+        if (made && drawn) expected.erase(expected.find(parent + " " + child));
+        SCOPED_TRACE("delete " + parent + " " + child);
+        if (drawn || !made) {
+          EXPECT_EQ(snapshot().arcs, expected);
+        }
+        return checked(made, before);
+      }
+      case 2:
+        return move(before);
+      default: {
+        const std::string node = make_.any_node();
+        const int made = name_node(node, make_.text());
+        EXPECT_EQ(snapshot().arcs, before.arcs) << "name " << node;
+        return checked(made, before);
+      }
+    }
+  }
+
+  int add(const Snapshot& before) {
+    const auto [parent, child] = make_.pair();
+    SCOPED_TRACE("add " + parent + " " + child);
+    const std::string arc = parent + " " + child;
+    std::string printed;
+    const int made = run_edit(printed, [&, p = parent, c = child] { return quilAddLink(p, c); });
+    Arcs expected = before.arcs;
+    if (made && before.arcs.contains(arc)) {
+      ++repeats_;
+    } else if (made) {
+      expected.insert(arc);
+    }
+    EXPECT_EQ(snapshot().arcs, expected);
+    return checked(made, before);
+  }
+
+  int move(const Snapshot& before) {
+    const auto [old_parent, old_child] = make_.one_in(8) ? make_.pair() : make_.drawn_pair();
+    const bool moves_child = make_.one_in(2);
+    const auto other = [&](const std::string& node) {
+      return make_.one_in(8) ? make_.any_node() : same_kind(node);
+    };
+    const std::string new_parent =
+        moves_child ? old_parent : (make_.one_in(3) ? make_.any_node() : other(old_parent));
+    const std::string new_child = moves_child ? other(old_child) : old_child;
+    SCOPED_TRACE("move " + old_parent + " " + old_child + " " + new_parent + " " + new_child);
+    const bool repeated = !moves_child && before.arcs.contains(new_parent + " " + new_child) &&
+                          !isOnly1child(tagofnd(new_parent), tagofnd(new_child));
+    std::string printed;
+    const int made = run_edit(
+        printed, [&, p = old_parent, c = old_child] { return quilModifyLink(p, c, new_parent, new_child); });
+    const Arcs after = snapshot().arcs;
+    if (made) {
+      EXPECT_TRUE(after.contains(new_parent + " " + new_child));
+      if (repeated) ++repeats_;
+    } else {
+      EXPECT_EQ(after, before.arcs);
+    }
+    return checked(made, before);
+  }
+
+  std::string same_kind(const std::string& node) {
+    const Word kind = tagofnd(node);
+    return kind == 0 ? node : make_.node(kind);
+  }
+
+  /// A refused edit changes no size.
+  static int checked(int made, const Snapshot& before) {
+    if (!made) {
+      EXPECT_EQ(size_words(*qis), before.sizes);
+    }
+    return made;
+  }
+
+  EditMaker make_;
+  int repeats_ = 0;
+};
+
+std::vector<std::string> names(const Qis& scene) {
+  std::vector<std::string> names;
+  for (const auto& name : scene.name_list.records) names.push_back(qiGetName(name));
+  return names;
+}
+
+std::vector<std::string> arcs_in_order(const Qis& scene) {
+  const SceneGraph graph = scene_graph(scene);
+  std::vector<std::string> arcs;
+  for (const auto& [parent, child] : graph.arcs)
+    arcs.push_back(graph.nodes[parent].name + " " + graph.nodes[child].name);
+  return arcs;
+}
+
+class RandomEdits : public testing::TestWithParam<const char*> {
+ protected:
+  /// Saves the current scene in a mode and opens it again: nothing is printed, nothing that it saves is lost.
+  void expect_saves_and_opens(int mode) {
+    SCOPED_TRACE(mode);
+    const std::string path = directory_ / "edited.quil";
+    Qis saved = *qis;
+    testing::internal::CaptureStderr();
+    qiCheckSizes(saved, mode);
+    EXPECT_EQ(mode == 1 ? qiSaveAsQb(saved, path) : qiSaveAsQb2(saved, path), 1);
+    testing::internal::GetCapturedStderr();  // lines on corrected sizes, which are none of this test's
+    Qis reopened;
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(qiOpenQb(path, reopened), 1);
+    EXPECT_EQ(qiCheckSizes(reopened, mode), 0);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+    // Mode 1 writes version-2 structures as they were read, unless their length changed.
+    if (mode == 2 || qiQUILver(qis->header) == qi::kVersion1) {
+      EXPECT_EQ(arcs_in_order(reopened), arcs_in_order(*qis));
+    }
+    EXPECT_EQ(names(reopened), names(*qis));
+  }
+
+  ScratchDirectory directory_;
+};
+INSTANTIATE_TEST_SUITE_P(Scenes, RandomEdits, testing::ValuesIn(kSharedScenes),
+                         [](const auto& scene) { return std::string(scene.param); });
+
+TEST_P(RandomEdits, LeaveAFileThatOpensAndHoldsThem) {
+  int made = 0, with_sizes_in_step = 0;
+  for (unsigned seed = 1; seed <= 25 && !HasFailure(); ++seed) {
+    SCOPED_TRACE(seed);
+    qis = std::make_unique<Qis>();
+    ASSERT_EQ(qiOpenQb(shared_scene(GetParam()).path, *qis), 1);
+    RandomScript script(seed);
+    made += script.run(60);
+    if (script.repeats() == 0) {
+      Qis copy = *qis;
+      EXPECT_EQ(qiCheckSizes(copy, 2), 0) << "every edit but a repeated child keeps all sizes current";
+      ++with_sizes_in_step;
+    }
+    expect_saves_and_opens(2);
+    expect_saves_and_opens(1);
+  }
+  EXPECT_GT(made, 25) << "the scripts are worth something";
+  EXPECT_GT(with_sizes_in_step, 0);
+}
+
+}  // namespace
