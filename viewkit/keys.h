@@ -5,9 +5,8 @@
 
 namespace viewkit {
 
-/// From now on key events of the display reach the toolkit so that menu accelerators work whether CapsLock
-/// and NumLock are on or not, and that a text field with the focus gets the plain keys (Delete, say) that a
-/// menu uses as accelerators.
+/// From now on a text field with the focus gets the plain editing keys (Delete, say) even if a menu item has
+/// one of them as its accelerator.
 void installKeyDispatcher(Display* display);
 
 }  // namespace viewkit

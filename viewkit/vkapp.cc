@@ -100,6 +100,8 @@ VkApp::~VkApp() {
   shared_.clear();
   const auto windows = windows_;
   for (auto* window : windows) XtDestroyWidget(window->baseWidget());
+  covers_.clear();
+  watch_ = {};
   XtDestroyApplicationContext(context_);
   theApplication = nullptr;
 }

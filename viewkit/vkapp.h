@@ -32,7 +32,6 @@ class VkApp : public VkCallbackObject {
 
   Display* display() const { return display_; }
   XtAppContext appContext() const { return context_; }
-  const char* applicationName() const { return applicationName_.c_str(); }
   const char* applicationClass() const { return className_.c_str(); }
 
   /// Runs the event loop until the application is told to end.
@@ -80,7 +79,8 @@ class VkApp : public VkCallbackObject {
   friend class VkSimpleWindow;
   void addWindow(VkSimpleWindow* window);
   void removeWindow(VkSimpleWindow* window);
-  /// The "-geometry" of the command line or the application's geometry resource, for the main window; or null.
+  /// The "-geometry" of the command line or the application's geometry resource, for the main window; or
+  /// null.
   const char* geometry() const;
   /// The words the program was started with, for the WM_COMMAND property.
   std::vector<char*> commandLine();

@@ -29,13 +29,6 @@ void VkCallbackObject::remove(std::string_view name, const Entry& like) {
   });
 }
 
-void VkCallbackObject::removeAllCallbacks(std::string_view name) {
-  const auto list = lists_.find(name);
-  if (list == lists_.end()) return;
-  for (const auto& entry : list->second) entry->removed = true;
-  lists_.erase(list);
-}
-
 void VkCallbackObject::callCallbacks(std::string_view name, void* callData) {
   const auto list = lists_.find(name);
   if (list == lists_.end()) return;

@@ -45,9 +45,6 @@ class VkCallbackObject {
     remove(name, Member<Base, Sender>(*receiver, receiver, member, clientData));
   }
 
-  /// Takes every callback of the list out.
-  void removeAllCallbacks(std::string_view name);
-
   /// Calls the list in the order of registration. A list that nobody registered in is empty.
   void callCallbacks(std::string_view name, void* callData);
 

@@ -133,6 +133,6 @@ void VkSubMenu::activate() {
 
 void VkSubMenu::deactivate() {
   VkMenu::deactivate();
-  // Or its items would still answer to their accelerators.
+  // So that the items know it, too.
   if (baseWidget()) XtSetSensitive(pulldown_, False);
 }
