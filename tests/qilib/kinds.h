@@ -456,7 +456,7 @@ inline Bytes teximg2(std::uint32_t i) {
 }
 inline Bytes anim2(std::uint32_t i) {
   Bytes structure = Bytes{}.fill(1, 0xF1A6);
-  for (const std::uint32_t n : {1, 1, 0, 2, 1, 2, 1, 2}) structure.count(n);
+  for (const std::uint32_t n : {1u, 1u, 0u, 2u, 1u, 2u, 1u, 2u}) structure.count(n);
   structure.fill(28, 0x7A00);                               // seven targets
   structure.fill(10, 0x100).fill(4, 0x200).fill(8, 0x300);  // entries, rotations
   structure.fill(14, 0x400).fill(16, 0x500);

@@ -90,7 +90,8 @@ struct FileBytes {
       for (const Bytes& list : ext) block1.u32(list.size());
     block1.add(block1_tail);
     Bytes lists;
-    for (const std::size_t entry : {0, 1, 2, 3, 4, 5, 6, 10, 7, 8, 9, 11, 12, 13, 14, 15, 16, 17, 18})
+    for (const std::size_t entry :
+         {0u, 1u, 2u, 3u, 4u, 5u, 6u, 10u, 7u, 8u, 9u, 11u, 12u, 13u, 14u, 15u, 16u, 17u, 18u})
       lists.add(core[entry]);
     if (version2)
       for (const Bytes& list : ext) lists.add(list);
