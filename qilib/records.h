@@ -22,10 +22,10 @@
 
 #include <array>
 #include <concepts>
-#include <optional>
 #include <type_traits>
 #include <vector>
 
+#include "qilib/apart.h"
 #include "qilib/extstructs.h"
 #include "qilib/tags.h"
 #include "qilib/words.h"
@@ -43,7 +43,7 @@ struct Scene {
   Words fixed_rest;
   Words objs, envs, cams, lights;
   Words block1, block2;
-  std::optional<SceneExt> ext;
+  Apart<SceneExt> ext;
   Words tail;  ///< words of the SceneList behind the record
 };
 static_assert(sizeof(Scene::Fixed) == 44);
@@ -91,7 +91,7 @@ struct Cam {
     Word block1_size, block2_size;
   } fixed{};
   Words block1, block2;
-  std::optional<CamExt> ext;
+  Apart<CamExt> ext;
 };
 static_assert(sizeof(Cam::Fixed) == 76);
 
@@ -147,7 +147,7 @@ struct Obj {
   Words lod_objs;                    ///< the obj shown from that distance on
   Words children;
   Words block1, block2;
-  std::optional<ObjExt> ext;
+  Apart<ObjExt> ext;
 };
 static_assert(sizeof(Obj::Fixed) == 88);
 
@@ -169,7 +169,7 @@ struct Shape {
   } fixed{};
   Words parts;
   Words block1, block2;
-  std::optional<ShapeExt> ext;
+  Apart<ShapeExt> ext;
 };
 static_assert(sizeof(Shape::Fixed) == 40);
 
@@ -317,7 +317,7 @@ struct Mat {
   } fixed{};
   Words texs;
   Words block1, block2;
-  std::optional<MatExt> ext;
+  Apart<MatExt> ext;
 };
 static_assert(sizeof(Mat::Fixed) == 104);
 
@@ -352,7 +352,7 @@ struct Tex {
   Words fixed_rest;
   TexTable table;
   Words block1, block2;
-  std::optional<TexExt> ext;
+  Apart<TexExt> ext;
 };
 static_assert(sizeof(Tex::Fixed) == 52);
 
@@ -383,7 +383,7 @@ struct Teximg {
   } fixed{};
   std::vector<std::byte> texels;  ///< bytes in file order
   Words block1, block2;
-  std::optional<TeximgExt> ext;
+  Apart<TeximgExt> ext;
   /// Bytes of texels: what the record's size leaves for them. Negative in a record that lies about it.
   static constexpr std::int64_t texel_bytes(const Fixed& fixed) {
     return std::int64_t{fixed.size} - fixed.fixed_size - fixed.block1_size - fixed.block2_size;
@@ -415,7 +415,7 @@ struct Anim {
   Words fixed_rest;
   std::vector<AnimKey> keys;
   Words block1, block2;
-  std::optional<AnimExt> ext;
+  Apart<AnimExt> ext;
   /// Bytes that one key takes in the file; 0 for the forms that have none.
   static constexpr std::size_t key_bytes(Word type) {
     switch (type) {

@@ -1,0 +1,47 @@
+/// @file
+/// An optional value that takes the room of a pointer while it is absent.
+#pragma once
+
+#include <memory>
+#include <optional>
+
+namespace qi {
+
+/// Used like std::optional, for a large part that most records don't have: what a scene of many records costs
+/// is the memory to be touched. A value like its content: copying it copies that.
+template <class T>
+class Apart {
+ public:
+  Apart() = default;
+  Apart(const Apart& other) : content_(other ? std::make_unique<T>(*other) : nullptr) {}
+  Apart(Apart&&) noexcept = default;
+  Apart& operator=(const Apart& other) {
+    if (this != &other) content_ = other ? std::make_unique<T>(*other) : nullptr;
+    return *this;
+  }
+  Apart& operator=(Apart&&) noexcept = default;
+  ~Apart() = default;
+
+  explicit operator bool() const { return has_value(); }
+  bool has_value() const { return content_ != nullptr; }
+  /// Throws std::bad_optional_access when it is absent.
+  const T& value() const {
+    if (!content_) throw std::bad_optional_access();
+    return *content_;
+  }
+  T& operator*() { return *content_; }
+  const T& operator*() const { return *content_; }
+  T* operator->() { return content_.get(); }
+  const T* operator->() const { return content_.get(); }
+
+  T& emplace() {
+    content_ = std::make_unique<T>();
+    return *content_;
+  }
+  void reset() { content_.reset(); }
+
+ private:
+  std::unique_ptr<T> content_;
+};
+
+}  // namespace qi
