@@ -10,6 +10,7 @@
 ///
 ///     settle             (no lines)
 ///     tree               widget ID PATH CLASS X Y WIDTH HEIGHT FLAGS LABEL TEXT, for every widget
+///     symbol NAME        value TEXT, the text that a variable of the program begins with
 ///     resource ID NAME   value VALUE
 ///     graph ID           see agent_graph.h
 ///
@@ -98,6 +99,11 @@ class Agent {
     if (question[0] == "settle") return {};
     if (question[0] == "tree") return describeWidgets(app_);
     if (question.size() < 2) throw std::invalid_argument("no such question: " + question[0]);
+    if (question[0] == "symbol") {
+      const void* place = dlsym(RTLD_DEFAULT, question[1].c_str());
+      if (place == nullptr) throw std::invalid_argument("no variable " + question[1]);
+      return {{"value", static_cast<const char*>(place)}};
+    }
     const Widget widget = findWidget(app_, question[1]);
     if (widget == nullptr) throw std::invalid_argument("the widget is gone");
     if (question[0] == "resource" && question.size() == 3)

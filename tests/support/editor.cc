@@ -42,7 +42,11 @@ int GraphState::countArcs(std::string_view parent, std::string_view child) const
 }
 
 Editor::Editor(const XServer& server, Start start) : Program(server, completed(std::move(start))) {
-  await("graph");
+  graphWidget();
+}
+
+WidgetInfo Editor::graphWidget() {
+  return await("the graph", [](const WidgetInfo& w) { return w.class_name == "SgGraph" && w.viewable; });
 }
 
 std::string Editor::message(std::string_view dialog) { return await(dialog).label; }
@@ -88,7 +92,7 @@ std::optional<int> Editor::quit() {
 
 GraphState Editor::graph() {
   GraphState state;
-  for (const std::vector<std::string>& line : ask({"graph", await("graph/graph").id})) {
+  for (const std::vector<std::string>& line : ask({"graph", graphWidget().id})) {
     const auto number = [&](std::size_t i) { return std::stoi(line.at(i)); };
     const auto box = [&](std::size_t i) {
       return Box{number(i), number(i + 1), number(i + 2), number(i + 3)};
@@ -107,25 +111,34 @@ GraphState Editor::graph() {
   return state;
 }
 
-Point Editor::visible(const GraphState& graph, Point point, std::string_view what) const {
-  const Box& view = graph.view;
-  if (point.x < view.x || point.y < view.y || point.x >= view.x + view.width ||
-      point.y >= view.y + view.height) {
-    throw std::logic_error(std::string(what) + " is out of view");
-  }
-  return point;
+GraphState Editor::wholeGraph() {
+  GraphState state = graph();
+  const auto inView = [&](const GraphState::Node& node) {
+    const Box &view = state.view, &box = node.box;
+    return box.x >= view.x && box.y >= view.y && box.x + box.width <= view.x + view.width &&
+           box.y + box.height <= view.y + view.height;
+  };
+  if (std::all_of(state.nodes.begin(), state.nodes.end(), inView)) return state;
+  click("strip/zoomFit");
+  state = graph();
+  if (!std::all_of(state.nodes.begin(), state.nodes.end(), inView))
+    throw std::logic_error("the graph is too large");
+  return state;
 }
 
 void Editor::drawArc(std::string_view parent, std::string_view child) {
-  const GraphState state = graph();
-  driver().drag(visible(state, state.node(parent).box.centre(), parent),
-                visible(state, state.node(child).box.centre(), child), 1, {"Control_L"});
+  const GraphState state = wholeGraph();
+  driver().drag(state.node(parent).box.centre(), state.node(child).box.centre(), 1, {"Control_L"});
+  settle();
+}
+
+void Editor::doubleClickNode(std::string_view name) {
+  driver().doubleClick(wholeGraph().node(name).box.centre());
   settle();
 }
 
 void Editor::selectArc(std::string_view parent, std::string_view child, Held held) {
-  const GraphState state = graph();
-  driver().click(visible(state, state.arc(parent, child).middle, "the arc"), 1, held);
+  driver().click(wholeGraph().arc(parent, child).middle, 1, held);
   settle();
 }
 
@@ -133,8 +146,7 @@ void Editor::moveEnd(std::string_view parent, std::string_view child, Point Grap
                      std::string_view to) {
   selectArc(parent, child);
   const GraphState state = graph();
-  driver().drag(visible(state, state.arc(parent, child).*handle, "the handle"),
-                visible(state, state.node(to).box.centre(), to));
+  driver().drag(state.arc(parent, child).*handle, state.node(to).box.centre());
   settle();
 }
 

@@ -65,9 +65,11 @@ class Editor : public Program {
   std::optional<int> quit();
 
   GraphState graph();
+  WidgetInfo graphWidget();
 
   /// Draws an arc: Ctrl + drag from node to node.
   void drawArc(std::string_view parent, std::string_view child);
+  void doubleClickNode(std::string_view name);
   /// Clicks an arc.
   void selectArc(std::string_view parent, std::string_view child, Held held = {});
   /// Selects an arc and drags one of its ends to another node.
@@ -75,8 +77,8 @@ class Editor : public Program {
   void moveParentEnd(std::string_view parent, std::string_view child, std::string_view new_parent);
 
  private:
-  /// A point of the graph that must be in view. Throws std::logic_error when it is not.
-  Point visible(const GraphState& graph, Point point, std::string_view what) const;
+  /// The graph with all of it in view, zoomed out if need be.
+  GraphState wholeGraph();
   void moveEnd(std::string_view parent, std::string_view child, Point GraphState::Arc::*handle,
                std::string_view to);
 };

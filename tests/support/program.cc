@@ -191,4 +191,6 @@ std::string Program::resource(const WidgetInfo& widget, const std::string& name)
   return ask({"resource", widget.id, name}).at(0).at(1);
 }
 
+std::string Program::symbol(const std::string& name) { return ask({"symbol", name}).at(0).at(1); }
+
 }  // namespace support

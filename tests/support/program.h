@@ -97,6 +97,9 @@ class Program {
   /// The value of a widget's resource, numbers in decimal.
   std::string resource(const WidgetInfo& widget, const std::string& name);
 
+  /// The text in a variable of the program, or at its beginning, by the variable's name.
+  std::string symbol(const std::string& name);
+
   /// Asks the agent in the program. @returns the lines of its answer. Throws std::runtime_error when the
   /// program has ended or refuses the question.
   std::vector<std::vector<std::string>> ask(const std::vector<std::string>& question);

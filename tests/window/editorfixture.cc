@@ -1,0 +1,93 @@
+/// @file
+/// Scenes, fake commands and the command line's opinion for tests of the editor.
+#include "tests/window/editorfixture.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <sstream>
+
+#include "qilib/container.h"
+#include "samples/scenes.h"
+
+namespace fs = std::filesystem;
+
+using support::Editor;
+using support::Process;
+
+testing::AssertionResult sameBytes(const std::string& found, const std::string& expected) {
+  const auto [at, other] = std::mismatch(found.begin(), found.end(), expected.begin(), expected.end());
+  if (at == found.end() && other == expected.end()) return testing::AssertionSuccess();
+  return testing::AssertionFailure() << found.size() << " bytes differ from " << expected.size()
+                                     << " bytes at " << at - found.begin();
+}
+
+EditorTest::EditorTest(int depth) : server_(depth), editor_(server_, start()) {}
+
+support::Program::Start EditorTest::start() const {
+  const fs::path bin = files_ / "bin";
+  fs::create_directories(bin);
+  for (const char* name : {"killpxsend", "killbxsend"}) {
+    write_file(bin / name, "#!/bin/sh\nbasename \"$0\" >>'" + path("commands") + "'\n");
+    fs::permissions(bin / name, fs::perms::owner_all);
+  }
+  return {.executable = {}, .environment = {{"PATH", bin.string() + ":" + std::getenv("PATH")}}};
+}
+
+std::string EditorTest::data(const std::string& name) const {
+  const std::string copy = path(name + ".quil");
+  fs::copy_file(QUIL_TEST_DATA "/" + name + ".quil", copy, fs::copy_options::overwrite_existing);
+  return copy;
+}
+
+std::string EditorTest::table() const {
+  Qis scene = samples::table();
+  EXPECT_EQ(qiSaveAsQb2(scene, path("table.quil")), 1);
+  return path("table.quil");
+}
+
+std::string EditorTest::commandsRun() const {
+  return fs::exists(path("commands")) ? read_file(path("commands")) : "";
+}
+
+std::string EditorTest::quilscene(const std::vector<std::string>& arguments, int status) const {
+  Process::Start start;
+  start.command = arguments;
+  start.command.insert(start.command.begin(), QUILSCENE);
+  start.output = path("quilscene.output");
+  start.errors = path("quilscene.errors");
+  EXPECT_EQ(Process(start).waitForExit(), status) << read_file(start.errors);
+  return read_file(start.output);
+}
+
+EditorTest::Edited EditorTest::edited(const std::string& scene, const std::string& commands,
+                                      bool accepted) const {
+  write_file(path("script"), commands);
+  const std::string trace =
+      quilscene({"edit", scene, "-o", path("edited.quil"), "--script", path("script")}, accepted ? 0 : 1);
+  return {read_file(path("edited.quil")), trace};
+}
+
+std::vector<std::string> EditorTest::shownArcs() {
+  std::vector<std::string> arcs;
+  for (const auto& arc : editor_.graph().arcs) arcs.push_back("arc " + arc.parent + " " + arc.child);
+  std::sort(arcs.begin(), arcs.end());
+  return arcs;
+}
+
+std::vector<std::string> EditorTest::arcsOf(const std::string& file) const {
+  std::vector<std::string> arcs;
+  std::istringstream lines(quilscene({"graph", file}));
+  for (std::string line; std::getline(lines, line);) {
+    if (line.starts_with("arc ")) arcs.push_back(line);
+  }
+  std::sort(arcs.begin(), arcs.end());
+  return arcs;
+}
+
+std::string EditorTest::newOutput() {
+  const std::string all = editor_.output();
+  const std::string fresh = all.substr(read_);
+  read_ = all.size();
+  return fresh;
+}

@@ -1,0 +1,61 @@
+/// @file
+/// The built editor under a window manager, with sample scenes to open.
+#pragma once
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "tests/support/editor.h"
+
+/// Whether both hold the same bytes; told without printing them.
+testing::AssertionResult sameBytes(const std::string& found, const std::string& expected);
+
+/// Starts one editor per test. Its files lie in a directory of their own; the commands that the editor runs
+/// are fakes that write their names down.
+class EditorTest : public testing::Test {
+ protected:
+  /// @param depth  of the screen
+  explicit EditorTest(int depth = 24);
+
+  /// What a fresh editor is started with.
+  support::Program::Start start() const;
+
+  /// A path in the test's directory.
+  std::string path(const std::string& name) const { return files_ / name; }
+  /// A scene of tests/data, copied into the test's directory so that it may be overwritten.
+  std::string data(const std::string& name) const;
+  /// The sample scene of the table, written into the test's directory.
+  std::string table() const;
+
+  /// The names of the fake commands that were run so far, each followed by a newline.
+  std::string commandsRun() const;
+
+  /// What `quilscene` prints; it must end with `status`.
+  std::string quilscene(const std::vector<std::string>& arguments, int status = 0) const;
+  /// The file that `quilscene edit` makes of `scene` with these commands, and the trace lines that it prints.
+  struct Edited {
+    std::string bytes, trace;
+  };
+  /// @param accepted  whether every command is
+  Edited edited(const std::string& scene, const std::string& commands, bool accepted = true) const;
+
+  /// The arcs that the editor shows, as sorted lines "arc PARENT CHILD".
+  std::vector<std::string> shownArcs();
+  /// The same for the graph of a file.
+  std::vector<std::string> arcsOf(const std::string& file) const;
+
+  /// What the editor has printed since the last call.
+  std::string newOutput();
+
+  const ScratchDirectory files_;
+  support::XServer server_;
+  support::WindowManager manager_{server_};
+  support::Editor editor_;
+
+ private:
+  std::size_t read_ = 0;
+};

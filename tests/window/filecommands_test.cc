@@ -1,0 +1,233 @@
+/// @file
+/// The File menu and Set Output Directory.
+#include <filesystem>
+
+#include "tests/window/editorfixture.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+using support::Editor;
+using support::WidgetInfo;
+using testing::HasSubstr;
+using testing::Not;
+
+constexpr auto kQuestion = Editor::kQuestion, kWarning = Editor::kWarning, kFiles = Editor::kFiles;
+
+class FileCommands : public EditorTest {
+ protected:
+  bool menuIsActive(std::string_view label) {
+    return editor_.await("the menu", [&](const WidgetInfo& w) { return w.viewable && w.label == label; })
+        .sensitive;
+  }
+  std::string title() {
+    return editor_.await("the title", [](const WidgetInfo& w) { return w.isAt("QUILeditor2"); }).label;
+  }
+};
+
+TEST_F(FileCommands, OpenShowsTheGraphAndSaysTheFileName) {
+  const std::string file = data("robot");
+  newOutput();
+  editor_.open(file);
+  EXPECT_EQ(newOutput(), "File name: " + file + "\n");
+  EXPECT_EQ(shownArcs(), arcsOf(file));
+  EXPECT_EQ(editor_.graph().node("lod_13").label, "LOD");
+  EXPECT_THAT(title(), HasSubstr("robot.quil"));
+}
+
+TEST_F(FileCommands, OpenReplacesTheGraph) {
+  editor_.open(data("robot"));
+  const std::string file = data("skeleton");
+  editor_.open(file);
+  EXPECT_EQ(shownArcs(), arcsOf(file));
+}
+
+TEST_F(FileCommands, OpenCancelledChangesNothing) {
+  const std::string file = data("tiny_v1");
+  editor_.open(file);
+  newOutput();
+  editor_.chooseMenu({"File", "Open"});
+  editor_.answer(kFiles, "Cancel");
+  EXPECT_EQ(newOutput(), "User canceled.\n");
+  EXPECT_EQ(shownArcs(), arcsOf(file));
+}
+
+TEST_F(FileCommands, AFileThatCannotBeReadLeavesGraphSceneAndName) {
+  const std::string file = data("tiny_v1");
+  const std::string before = read_file(file);
+  editor_.open(file);
+  newOutput();
+  write_file(path("broken.quil"), before.substr(0, 100));
+  for (const std::string& bad : {path("broken.quil"), path("absent.quil")}) {
+    editor_.open(bad);
+    EXPECT_EQ(editor_.message(kWarning), "Can't Read QUIL File!");
+    editor_.answer(kWarning, "OK");
+    EXPECT_EQ(newOutput(), "");
+    EXPECT_EQ(shownArcs(), arcsOf(file));
+    EXPECT_THAT(title(), HasSubstr("tiny_v1.quil"));
+  }
+  fs::remove(file);
+  editor_.chooseMenu({"File", "Save"});
+  editor_.answer(kQuestion, "OK");
+  editor_.settle();
+  EXPECT_TRUE(sameBytes(read_file(file), before));
+}
+
+TEST_F(FileCommands, AVersion2FileGreysTheKavoToolMenuAndAVersion1FileBringsItBack) {
+  EXPECT_TRUE(menuIsActive("KAVO tool"));
+  editor_.open(data("tiny_v2"));
+  EXPECT_FALSE(menuIsActive("KAVO tool"));
+  EXPECT_TRUE(menuIsActive("QUIL2 tool"));
+  editor_.open(data("tiny_v1"));
+  EXPECT_TRUE(menuIsActive("KAVO tool"));
+}
+
+TEST_F(FileCommands, SaveAsksEvenForAFileThatIsGone) {
+  const std::string file = data("robot");
+  const std::string before = read_file(file);
+  editor_.open(file);
+  fs::remove(file);
+  editor_.chooseMenu({"File", "Save"});
+  EXPECT_EQ(editor_.message(kQuestion), "Overwrite OK?");
+  editor_.answer(kQuestion, "OK");
+  editor_.settle();
+  EXPECT_TRUE(sameBytes(read_file(file), before)) << "and a version-1 file stays one";
+}
+
+TEST_F(FileCommands, SaveAnsweredCancelWritesNothing) {
+  const std::string file = data("tiny_v1");
+  editor_.open(file);
+  fs::remove(file);
+  editor_.chooseMenu({"File", "Save"});
+  editor_.answer(kQuestion, "Cancel");
+  editor_.settle();
+  EXPECT_FALSE(fs::exists(file));
+}
+
+TEST_F(FileCommands, SaveBeforeAnyFileNameWarns) {
+  editor_.chooseMenu({"File", "Save"});
+  editor_.answer(kQuestion, "OK");
+  EXPECT_EQ(editor_.message(kWarning), "Can't write QUIL data!");
+  editor_.answer(kWarning, "OK");
+}
+
+TEST_F(FileCommands, SaveAsAsksOnlyWhenTheFileExists) {
+  editor_.open(data("skeleton"));
+  editor_.chooseMenu({"File", "Save As..."});
+  editor_.chooseFile(path("new.quil"));
+  EXPECT_FALSE(editor_.asks(kQuestion));
+  EXPECT_TRUE(sameBytes(read_file(path("new.quil")), read_file(data("skeleton"))));
+  EXPECT_THAT(title(), HasSubstr("new.quil"));
+
+  write_file(path("old.quil"), "old");
+  editor_.chooseMenu({"File", "Save As..."});
+  editor_.chooseFile(path("old.quil"));
+  EXPECT_EQ(editor_.message(kQuestion), "Overwrite OK?");
+  EXPECT_EQ(read_file(path("old.quil")), "old");
+  editor_.answer(kQuestion, "OK");
+  editor_.settle();
+  EXPECT_TRUE(sameBytes(read_file(path("old.quil")), read_file(data("skeleton"))));
+}
+
+TEST_F(FileCommands, SaveAsAnsweredCancelKeepsTheOldFileName) {
+  const std::string file = data("tiny_v1");
+  const std::string before = read_file(file);
+  editor_.open(file);
+  write_file(path("other.quil"), "other");
+  editor_.chooseMenu({"File", "Save As..."});
+  editor_.chooseFile(path("other.quil"));
+  editor_.answer(kQuestion, "Cancel");
+  fs::remove(file);
+  editor_.chooseMenu({"File", "Save"});
+  editor_.answer(kQuestion, "OK");
+  editor_.settle();
+  EXPECT_EQ(read_file(path("other.quil")), "other");
+  EXPECT_TRUE(sameBytes(read_file(file), before));
+}
+
+TEST_F(FileCommands, SaveAsThatCannotWriteWarnsAndTakesTheName) {
+  editor_.open(data("tiny_v1"));
+  editor_.chooseMenu({"File", "Save As..."});
+  editor_.chooseFile(path("no/such/directory.quil"));
+  EXPECT_EQ(editor_.message(kWarning), "Can't write QUIL data!");
+  editor_.answer(kWarning, "OK");
+  fs::create_directories(path("no/such"));
+  editor_.chooseMenu({"File", "Save"});
+  editor_.answer(kQuestion, "OK");
+  editor_.settle();
+  EXPECT_TRUE(sameBytes(read_file(path("no/such/directory.quil")), read_file(data("tiny_v1"))));
+}
+
+TEST_F(FileCommands, SaveAsWithoutASceneWarns) {
+  editor_.chooseMenu({"File", "Save As..."});
+  editor_.chooseFile(path("nothing.quil"));
+  EXPECT_EQ(editor_.message(kWarning), "Can't write QUIL data!");
+  editor_.answer(kWarning, "OK");
+  EXPECT_FALSE(fs::exists(path("nothing.quil")));
+}
+
+TEST_F(FileCommands, NewClearsTheGraphAndSaveStillWritesTheScene) {
+  const std::string file = data("robot");
+  const std::string before = read_file(file);
+  editor_.open(file);
+  editor_.chooseMenu({"File", "New"});
+  EXPECT_EQ(editor_.message(kQuestion), "All data is deleted. OK?");
+  editor_.answer(kQuestion, "Cancel");
+  EXPECT_FALSE(editor_.graph().nodes.empty());
+
+  editor_.chooseMenu({"File", "New"});
+  editor_.answer(kQuestion, "OK");
+  EXPECT_TRUE(editor_.graph().nodes.empty());
+  EXPECT_TRUE(editor_.graph().arcs.empty());
+  fs::remove(file);
+  editor_.chooseMenu({"File", "Save"});
+  editor_.answer(kQuestion, "OK");
+  editor_.settle();
+  EXPECT_TRUE(sameBytes(read_file(file), before));
+}
+
+struct DirectoryCommand {
+  std::string name;
+  std::vector<std::string> menu;
+};
+
+class SetDirectory : public FileCommands, public testing::WithParamInterface<DirectoryCommand> {
+ protected:
+  std::string outputDirectory() { return editor_.symbol("ngops"); }
+};
+
+TEST_P(SetDirectory, TakesTheDirectoryOfTheChosenFileForThisRunOnly) {
+  const fs::path options = editor_.home() / ".quilcnvops";
+  const std::string before = read_file(options);
+  EXPECT_EQ(outputDirectory(), "./");
+  editor_.chooseMenu(GetParam().menu);
+  editor_.chooseFile(path("any file"));
+  EXPECT_EQ(outputDirectory(), files_.path().string() + "/");
+  EXPECT_TRUE(sameBytes(read_file(options), before));
+}
+
+TEST_P(SetDirectory, CancelledKeepsIt) {
+  editor_.chooseMenu(GetParam().menu);
+  editor_.answer(kFiles, "Cancel");
+  EXPECT_EQ(outputDirectory(), "./");
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    All, SetDirectory,
+    testing::Values(DirectoryCommand{"Kavo", {"KAVO tool", "Convert to KAVO DL", "Set Output Directory"}},
+                    DirectoryCommand{"Quil2", {"QUIL2 tool", "Convert to ZEX", "Set Output Directory"}}),
+    [](const auto& row) { return row.param.name; });
+
+TEST_F(FileCommands, TheFileDialogStartsInTheWorkingDirectoryAndRemembersWhereItWas) {
+  const auto directory = [&] { return editor_.resource(editor_.await(kFiles), "directory"); };
+  editor_.chooseMenu({"File", "Open"});
+  EXPECT_EQ(fs::path(directory()).lexically_normal(), editor_.directory() / "");
+  editor_.answer(kFiles, "Cancel");
+  editor_.open(data("tiny_v1"));
+  editor_.chooseMenu({"File", "Open"});
+  EXPECT_EQ(fs::path(directory()).lexically_normal(), files_.path() / "");
+  editor_.answer(kFiles, "Cancel");
+}
+
+}  // namespace

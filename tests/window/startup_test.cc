@@ -1,0 +1,147 @@
+/// @file
+/// Starting and ending the editor.
+#include <filesystem>
+
+#include "tests/window/editorfixture.h"
+
+namespace {
+
+using support::Editor;
+using support::Program;
+using support::WidgetInfo;
+using testing::ElementsAre;
+using testing::EndsWith;
+using testing::HasSubstr;
+
+class StartUp : public EditorTest {
+ protected:
+  /// The labels of the items of a menu pane in their order; "---" for a separator.
+  std::vector<std::string> items(const std::string& pane) {
+    std::vector<std::string> labels;
+    for (const WidgetInfo& w : editor_.widgets()) {
+      const std::size_t slash = w.path.rfind('/');
+      if (!w.path.substr(0, slash).ends_with("/" + pane)) continue;
+      labels.push_back(w.class_name == "XmSeparatorGadget" ? "---" : w.label);
+    }
+    return labels;
+  }
+};
+
+TEST_F(StartUp, MenusHoldTheirItemsInOrder) {
+  std::vector<std::string> panes;
+  for (const WidgetInfo& w : editor_.widgets()) {
+    if (w.viewable && w.class_name == "XmCascadeButtonGadget") panes.push_back(w.label);
+  }
+  EXPECT_THAT(panes, ElementsAre("File", "Edit", "View", "KAVO tool", "QUIL2 tool"));
+  EXPECT_THAT(items("FilePane"), ElementsAre("New", "Open", "Save", "Save As...", "---", "Quit"));
+  EXPECT_THAT(items("EditPane"), ElementsAre("Edit Mode", "Delete Link"));
+  EXPECT_THAT(items("ViewPane"), ElementsAre("Default", "Display Texture Image"));
+  EXPECT_THAT(
+      items("KAVOtoolPane"),
+      ElementsAre("KAVO Quick preview(DX-VIEWER)", "KAVO Quick preview(Emu-Board)", "Kavo preview(DX-VIEWER)",
+                  "Kavo preview(Emu-Board)", "Convert to KAVO DL", "kill [pb]xsend"));
+  EXPECT_THAT(items("ConverttoKAVODLPane"), ElementsAre("Set Options and Go", "Set Output Directory"));
+  EXPECT_THAT(items("QUIL2toolPane"),
+              ElementsAre("Preview(DX-VIEWER)", "Preview(Emu-Board)", "Convert to ZEX", "---",
+                          "Execute Script", "Preview Script", "Preview File", "kill [pb]xsend"));
+  EXPECT_THAT(items("ConverttoZEXPane"), ElementsAre("Set Options and Go", "Set Output Directory"));
+}
+
+TEST_F(StartUp, TheGraphIsEmptyAndCannotBeEdited) {
+  const WidgetInfo graph = editor_.graphWidget();
+  EXPECT_EQ(editor_.resource(graph, "editableArcs"), "0");
+  EXPECT_EQ(editor_.resource(graph, "okToAdd"), "0");
+  EXPECT_EQ(editor_.resource(graph, "arcWidth"), "20");
+  EXPECT_EQ(editor_.resource(graph, "arcDirection"), "1");
+  EXPECT_TRUE(editor_.graph().nodes.empty());
+  EXPECT_TRUE(editor_.graph().arcs.empty());
+}
+
+TEST_F(StartUp, SaysNothingOnStandardErrorButThatThereIsNoLogin) {
+  EXPECT_EQ(editor_.errors(), "Can't get login name.\n");
+  EXPECT_THAT(editor_.output(), HasSubstr((editor_.home() / ".quilcnvops").string() + "\n./\n"));
+}
+
+TEST_F(StartUp, WithoutAnOptionsFileTheProgramEnds) {
+  Program::Start fresh = start();
+  fresh.executable = QUIL_EDITOR;
+  Program program(server_, fresh);
+  EXPECT_EQ(program.process().waitForExit(), 255);
+  EXPECT_THAT(program.errors(),
+              EndsWith("Can't read convert options. " + (program.home() / ".quilcnvops").string() + "\n"));
+}
+
+TEST_F(StartUp, QuitAsksNothingAndKillsTheLoaders) {
+  editor_.open(data("tiny_v1"));
+  editor_.toggleEditMode();
+  editor_.drawArc("shape_0", "mat_0");
+  EXPECT_EQ(commandsRun(), "");
+  EXPECT_EQ(editor_.quit(), 0);
+  EXPECT_EQ(commandsRun(), "killpxsend\nkillbxsend\n");
+}
+
+TEST_F(StartUp, ClosingTheWindowIsQuit) {
+  editor_.driver().key("F4", {"Alt_L"});  // the window manager's key for it
+  EXPECT_EQ(editor_.process().waitForExit(), 0);
+  EXPECT_EQ(commandsRun(), "killpxsend\nkillbxsend\n");
+}
+
+TEST_F(StartUp, AKeyWillQuit) {
+  editor_.driver().key("q", {"Control_L"});
+  EXPECT_EQ(editor_.process().waitForExit(), 0);
+}
+
+TEST_F(StartUp, ADisplayThatGoesAwayEndsTheProgramInOrder) {
+  editor_.settle();
+  server_.end();
+  const std::optional<int> status = editor_.process().waitForExit();
+  ASSERT_TRUE(status);
+  EXPECT_LT(*status, 128) << "ended by a signal";
+  EXPECT_EQ(commandsRun(), "killpxsend\nkillbxsend\n");
+}
+
+TEST_F(StartUp, KillCommandsAreRunFromEitherMenu) {
+  newOutput();
+  editor_.chooseMenu({"KAVO tool", "kill [pb]xsend"});
+  EXPECT_EQ(newOutput(), "killpxsend\nkillbxsend\n");
+  editor_.chooseMenu({"QUIL2 tool", "kill [pb]xsend"});
+  EXPECT_EQ(newOutput(), "killpxsend\nkillbxsend\n");
+  EXPECT_EQ(commandsRun(), "killpxsend\nkillbxsend\nkillpxsend\nkillbxsend\n");
+}
+
+TEST_F(StartUp, TextureImagesAreToggledAndResetByDefault) {
+  const auto shown = [&] {
+    return editor_.find([](const WidgetInfo& w) { return w.label == "Display Texture Image"; })->set;
+  };
+  EXPECT_FALSE(shown());
+  editor_.chooseMenu({"View", "Display Texture Image"});
+  EXPECT_TRUE(shown());
+  editor_.chooseMenu({"View", "Default"});
+  EXPECT_FALSE(shown());
+}
+
+TEST_F(StartUp, ASecondEditorOnTheDisplayWorksBesideTheFirst) {
+  Program::Start again = start();
+  again.name = "quileditor";
+  Editor second(server_, again);
+  EXPECT_EQ(second.errors(), "Can't get login name.\n");
+  EXPECT_EQ(second.quit(), 0);
+  editor_.settle();
+  EXPECT_TRUE(editor_.process().running());
+}
+
+class Depths : public EditorTest, public testing::WithParamInterface<int> {
+ protected:
+  Depths() : EditorTest(GetParam()) {}
+};
+
+TEST_P(Depths, ShowASceneWithoutComplaint) {
+  editor_.open(data("robot"));
+  EXPECT_EQ(shownArcs(), arcsOf(data("robot")));
+  EXPECT_EQ(editor_.errors(), "Can't get login name.\n");
+  EXPECT_EQ(editor_.quit(), 0);
+}
+
+INSTANTIATE_TEST_SUITE_P(All, Depths, testing::Values(8, 16, 24));
+
+}  // namespace
