@@ -162,6 +162,23 @@ std::pair<int, int> onScreen(Widget widget) {
   return {x, y};
 }
 
+Widget shellOf(Widget widget) {
+  while (!XtIsShell(widget)) widget = XtParent(widget);
+  return widget;
+}
+
+/// Whether keys that are pressed now go to the widget's window. Without a window manager they go where the
+/// pointer is.
+bool isActive(Widget widget) {
+  Display* display = XtDisplayOfObject(widget);
+  ::Window focus = 0;
+  int ignored = 0;
+  XGetInputFocus(display, &focus, &ignored);
+  if (focus == PointerRoot) return true;
+  const Widget owner = XtWindowToWidget(display, focus);
+  return owner != nullptr && shellOf(owner) == shellOf(widget);
+}
+
 Words describe(Widget widget) {
   const bool viewable = isViewable(widget);
   const auto [x, y] = viewable ? onScreen(widget) : std::pair{0, 0};
@@ -170,6 +187,7 @@ Words describe(Widget widget) {
   if (viewable) flags += 'v';
   if (XtIsSensitive(widget)) flags += 's';
   if (isSet(widget)) flags += 't';
+  if (viewable && isActive(widget)) flags += 'a';
   if (XmGetFocusWidget(widget) == widget) flags += 'f';
   const auto number = [](int value) { return std::to_string(value); };
   return {"widget",

@@ -61,13 +61,13 @@ bool Editor::asks(std::string_view dialog) {
 }
 
 void Editor::chooseFile(const std::filesystem::path& path) {
-  const std::string field = std::string(kFiles) + "/Text";
-  click(field);
-  driver().key("slash", {"Control_L"});  // selects what is there
-  driver().type(path.string());
-  await("the path in the field",
-        [&](const WidgetInfo& w) { return w.isAt(field) && w.text == path.string(); });
+  fillIn(std::string(kFiles) + "/Text", path.string());
   answer(kFiles, "OK");
+}
+
+void Editor::key(std::string_view keysym, Held held) {
+  await("the focus in the window", [](const WidgetInfo& w) { return w.class_name == "SgGraph" && w.active; });
+  driver().key(keysym, held);
 }
 
 void Editor::open(const std::filesystem::path& path) {

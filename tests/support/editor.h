@@ -67,6 +67,8 @@ class Editor : public Program {
   GraphState graph();
   WidgetInfo graphWidget();
 
+  /// Presses a key in the main window once that has the focus.
+  void key(std::string_view keysym, Held held = {});
   /// Draws an arc: Ctrl + drag from node to node.
   void drawArc(std::string_view parent, std::string_view child);
   void doubleClickNode(std::string_view name);

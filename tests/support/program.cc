@@ -125,6 +125,7 @@ std::vector<WidgetInfo> Program::widgets() {
     widget.viewable = flag('v');
     widget.sensitive = flag('s');
     widget.set = flag('t');
+    widget.active = flag('a');
     widget.focused = flag('f');
     widget.label = line.at(9);
     widget.text = line.at(10);
@@ -156,6 +157,15 @@ WidgetInfo Program::await(std::string_view where) {
 }
 
 void Program::click(std::string_view where) { driver_.click(await(where).box.centre()); }
+
+void Program::fillIn(std::string_view where, const std::string& text) {
+  click(where);
+  await("the focus in the field",
+        [&](const WidgetInfo& w) { return w.isAt(where) && w.active && w.focused; });
+  driver_.key("slash", {"Control_L"});  // selects what is there
+  driver_.type(text);
+  await("the text in the field", [&](const WidgetInfo& w) { return w.isAt(where) && w.text == text; });
+}
 
 void Program::chooseMenu(const std::vector<std::string>& labels) {
   openMenu(labels);

@@ -31,7 +31,8 @@ struct WidgetInfo {
   Box box;                 ///< where it is on the screen; meaningful when viewable
   bool managed = false, viewable = false, sensitive = false;
   bool set = false;      ///< the state of a toggle
-  bool focused = false;  ///< keys go here when the window has the focus
+  bool active = false;   ///< keys go to the window that it is in
+  bool focused = false;  ///< keys that go to its window go to it
   std::string label;     ///< a label's text, a message box's message, a shell's title
   std::string text;      ///< what stands in a text field
 
@@ -86,6 +87,9 @@ class Program {
 
   /// Waits for a widget like await() and clicks it.
   void click(std::string_view where);
+
+  /// Clicks a text field, replaces what is in it, and waits until it holds the text.
+  void fillIn(std::string_view where, const std::string& text);
 
   /// Drags open a pane of the menu bar, and submenus on the way, to an item named by its label, and chooses
   /// it.

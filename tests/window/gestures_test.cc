@@ -59,7 +59,7 @@ TEST_F(Gestures, DoNothingOutsideEditMode) {
   const GraphState graph = editor_.graph();
   editor_.driver().doubleClick({graph.view.x + 5, graph.view.y + graph.view.height - 5});
   editor_.selectArc("obj_5", "anim_0");
-  editor_.driver().key("Delete");
+  editor_.key("Delete");
   editor_.chooseMenu({"Edit", "Delete Link"});
   EXPECT_EQ(newOutput(), "");
   EXPECT_FALSE(editor_.asks(kWarning));
@@ -74,7 +74,7 @@ TEST_F(Gestures, EditModeSwitchesBothResourcesTogether) {
     EXPECT_EQ(editor_.resource(graph, "editableArcs"), expected);
     EXPECT_EQ(editor_.resource(graph, "okToAdd"), expected);
   }
-  editor_.driver().key("e", {"Control_L"});
+  editor_.key("e", {"Control_L"});
   EXPECT_EQ(editor_.resource(graph, "editableArcs"), "1");
 }
 
@@ -132,7 +132,7 @@ TEST_F(Gestures, EscapeGivesUpADrag) {
   driver.moveTo(graph.node("obj_0").box.centre());
   driver.press();
   driver.moveTo(graph.node("mat_1").box.centre());
-  driver.key("Escape");
+  editor_.key("Escape");
   driver.release();
   driver.letGo("Control_L");
   EXPECT_EQ(newOutput(), "");
@@ -221,8 +221,7 @@ TEST_F(Gestures, DeleteLinkWithTwoArcsSelectedTakesTheFirst) {
 TEST_F(Gestures, TheDeleteKeyRunsDeleteLink) {
   edit(table());
   editor_.selectArc("obj_5", "anim_0");
-  editor_.driver().key("Delete");
-  editor_.settle();
+  editor_.key("Delete");
   expectEdits("delete obj_5 anim_0\n");
 }
 
@@ -258,10 +257,10 @@ TEST_F(Gestures, ReturnOnANodeIsItsDefaultActionAndArrowKeysWalk) {
   editor_.open(data("tiny_v1"));
   newOutput();
   editor_.driver().click(editor_.graph().node("scene_0").box.centre());
-  editor_.driver().key("Down");
+  editor_.key("Down");
   EXPECT_TRUE(editor_.graph().node("obj_0").selected);
   EXPECT_FALSE(editor_.graph().node("scene_0").selected);
-  editor_.driver().key("Return");
+  editor_.key("Return");
   EXPECT_THAT(newOutput(), StartsWith("In defaultActionCallback\nobj_0\n"));
 }
 

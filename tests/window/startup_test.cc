@@ -76,18 +76,18 @@ TEST_F(StartUp, QuitAsksNothingAndKillsTheLoaders) {
   editor_.toggleEditMode();
   editor_.drawArc("shape_0", "mat_0");
   EXPECT_EQ(commandsRun(), "");
-  EXPECT_EQ(editor_.quit(), 0);
+  EXPECT_EQ(editor_.quit(), 0) << editor_.errors();
   EXPECT_EQ(commandsRun(), "killpxsend\nkillbxsend\n");
 }
 
 TEST_F(StartUp, ClosingTheWindowIsQuit) {
-  editor_.driver().key("F4", {"Alt_L"});  // the window manager's key for it
+  editor_.key("F4", {"Alt_L"});  // the window manager's key for it
   EXPECT_EQ(editor_.process().waitForExit(), 0);
   EXPECT_EQ(commandsRun(), "killpxsend\nkillbxsend\n");
 }
 
 TEST_F(StartUp, AKeyWillQuit) {
-  editor_.driver().key("q", {"Control_L"});
+  editor_.key("q", {"Control_L"});
   EXPECT_EQ(editor_.process().waitForExit(), 0);
 }
 
@@ -139,7 +139,7 @@ TEST_P(Depths, ShowASceneWithoutComplaint) {
   editor_.open(data("robot"));
   EXPECT_EQ(shownArcs(), arcsOf(data("robot")));
   EXPECT_EQ(editor_.errors(), "Can't get login name.\n");
-  EXPECT_EQ(editor_.quit(), 0);
+  EXPECT_EQ(editor_.quit(), 0) << editor_.errors();
 }
 
 INSTANTIATE_TEST_SUITE_P(All, Depths, testing::Values(8, 16, 24));
