@@ -14,6 +14,7 @@ class GraphStrip : public VkComponent {
  public:
   /// @param graph  must live as long as the strip.
   GraphStrip(const char* name, Widget parent, VkGraph& graph);
+  ~GraphStrip() override;
   const char* className() const override { return "GraphStrip"; }
 
  private:

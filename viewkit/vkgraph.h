@@ -4,11 +4,11 @@
 #include <X11/Intrinsic.h>
 
 #include <cstddef>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
 #include <unordered_map>
-#include <unordered_set>
 #include <utility>
 #include <vector>
 
@@ -16,11 +16,15 @@
 #include "viewkit/vkcomponent.h"
 #include "viewkit/vknode.h"
 
+class GraphStrip;
+
 /// Owns the nodes, keeps them findable by name, and shows them in a graph widget with a strip for zoom and
 /// search under it. Adding is cheap and paints nothing: nodes stay hidden until one of the display functions
 /// is called.
 class VkGraph : public VkComponent {
  public:
+  static constexpr std::size_t kLargeGraph = 20000;
+
   VkGraph(const char* name, Widget parent);
   ~VkGraph() override;
   const char* className() const override { return "VkGraph"; }
@@ -71,36 +75,48 @@ class VkGraph : public VkComponent {
   /// layout shows the top of the graph; later ones keep the node that was last worked on in place in the
   /// window.
   void doLayout();
-  /// Lays out a node and what hangs below it and leaves the rest where it is.
+  /// Lays out a node and what hangs below it and leaves the rest where it is; nothing when that is a large
+  /// graph.
   void doSubtreeLayout(VkNode* node);
 
   /// Selects the node, and nothing else, and brings it into view.
   void reveal(VkNode* node);
 
-  /// Writes the whole graph as one PostScript page. The file is not touched until all of it was written.
-  /// @returns whether that worked.
+  /// Writes the whole graph as one PostScript page.
+  /// @returns whether all of it was written.
   bool saveToFile(const char* path) const;
 
  protected:
   void widgetDestroyed() override;
 
  private:
+  struct NameHash {
+    using is_transparent = void;
+    std::size_t operator()(std::string_view name) const { return std::hash<std::string_view>{}(name); }
+  };
+  struct Picture;
+
   static void changedCallback(Widget widget, XtPointer self, XtPointer data);
   static void graphDestroyedCallback(Widget widget, XtPointer self, XtPointer data);
   void changed(Widget widget, XtPointer data);
   void graphDestroyed();
   void keepWaiting(std::unique_ptr<VkNode> node);
+  /// Lets a waiting node enter. @returns whether the node is in the graph now.
+  bool admit(VkNode* node);
   void enter(std::unique_ptr<VkNode> node);
-  void link(VkNode* parent, VkNode* child);
-  bool owns(const VkNode* node) const { return node && node->graph() == this; }
+  static void link(VkNode* parent, VkNode* child);
   void show(const std::vector<VkNode*>& nodes);
+  Picture picture() const;
+  void placeNew(const Picture& picture);
+  void placeAll(const Picture& picture);
   VkNode* workedOn() const;
 
   Widget graph_ = nullptr;
+  std::unique_ptr<GraphStrip> strip_;
   std::vector<std::unique_ptr<VkNode>> nodes_;
-  std::unordered_map<std::string_view, viewkit::LinkList<VkNode>> byName_;  // keys live in the nodes
-  std::unordered_map<VkNode*, std::unique_ptr<VkNode>> waiting_;
-  const VkNode* lastLinked_ = nullptr;
+  std::unordered_map<std::string, viewkit::LinkList<VkNode>, NameHash, std::equal_to<>> byName_;
+  std::unordered_map<const VkNode*, std::unique_ptr<VkNode>> waiting_;
+  VkNode* worked_ = nullptr;  // what was added or linked last
   bool laidOut_ = false;      // there was a layout since the graph was empty
   bool layoutIsDue_ = false;  // something was added, removed or displayed since the last one
 };

@@ -56,4 +56,5 @@ class VkNode : public VkComponent {
   viewkit::LinkList<VkNode> parents_, children_;
   VkGraph* graph_ = nullptr;
   std::size_t number_ = 0;  // place in the graph's list of nodes
+  bool placed_ = false;     // a layout has given it a position
 };

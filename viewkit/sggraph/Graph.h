@@ -22,6 +22,9 @@
 #include <string>
 #include <vector>
 
+#include "viewkit/sggraph/geometry.h"
+#include "viewkit/sggraph/viewport.h"  // SgMinZoom, SgMaxZoom
+
 /// Resources of the graph besides those of XmManager, with type and default. Colours default to what suits
 /// the screen's depth.
 #define SgNeditableArcs "editableArcs"        // Boolean False: arcs can be drawn and their ends moved
@@ -29,11 +32,14 @@
 #define SgNarcWidth "arcWidth"                // Dimension 20: pixels across of the strip that picks an arc
 #define SgNarcDirection "arcDirection"        // int 1: SgARC_ANY or SgARC_DOWN
 #define SgNarcColor "arcColor"                // Pixel
-#define SgNnodeColor "nodeColor"              // Pixel: background of nodes that set none
+#define SgNnodeColor "nodeColor"              // Pixel: boxes of nodes that set no tint
 #define SgNnodeBorderColor "nodeBorderColor"  // Pixel
 #define SgNselectionColor "selectionColor"    // Pixel: selected nodes and arcs, the rubber line
 #define SgNhoverColor "hoverColor"            // Pixel: what the pointer is over
+#define SgNhandleColor "handleColor"          // Pixel: inside of the handles of selected arcs
 #define SgNtargetColor "targetColor"          // Pixel: the node that a dragged arc end would take
+/// Resource of nodes; no "background", which applications set for all widgets at once.
+#define SgNtint "tint"
 /// Callback lists; each gets an SgGraphCallbackStruct.
 #define SgNnewNodeCallback "newNodeCallback"
 #define SgNnewArcCallback "newArcCallback"
@@ -65,16 +71,6 @@ enum {
 /// An arc of one graph: 0 is none. The number of a removed arc never comes back.
 using SgArc = std::uint64_t;
 
-/// A place on the plane or in the window.
-struct SgPoint {
-  double x = 0, y = 0;
-};
-
-/// Upper left corner and extent, on the plane or in the window.
-struct SgRectangle {
-  double x = 0, y = 0, width = 0, height = 0;
-};
-
 /// Call data of all callbacks; what a reason doesn't mention is null or 0.
 struct SgGraphCallbackStruct {
   int reason;
@@ -93,17 +89,21 @@ extern WidgetClass sgGraphWidgetClass;
 
 /// Nodes: made with SgGraphCreateNode. Resources: XmNuserData (XtPointer), XmNlabelString (XmString, copied;
 /// the widget's name by default), XmNlabelPixmap (the picture shown instead of the label, of the screen's
-/// depth or 1, not freed; XmUNSPECIFIED_PIXMAP for none), XmNbackground (Pixel, the graph's nodeColor by
+/// depth or 1, not freed; XmUNSPECIFIED_PIXMAP for none), SgNtint (Pixel of the box, the graph's nodeColor by
 /// default). A node is as large as what it shows. Unmanaged nodes and their arcs are invisible.
 extern WidgetClass sgNodeObjectClass;
 
 Widget SgCreateGraph(Widget parent, const char* name, ArgList args, Cardinal count);
 
 /// Makes an unmanaged node at the origin. XtParent of it isn't the graph: use SgNodeGraph. Many nodes are
-/// best managed by one XtManageChildren. Destroy it with XtDestroyWidget, many with SgGraphClear.
+/// best managed by one XtManageChildren. Destroy it with SgGraphRemoveNode or XtDestroyWidget, all with
+/// SgGraphClear.
 Widget SgGraphCreateNode(Widget graph, const char* name, ArgList args = nullptr, Cardinal count = 0);
 /// The graph that a node lives in.
 Widget SgNodeGraph(Widget node);
+/// Takes the node and its arcs out of the picture at once and destroys the widget, which inside of callbacks
+/// Xt does only after them.
+void SgGraphRemoveNode(Widget node);
 /// Destroys all nodes and arcs at once, and gives up a drag. The view goes back to 100 % at the origin.
 void SgGraphClear(Widget graph);
 
@@ -149,9 +149,9 @@ SgRectangle SgGraphNodeBounds(Widget node);
 
 /// @name The view
 /// @{
-inline constexpr double SgMinZoom = 0.1, SgMaxZoom = 4.0;
 double SgGraphZoom(Widget graph);
-/// Zooms, held within the limits, around a place in the window (the middle by default), which stays put.
+/// Zooms, held within SgMinZoom and SgMaxZoom, around a place in the window (the middle by default), which
+/// stays put.
 void SgGraphSetZoom(Widget graph, double zoom);
 void SgGraphZoomAround(Widget graph, double zoom, SgPoint window);
 /// Shows everything, never larger than 100 %, in the middle of the view.
@@ -162,6 +162,9 @@ SgRectangle SgGraphViewport(Widget graph);
 SgRectangle SgGraphExtents(Widget graph);
 /// Scrolls so that a place on the plane comes to lie at a place in the window.
 void SgGraphScrollTo(Widget graph, SgPoint plane, SgPoint window);
+/// At 100 %, the upper edge of the drawing with `node` in the middle, as far as that leaves no empty space
+/// aside.
+void SgGraphShowTop(Widget graph, Widget node);
 /// Scrolls as little as possible so that the whole node is in view; one that is far off comes to the middle.
 void SgGraphRevealNode(Widget graph, Widget node);
 SgPoint SgGraphToWindow(Widget graph, SgPoint plane);

@@ -1,0 +1,114 @@
+/// @file Zoom buttons and search field.
+#include "viewkit/graphstrip.h"
+
+#include <Xm/Label.h>
+#include <Xm/PushB.h>
+#include <Xm/RowColumn.h>
+#include <Xm/TextF.h>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <string>
+
+#include "viewkit/forward.h"
+#include "viewkit/vkgraph.h"
+#include "viewkit/xraii.h"
+
+namespace {
+
+/// The zooms that the buttons step through.
+constexpr std::array kSteps{0.1, 0.15, 0.25, 0.35, 0.5, 0.7, 1.0, 1.4, 2.0, 2.8, 4.0};
+constexpr double kSame = 0.005;
+
+}  // namespace
+
+GraphStrip::GraphStrip(const char* name, Widget parent, VkGraph& graph) : VkComponent(name), graph_(graph) {
+  const Widget row = XtVaCreateWidget(name, xmRowColumnWidgetClass, parent, XmNorientation, XmHORIZONTAL,
+                                      XmNpacking, XmPACK_TIGHT, nullptr);
+  setBaseWidget(row);
+  const auto button = [&](const char* buttonName, XtCallbackProc pressed) {
+    const Widget made = XtVaCreateManagedWidget(buttonName, xmPushButtonWidgetClass, row, nullptr);
+    XtAddCallback(made, XmNactivateCallback, pressed, this);
+  };
+  button("zoomOut", &zoomOutCallback);
+  zoomLevel_ = XtVaCreateManagedWidget("zoomLevel", xmLabelWidgetClass, row, XmNrecomputeSize, False,
+                                       XmNlabelString, viewkit::xmString("400 %").get(), nullptr);
+  button("zoomIn", &zoomInCallback);
+  button("zoom100", &zoom100Callback);
+  button("zoomFit", &zoomFitCallback);
+  XtVaCreateManagedWidget("findLabel", xmLabelWidgetClass, row, nullptr);
+  find_ = XtVaCreateManagedWidget("find", xmTextFieldWidgetClass, row, nullptr);
+  XtAddCallback(find_, XmNvalueChangedCallback, &findChangedCallback, this);
+  XtAddCallback(find_, XmNactivateCallback, &findNextCallback, this);
+  notFound_ = XtVaCreateWidget("notFound", xmLabelWidgetClass, row, nullptr);
+  XtAddCallback(graph.graphWidget(), SgNviewChangedCallback, &viewChangedCallback, this);
+  viewChanged();
+}
+
+GraphStrip::~GraphStrip() {
+  if (graph_.graphWidget())
+    XtRemoveCallback(graph_.graphWidget(), SgNviewChangedCallback, &viewChangedCallback, this);
+}
+
+void GraphStrip::zoomOutCallback(Widget widget, XtPointer self, XtPointer data) {
+  viewkit::Forward<&GraphStrip::zoomOut>::call(widget, self, data);
+}
+void GraphStrip::zoomInCallback(Widget widget, XtPointer self, XtPointer data) {
+  viewkit::Forward<&GraphStrip::zoomIn>::call(widget, self, data);
+}
+void GraphStrip::zoom100Callback(Widget widget, XtPointer self, XtPointer data) {
+  viewkit::Forward<&GraphStrip::zoom100>::call(widget, self, data);
+}
+void GraphStrip::zoomFitCallback(Widget widget, XtPointer self, XtPointer data) {
+  viewkit::Forward<&GraphStrip::zoomFit>::call(widget, self, data);
+}
+void GraphStrip::findChangedCallback(Widget widget, XtPointer self, XtPointer data) {
+  viewkit::Forward<&GraphStrip::findChanged>::call(widget, self, data);
+}
+void GraphStrip::findNextCallback(Widget widget, XtPointer self, XtPointer data) {
+  viewkit::Forward<&GraphStrip::findNext>::call(widget, self, data);
+}
+void GraphStrip::viewChangedCallback(Widget widget, XtPointer self, XtPointer data) {
+  viewkit::Forward<&GraphStrip::viewChanged>::call(widget, self, data);
+}
+
+void GraphStrip::zoomOut() {
+  const double zoom = SgGraphZoom(graph_.graphWidget());
+  const auto step = std::find_if(kSteps.rbegin(), kSteps.rend(), [&](double s) { return s < zoom - kSame; });
+  if (step != kSteps.rend()) SgGraphSetZoom(graph_.graphWidget(), *step);
+}
+
+void GraphStrip::zoomIn() {
+  const double zoom = SgGraphZoom(graph_.graphWidget());
+  const auto step = std::ranges::find_if(kSteps, [&](double s) { return s > zoom + kSame; });
+  if (step != kSteps.end()) SgGraphSetZoom(graph_.graphWidget(), *step);
+}
+
+void GraphStrip::zoom100() { SgGraphSetZoom(graph_.graphWidget(), 1); }
+
+void GraphStrip::zoomFit() { SgGraphZoomToFit(graph_.graphWidget()); }
+
+void GraphStrip::viewChanged() {
+  const std::string text = std::to_string(std::lround(SgGraphZoom(graph_.graphWidget()) * 100)) + " %";
+  if (text == viewkit::textResource(zoomLevel_, XmNlabelString)) return;
+  XtVaSetValues(zoomLevel_, XmNlabelString, viewkit::xmString(text).get(), nullptr);
+}
+
+void GraphStrip::findChanged() { goTo(false); }
+
+void GraphStrip::findNext() { goTo(true); }
+
+void GraphStrip::goTo(bool next) {
+  const viewkit::XtText text(XmTextFieldGetString(find_));
+  VkNode* found = nullptr;
+  if (*text != '\0') {
+    const std::vector<Widget> selected = SgGraphGetSelectedNodes(graph_.graphWidget());
+    found = graph_.findPart(text.get(), next && !selected.empty() ? VkNode::of(selected.back()) : nullptr);
+  }
+  if (*text == '\0' || found)
+    XtUnmanageChild(notFound_);
+  else
+    XtManageChild(notFound_);
+  graph_.reveal(found);
+}

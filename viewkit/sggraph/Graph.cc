@@ -1,0 +1,257 @@
+/// @file The class of the graph widget.
+#include "viewkit/sggraph/Graph.h"
+
+#include <X11/StringDefs.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <iterator>
+#include <string_view>
+#include <type_traits>
+
+#include "viewkit/sggraph/GraphP.h"
+#include "viewkit/sggraph/graphview.h"
+
+namespace sggraph {
+namespace {
+
+// Xt copies instance records bytewise.
+static_assert(std::is_trivially_copyable_v<SgGraphRec> && std::is_trivially_copyable_v<SgNodeRec>);
+
+SgGraphWidget graphOf(Widget widget) { return reinterpret_cast<SgGraphWidget>(widget); }
+
+/// Default colours: the first for screens of many colours, the second one that low-depth colour maps hold
+/// anyway.
+struct DefaultColor {
+  std::size_t offset;
+  const char* rich;
+  const char* plain;
+};
+constexpr DefaultColor kDefaultColors[] = {
+    {XtOffsetOf(SgGraphRec, graph.arcColor), "#7b8694", "#6a6a6a"},
+    {XtOffsetOf(SgGraphRec, graph.nodeColor), "#eff3f7", "#eaeaea"},
+    {XtOffsetOf(SgGraphRec, graph.nodeBorderColor), "#7b8694", "#6a6a6a"},
+    {XtOffsetOf(SgGraphRec, graph.selectionColor), "#0865de", "#0055ff"},
+    {XtOffsetOf(SgGraphRec, graph.hoverColor), "#63a6ef", "#55aaff"},
+    {XtOffsetOf(SgGraphRec, graph.handleColor), "#ffffff", "#ffffff"},
+    {XtOffsetOf(SgGraphRec, graph.targetColor), "#29a642", "#00aa00"},
+};
+
+void defaultColor(Widget widget, int offset, XrmValue* value) {
+  static Pixel pixel;
+  const auto* color =
+      std::ranges::find(kDefaultColors, static_cast<std::size_t>(offset), &DefaultColor::offset);
+  pixel = BlackPixelOfScreen(XtScreen(widget));
+  XColor nearest{}, exact{};
+  const bool rich = widget->core.depth >= 15;
+  if (color != std::end(kDefaultColors) &&
+      XAllocNamedColor(XtDisplay(widget), widget->core.colormap, rich ? color->rich : color->plain, &nearest,
+                       &exact) != 0)
+    pixel = nearest.pixel;
+  value->addr = reinterpret_cast<XPointer>(&pixel);
+}
+
+template <class Member>
+XtResource row(const char* resource, const char* resourceClass, const char* type, Member SgGraphPart::*,
+               std::size_t offset, const char* defaultType, XtPointer defaultValue) {
+  return {name(resource),    name(resourceClass), name(type), sizeof(Member), static_cast<Cardinal>(offset),
+          name(defaultType), defaultValue};
+}
+
+template <class Member>
+XtResource row(const char* resource, const char* resourceClass, const char* type, Member SgGraphPart::*member,
+               std::size_t offset, long value) {
+  return row(resource, resourceClass, type, member, offset, XmRImmediate, reinterpret_cast<XtPointer>(value));
+}
+
+XtResource colorRow(const char* resource, Pixel SgGraphPart::*member, std::size_t offset) {
+  return row(resource, "Color", XmRPixel, member, offset, XtRCallProc,
+             reinterpret_cast<XtPointer>(&defaultColor));
+}
+
+XtResource callbackRow(const char* resource, XtCallbackList SgGraphPart::*member, std::size_t offset) {
+  return row(resource, XmCCallback, XmRCallback, member, offset, 0);
+}
+
+#define SG_MEMBER(member) &SgGraphPart::member, XtOffsetOf(SgGraphRec, graph.member)
+
+XtResource kResources[] = {
+    row(SgNeditableArcs, "EditableArcs", XmRBoolean, SG_MEMBER(editableArcs), False),
+    row(SgNokToAdd, "OkToAdd", XmRBoolean, SG_MEMBER(okToAdd), False),
+    row(SgNarcWidth, "ArcWidth", XmRDimension, SG_MEMBER(arcWidth), 20),
+    row(SgNarcDirection, "ArcDirection", XmRInt, SG_MEMBER(arcDirection), SgARC_DOWN),
+    row(XmNrenderTable, XmCRenderTable, XmRRenderTable, SG_MEMBER(renderTable), 0),
+    colorRow(SgNarcColor, SG_MEMBER(arcColor)),
+    colorRow(SgNnodeColor, SG_MEMBER(nodeColor)),
+    colorRow(SgNnodeBorderColor, SG_MEMBER(nodeBorderColor)),
+    colorRow(SgNselectionColor, SG_MEMBER(selectionColor)),
+    colorRow(SgNhoverColor, SG_MEMBER(hoverColor)),
+    colorRow(SgNhandleColor, SG_MEMBER(handleColor)),
+    colorRow(SgNtargetColor, SG_MEMBER(targetColor)),
+    callbackRow(SgNnewNodeCallback, SG_MEMBER(newNodeCallback)),
+    callbackRow(SgNnewArcCallback, SG_MEMBER(newArcCallback)),
+    callbackRow(SgNarcMovedCallback, SG_MEMBER(arcMovedCallback)),
+    callbackRow(SgNdefaultActionCallback, SG_MEMBER(defaultActionCallback)),
+    callbackRow(SgNchangedCallback, SG_MEMBER(changedCallback)),
+    callbackRow(SgNselectionChangedCallback, SG_MEMBER(selectionChangedCallback)),
+    callbackRow(SgNviewChangedCallback, SG_MEMBER(viewChangedCallback)),
+};
+
+#undef SG_MEMBER
+
+void initialize(Widget, Widget widget, ArgList, Cardinal*) noexcept {
+  SgGraphRec* graph = graphOf(widget);
+  constexpr Dimension kWidth = 640, kHeight = 480;
+  if (graph->core.width == 0) graph->core.width = kWidth;
+  if (graph->core.height == 0) graph->core.height = kHeight;
+  graph->graph.view = nullptr;
+  graph->graph.view = std::make_unique<GraphView>(graph).release();
+}
+
+void destroy(Widget widget) noexcept {
+  const std::unique_ptr<GraphView> view(graphOf(widget)->graph.view);
+  graphOf(widget)->graph.view = nullptr;
+}
+
+void resize(Widget widget) noexcept {
+  if (GraphView* view = graphOf(widget)->graph.view) view->resized();
+}
+
+void expose(Widget widget, XEvent* event, Region) noexcept {
+  if (GraphView* view = viewOf(widget)) view->exposed(*event);
+}
+
+Boolean setValues(Widget oldWidget, Widget, Widget widget, ArgList, Cardinal*) noexcept {
+  const SgGraphPart &before = graphOf(oldWidget)->graph, &now = graphOf(widget)->graph;
+  if (GraphView* view = viewOf(widget))
+    view->resourcesChanged(before.renderTable != now.renderTable, before.arcDirection != now.arcDirection);
+  return False;
+}
+
+/// The scroll bars never move by themselves, and the shelf isn't seen.
+XtGeometryResult refuseGeometry(Widget, XtWidgetGeometry*, XtWidgetGeometry*) noexcept {
+  return XtGeometryNo;
+}
+
+void managedChanged(Widget widget) noexcept { XmeNavigChangeManaged(widget); }
+
+/// Calls a member of the view with the event, if it is of the kind that the member takes.
+template <auto Member, auto EventPart, int Type>
+void action(Widget widget, XEvent* event, String*, Cardinal*) noexcept {
+  GraphView* view = XtIsSubclass(widget, sgGraphWidgetClass) ? viewOf(widget) : nullptr;
+  if (view && event->type == Type) (view->*Member)(event->*EventPart);
+}
+
+void leaveAction(Widget widget, XEvent*, String*, Cardinal*) noexcept {
+  if (GraphView* view = viewOf(widget)) view->pointerLeft();
+}
+
+void focusAction(Widget widget, XEvent* event, String*, Cardinal*) noexcept {
+  if (GraphView* view = viewOf(widget)) view->focus(event->type == FocusIn);
+}
+
+XtActionsRec kActions[] = {
+    {name("SgGraphPress"), &action<&GraphView::press, &XEvent::xbutton, ButtonPress>},
+    {name("SgGraphRelease"), &action<&GraphView::release, &XEvent::xbutton, ButtonRelease>},
+    {name("SgGraphMotion"), &action<&GraphView::motion, &XEvent::xmotion, MotionNotify>},
+    {name("SgGraphKey"), &action<&GraphView::key, &XEvent::xkey, KeyPress>},
+    {name("SgGraphLeave"), &leaveAction},
+    {name("SgGraphFocus"), &focusAction},
+};
+
+// No modifiers are named, so that CapsLock and NumLock make no difference.
+constexpr char kTranslations[] =
+    "<BtnDown>: SgGraphPress()\n"
+    "<BtnUp>: SgGraphRelease()\n"
+    "<Motion>: SgGraphMotion()\n"
+    "<Key>: SgGraphKey()\n"
+    "<Enter>: ManagerEnter()\n"
+    "<Leave>: ManagerLeave() SgGraphLeave()\n"
+    "<FocusIn>: ManagerFocusIn() SgGraphFocus()\n"
+    "<FocusOut>: ManagerFocusOut() SgGraphFocus()";
+
+}  // namespace
+
+GraphView* viewOf(Widget graph) {
+  if (!graph || graph->core.being_destroyed || !XtIsSubclass(graph, sgGraphWidgetClass)) return nullptr;
+  return graphOf(graph)->graph.view;
+}
+
+GraphView* viewOfNode(Widget node) {
+  if (!node || node->core.being_destroyed || !XtIsSubclass(node, sgNodeObjectClass)) return nullptr;
+  if (reinterpret_cast<SgNodeObject>(node)->node.id == kNone) return nullptr;
+  return viewOf(XtParent(XtParent(node)));
+}
+
+}  // namespace sggraph
+
+SgGraphClassRec sgGraphClassRec = {
+    .core_class =
+        {
+            .superclass = reinterpret_cast<WidgetClass>(&xmDrawingAreaClassRec),
+            .class_name = sggraph::name("SgGraph"),
+            .widget_size = sizeof(SgGraphRec),
+            .class_initialize = nullptr,
+            .class_part_initialize = nullptr,
+            .class_inited = False,
+            .initialize = &sggraph::initialize,
+            .initialize_hook = nullptr,
+            .realize = XtInheritRealize,
+            .actions = sggraph::kActions,
+            .num_actions = XtNumber(sggraph::kActions),
+            .resources = sggraph::kResources,
+            .num_resources = XtNumber(sggraph::kResources),
+            .xrm_class = NULLQUARK,
+            .compress_motion = True,
+            .compress_exposure = XtExposeCompressMultiple,
+            .compress_enterleave = True,
+            .visible_interest = False,
+            .destroy = &sggraph::destroy,
+            .resize = &sggraph::resize,
+            .expose = &sggraph::expose,
+            .set_values = &sggraph::setValues,
+            .set_values_hook = nullptr,
+            .set_values_almost = XtInheritSetValuesAlmost,
+            .get_values_hook = nullptr,
+            .accept_focus = nullptr,
+            .version = XtVersion,
+            .callback_private = nullptr,
+            .tm_table = sggraph::name(sggraph::kTranslations),
+            .query_geometry = nullptr,
+            .display_accelerator = nullptr,
+            .extension = nullptr,
+        },
+    .composite_class =
+        {
+            .geometry_manager = &sggraph::refuseGeometry,
+            .change_managed = &sggraph::managedChanged,
+            .insert_child = XtInheritInsertChild,
+            .delete_child = XtInheritDeleteChild,
+            .extension = nullptr,
+        },
+    .constraint_class =
+        {
+            .resources = nullptr,
+            .num_resources = 0,
+            .constraint_size = sizeof(XmManagerConstraintRec),
+            .initialize = nullptr,
+            .destroy = nullptr,
+            .set_values = nullptr,
+            .extension = nullptr,
+        },
+    .manager_class =
+        {
+            // None: the inherited ones would take the cursor keys to move between gadgets.
+            .translations = nullptr,
+            .syn_resources = nullptr,
+            .num_syn_resources = 0,
+            .syn_constraint_resources = nullptr,
+            .num_syn_constraint_resources = 0,
+            .parent_process = XmInheritParentProcess,
+            .extension = nullptr,
+        },
+    .drawing_area_class = {.extension = nullptr},
+    .graph_class = {.extension = nullptr},
+};
+
+WidgetClass sgGraphWidgetClass = reinterpret_cast<WidgetClass>(&sgGraphClassRec);

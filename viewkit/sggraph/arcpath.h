@@ -1,0 +1,31 @@
+/// @file The lines that arcs are drawn as.
+#pragma once
+
+#include <span>
+#include <vector>
+
+#include "viewkit/sggraph/geometry.h"
+
+namespace sggraph {
+
+/// Where arcs leave and reach nodes: anywhere on their edges, or at the middles of lower and upper edges.
+enum class Ports { Any, Down };
+
+/// One of the arcs between two nodes, from the view of both.
+struct Lane {
+  double offset = 0;      ///< plane units beside the middle line, the same way for both directions
+  bool reversed = false;  ///< the arc runs against the direction that offsets are measured in
+};
+
+/// How far beside the middle line arc `number` (from 0) of `count` between two nodes runs, where the narrower
+/// of them is `width` wide: together they take no more than most of it.
+double laneOffset(std::size_t number, std::size_t count, double width);
+
+/// From the edge of one node over the bends to the edge of the other.
+std::vector<SgPoint> arcPath(const SgRectangle& from, const SgRectangle& to, std::span<const SgPoint> bends,
+                             Ports ports, const Lane& lane);
+
+/// The loop of a node to itself; `number` from 0, each larger than the one before.
+std::vector<SgPoint> loopPath(const SgRectangle& box, std::size_t number);
+
+}  // namespace sggraph

@@ -1,0 +1,366 @@
+/// @file Keeping nodes, arcs and their places together.
+#include "viewkit/sggraph/drawing.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace sggraph {
+
+namespace {
+
+Ticket ticketOf(std::uint32_t number, std::uint32_t generation) {
+  return std::uint64_t{generation} << 32 | (std::uint64_t{number} + 1);
+}
+
+template <class Item>
+std::uint32_t numberOf(Ticket ticket, const std::vector<Item>& items) {
+  const std::uint32_t number = static_cast<std::uint32_t>(ticket) - 1;  // 0, none, becomes kNone
+  const bool valid = number < items.size() && items[number].used && items[number].generation == ticket >> 32;
+  return valid ? number : kNone;
+}
+
+double held(double place) { return std::isfinite(place) ? std::clamp(place, -1e9, 1e9) : 0; }
+
+/// A slot for a new item: one that was freed, or a new one at the end.
+template <class Item>
+std::uint32_t takeSlot(std::vector<Item>& items, std::vector<std::uint32_t>& freed) {
+  if (freed.empty()) {
+    items.emplace_back();
+    return static_cast<std::uint32_t>(items.size() - 1);
+  }
+  const std::uint32_t slot = freed.back();
+  freed.pop_back();
+  return slot;
+}
+
+/// Empties a slot so that tickets to it become void.
+template <class Item>
+void freeSlot(Item& item) {
+  const std::uint32_t generation = item.generation + 1;
+  item = Item{};
+  item.generation = generation;
+}
+
+}  // namespace
+
+NodeId Drawing::addNode() {
+  const NodeId node = takeSlot(nodes_, freeNodes_);
+  nodes_[node].used = true;
+  ++nodeCount_;
+  return node;
+}
+
+void Drawing::removeNode(NodeId node) {
+  while (nodes_[node].firstOut != kNone) removeArc(nodes_[node].firstOut);
+  while (nodes_[node].firstIn != kNone) removeArc(nodes_[node].firstIn);
+  showNode(node, false);
+  if (nodes_[node].selected) selectedNodes_.erase(nodes_[node].selected);
+  freeSlot(nodes_[node]);
+  freeNodes_.push_back(node);
+  --nodeCount_;
+}
+
+Ticket Drawing::nodeTicket(NodeId node) const {
+  return hasNode(node) ? ticketOf(node, nodes_[node].generation) : 0;
+}
+
+NodeId Drawing::nodeOf(Ticket ticket) const { return numberOf(ticket, nodes_); }
+
+void Drawing::moveNode(NodeId node, SgPoint corner) {
+  Node& moved = nodes_[node];
+  moved.box.x = held(corner.x);
+  moved.box.y = held(corner.y);
+  if (moved.shown) nodeIndex_.put(node, moved.box);
+  extentsStale_ = true;
+  visitArcsOf(node, [&](ArcId arc) {
+    arcs_[arc].bends.clear();
+    makeStale(arc);
+  });
+}
+
+void Drawing::resizeNode(NodeId node, double width, double height) {
+  Node& resized = nodes_[node];
+  resized.box.width = width;
+  resized.box.height = height;
+  if (resized.shown) nodeIndex_.put(node, resized.box);
+  extentsStale_ = true;
+  visitArcsOf(node, [&](ArcId arc) { makeStale(arc); });
+}
+
+void Drawing::showNode(NodeId node, bool shown) {
+  Node& changed = nodes_[node];
+  if (changed.shown == shown) return;
+  changed.shown = shown;
+  extentsStale_ = true;
+  if (shown)
+    nodeIndex_.put(node, changed.box);
+  else
+    nodeIndex_.remove(node);
+  visitArcsOf(node, [&](ArcId arc) { makeStale(arc); });
+}
+
+ArcId Drawing::addArc(NodeId from, NodeId to) {
+  const ArcId arc = takeSlot(arcs_, freeArcs_);
+  Arc& added = arcs_[arc];
+  added.used = true;
+  added.from = from;
+  added.to = to;
+  link(nodes_[from].firstOut, arc, &Arc::out);
+  link(nodes_[to].firstIn, arc, &Arc::in);
+  const std::uint64_t key = pairKey(from, to);
+  Pair& pair = pairs_[key];
+  std::vector<ArcId>& side = direction(pair, added);
+  added.place = static_cast<std::uint32_t>(side.size());
+  side.push_back(arc);
+  if (pair.forward.size() + pair.backward.size() > 1) makePairStale(key, pair);
+  makeStale(arc);
+  ++arcCount_;
+  return arc;
+}
+
+void Drawing::removeArc(ArcId arc) {
+  Arc& removed = arcs_[arc];
+  unlink(nodes_[removed.from].firstOut, arc, &Arc::out);
+  unlink(nodes_[removed.to].firstIn, arc, &Arc::in);
+
+  const auto pair = pairs_.find(pairKey(removed.from, removed.to));
+  std::vector<ArcId>& side = direction(pair->second, removed);
+  arcs_[side.back()].place = removed.place;
+  side[removed.place] = side.back();
+  side.pop_back();
+  if (pair->second.forward.empty() && pair->second.backward.empty())
+    pairs_.erase(pair);
+  else
+    makePairStale(pair->first, pair->second);
+
+  if (removed.selected) selectedArcs_.erase(removed.selected);
+  arcIndex_.remove(arc);
+  freeSlot(removed);
+  freeArcs_.push_back(arc);
+  --arcCount_;
+}
+
+Ticket Drawing::arcTicket(ArcId arc) const { return hasArc(arc) ? ticketOf(arc, arcs_[arc].generation) : 0; }
+
+ArcId Drawing::arcOf(Ticket ticket) const { return numberOf(ticket, arcs_); }
+
+const std::vector<ArcId>* Drawing::arcsFromTo(NodeId from, NodeId to) const {
+  const auto pair = pairs_.find(pairKey(from, to));
+  if (pair == pairs_.end()) return nullptr;
+  return from <= to ? &pair->second.forward : &pair->second.backward;
+}
+
+std::size_t Drawing::countArcs(NodeId from, NodeId to) const {
+  const auto* arcs = arcsFromTo(from, to);
+  return arcs ? arcs->size() : 0;
+}
+
+ArcId Drawing::findArc(NodeId from, NodeId to) const {
+  const auto* arcs = arcsFromTo(from, to);
+  if (!arcs || arcs->empty()) return kNone;
+  // Whichever list is shorter is searched: neither many duplicates nor a large selection cost much then.
+  if (selectedArcs_.size() < arcs->size()) {
+    for (const auto& [order, arc] : selectedArcs_)
+      if (arcs_[arc].from == from && arcs_[arc].to == to) return arc;
+  } else {
+    for (const ArcId arc : *arcs)
+      if (arcSelected(arc)) return arc;
+  }
+  return arcs->back();
+}
+
+void Drawing::setBends(ArcId arc, std::span<const SgPoint> bends) {
+  std::vector<SgPoint>& held_bends = arcs_[arc].bends;
+  held_bends.clear();
+  for (const SgPoint& bend : bends) held_bends.push_back({held(bend.x), held(bend.y)});
+  makeStale(arc);
+}
+
+std::span<const SgPoint> Drawing::path(ArcId arc) {
+  bringUpToDate();
+  return arcs_[arc].path;
+}
+
+void Drawing::setPorts(Ports ports) {
+  if (ports_ == ports) return;
+  ports_ = ports;
+  for (ArcId arc = 0; arc < arcs_.size(); ++arc)
+    if (arcs_[arc].used) makeStale(arc);
+}
+
+void Drawing::selectNode(NodeId node) {
+  if (nodes_[node].selected) return;
+  nodes_[node].selected = ++selections_;
+  selectedNodes_[selections_] = node;
+}
+
+void Drawing::selectArc(ArcId arc) {
+  if (arcs_[arc].selected) return;
+  arcs_[arc].selected = ++selections_;
+  selectedArcs_[selections_] = arc;
+}
+
+void Drawing::deselectAll() {
+  for (const auto& [order, node] : selectedNodes_) nodes_[node].selected = 0;
+  for (const auto& [order, arc] : selectedArcs_) arcs_[arc].selected = 0;
+  selectedNodes_.clear();
+  selectedArcs_.clear();
+}
+
+const SgRectangle& Drawing::extents() {
+  if (!extentsStale_) return extents_;
+  extentsStale_ = false;
+  extents_ = {};
+  bool first = true;
+  for (const Node& node : nodes_) {
+    if (!node.shown) continue;
+    extents_ = first ? node.box : united(extents_, node.box);
+    first = false;
+  }
+  return extents_;
+}
+
+NodeId Drawing::nodeAt(SgPoint point) const {
+  NodeId top = kNone;
+  nodeIndex_.visit({point.x, point.y, 0, 0}, [&](NodeId node) {
+    if (nodes_[node].box.contains(point) && (top == kNone || node > top)) top = node;
+  });
+  return top;
+}
+
+ArcId Drawing::arcAt(SgPoint point, double reach) {
+  ArcId nearest = kNone;
+  double least = reach;
+  visitArcs(SgRectangle{point.x, point.y, 0, 0}.grownBy(reach), [&](ArcId arc) {
+    const double away = distanceToPath(point, arcs_[arc].path);
+    if (away < least || (away == least && (nearest == kNone || arc > nearest))) {
+      least = away;
+      nearest = arc;
+    }
+  });
+  return nearest;
+}
+
+NodeId Drawing::neighbour(NodeId node, int directionX, int directionY) {
+  const SgPoint middle = nodes_[node].box.middle();
+  const SgRectangle& all = extents();
+  const double farthest = all.width + all.height + 1;
+  // Something in a straight line is preferred to something nearer that lies off it.
+  const auto cost = [&](NodeId other) -> double {
+    const SgPoint there = nodes_[other].box.middle();
+    const double dx = there.x - middle.x, dy = there.y - middle.y;
+    const double ahead = dx * directionX + dy * directionY;
+    const double aside = std::abs(dx * directionY) + std::abs(dy * directionX);
+    if (other == node || ahead < 1 || aside > 4 * ahead) return -1;
+    return ahead + 2 * aside;
+  };
+  for (double reach = 200;; reach *= 2) {
+    NodeId best = kNone;
+    double least = 0;
+    visitNodes(SgRectangle{middle.x, middle.y, 0, 0}.grownBy(reach), [&](NodeId other) {
+      const double cost_of_other = cost(other);
+      if (cost_of_other < 0) return;
+      if (best == kNone || cost_of_other < least || (cost_of_other == least && other < best)) {
+        best = other;
+        least = cost_of_other;
+      }
+    });
+    // Whatever lies outside the area searched costs more than `reach`.
+    if ((best != kNone && least <= reach) || reach > farthest) return best;
+  }
+}
+
+void Drawing::clear() {
+  freeNodes_.clear();
+  freeArcs_.clear();
+  for (NodeId node = 0; node < nodes_.size(); ++node) {
+    if (nodes_[node].used) freeSlot(nodes_[node]);
+    freeNodes_.push_back(node);
+  }
+  for (ArcId arc = 0; arc < arcs_.size(); ++arc) {
+    if (arcs_[arc].used) freeSlot(arcs_[arc]);
+    freeArcs_.push_back(arc);
+  }
+  // Slots are taken from the back: the next picture has its ids in the order of adding, as this one had.
+  std::ranges::reverse(freeNodes_);
+  std::ranges::reverse(freeArcs_);
+  nodeCount_ = arcCount_ = 0;
+  pairs_.clear();
+  staleArcs_.clear();
+  stalePairs_.clear();
+  nodeIndex_.clear();
+  arcIndex_.clear();
+  selectedNodes_.clear();
+  selectedArcs_.clear();
+  extents_ = {};
+  extentsStale_ = false;
+}
+
+std::uint64_t Drawing::pairKey(NodeId a, NodeId b) {
+  return std::uint64_t{std::min(a, b)} << 32 | std::max(a, b);
+}
+
+void Drawing::link(ArcId& first, ArcId arc, ArcLinks Arc::*links) {
+  (arcs_[arc].*links) = {first, kNone};
+  if (first != kNone) (arcs_[first].*links).previous = arc;
+  first = arc;
+}
+
+void Drawing::unlink(ArcId& first, ArcId arc, ArcLinks Arc::*links) {
+  const ArcLinks around = arcs_[arc].*links;
+  if (around.next != kNone) (arcs_[around.next].*links).previous = around.previous;
+  if (around.previous != kNone)
+    (arcs_[around.previous].*links).next = around.next;
+  else
+    first = around.next;
+}
+
+void Drawing::makeStale(ArcId arc) {
+  if (arcs_[arc].stale) return;
+  arcs_[arc].stale = true;
+  staleArcs_.push_back(arc);
+}
+
+void Drawing::makePairStale(std::uint64_t key, Pair& pair) {
+  if (pair.stale) return;
+  pair.stale = true;
+  stalePairs_.push_back(key);
+}
+
+void Drawing::bringUpToDate() {
+  for (const std::uint64_t key : stalePairs_) {
+    const auto pair = pairs_.find(key);
+    if (pair == pairs_.end() || !pair->second.stale) continue;
+    pair->second.stale = false;
+    for (const ArcId arc : pair->second.forward) makeStale(arc);
+    for (const ArcId arc : pair->second.backward) makeStale(arc);
+  }
+  stalePairs_.clear();
+  for (const ArcId arc : staleArcs_) {
+    if (!arcs_[arc].stale) continue;
+    arcs_[arc].stale = false;
+    computePath(arc);
+    if (arcShown(arc))
+      arcIndex_.put(arc, boundsOf(arcs_[arc].path));
+    else
+      arcIndex_.remove(arc);
+  }
+  staleArcs_.clear();
+}
+
+void Drawing::computePath(ArcId number) {
+  Arc& arc = arcs_[number];
+  const SgRectangle &from = nodes_[arc.from].box, &to = nodes_[arc.to].box;
+  if (arc.from == arc.to) {
+    arc.path = loopPath(from, arc.place);
+    return;
+  }
+  const Pair& pair = pairs_.find(pairKey(arc.from, arc.to))->second;
+  const bool reversed = arc.from > arc.to;
+  const std::size_t lane = arc.place + (reversed ? pair.forward.size() : 0);
+  const double offset =
+      laneOffset(lane, pair.forward.size() + pair.backward.size(), std::min(from.width, to.width));
+  arc.path = arcPath(from, to, arc.bends, ports_, {offset, reversed});
+}
+
+}  // namespace sggraph

@@ -1,0 +1,171 @@
+/// @file The picture of a graph on its plane: boxes, arcs between them, and what lies where.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <map>
+#include <span>
+#include <unordered_map>
+#include <vector>
+
+#include "viewkit/sggraph/arcpath.h"
+#include "viewkit/sggraph/boxindex.h"
+#include "viewkit/sggraph/geometry.h"
+
+namespace sggraph {
+
+using NodeId = std::uint32_t;
+using ArcId = std::uint32_t;
+inline constexpr std::uint32_t kNone = 0xffffffff;
+
+/// A node or arc for keeping: 0 is none, and the ticket of a removed one never becomes valid again. Ids, in
+/// contrast, are small numbers that are used again.
+using Ticket = std::uint64_t;
+
+/// Nodes and arcs with their places and selection. Ids given must exist unless a function says otherwise.
+/// Arcs are there for the eye only if both their nodes are shown; what can be found and visited is what is
+/// shown. Lines of arcs are worked out when somebody asks, so any number of changes in between costs them
+/// once.
+class Drawing {
+ public:
+  /// @name Nodes
+  /// @{
+  /// A hidden node of no size at the origin.
+  NodeId addNode();
+  /// Removes the node and all its arcs.
+  void removeNode(NodeId node);
+  bool hasNode(NodeId node) const { return node < nodes_.size() && nodes_[node].used; }
+  std::size_t nodeCount() const { return nodeCount_; }
+  Ticket nodeTicket(NodeId node) const;
+  /// kNone for a ticket of a node that is gone.
+  NodeId nodeOf(Ticket ticket) const;
+
+  const SgRectangle& box(NodeId node) const { return nodes_[node].box; }
+  /// Moving straightens the node's arcs.
+  void moveNode(NodeId node, SgPoint corner);
+  void resizeNode(NodeId node, double width, double height);
+  void showNode(NodeId node, bool shown);
+  bool shown(NodeId node) const { return nodes_[node].shown; }
+  /// @}
+
+  /// @name Arcs
+  /// @{
+  ArcId addArc(NodeId from, NodeId to);
+  void removeArc(ArcId arc);
+  bool hasArc(ArcId arc) const { return arc < arcs_.size() && arcs_[arc].used; }
+  std::size_t arcCount() const { return arcCount_; }
+  std::size_t arcSlots() const { return arcs_.size(); }
+  Ticket arcTicket(ArcId arc) const;
+  /// kNone for a ticket of an arc that is gone.
+  ArcId arcOf(Ticket ticket) const;
+  NodeId from(ArcId arc) const { return arcs_[arc].from; }
+  NodeId to(ArcId arc) const { return arcs_[arc].to; }
+  std::size_t countArcs(NodeId from, NodeId to) const;
+  /// An arc from `from` to `to`: a selected one if there is, else the outermost; kNone without any.
+  ArcId findArc(NodeId from, NodeId to) const;
+  void setBends(ArcId arc, std::span<const SgPoint> bends);
+  std::span<const SgPoint> bends(ArcId arc) const { return arcs_[arc].bends; }
+  /// Calls `visit(arc)` for every arc that starts or ends at the node, twice for one that does both.
+  template <class Visit>
+  void visitArcsOf(NodeId node, Visit&& visit) const {
+    for (ArcId arc = nodes_[node].firstOut; arc != kNone; arc = arcs_[arc].out.next) visit(arc);
+    for (ArcId arc = nodes_[node].firstIn; arc != kNone; arc = arcs_[arc].in.next) visit(arc);
+  }
+  bool arcShown(ArcId arc) const { return shown(from(arc)) && shown(to(arc)); }
+  /// The points that the arc is drawn through, valid until the next change.
+  std::span<const SgPoint> path(ArcId arc);
+  void setPorts(Ports ports);
+  /// @}
+
+  /// @name Selection, in the order in which things were selected
+  /// @{
+  void selectNode(NodeId node);
+  void selectArc(ArcId arc);
+  void deselectAll();
+  bool nodeSelected(NodeId node) const { return nodes_[node].selected != 0; }
+  bool arcSelected(ArcId arc) const { return arcs_[arc].selected != 0; }
+  const std::map<std::uint64_t, NodeId>& selectedNodes() const { return selectedNodes_; }
+  const std::map<std::uint64_t, ArcId>& selectedArcs() const { return selectedArcs_; }
+  /// @}
+
+  /// @name What lies where
+  /// @{
+  /// Bounds of all shown nodes; linear after a change, and empty at the origin without any.
+  const SgRectangle& extents();
+  template <class Visit>
+  void visitNodes(const SgRectangle& area, Visit&& visit) const {
+    nodeIndex_.visit(area, visit);
+  }
+  /// Visits arcs whose bounds touch the area, which they may miss all the same.
+  template <class Visit>
+  void visitArcs(const SgRectangle& area, Visit&& visit) {
+    bringUpToDate();
+    arcIndex_.visit(area, visit);
+  }
+  /// The topmost node, that is the one added last, at a point; kNone for none.
+  NodeId nodeAt(SgPoint point) const;
+  /// The nearest arc at most `reach` away; kNone for none.
+  ArcId arcAt(SgPoint point, double reach);
+  /// The shown node next to `node` in the direction (-1, 0, 1 each); kNone when nothing is there.
+  NodeId neighbour(NodeId node, int directionX, int directionY);
+  /// @}
+
+  /// Removes everything. Tickets stay invalid.
+  void clear();
+
+ private:
+  struct Node {
+    SgRectangle box;
+    ArcId firstOut = kNone, firstIn = kNone;
+    std::uint32_t generation = 0;
+    bool used = false, shown = false;
+    std::uint64_t selected = 0;  // key in selectedNodes_, 0 for not selected
+  };
+  struct ArcLinks {
+    ArcId next = kNone, previous = kNone;
+  };
+  struct Arc {
+    NodeId from = kNone, to = kNone;
+    ArcLinks out, in;  // the lists of all arcs of the two nodes
+    std::uint32_t generation = 0;
+    std::uint32_t place = 0;  // in the list of its direction in its pair
+    bool used = false, stale = false;
+    std::uint64_t selected = 0;
+    std::vector<SgPoint> bends, path;
+  };
+  /// The arcs between two nodes; a < b but for loops, which are all forward.
+  struct Pair {
+    std::vector<ArcId> forward, backward;
+    bool stale = false;
+  };
+
+  static std::uint64_t pairKey(NodeId a, NodeId b);
+  static std::vector<ArcId>& direction(Pair& pair, const Arc& arc) {
+    return arc.from <= arc.to ? pair.forward : pair.backward;
+  }
+  const std::vector<ArcId>* arcsFromTo(NodeId from, NodeId to) const;
+  void link(ArcId& first, ArcId arc, ArcLinks Arc::*links);
+  void unlink(ArcId& first, ArcId arc, ArcLinks Arc::*links);
+  void makeStale(ArcId arc);
+  void makePairStale(std::uint64_t key, Pair& pair);
+  void bringUpToDate();
+  void computePath(ArcId arc);
+
+  std::vector<Node> nodes_;
+  std::vector<Arc> arcs_;
+  std::vector<NodeId> freeNodes_;
+  std::vector<ArcId> freeArcs_;
+  std::size_t nodeCount_ = 0, arcCount_ = 0;
+  std::unordered_map<std::uint64_t, Pair> pairs_;
+  std::vector<ArcId> staleArcs_;
+  std::vector<std::uint64_t> stalePairs_;
+  BoxIndex nodeIndex_, arcIndex_;
+  std::map<std::uint64_t, NodeId> selectedNodes_;
+  std::map<std::uint64_t, ArcId> selectedArcs_;
+  std::uint64_t selections_ = 0;
+  SgRectangle extents_;
+  bool extentsStale_ = false;
+  Ports ports_ = Ports::Down;
+};
+
+}  // namespace sggraph

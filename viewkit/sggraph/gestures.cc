@@ -1,0 +1,465 @@
+/// @file What pointer and keyboard do to a graph.
+#include <X11/cursorfont.h>
+#include <X11/keysym.h>
+#include <Xm/VirtKeys.h>
+#include <Xm/Xm.h>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <limits>
+
+#include "viewkit/sggraph/graphview.h"
+
+namespace sggraph {
+
+namespace {
+
+constexpr double kClickSlack = 4;   // pixels that the pointer may move during a click
+constexpr double kHandleReach = 7;  // pixels around a handle in which a press takes it
+constexpr double kWheelStep = 60;   // pixels
+constexpr double kWheelZoom = 1.15;
+
+SgPoint placeOf(const XButtonEvent& event) {
+  return {static_cast<double>(event.x), static_cast<double>(event.y)};
+}
+
+}  // namespace
+
+GraphView::Hit GraphView::hit(SgPoint window) {
+  bringUpToDate();
+  Hit found;
+  if (editable()) {
+    double nearest = kHandleReach;
+    for (const auto& [order, arc] : drawing.selectedArcs()) {
+      if (!drawing.arcShown(arc)) continue;
+      const HandlePlaces places = handlePlaces(drawing.path(arc), viewport_);
+      for (const bool child : {true, false}) {
+        const double away = distance(window, child ? places.child : places.parent);
+        if (away >= nearest) continue;
+        nearest = away;
+        found = {kNone, arc, true, child};
+      }
+    }
+    if (found.handle) return found;
+  }
+  found.node = nodeAt(window);
+  if (found.node == kNone) found.arc = arcAt(window);
+  return found;
+}
+
+void GraphView::setHover(SgPoint window) {
+  const bool inside = SgRectangle{0, 0, viewport_.width(), viewport_.height()}.contains(window);
+  const Hit under = inside ? hit(window) : Hit{};
+  const Ticket node = drawing.nodeTicket(under.node), arc = drawing.arcTicket(under.arc);
+  if (node == hoverNode_ && arc == hoverArc_) return;
+  hoverNode_ = node;
+  hoverArc_ = arc;
+  overlayChanged();
+}
+
+void GraphView::setCursor(unsigned shape) {
+  cursor_ = viewkit::CursorId(display(), XCreateFontCursor(display(), shape));
+  XDefineCursor(display(), XtWindow(widget()), cursor_.get());
+}
+
+void GraphView::endGesture() {
+  gesture_ = {};
+  if (cursor_) XUndefineCursor(display(), XtWindow(widget()));
+  cursor_ = {};
+  overlayChanged();
+}
+
+void GraphView::giveUp() {
+  if (gesture_.dragging) {
+    if (gesture_.kind == Gesture::Kind::Pan) viewport_.scrollTo(gesture_.viewAtPress, {0, 0});
+    for (const auto& [ticket, corner] : gesture_.before)
+      if (const NodeId node = drawing.nodeOf(ticket); node != kNone) drawing.moveNode(node, corner);
+    for (const auto& [ticket, bends] : gesture_.straightened)
+      if (const ArcId arc = drawing.arcOf(ticket); arc != kNone) drawing.setBends(arc, bends);
+    changed();
+  }
+  // What follows of the drag, up to the release, does nothing.
+  const unsigned button = gesture_.button;
+  endGesture();
+  gesture_.kind = Gesture::Kind::Refused;
+  gesture_.button = button;
+}
+
+void GraphView::wheel(const XButtonEvent& event) {
+  const SgPoint pointer = placeOf(event);
+  const bool back = event.button == Button4 || event.button == 6;
+  const bool sideways = event.button > Button5 || (event.state & ShiftMask) != 0;
+  if (event.button <= Button5 && (event.state & ControlMask) != 0) {
+    view().zoomAround(viewport_.zoom() * (back ? kWheelZoom : 1 / kWheelZoom), pointer);
+  } else {
+    const double step = back ? -kWheelStep : kWheelStep;
+    view().scrollBy(sideways ? step : 0, sideways ? 0 : step);
+  }
+  changed();
+  if (gesture_.kind == Gesture::Kind::Idle) {
+    setHover(pointer);
+  } else if (gesture_.kind == Gesture::Kind::Pan) {
+    // The place that is held changes under the pointer.
+    gesture_.pressedPlane = viewport_.toPlane(pointer);
+  } else {
+    gesture_.pointer = pointer;
+    if (gesture_.dragging) drag();
+  }
+}
+
+void GraphView::press(const XButtonEvent& event) {
+  if (event.button >= Button4) {
+    wheel(event);
+    return;
+  }
+  if (event.button == Button3) return;
+  if (gesture_.kind != Gesture::Kind::Idle) {
+    // A release got lost when the button that began the gesture isn't held any more.
+    const unsigned held = gesture_.button == Button1 ? Button1Mask : Button2Mask;
+    if ((event.state & held) != 0) return;
+    giveUp();
+  }
+  const SgPoint place = placeOf(event);
+  bringUpToDate();
+  gesture_ = {};
+  gesture_.button = event.button;
+  gesture_.pressed = gesture_.pointer = place;
+  gesture_.pressedPlane = viewport_.toPlane(place);
+  gesture_.viewAtPress = viewport_.toPlane({0, 0});
+  gesture_.adds = (event.state & ShiftMask) != 0;
+  gesture_.kind = Gesture::Kind::Pan;
+  if (event.button == Button2) return;
+
+  const Hit under = hit(place);
+  gesture_.node = drawing.nodeTicket(under.node);
+  gesture_.arc = drawing.arcTicket(under.arc);
+  const bool again = lastClick_.valid &&
+                     event.time - lastClick_.time <= Time(XtGetMultiClickTime(display())) &&
+                     distance(lastClick_.place, place) <= kClickSlack && lastClick_.node == gesture_.node;
+  gesture_.doubleClick = again;
+  // A third click begins anew.
+  lastClick_ = {event.time, place, gesture_.node, !again};
+
+  const std::weak_ptr<const bool> alive = alive_;
+  if (under.handle) {
+    gesture_.kind = Gesture::Kind::MoveArcEnd;
+    gesture_.childEnd = under.childEnd;
+  } else if (under.node != kNone) {
+    beginOnNode(under.node, event.state);
+  }
+  if (alive.expired()) return;
+  XmProcessTraversal(widget(), XmTRAVERSE_CURRENT);
+}
+
+void GraphView::beginOnNode(NodeId node, unsigned state) {
+  if ((state & ControlMask) != 0) {
+    gesture_.kind = editable() ? Gesture::Kind::DrawArc : Gesture::Kind::Refused;
+    return;
+  }
+  gesture_.kind = Gesture::Kind::MoveNodes;
+  makeCurrent(node);
+  if (drawing.nodeSelected(node)) return;
+  if (!gesture_.adds) drawing.deselectAll();
+  drawing.selectNode(node);
+  selectionChanged();
+}
+
+void GraphView::motion(const XMotionEvent& event) {
+  const SgPoint place{static_cast<double>(event.x), static_cast<double>(event.y)};
+  if (gesture_.kind != Gesture::Kind::Idle) {
+    const unsigned held = gesture_.button == Button1 ? Button1Mask : Button2Mask;
+    if ((event.state & held) == 0) {
+      giveUp();
+      endGesture();
+    }
+  }
+  if (gesture_.kind == Gesture::Kind::Idle) {
+    setHover(place);
+    return;
+  }
+  gesture_.pointer = place;
+  if (!gesture_.dragging && distance(gesture_.pressed, place) > kClickSlack) startDrag();
+  if (gesture_.dragging) drag();
+}
+
+void GraphView::startDrag() {
+  gesture_.dragging = true;
+  lastClick_.valid = false;
+  switch (gesture_.kind) {
+    case Gesture::Kind::Pan:
+      setCursor(XC_fleur);
+      break;
+    case Gesture::Kind::DrawArc:
+    case Gesture::Kind::MoveArcEnd:
+      setCursor(XC_crosshair);
+      break;
+    case Gesture::Kind::MoveNodes:
+      for (const auto& [order, node] : drawing.selectedNodes()) {
+        const SgRectangle& box = drawing.box(node);
+        gesture_.before.push_back({drawing.nodeTicket(node), {box.x, box.y}});
+        drawing.visitArcsOf(node, [&](ArcId arc) {
+          const auto bends = drawing.bends(arc);
+          if (!bends.empty())
+            gesture_.straightened.push_back({drawing.arcTicket(arc), {bends.begin(), bends.end()}});
+        });
+      }
+      break;
+    case Gesture::Kind::Idle:
+    case Gesture::Kind::Refused:
+      break;
+  }
+}
+
+void GraphView::drag() {
+  bringUpToDate();
+  const SgPoint plane = viewport_.toPlane(gesture_.pointer);
+  switch (gesture_.kind) {
+    case Gesture::Kind::Pan:
+      viewport_.scrollTo(gesture_.pressedPlane, gesture_.pointer);
+      changed();
+      break;
+    case Gesture::Kind::MoveNodes:
+      for (const auto& [ticket, corner] : gesture_.before)
+        if (const NodeId node = drawing.nodeOf(ticket); node != kNone)
+          drawing.moveNode(node, {corner.x + plane.x - gesture_.pressedPlane.x,
+                                  corner.y + plane.y - gesture_.pressedPlane.y});
+      changed();
+      break;
+    case Gesture::Kind::DrawArc: {
+      const NodeId under = drawing.nodeAt(plane);
+      const Ticket ticket = drawing.nodeTicket(under);
+      if (ticket != gesture_.node) gesture_.leftNode = true;
+      gesture_.target = gesture_.leftNode ? ticket : 0;
+      overlayChanged();
+      break;
+    }
+    case Gesture::Kind::MoveArcEnd: {
+      const ArcId arc = drawing.arcOf(gesture_.arc);
+      const NodeId under = drawing.nodeAt(plane);
+      const bool same = arc != kNone && under == (gesture_.childEnd ? drawing.to(arc) : drawing.from(arc));
+      gesture_.target = same ? 0 : drawing.nodeTicket(under);
+      overlayChanged();
+      break;
+    }
+    case Gesture::Kind::Idle:
+    case Gesture::Kind::Refused:
+      break;
+  }
+}
+
+void GraphView::release(const XButtonEvent& event) {
+  if (event.button != gesture_.button || gesture_.kind == Gesture::Kind::Idle) return;
+  XEvent whole{};
+  whole.xbutton = event;
+  if (gesture_.dragging) {
+    // The last motion may have been compressed away.
+    gesture_.pointer = placeOf(event);
+    drag();
+    finishDrag(&whole);
+  } else {
+    finishClick(&whole);
+  }
+}
+
+void GraphView::finishDrag(XEvent* event) {
+  // The gesture is over before anyone is called: callbacks may post dialogs, clear the graph, start anew.
+  const Gesture done = gesture_;
+  endGesture();
+  const NodeId target = drawing.nodeOf(done.target);
+  if (target == kNone || !editable()) return;
+  if (done.kind == Gesture::Kind::DrawArc) {
+    const NodeId parent = drawing.nodeOf(done.node);
+    if (parent != kNone) newArc(parent, target, event);
+  } else if (done.kind == Gesture::Kind::MoveArcEnd) {
+    const ArcId arc = drawing.arcOf(done.arc);
+    if (arc == kNone) return;
+    arcMoved(arc, done.childEnd ? drawing.from(arc) : target, done.childEnd ? target : drawing.to(arc),
+             event);
+  }
+}
+
+void GraphView::finishClick(XEvent* event) {
+  const Gesture done = gesture_;
+  endGesture();
+  if (done.kind == Gesture::Kind::Refused || done.button != Button1) return;
+  const NodeId node = drawing.nodeOf(done.node);
+  const ArcId arc = drawing.arcOf(done.arc);
+  if (node != kNone) {
+    if (done.kind != Gesture::Kind::MoveNodes) return;
+    if (done.doubleClick) {
+      defaultAction(node, event);
+    } else if (!done.adds && drawing.selectedNodes().size() + drawing.selectedArcs().size() > 1) {
+      drawing.deselectAll();
+      drawing.selectNode(node);
+      selectionChanged();
+    }
+  } else if (arc != kNone) {
+    if (drawing.arcSelected(arc) && (done.adds || drawing.selectedArcs().size() == 1)) return;
+    if (!done.adds) drawing.deselectAll();
+    drawing.selectArc(arc);
+    selectionChanged();
+  } else if (done.doubleClick && done.node == 0 && done.arc == 0) {
+    if (widget_->graph.okToAdd) newNode(event);
+  } else if (!done.adds && !(drawing.selectedNodes().empty() && drawing.selectedArcs().empty())) {
+    drawing.deselectAll();
+    selectionChanged();
+  }
+}
+
+void GraphView::pointerLeft() {
+  if (hoverNode_ == 0 && hoverArc_ == 0) return;
+  hoverNode_ = hoverArc_ = 0;
+  overlayChanged();
+}
+
+void GraphView::focus(bool in) {
+  if (focused_ == in) return;
+  focused_ = in;
+  overlayChanged();
+}
+
+void GraphView::key(XKeyEvent& event) {
+  XEvent whole{};
+  whole.xkey = event;
+  Modifiers used = 0;
+  const KeySym keysym = XtGetActionKeysym(&whole, &used);
+  switch (keysym) {
+    case XK_Up:
+    case osfXK_Up:
+    case XK_KP_Up:
+      walk(0, -1);
+      break;
+    case XK_Down:
+    case osfXK_Down:
+    case XK_KP_Down:
+      walk(0, 1);
+      break;
+    case XK_Left:
+    case osfXK_Left:
+    case XK_KP_Left:
+      walk(-1, 0);
+      break;
+    case XK_Right:
+    case osfXK_Right:
+    case XK_KP_Right:
+      walk(1, 0);
+      break;
+    case XK_Tab:
+    case XK_ISO_Left_Tab:
+      XmProcessTraversal(
+          widget(), (event.state & ShiftMask) != 0 ? XmTRAVERSE_PREV_TAB_GROUP : XmTRAVERSE_NEXT_TAB_GROUP);
+      break;
+    case XK_Escape:
+    case osfXK_Cancel:
+      if (gesture_.kind != Gesture::Kind::Idle) giveUp();
+      break;
+    case XK_Return:
+    case osfXK_Activate:
+    case XK_KP_Enter: {
+      const NodeId node = drawing.nodeOf(current_);
+      if (gesture_.kind == Gesture::Kind::Idle && node != kNone && drawing.shown(node))
+        defaultAction(node, &whole);
+      break;
+    }
+    default:
+      break;
+  }
+}
+
+void GraphView::walk(int directionX, int directionY) {
+  if (gesture_.kind != Gesture::Kind::Idle) return;
+  bringUpToDate();
+  NodeId next = drawing.nodeOf(current_);
+  if (next != kNone && drawing.shown(next)) {
+    next = drawing.neighbour(next, directionX, directionY);
+  } else {
+    // The walk starts at the upper left of what is in view.
+    double least = std::numeric_limits<double>::infinity();
+    drawing.visitNodes(viewport_.visible(), [&](NodeId node) {
+      const SgRectangle& box = drawing.box(node);
+      const double rank = box.y + box.x / 1000;
+      if (rank < least) {
+        least = rank;
+        next = node;
+      }
+    });
+  }
+  if (next == kNone || !drawing.shown(next)) return;
+  viewport_.reveal(drawing.box(next));
+  makeCurrent(next);
+  drawing.deselectAll();
+  drawing.selectNode(next);
+  selectionChanged();
+}
+
+// Requests. Each asks the callbacks first and makes the change only if they left it to the widget, and if
+// what it is about is still there after them.
+
+void GraphView::defaultAction(NodeId node, XEvent* event) {
+  SgGraphCallbackStruct data{};
+  data.reason = SgCR_DEFAULT_ACTION;
+  data.event = event;
+  data.node = widgetOf(node);
+  call(&SgGraphPart::defaultActionCallback, data);
+}
+
+void GraphView::newNode(XEvent* event) {
+  SgGraphCallbackStruct data{};
+  data.reason = SgCR_NEW_NODE;
+  data.event = event;
+  data.doit = True;
+  data.position = viewport_.toPlane(placeOf(event->xbutton));
+  if (!call(&SgGraphPart::newNodeCallback, data) || !data.doit) return;
+  data.node = makeNode("node", nullptr, 0);
+  const NodeId node = reinterpret_cast<SgNodeObject>(data.node)->node.id;
+  const SgRectangle& box = drawing.box(node);
+  drawing.moveNode(node, {data.position.x - box.width / 2, data.position.y - box.height / 2});
+  XtManageChild(data.node);
+  changed();
+  call(&SgGraphPart::changedCallback, data);
+}
+
+void GraphView::newArc(NodeId parent, NodeId child, XEvent* event) {
+  const Ticket parentTicket = drawing.nodeTicket(parent), childTicket = drawing.nodeTicket(child);
+  SgGraphCallbackStruct data{};
+  data.reason = SgCR_NEW_ARC;
+  data.event = event;
+  data.doit = True;
+  data.parent = widgetOf(parent);
+  data.child = widgetOf(child);
+  data.position = viewport_.toPlane(placeOf(event->xbutton));
+  if (!call(&SgGraphPart::newArcCallback, data) || !data.doit) return;
+  if (drawing.nodeOf(parentTicket) == kNone || drawing.nodeOf(childTicket) == kNone) return;
+  data.arc = drawing.arcTicket(addArc(parent, child, {}));
+  call(&SgGraphPart::changedCallback, data);
+}
+
+void GraphView::arcMoved(ArcId arc, NodeId parent, NodeId child, XEvent* event) {
+  const Ticket arcTicket = drawing.arcTicket(arc);
+  const Ticket parentTicket = drawing.nodeTicket(parent), childTicket = drawing.nodeTicket(child);
+  SgGraphCallbackStruct data{};
+  data.reason = SgCR_ARC_MOVED;
+  data.event = event;
+  data.doit = True;
+  data.arc = arcTicket;
+  data.oldParent = widgetOf(drawing.from(arc));
+  data.oldChild = widgetOf(drawing.to(arc));
+  data.newParent = widgetOf(parent);
+  data.newChild = widgetOf(child);
+  data.position = viewport_.toPlane(placeOf(event->xbutton));
+  if (!call(&SgGraphPart::arcMovedCallback, data) || !data.doit) return;
+  if (drawing.arcOf(arcTicket) == kNone || drawing.nodeOf(parentTicket) == kNone ||
+      drawing.nodeOf(childTicket) == kNone)
+    return;
+  const auto known = arcLabels_.find(arc);
+  const std::string label = known == arcLabels_.end() ? std::string() : known->second;
+  arcLabels_.erase(arc);
+  drawing.removeArc(arc);
+  const ArcId moved = addArc(parent, child, label);
+  drawing.selectArc(moved);
+  data.arc = drawing.arcTicket(moved);
+  if (call(&SgGraphPart::changedCallback, data)) selectionChanged();
+}
+
+}  // namespace sggraph

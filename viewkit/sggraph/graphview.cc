@@ -1,0 +1,411 @@
+/// @file Nodes, arcs, scroll bars and repainting of a graph widget.
+#include "viewkit/sggraph/graphview.h"
+
+#include <X11/cursorfont.h>
+#include <Xm/ScrollBar.h>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+namespace sggraph {
+
+namespace {
+
+constexpr double kLabelPadding = 10, kLabelMargin = 5;  // plane units beside and above a label
+constexpr double kLeastNodeWidth = 44;
+constexpr double kPicturePadding = 4;
+constexpr int kScrollStep = 40;  // pixels per click on a scroll bar's arrow
+
+std::string labelText(XmString label) {
+  const viewkit::XtText text(static_cast<char*>(
+      XmStringUnparse(label, nullptr, XmCHARSET_TEXT, XmCHARSET_TEXT, nullptr, 0, XmOUTPUT_ALL)));
+  std::string plain = text ? text.get() : "";
+  std::ranges::replace(plain, '\n', ' ');  // a node has one line
+  return plain;
+}
+
+}  // namespace
+
+GraphView::GraphView(SgGraphWidget widget) : widget_(widget) {
+  const auto scrollBar = [&](const char* barName, unsigned char orientation) {
+    std::array<Arg, 3> args{Arg{XmNorientation, orientation}, Arg{XmNtraversalOn, False},
+                            Arg{XmNhighlightThickness, 0}};
+    const Widget bar = XmCreateScrollBar(GraphView::widget(), name(barName), args.data(),
+                                         static_cast<Cardinal>(args.size()));
+    XtAddCallback(bar, XmNvalueChangedCallback, &scrollBarMoved, this);
+    XtAddCallback(bar, XmNdragCallback, &scrollBarMoved, this);
+    return bar;
+  };
+  horizontalBar_ = scrollBar("horizontalBar", XmHORIZONTAL);
+  verticalBar_ = scrollBar("verticalBar", XmVERTICAL);
+  XtManageChild(horizontalBar_);
+  XtManageChild(verticalBar_);
+  makeShelf();
+  resourcesChanged(true, true);
+  placeScrollBars();
+}
+
+GraphView::~GraphView() { unschedule(); }
+
+void GraphView::makeShelf() {
+  std::array<Arg, 2> args{Arg{XmNwidth, 1}, Arg{XmNheight, 1}};
+  shelf_ =
+      XtCreateWidget("shelf", sgShelfWidgetClass, widget(), args.data(), static_cast<Cardinal>(args.size()));
+  // Only a realized shelf is told what is managed.
+  if (XtIsRealized(widget())) XtRealizeWidget(shelf_);
+}
+
+// Nodes
+
+Widget GraphView::makeNode(const char* nodeName, ArgList args, Cardinal count) {
+  return XtCreateWidget(nodeName, sgNodeObjectClass, shelf_, args, count);
+}
+
+void GraphView::nodeMade(SgNodeObject node) {
+  const NodeId id = drawing.addNode();
+  if (id >= looks_.size()) {
+    looks_.resize(id + std::size_t{1});
+    widgets_.resize(id + std::size_t{1});
+    labels_.resize(id + std::size_t{1});
+  }
+  node->node.id = id;
+  widgets_[id] = reinterpret_cast<Widget>(node);
+  nodeLooksChanged(node);
+}
+
+void GraphView::nodeGone(SgNodeObject node) {
+  const NodeId id = node->node.id;
+  if (id == kNone) return;
+  if (!arcLabels_.empty()) drawing.visitArcsOf(id, [&](ArcId arc) { arcLabels_.erase(arc); });
+  drawing.removeNode(id);
+  widgets_[id] = nullptr;
+  looks_[id] = {};
+  labels_[id].reset();
+  node->node.id = kNone;
+  node->node.labelString = nullptr;
+  if (painter_) painter_->dropPicture(id);
+  changed();
+}
+
+void GraphView::nodeLooksChanged(SgNodeObject node) {
+  const NodeId id = node->node.id;
+  NodeLook& look = looks_[id];
+  // The resource is the caller's string when it was set just now, ours when it was not.
+  if (node->node.labelString != labels_[id].get() || !labels_[id]) {
+    labels_[id].reset(node->node.labelString
+                          ? XmStringCopy(node->node.labelString)
+                          : XmStringCreateLocalized(XtName(reinterpret_cast<Widget>(node))));
+    node->node.labelString = labels_[id].get();
+    look.label = labelText(labels_[id].get());
+  }
+  look.tint = node->node.tint;
+  if (look.picture.id != node->node.labelPixmap) {
+    look.picture = pixmapSource(display(), node->node.labelPixmap);
+    if (painter_) painter_->dropPicture(id);
+  }
+  measure(id);
+  changed();
+}
+
+void GraphView::measure(NodeId node) {
+  const NodeLook& look = looks_[node];
+  if (look.picture) {
+    drawing.resizeNode(node, look.picture.width + 2 * kPicturePadding,
+                       look.picture.height + 2 * kPicturePadding);
+    return;
+  }
+  const double width = measuring_->width(look.label) + 2 * kLabelPadding;
+  drawing.resizeNode(node, std::max(width, kLeastNodeWidth), measuring_->height() + 2 * kLabelMargin);
+}
+
+void GraphView::clear() {
+  gesture_ = {};
+  lastClick_ = {};
+  current_ = hoverNode_ = hoverArc_ = 0;
+  for (const Widget widget : widgets_) {
+    if (!widget) continue;
+    SgNodePart& node = reinterpret_cast<SgNodeObject>(widget)->node;
+    node.id = kNone;
+    node.labelString = nullptr;
+  }
+  const bool hadSelection = !drawing.selectedNodes().empty() || !drawing.selectedArcs().empty();
+  drawing.clear();
+  looks_.clear();
+  widgets_.clear();
+  arcLabels_.clear();
+  const Widget oldShelf = shelf_;
+  makeShelf();
+  XtDestroyWidget(oldShelf);
+  labels_.clear();
+  if (painter_) painter_->dropPictures();
+  const double width = viewport_.width(), height = viewport_.height();
+  viewport_ = {};
+  viewport_.resize(width, height);
+  changed();
+  if (hadSelection) selectionChanged();
+}
+
+Pixel GraphView::tint(const char* tintName) {
+  const auto known = tints_.find(tintName);
+  if (known != tints_.end()) return known->second;
+  std::string resource = std::string(tintName) + "Tint";
+  Pixel pixel = widget_->graph.nodeColor;
+  Pixel unset = pixel;
+  XtResource row{resource.data(), name("Tint"), XmRPixel, sizeof(Pixel), 0, XmRPixel, &unset};
+  XtGetApplicationResources(widget(), &pixel, &row, 1, nullptr, 0);
+  return tints_.emplace(tintName, pixel).first->second;
+}
+
+// Arcs
+
+ArcId GraphView::addArc(NodeId from, NodeId to, const std::string& label) {
+  const ArcId arc = drawing.addArc(from, to);
+  if (!label.empty()) arcLabels_[arc] = label;
+  changed();
+  return arc;
+}
+
+void GraphView::removeArc(ArcId arc) {
+  const bool selected = drawing.arcSelected(arc);
+  arcLabels_.erase(arc);
+  drawing.removeArc(arc);
+  changed();
+  if (selected) selectionChanged();
+}
+
+NodeId GraphView::nodeAt(SgPoint window) {
+  bringUpToDate();
+  return drawing.nodeAt(viewport_.toPlane(window));
+}
+
+ArcId GraphView::arcAt(SgPoint window) {
+  bringUpToDate();
+  return drawing.arcAt(viewport_.toPlane(window), arcReach());
+}
+
+SgPoint GraphView::pickPoint(ArcId arc) {
+  bringUpToDate();
+  const std::span<const SgPoint> path = drawing.path(arc);
+  for (const double fraction : {0.5, 0.4, 0.6, 0.3, 0.7, 0.2, 0.8}) {
+    const SgPoint place = pathPoint(path, fraction);
+    if (drawing.nodeAt(place) == kNone && drawing.arcAt(place, arcReach()) == arc)
+      return viewport_.toWindow(place);
+  }
+  return viewport_.toWindow(pathPoint(path, 0.5));
+}
+
+// The view
+
+void GraphView::bringUpToDate() {
+  if (managedStale_ || !XtIsRealized(shelf_)) {
+    managedStale_ = false;
+    const CompositePart& shelf = reinterpret_cast<SgShelfWidget>(shelf_)->composite;
+    for (Cardinal i = 0; i < shelf.num_children; ++i) {
+      const auto* node = reinterpret_cast<SgNodeObject>(shelf.children[i]);
+      if (node->node.id != kNone)
+        drawing.showNode(node->node.id, XtIsManaged(shelf.children[i]) && !node->object.being_destroyed);
+    }
+  }
+  viewport_.setExtents(drawing.extents());
+}
+
+Viewport& GraphView::view() {
+  bringUpToDate();
+  return viewport_;
+}
+
+void GraphView::changed() {
+  pictureStale_ = true;
+  schedule();
+}
+
+void GraphView::overlayChanged() {
+  overlayStale_ = true;
+  schedule();
+}
+
+void GraphView::schedule() {
+  if (work_ == 0 && XtIsRealized(widget()))
+    work_ = XtAppAddWorkProc(XtWidgetToApplicationContext(widget()), &updateWhenIdle, this);
+}
+
+void GraphView::unschedule() {
+  if (work_ != 0) XtRemoveWorkProc(work_);
+  work_ = 0;
+}
+
+Boolean GraphView::updateWhenIdle(XtPointer self) {
+  auto* view = static_cast<GraphView*>(self);
+  view->work_ = 0;
+  view->update();
+  return True;
+}
+
+void GraphView::update() {
+  unschedule();
+  if (!XtIsRealized(widget())) return;
+  bringUpToDate();
+  if (!painter_) {
+    painter_ = std::make_unique<Painter>(display(), XtWindow(widget()), renderTable_.get());
+    painter_->setInks(inks());
+  }
+  if (pictureStale_) {
+    painter_->paint(drawing, looks_, arcLabels_, viewport_, editable());
+    setScrollBars();
+  }
+  if (pictureStale_ || overlayStale_) {
+    pictureStale_ = overlayStale_ = false;
+    painter_->paintOverlay(drawing, viewport_, overlay());
+    painter_->show(0, 0, static_cast<unsigned>(viewport_.width()), static_cast<unsigned>(viewport_.height()));
+  }
+  const ViewState state{viewport_.zoom(), viewport_.visible(), drawing.extents()};
+  if (state == announced_) return;
+  announced_ = state;
+  SgGraphCallbackStruct data{};
+  data.reason = SgCR_VIEW_CHANGED;
+  call(&SgGraphPart::viewChangedCallback, data);
+}
+
+Inks GraphView::inks() const {
+  const SgGraphPart& graph = widget_->graph;
+  return {.background = widget_->core.background_pixel,
+          .text = widget_->manager.foreground,
+          .arc = graph.arcColor,
+          .border = graph.nodeBorderColor,
+          .selection = graph.selectionColor,
+          .hover = graph.hoverColor,
+          .handle = graph.handleColor,
+          .target = graph.targetColor,
+          .focus = widget_->manager.highlight_color};
+}
+
+Overlay GraphView::overlay() const {
+  Overlay overlay;
+  overlay.focus = focused_;
+  if (focused_) overlay.currentNode = drawing.nodeOf(current_);
+  if (overlay.currentNode != kNone && !drawing.shown(overlay.currentNode)) overlay.currentNode = kNone;
+  if (gesture_.kind == Gesture::Kind::Idle) {
+    overlay.hoverNode = drawing.nodeOf(hoverNode_);
+    overlay.hoverArc = drawing.arcOf(hoverArc_);
+    return overlay;
+  }
+  if (!gesture_.dragging) return overlay;
+  if (gesture_.kind == Gesture::Kind::DrawArc && drawing.nodeOf(gesture_.node) != kNone) {
+    overlay.rubberLine = true;
+    overlay.rubberParent = viewport_.toWindow(drawing.box(drawing.nodeOf(gesture_.node)).middle());
+    overlay.rubberChild = gesture_.pointer;
+  }
+  if (const ArcId arc = drawing.arcOf(gesture_.arc);
+      gesture_.kind == Gesture::Kind::MoveArcEnd && arc != kNone) {
+    const NodeId stays = gesture_.childEnd ? drawing.from(arc) : drawing.to(arc);
+    const SgPoint middle = viewport_.toWindow(drawing.box(stays).middle());
+    overlay.rubberLine = true;
+    overlay.rubberParent = gesture_.childEnd ? middle : gesture_.pointer;
+    overlay.rubberChild = gesture_.childEnd ? gesture_.pointer : middle;
+  }
+  overlay.target = drawing.nodeOf(gesture_.target);
+  return overlay;
+}
+
+// What Xt asks for
+
+void GraphView::placeScrollBars() {
+  const int width = widget_->core.width, height = widget_->core.height;
+  const int across = reinterpret_cast<RectObj>(verticalBar_)->rectangle.width;
+  const int down = reinterpret_cast<RectObj>(horizontalBar_)->rectangle.height;
+  const int viewWidth = std::max(width - across, 1), viewHeight = std::max(height - down, 1);
+  const auto place = [](Widget bar, int x, int y, int w, int h) {
+    XtConfigureWidget(bar, static_cast<Position>(x), static_cast<Position>(y), static_cast<Dimension>(w),
+                      static_cast<Dimension>(h), 0);
+  };
+  place(verticalBar_, viewWidth, 0, across, viewHeight);
+  place(horizontalBar_, 0, viewHeight, viewWidth, down);
+  viewport_.resize(viewWidth, viewHeight);
+}
+
+void GraphView::setScrollBars() {
+  const auto set = [&](Widget bar, const ScrollRange& range, ScrollRange& shown) {
+    if (range == shown) return;
+    shown = range;
+    const int step = std::clamp(static_cast<int>(kScrollStep / viewport_.zoom() / range.unit), 1,
+                                std::max(range.maximum, 1));
+    std::array<Arg, 6> args{Arg{XmNminimum, 0},
+                            Arg{XmNmaximum, range.maximum},
+                            Arg{XmNsliderSize, range.slider},
+                            Arg{XmNvalue, range.value},
+                            Arg{XmNincrement, step},
+                            Arg{XmNpageIncrement, std::max(range.slider * 9 / 10, 1)}};
+    XtSetValues(bar, args.data(), static_cast<Cardinal>(args.size()));
+  };
+  set(horizontalBar_, viewport_.horizontal(), horizontalShown_);
+  set(verticalBar_, viewport_.vertical(), verticalShown_);
+}
+
+void GraphView::scrollBarMoved(Widget scrollBar, XtPointer self, XtPointer data) {
+  static_cast<GraphView*>(self)->scrolled(scrollBar, static_cast<XmScrollBarCallbackStruct*>(data)->value);
+}
+
+void GraphView::scrolled(Widget scrollBar, int value) {
+  if (scrollBar == horizontalBar_)
+    view().setHorizontal(value);
+  else
+    view().setVertical(value);
+  changed();
+}
+
+void GraphView::resized() {
+  placeScrollBars();
+  changed();
+}
+
+void GraphView::exposed(const XEvent& event) {
+  if (pictureStale_ || overlayStale_ || !painter_) {
+    update();
+    return;
+  }
+  const XExposeEvent& area = event.xexpose;
+  painter_->show(area.x, area.y, static_cast<unsigned>(area.width), static_cast<unsigned>(area.height));
+}
+
+void GraphView::resourcesChanged(bool fonts, bool ports) {
+  SgGraphPart& graph = widget_->graph;
+  if (fonts) {
+    const XmRenderTable table =
+        graph.renderTable ? graph.renderTable : XmeGetDefaultRenderTable(widget(), XmLABEL_FONTLIST);
+    RenderTable copy(XmRenderTableCopy(table, nullptr, 0));
+    // Whoever uses the old table must let go of it first.
+    measuring_ = std::make_unique<TextFont>(XtScreen(widget()), copy.get());
+    if (painter_) painter_->setFonts(copy.get());
+    renderTable_ = std::move(copy);
+    graph.renderTable = renderTable_.get();
+    for (NodeId node = 0; node < widgets_.size(); ++node)
+      if (widgets_[node]) measure(node);
+  }
+  if (ports) drawing.setPorts(graph.arcDirection == SgARC_DOWN ? Ports::Down : Ports::Any);
+  if (!graph.editableArcs &&
+      (gesture_.kind == Gesture::Kind::DrawArc || gesture_.kind == Gesture::Kind::MoveArcEnd))
+    giveUp();
+  if (painter_) painter_->setInks(inks());
+  changed();
+}
+
+void GraphView::selectionChanged() {
+  changed();
+  SgGraphCallbackStruct data{};
+  data.reason = SgCR_SELECTION_CHANGED;
+  call(&SgGraphPart::selectionChangedCallback, data);
+}
+
+void GraphView::makeCurrent(NodeId node) {
+  current_ = drawing.nodeTicket(node);
+  overlayChanged();
+}
+
+bool GraphView::call(XtCallbackList SgGraphPart::*list, SgGraphCallbackStruct& data) {
+  const std::weak_ptr<const bool> alive = alive_;
+  XtCallCallbackList(widget(), widget_->graph.*list, &data);
+  return !alive.expired() && !widget_->core.being_destroyed;
+}
+
+}  // namespace sggraph

@@ -1,0 +1,198 @@
+/// @file What one graph widget holds: its picture, its view of it, and the gesture under way.
+#pragma once
+
+#include <X11/IntrinsicP.h>
+
+#include <map>
+#include <memory>
+#include <string>
+#include <unordered_map>
+#include <utility>
+#include <vector>
+
+#include "viewkit/sggraph/GraphP.h"
+#include "viewkit/sggraph/drawing.h"
+#include "viewkit/sggraph/painter.h"
+#include "viewkit/sggraph/textfont.h"
+#include "viewkit/sggraph/viewport.h"
+#include "viewkit/xraii.h"
+
+namespace sggraph {
+
+struct FreeRenderTable {
+  void operator()(XmRenderTable table) const noexcept { XmRenderTableFree(table); }
+};
+using RenderTable = std::unique_ptr<std::remove_pointer_t<XmRenderTable>, FreeRenderTable>;
+
+/// A drag or click from button press to release. Nodes and arcs are held by ticket: they may go meanwhile.
+struct Gesture {
+  enum class Kind { Idle, Pan, MoveNodes, DrawArc, MoveArcEnd, Refused };
+  struct MovedNode {
+    Ticket node;
+    SgPoint corner;
+  };
+  struct StraightenedArc {
+    Ticket arc;
+    std::vector<SgPoint> bends;
+  };
+
+  Kind kind = Kind::Idle;
+  unsigned button = 0;
+  SgPoint pressed, pressedPlane, pointer;  // window, plane, window
+  SgPoint viewAtPress;                     // the plane's place at the window's corner
+  bool dragging = false;                   // moved too far for a click
+  bool doubleClick = false;
+  bool adds = false;              // Shift was held
+  Ticket node = 0, arc = 0;       // under the pointer at the press
+  bool childEnd = false;          // MoveArcEnd: which end
+  bool leftNode = false;          // DrawArc: a loop takes a way out and back
+  Ticket target = 0;              // the node that would be taken now
+  std::vector<MovedNode> before;  // MoveNodes: where they were
+  std::vector<StraightenedArc> straightened;
+};
+
+/// Of the press before, to see a double-click.
+struct LastClick {
+  Time time = 0;
+  SgPoint place;
+  Ticket node = 0;
+  bool valid = false;
+};
+
+class GraphView {
+ public:
+  explicit GraphView(SgGraphWidget widget);
+  ~GraphView();
+
+  Drawing drawing;
+
+  /// @name Nodes
+  /// @{
+  Widget makeNode(const char* name, ArgList args, Cardinal count);
+  void nodeMade(SgNodeObject node);
+  void nodeGone(SgNodeObject node);
+  /// Takes over label, picture and tint from the node's resources.
+  void nodeLooksChanged(SgNodeObject node);
+  const NodeLook& look(NodeId node) const { return looks_[node]; }
+  Widget widgetOf(NodeId node) const { return node == kNone ? nullptr : widgets_[node]; }
+  Widget widgetOf(Ticket node) const { return widgetOf(drawing.nodeOf(node)); }
+  /// Some nodes were managed or unmanaged.
+  void managedChanged() { managedStale_ = true; }
+  void clear();
+  Pixel tint(const char* name);
+  /// @}
+
+  /// @name Arcs
+  /// @{
+  ArcId addArc(NodeId from, NodeId to, const std::string& label);
+  void removeArc(ArcId arc);
+  /// A place in the window where a press picks the arc.
+  SgPoint pickPoint(ArcId arc);
+  ArcId arcAt(SgPoint window);
+  NodeId nodeAt(SgPoint window);
+  /// @}
+
+  /// The viewport over the picture as it is now.
+  Viewport& view();
+  /// What is seen has changed: paints when the program is idle.
+  void changed();
+  /// Only what lies over the picture has changed.
+  void overlayChanged();
+  /// Paints what is due. Callbacks are called at the end: the view may be gone afterwards.
+  void update();
+  void selectionChanged();
+  void makeCurrent(NodeId node);
+
+  /// @name What Xt asks for
+  /// @{
+  void resized();
+  void exposed(const XEvent& event);
+  void resourcesChanged(bool fonts, bool ports);
+  void scrolled(Widget scrollBar, int value);
+  void press(const XButtonEvent& event);
+  void release(const XButtonEvent& event);
+  void motion(const XMotionEvent& event);
+  void pointerLeft();
+  void key(XKeyEvent& event);
+  void focus(bool in);
+  /// @}
+
+  /// Ends a drag without effect; what it moved goes back.
+  void giveUp();
+
+ private:
+  struct Hit {
+    NodeId node = kNone;
+    ArcId arc = kNone;
+    bool handle = false, childEnd = false;
+  };
+  struct ViewState {
+    double zoom = 0;
+    SgRectangle visible, extents;
+    friend bool operator==(const ViewState&, const ViewState&) = default;
+  };
+
+  static Boolean updateWhenIdle(XtPointer self);
+  static void scrollBarMoved(Widget scrollBar, XtPointer self, XtPointer data);
+  Widget widget() const { return reinterpret_cast<Widget>(widget_); }
+  Display* display() const { return XtDisplay(widget()); }
+  bool editable() const { return widget_->graph.editableArcs; }
+  void makeShelf();
+  void makeFont();
+  void measure(NodeId node);
+  void bringUpToDate();
+  void placeScrollBars();
+  void setScrollBars();
+  void schedule();
+  void unschedule();
+  Inks inks() const;
+  Overlay overlay() const;
+  Hit hit(SgPoint window);
+  double arcReach() { return widget_->graph.arcWidth / 2.0 / viewport_.zoom(); }
+  void setHover(SgPoint window);
+  void setCursor(unsigned shape);
+
+  // Gestures
+  void beginOnNode(NodeId node, unsigned state);
+  void startDrag();
+  void drag();
+  void finishDrag(XEvent* event);
+  void finishClick(XEvent* event);
+  void wheel(const XButtonEvent& event);
+  void walk(int directionX, int directionY);
+  void endGesture();
+  /// @returns false when the callbacks destroyed the widget: nothing of it may be touched any more.
+  bool call(XtCallbackList SgGraphPart::*list, SgGraphCallbackStruct& data);
+  void defaultAction(NodeId node, XEvent* event);
+  void newNode(XEvent* event);
+  void newArc(NodeId parent, NodeId child, XEvent* event);
+  void arcMoved(ArcId arc, NodeId parent, NodeId child, XEvent* event);
+
+  SgGraphWidget widget_;
+  std::shared_ptr<const bool> alive_ = std::make_shared<const bool>(true);
+  Widget shelf_ = nullptr;
+  Widget horizontalBar_ = nullptr, verticalBar_ = nullptr;
+  ScrollRange horizontalShown_, verticalShown_;
+  Viewport viewport_;
+  std::vector<NodeLook> looks_;         // by NodeId
+  std::vector<Widget> widgets_;         // by NodeId
+  std::vector<viewkit::XmStr> labels_;  // by NodeId: what the nodes' labelString points at
+  std::unordered_map<ArcId, std::string> arcLabels_;
+  std::map<std::string, Pixel> tints_;
+  RenderTable renderTable_;
+  std::unique_ptr<TextFont> measuring_;
+  std::unique_ptr<Painter> painter_;
+  bool managedStale_ = false;
+  bool pictureStale_ = true, overlayStale_ = true;
+  XtWorkProcId work_ = 0;
+  ViewState announced_;
+
+  Gesture gesture_;
+  LastClick lastClick_;
+  Ticket current_ = 0;  // the node that the keyboard works on
+  Ticket hoverNode_ = 0, hoverArc_ = 0;
+  bool focused_ = false;
+  viewkit::CursorId cursor_;
+};
+
+}  // namespace sggraph

@@ -1,0 +1,68 @@
+/// @file The part of the plane that a window shows: offset, zoom and their limits.
+#pragma once
+
+#include "viewkit/sggraph/geometry.h"
+
+inline constexpr double SgMinZoom = 0.1, SgMaxZoom = 4.0;
+
+namespace sggraph {
+
+/// What one scroll bar shows. `value` runs from 0 to `maximum` - `slider`; all are at least 0, `slider` 1.
+struct ScrollRange {
+  int maximum = 1, slider = 1, value = 0;
+  double unit = 1;  ///< plane units per scroll bar unit
+  friend bool operator==(const ScrollRange&, const ScrollRange&) = default;
+};
+
+/// Maps plane to window. Whatever is asked for, the view keeps hold of the drawing: the middle of the view
+/// stays over it, unless all of it is in view.
+class Viewport {
+ public:
+  double zoom() const { return zoom_; }
+  double width() const { return width_; }
+  double height() const { return height_; }
+
+  SgPoint toWindow(SgPoint plane) const;
+  SgRectangle toWindow(const SgRectangle& plane) const;
+  SgPoint toPlane(SgPoint window) const;
+  /// The part of the plane in view.
+  SgRectangle visible() const;
+
+  /// @param width,height  in pixels; the upper left corner stays.
+  void resize(double width, double height);
+  /// Where the drawing is.
+  void setExtents(const SgRectangle& extents);
+
+  /// Puts a place of the plane at a place of the window, as far as the limits allow.
+  void scrollTo(SgPoint plane, SgPoint window);
+  /// Moves what is seen by that many pixels: (10, 0) shows what is 10 pixels to the right.
+  void scrollBy(double dx, double dy);
+  void zoomAround(double zoom, SgPoint window);
+  /// All of the drawing in the middle, at 100 % or less.
+  void fit();
+  /// The top of the drawing: its upper edge, and `middle` on the plane, at 100 %.
+  void showTop(double middle);
+  /// Scrolls as little as needed to show all of `box`; to the middle when it is more than a view away.
+  void reveal(const SgRectangle& box);
+
+  ScrollRange horizontal() const;
+  ScrollRange vertical() const;
+  void setHorizontal(int value);
+  void setVertical(int value);
+
+ private:
+  struct Limits {
+    double least, most;
+  };
+  Limits limits(double start, double end, double view) const;
+  Limits horizontalLimits() const;
+  Limits verticalLimits() const;
+  void hold();
+
+  double zoom_ = 1;
+  double width_ = 1, height_ = 1;  // pixels
+  SgPoint offset_;                 // the place of the plane at the window's upper left corner
+  SgRectangle extents_;
+};
+
+}  // namespace sggraph

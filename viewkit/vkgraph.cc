@@ -1,0 +1,386 @@
+/// @file Building, finding and laying out a graph.
+#include "viewkit/vkgraph.h"
+
+#include <Xm/Form.h>
+
+#include <algorithm>
+#include <array>
+#include <cctype>
+#include <unordered_set>
+
+#include "graphlayout/layout.h"
+#include "viewkit/forward.h"
+#include "viewkit/graphstrip.h"
+#include "viewkit/postscript.h"
+
+/// The displayed nodes and the arcs between them, in the terms of the layout.
+struct VkGraph::Picture {
+  static constexpr std::uint32_t kHidden = 0xffffffff;
+
+  std::vector<VkNode*> nodes;
+  std::vector<std::uint32_t> numberOf;  // by place in the graph: number in `nodes`, kHidden
+  std::vector<graphlayout::Size> sizes;
+  std::vector<graphlayout::Point> positions;
+  std::vector<SgArc> arcIds;
+  std::vector<graphlayout::Arc> arcs;
+};
+
+namespace {
+
+std::vector<SgPoint> pointsOf(std::span<const graphlayout::Point> bends) {
+  std::vector<SgPoint> points;
+  points.reserve(bends.size());
+  for (const graphlayout::Point& bend : bends) points.push_back({bend.x, bend.y});
+  return points;
+}
+
+bool hasPart(std::string_view text, std::string_view part) {
+  const auto same = [](char a, char b) {
+    return std::tolower(static_cast<unsigned char>(a)) == std::tolower(static_cast<unsigned char>(b));
+  };
+  return std::ranges::search(text, part, same).begin() != text.end();
+}
+
+/// Whether more than `limit` nodes can be reached from one.
+bool reachesMoreThan(const VkNode* start, std::size_t limit) {
+  std::unordered_set<const VkNode*> seen{start};
+  std::vector<const VkNode*> open{start};
+  while (!open.empty() && seen.size() <= limit) {
+    const VkNode* node = open.back();
+    open.pop_back();
+    for (int i = 0; i < node->nChildren() && seen.size() <= limit; ++i)
+      if (seen.insert(node->child(i)).second) open.push_back(node->child(i));
+  }
+  return seen.size() > limit;
+}
+
+}  // namespace
+
+VkGraph::VkGraph(const char* name, Widget parent) : VkComponent(name) {
+  // A form that never asks for another size itself gives the strip the height it asks for.
+  const Widget form = XtVaCreateManagedWidget(name, xmFormWidgetClass, parent, XmNresizePolicy, XmRESIZE_NONE,
+                                              XmNwidth, 800, XmNheight, 600, nullptr);
+  setBaseWidget(form);
+  graph_ = SgCreateGraph(form, "canvas", nullptr, 0);
+  XtAddCallback(graph_, SgNchangedCallback, &changedCallback, this);
+  XtAddCallback(graph_, XtNdestroyCallback, &graphDestroyedCallback, this);
+  strip_ = std::make_unique<GraphStrip>("strip", form, *this);
+  XtVaSetValues(strip_->baseWidget(), XmNleftAttachment, XmATTACH_FORM, XmNrightAttachment, XmATTACH_FORM,
+                XmNbottomAttachment, XmATTACH_FORM, nullptr);
+  XtVaSetValues(graph_, XmNtopAttachment, XmATTACH_FORM, XmNleftAttachment, XmATTACH_FORM, XmNrightAttachment,
+                XmATTACH_FORM, XmNbottomAttachment, XmATTACH_WIDGET, XmNbottomWidget, strip_->baseWidget(),
+                nullptr);
+  strip_->show();
+  XtManageChild(graph_);
+}
+
+VkGraph::~VkGraph() {
+  clearAll();
+  if (graph_) XtRemoveCallback(graph_, XtNdestroyCallback, &graphDestroyedCallback, this);
+}
+
+void VkGraph::graphDestroyedCallback(Widget widget, XtPointer self, XtPointer data) {
+  viewkit::Forward<&VkGraph::graphDestroyed>::call(widget, self, data);
+}
+
+void VkGraph::graphDestroyed() { graph_ = nullptr; }
+
+// Building
+
+void VkGraph::keepWaiting(std::unique_ptr<VkNode> node) {
+  const VkNode* key = node.get();
+  waiting_.emplace(key, std::move(node));
+}
+
+void VkGraph::discardUnused() { waiting_.clear(); }
+
+void VkGraph::enter(std::unique_ptr<VkNode> node) {
+  node->graph_ = this;
+  node->number_ = nodes_.size();
+  byName_[node->name()].add(node.get());
+  layoutIsDue_ = true;
+  worked_ = node.get();
+  nodes_.push_back(std::move(node));
+  if (graph_) nodes_.back()->build(graph_);
+}
+
+bool VkGraph::admit(VkNode* node) {
+  if (!node) return false;
+  if (const auto waiting = waiting_.find(node); waiting != waiting_.end()) {
+    std::unique_ptr<VkNode> entering = std::move(waiting->second);
+    waiting_.erase(waiting);
+    enter(std::move(entering));
+  }
+  return node->graph() == this;
+}
+
+VkNode* VkGraph::add(std::unique_ptr<VkNode> node) {
+  if (!node) return nullptr;
+  enter(std::move(node));
+  return nodes_.back().get();
+}
+
+void VkGraph::add(VkNode* node) { admit(node); }
+
+void VkGraph::add(VkNode* parent, VkNode* child, const char* attribute) {
+  if (!admit(parent) || !admit(child)) return;
+  link(parent, child);
+  worked_ = parent;
+  layoutIsDue_ = true;
+  if (graph_) SgGraphAddArc(graph_, parent->baseWidget(), child->baseWidget(), attribute);
+}
+
+void VkGraph::link(VkNode* parent, VkNode* child) {
+  parent->children_.add(child);
+  child->parents_.add(parent);
+}
+
+void VkGraph::remove(VkNode* node) {
+  if (!node || node->graph() != this) return;
+  for (int i = 0; i < node->nParents(); ++i) node->parent(i)->removeChild(node);
+  for (int i = 0; i < node->nChildren(); ++i) node->child(i)->removeParent(node);
+  if (node->baseWidget()) SgGraphRemoveNode(node->baseWidget());
+  const auto name = byName_.find(std::string_view(node->name()));
+  name->second.remove(node);
+  if (name->second.empty()) byName_.erase(name);
+  if (worked_ == node) worked_ = nullptr;
+  layoutIsDue_ = true;
+  const std::size_t number = node->number_;
+  std::swap(nodes_[number], nodes_.back());
+  nodes_[number]->number_ = number;
+  nodes_.pop_back();
+}
+
+void VkGraph::clearAll() {
+  // The widgets go all at once; one by one they would take quadratic time.
+  if (graph_) SgGraphClear(graph_);
+  worked_ = nullptr;
+  laidOut_ = layoutIsDue_ = false;
+  byName_.clear();
+  nodes_.clear();
+  waiting_.clear();
+}
+
+void VkGraph::changedCallback(Widget widget, XtPointer self, XtPointer data) {
+  viewkit::Forward<&VkGraph::changed>::call(widget, self, data);
+}
+
+void VkGraph::changed(Widget, XtPointer data) {
+  const auto& change = *static_cast<const SgGraphCallbackStruct*>(data);
+  if (change.reason == SgCR_NEW_NODE) {
+    auto node = std::make_unique<VkNode>(XtName(change.node));
+    XtVaSetValues(change.node, XmNuserData, node.get(), nullptr);
+    node->setBaseWidget(change.node);
+    node->placed_ = true;
+    enter(std::move(node));
+    return;
+  }
+  VkNode *oldParent = VkNode::of(change.oldParent), *oldChild = VkNode::of(change.oldChild);
+  if (oldParent && oldChild) {
+    oldParent->removeChild(oldChild);
+    oldChild->removeParent(oldParent);
+  }
+  const bool moved = change.reason == SgCR_ARC_MOVED;
+  VkNode* parent = VkNode::of(moved ? change.newParent : change.parent);
+  VkNode* child = VkNode::of(moved ? change.newChild : change.child);
+  if (parent && child) link(parent, child);
+}
+
+// Finding
+
+VkNode* VkGraph::find(std::string_view name) const {
+  const auto found = byName_.find(name);
+  return found == byName_.end() ? nullptr : found->second.at(0);
+}
+
+VkNode* VkGraph::findPart(std::string_view part, const VkNode* after) const {
+  const std::size_t first = after && after->graph() == this ? after->number_ + 1 : 0;
+  for (std::size_t i = 0; i < nodes_.size(); ++i) {
+    VkNode* node = nodes_[(first + i) % nodes_.size()].get();
+    if (hasPart(node->name(), part) || hasPart(node->label(), part)) return node;
+  }
+  return nullptr;
+}
+
+void VkGraph::reveal(VkNode* node) {
+  if (!node || node->graph() != this || !graph_) return;
+  SgGraphClearSelection(graph_);
+  SgGraphSelectNode(graph_, node->baseWidget());
+  SgGraphRevealNode(graph_, node->baseWidget());
+}
+
+// Displaying
+
+void VkGraph::show(const std::vector<VkNode*>& nodes) {
+  std::vector<Widget> hidden;
+  for (const VkNode* node : nodes)
+    if (node->baseWidget() && !XtIsManaged(node->baseWidget())) hidden.push_back(node->baseWidget());
+  std::ranges::sort(hidden);
+  hidden.erase(std::unique(hidden.begin(), hidden.end()), hidden.end());
+  if (hidden.empty()) return;
+  XtManageChildren(hidden.data(), static_cast<Cardinal>(hidden.size()));
+  layoutIsDue_ = true;
+}
+
+void VkGraph::displayAll() {
+  std::vector<VkNode*> all;
+  all.reserve(nodes_.size());
+  for (const auto& node : nodes_) all.push_back(node.get());
+  show(all);
+}
+
+void VkGraph::display(VkNode* node) {
+  if (node && node->graph() == this) show({node});
+}
+
+void VkGraph::displayWithChildren(VkNode* node) {
+  if (!node || node->graph() != this) return;
+  std::vector<VkNode*> family{node};
+  for (int i = 0; i < node->nChildren(); ++i) family.push_back(node->child(i));
+  show(family);
+}
+
+// Laying out
+
+VkGraph::Picture VkGraph::picture() const {
+  Picture picture;
+  picture.numberOf.assign(nodes_.size(), Picture::kHidden);
+  for (const auto& node : nodes_) {
+    if (!node->baseWidget() || !XtIsManaged(node->baseWidget())) continue;
+    picture.numberOf[node->number_] = static_cast<std::uint32_t>(picture.nodes.size());
+    picture.nodes.push_back(node.get());
+    const SgRectangle bounds = SgGraphNodeBounds(node->baseWidget());
+    picture.sizes.push_back({bounds.width, bounds.height});
+    picture.positions.push_back({bounds.x, bounds.y});
+  }
+  for (const SgArc arc : SgGraphArcs(graph_)) {
+    Widget from = nullptr, to = nullptr;
+    SgGraphGetArcNodes(graph_, arc, &from, &to);
+    const VkNode *parent = VkNode::of(from), *child = VkNode::of(to);
+    if (!parent || !child || parent->graph() != this || child->graph() != this) continue;
+    const graphlayout::Arc numbers{picture.numberOf[parent->number_], picture.numberOf[child->number_]};
+    if (numbers.from == Picture::kHidden || numbers.to == Picture::kHidden) continue;
+    picture.arcs.push_back(numbers);
+    picture.arcIds.push_back(arc);
+  }
+  return picture;
+}
+
+VkNode* VkGraph::workedOn() const {
+  if (worked_) return worked_;
+  const std::vector<Widget> selected = SgGraphGetSelectedNodes(graph_);
+  return selected.empty() ? nullptr : VkNode::of(selected.front());
+}
+
+void VkGraph::doLayout() {
+  if (!graph_ || !layoutIsDue_) return;
+  layoutIsDue_ = false;
+  const Picture shown = picture();
+  if (shown.nodes.empty()) return;
+  VkNode* worked = workedOn();
+  if (worked && (!worked->baseWidget() || !XtIsManaged(worked->baseWidget()))) worked = nullptr;
+
+  if (!laidOut_) {
+    placeAll(shown);
+    SgGraphShowTop(graph_, shown.nodes.front()->baseWidget());
+  } else if (nodes_.size() > kLargeGraph) {
+    placeNew(shown);
+    if (worked) SgGraphRevealNode(graph_, worked->baseWidget());
+  } else {
+    const bool hadPlace = worked && worked->placed_;
+    const SgRectangle before = worked ? SgGraphNodeRectangle(worked->baseWidget()) : SgRectangle{};
+    placeAll(shown);
+    if (worked) {
+      const SgRectangle after = SgGraphNodeBounds(worked->baseWidget());
+      if (hadPlace && before.touches(SgGraphViewport(graph_)))
+        SgGraphScrollTo(graph_, {after.x, after.y}, {before.x, before.y});
+      SgGraphRevealNode(graph_, worked->baseWidget());
+    }
+  }
+  laidOut_ = true;
+}
+
+void VkGraph::placeAll(const Picture& shown) {
+  const graphlayout::Layout layout = graphlayout::layout(shown.sizes, shown.arcs);
+  for (std::size_t i = 0; i < shown.nodes.size(); ++i) {
+    SgGraphSetNodePosition(shown.nodes[i]->baseWidget(), {layout.nodes[i].x, layout.nodes[i].y});
+    shown.nodes[i]->placed_ = true;
+  }
+  // Moving a node straightens its arcs: bends come last.
+  for (std::size_t i = 0; i < shown.arcs.size(); ++i)
+    if (const auto bends = layout.bends.of(i); !bends.empty())
+      SgGraphSetArcBends(graph_, shown.arcIds[i], pointsOf(bends));
+}
+
+void VkGraph::placeNew(const Picture& shown) {
+  constexpr double kGap = 30;
+  for (VkNode* node : shown.nodes) {
+    if (node->placed_) continue;
+    node->placed_ = true;
+    const SgRectangle size = SgGraphNodeBounds(node->baseWidget());
+    SgPoint place = SgGraphToPlane(graph_, SgGraphViewport(graph_).middle());
+    for (int i = 0; i < node->nParents(); ++i) {
+      if (!node->parent(i)->placed_ || node->parent(i) == node) continue;
+      const SgRectangle parent = SgGraphNodeBounds(node->parent(i)->baseWidget());
+      place = {parent.x, parent.bottom() + 2 * kGap};
+      break;
+    }
+    // To the right until nothing is in the way; a crowd that goes on and on is lived with.
+    for (int tries = 0; tries < 100; ++tries) {
+      const Widget there = SgGraphNodeAt(
+          graph_, SgGraphToWindow(graph_, {place.x + size.width / 2, place.y + size.height / 2}));
+      if (!there) break;
+      place.x = SgGraphNodeBounds(there).right() + kGap;
+    }
+    SgGraphSetNodePosition(node->baseWidget(), place);
+  }
+}
+
+void VkGraph::doSubtreeLayout(VkNode* node) {
+  if (!graph_ || !node || node->graph() != this || !node->baseWidget()) return;
+  if (nodes_.size() > kLargeGraph && reachesMoreThan(node, kLargeGraph)) return;
+  const Picture shown = picture();
+  const std::uint32_t root = shown.numberOf[node->number_];
+  if (root == Picture::kHidden) return;
+  const graphlayout::Subtree subtree =
+      graphlayout::layout_subtree(shown.sizes, shown.arcs, shown.positions, root);
+  for (std::size_t i = 0; i < subtree.nodes.size(); ++i) {
+    VkNode* moved = shown.nodes[subtree.nodes[i]];
+    SgGraphSetNodePosition(moved->baseWidget(), {subtree.positions[i].x, subtree.positions[i].y});
+    moved->placed_ = true;
+  }
+  for (std::size_t i = 0; i < subtree.arcs.size(); ++i)
+    if (const auto bends = subtree.bends.of(i); !bends.empty())
+      SgGraphSetArcBends(graph_, shown.arcIds[subtree.arcs[i]], pointsOf(bends));
+  SgGraphRevealNode(graph_, node->baseWidget());
+}
+
+// Printing
+
+bool VkGraph::saveToFile(const char* path) const {
+  if (!graph_) return false;
+  viewkit::PostScriptPage page;
+  const Picture shown = picture();
+  for (const SgArc arc : shown.arcIds) page.addArc(SgGraphArcPath(graph_, arc));
+  std::vector<XColor> colors;
+  std::unordered_map<Pixel, std::size_t> colorOf;
+  std::vector<std::size_t> tints;
+  for (const VkNode* node : shown.nodes) {
+    Pixel tint = 0;
+    XtVaGetValues(node->baseWidget(), SgNtint, &tint, nullptr);
+    const auto [known, isNew] = colorOf.try_emplace(tint, colors.size());
+    if (isNew) colors.push_back(XColor{.pixel = tint, .red = 0, .green = 0, .blue = 0, .flags = 0, .pad = 0});
+    tints.push_back(known->second);
+  }
+  if (!colors.empty())
+    XQueryColors(XtDisplay(graph_), DefaultColormapOfScreen(XtScreen(graph_)), colors.data(),
+                 static_cast<int>(colors.size()));
+  for (std::size_t i = 0; i < shown.nodes.size(); ++i) {
+    const XColor& color = colors[tints[i]];
+    page.addNode(SgGraphNodeBounds(shown.nodes[i]->baseWidget()), shown.nodes[i]->label(),
+                 {color.red / 65535.0, color.green / 65535.0, color.blue / 65535.0});
+  }
+  return page.write(path, name());
+}
+
+void VkGraph::widgetDestroyed() { strip_.reset(); }
