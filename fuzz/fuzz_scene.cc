@@ -1,8 +1,8 @@
 /// @file
 /// Any bytes as a scene file: a file that opens is saved in both modes, and what is saved opens as the same.
 ///
-/// Run as `fuzz_scene CORPUS SEEDS tests/data`: CORPUS is a directory that keeps what it finds, SEEDS one that
-/// write_seeds has filled.
+/// Run as `fuzz_scene CORPUS SEEDS tests/data`: CORPUS is a directory that keeps what it finds, SEEDS one
+/// that write_seeds has filled.
 #include <sys/mman.h>
 #include <unistd.h>
 

@@ -138,6 +138,7 @@ Function* original(const char* name) {
 }  // namespace agent
 
 extern "C" {
+#pragma GCC visibility push(default)
 
 void XtAppMainLoop(XtAppContext app) {
   agent::theAgent.join(app);
@@ -157,4 +158,6 @@ void XtAppProcessEvent(XtAppContext app, XtInputMask mask) {
 char* getlogin() { return nullptr; }
 
 int getlogin_r(char*, size_t) { return ENXIO; }
+
+#pragma GCC visibility pop
 }

@@ -17,17 +17,11 @@
 #include <stdexcept>
 #include <string_view>
 
+#include "viewkit/xraii.h"
+
 namespace agent {
 
 namespace {
-
-struct FreeXt {
-  void operator()(void* data) const { XtFree(static_cast<char*>(data)); }
-};
-struct FreeXmString {
-  void operator()(XmString string) const { XmStringFree(string); }
-};
-using OwnedXmString = std::unique_ptr<std::remove_pointer_t<XmString>, FreeXmString>;
 
 std::span<const Widget> children(Widget parent) {
   if (!XtIsComposite(parent)) return {};
@@ -56,7 +50,7 @@ std::vector<Widget> roots(XtAppContext app) {
   Display** displays = nullptr;
   Cardinal display_count = 0;
   XtGetDisplays(app, &displays, &display_count);
-  const std::unique_ptr<Display*, FreeXt> owner(displays);
+  const std::unique_ptr<Display*, viewkit::FreeXt> owner(displays);
   for (Display* display : std::span(displays, display_count)) {
     WidgetList shells = nullptr;
     Cardinal count = 0;
@@ -84,39 +78,10 @@ std::string pathOf(Widget widget) {
   return (parent != nullptr ? pathOf(parent) : "") + "/" + XtName(widget);
 }
 
-std::string plainText(XmString string) {
-  std::string result;
-  XmStringContext context = nullptr;
-  if (string == nullptr || !XmStringInitContext(&context, string)) return result;
-  for (;;) {
-    unsigned int length = 0;
-    XtPointer value = nullptr;
-    const XmStringComponentType type = XmStringGetNextTriple(context, &length, &value);
-    const std::unique_ptr<void, FreeXt> owner(value);
-    if (type == XmSTRING_COMPONENT_END) break;
-    if (type == XmSTRING_COMPONENT_TEXT || type == XmSTRING_COMPONENT_LOCALE_TEXT) {
-      const std::string_view text(static_cast<const char*>(value), length);
-      result += text.substr(0, text.find('\0'));
-    } else if (type == XmSTRING_COMPONENT_SEPARATOR) {
-      result += '\n';
-    } else if (type == XmSTRING_COMPONENT_TAB) {
-      result += '\t';
-    }
-  }
-  XmStringFreeContext(context);
-  return result;
-}
-
-std::string stringResource(Widget widget, const char* name) {
-  XmString value = nullptr;
-  XtVaGetValues(widget, name, &value, nullptr);
-  return plainText(OwnedXmString(value).get());
-}
-
 /// What a person reads on the widget: a label, a message, a title.
 std::string labelOf(Widget widget) {
-  if (XmIsLabel(widget) || XmIsLabelGadget(widget)) return stringResource(widget, XmNlabelString);
-  if (XmIsMessageBox(widget)) return stringResource(widget, XmNmessageString);
+  if (XmIsLabel(widget) || XmIsLabelGadget(widget)) return viewkit::textResource(widget, XmNlabelString);
+  if (XmIsMessageBox(widget)) return viewkit::textResource(widget, XmNmessageString);
   if (XtIsWMShell(widget)) {
     char* title = nullptr;
     XtVaGetValues(widget, XmNtitle, &title, nullptr);
@@ -127,7 +92,7 @@ std::string labelOf(Widget widget) {
 
 std::string textOf(Widget widget) {
   if (!XmIsText(widget) && !XmIsTextField(widget)) return "";
-  const std::unique_ptr<char, FreeXt> text(XmTextGetString(widget));
+  const viewkit::XtText text(XmTextGetString(widget));
   return text.get();
 }
 
@@ -242,11 +207,11 @@ std::string resourceValue(Widget widget, const std::string& name) {
     XtResourceList list = nullptr;
     Cardinal count = 0;
     get(XtClass(holder), &list, &count);
-    const std::unique_ptr<XtResource, FreeXt> owner(list);
+    const std::unique_ptr<XtResource, viewkit::FreeXt> owner(list);
     const XtResource* resource = findResource({list, count}, name);
     if (resource == nullptr) continue;
     const std::string_view type = resource->resource_type;
-    if (type == XmRXmString) return stringResource(widget, name.c_str());
+    if (type == XmRXmString) return viewkit::textResource(widget, name.c_str());
     if (type == XmRString) {
       char* text = nullptr;
       XtVaGetValues(widget, name.c_str(), &text, nullptr);
