@@ -5,9 +5,9 @@
 #include <utility>
 
 #include "editor/model/currentscene.h"
+#include "qilib/checksizes.h"
 #include "qilib/container.h"
 #include "qilib/edit.h"
-#include "qilib/checksizes.h"
 #include "qilib/sizes.h"
 
 int quilread(const std::string& path) {
