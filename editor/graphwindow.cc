@@ -140,9 +140,10 @@ void GraphWindow::killpbxsend() {
 void GraphWindow::displayLost(VkApp*, void*, void*) { killpbxsend(); }
 
 void GraphWindow::showGestures(bool editing) {
-  setStatus(editing
-                ? "Ctrl+drag from node to node: new arc   |   drag the end of a selected arc: move it   |   "
-                  "double-click the background: new node   |   Delete: delete link"
-                : "Click: select   |   drag: move a node, or pan   |   wheel: scroll, Ctrl+wheel: zoom   |   "
-                  "double-click: properties   |   Ctrl+E: edit mode");
+  setStatus(
+      editing
+          ? "Ctrl+drag node to node: new arc  |  drag end of selected arc: move it  |  "
+            "double-click background: new node  |  Delete: delete link"
+          : "Click: select, Shift adds  |  drag: move a node, pan  |  wheel: scroll, Ctrl+wheel: zoom  |  "
+            "double-click, Return: open  |  Ctrl+E: edit mode");
 }

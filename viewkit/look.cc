@@ -90,6 +90,8 @@ constexpr Line kLines[] = {
 
     // The graph: a clean sheet, and a tint per kind of node.
     {ALL, "*SgGraph.background: #ffffff"},
+    {ALL, "*graph.width: 1040"},
+    {ALL, "*graph.height: 680"},
     {SMOOTH, "*sceneTint: #ffe7a5"},
     {SMOOTH, "*objTint: #c6def7"},
     {SMOOTH, "*lodTint: #dedede"},

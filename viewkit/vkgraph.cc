@@ -58,8 +58,8 @@ bool reachesMoreThan(const VkNode* start, std::size_t limit) {
 
 VkGraph::VkGraph(const char* name, Widget parent) : VkComponent(name) {
   // A form that never asks for another size itself gives the strip the height it asks for.
-  const Widget form = XtVaCreateManagedWidget(name, xmFormWidgetClass, parent, XmNresizePolicy, XmRESIZE_NONE,
-                                              XmNwidth, 800, XmNheight, 600, nullptr);
+  const Widget form =
+      XtVaCreateManagedWidget(name, xmFormWidgetClass, parent, XmNresizePolicy, XmRESIZE_NONE, nullptr);
   setBaseWidget(form);
   graph_ = SgCreateGraph(form, "canvas", nullptr, 0);
   XtAddCallback(graph_, SgNchangedCallback, &changedCallback, this);
