@@ -8,8 +8,8 @@ run:      ## build the editor and start it on the sample scenes
 test:     ## everything that guards this program
 	scripts/test
 bench:    ## measure it
-	scripts/install-packages build bench
-	cmake --preset release && cmake --build --preset release --target bench
+	scripts/install-packages build run test bench
+	cmake --preset release -DQUIL_TESTS=ON && cmake --build --preset release --target bench
 fuzz:     ## feed it broken files for a while
 	scripts/install-packages build fuzz
 	cmake --preset fuzz && cmake --build --preset fuzz --target fuzz

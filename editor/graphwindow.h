@@ -24,6 +24,9 @@ class GraphWindow : public VkWindow {
 
   const char* className() const override { return "GraphWindow"; }
 
+  /// The window's view.
+  VkGraph& graph() { return *graph_; }
+
   /// Builds the current scene into `graph`: a node per record that takes part in a reference and an arc per
   /// reference, in their fixed order. Nodes that the graph has already are reused, but those for levels of
   /// detail are always new.
