@@ -3,9 +3,9 @@
 #include "qilib/container.h"
 
 #include <algorithm>
-#include <new>
 
 #include "qilib/files.h"
+#include "qilib/guarded.h"
 #include "qilib/lists.h"
 #include "qilib/reader.h"
 #include "qilib/sizes.h"
@@ -95,17 +95,6 @@ int setup_version2_structures(Qis& scene) {
          qiSetupAnimGroupExt(scene.anim_list);
 }
 
-/// Runs one step of opening; running out of memory is a failure like another.
-template <class Step>
-int guarded(Step step) {
-  try {
-    return step();
-  } catch (const std::bad_alloc&) {
-    std::fprintf(stderr, "Out of memory.\n");
-    return 0;
-  }
-}
-
 }  // namespace
 
 int qiReadFileHeader(std::FILE* file, Qis& scene) {
@@ -134,14 +123,14 @@ int qiSetFilename(const std::string& filename, Qis& scene) {
 }
 
 int qiOpenQb1(const std::string& filename, Qis& scene) {
-  return guarded([&] {
+  return qi::guarded([&] {
     const qi::File file = qiQbReadOpen(filename);
     return file ? read_version1_part(file.get(), filename, scene) : 0;
   });
 }
 
 int qiOpenQb2Ext(Qis& scene) {
-  return guarded([&] {
+  return qi::guarded([&] {
     const qi::File file = qiQbReadOpen(scene.filename);
     if (!file) return 0;
     if (fseeko(file.get(), static_cast<off_t>(qiSizeofQUIL1file(scene.header)), SEEK_SET) != 0) return 0;
@@ -150,7 +139,7 @@ int qiOpenQb2Ext(Qis& scene) {
 }
 
 int qiOpenQb(const std::string& filename, Qis& scene) {
-  return guarded([&] {
+  return qi::guarded([&] {
     int result = 0;
     {
       const qi::File file = qiQbReadOpen(filename);

@@ -54,16 +54,18 @@ bool is_writable(const fs::path& path) {
 
 }  // namespace
 
-ReplacingFile::ReplacingFile(const std::string& target) : target_(behind_links(target)) {
-  std::error_code ignored;
-  if (fs::is_symlink(target_, ignored)) return;  // a loop of links
+ReplacingFile::ReplacingFile(const std::string& target) {
   struct stat held {};
-  const bool exists = stat(target_.c_str(), &held) == 0;
-  if (!exists && (errno != ENOENT || !target_.has_filename())) return;  // there can be no such file
-  if (exists && !S_ISREG(held.st_mode)) {
-    file_.reset(open_special(target_));
+  // By its own name: what lies behind /dev/stdout has none that could be followed to.
+  if (stat(target.c_str(), &held) == 0 && !S_ISREG(held.st_mode)) {
+    file_.reset(open_special(target));
     return;
   }
+  target_ = behind_links(target);
+  std::error_code ignored;
+  if (fs::is_symlink(target_, ignored)) return;  // a loop of links
+  const bool exists = stat(target_.c_str(), &held) == 0;
+  if (!exists && (errno != ENOENT || !target_.has_filename())) return;  // there can be no such file
   if (exists && !is_writable(target_)) return;
   const int fd = open_beside(target_.parent_path(), temporary_);
   if (fd < 0) {

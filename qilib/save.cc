@@ -6,6 +6,7 @@
 
 #include "qilib/container.h"
 #include "qilib/files.h"
+#include "qilib/guarded.h"
 #include "qilib/lists.h"
 #include "qilib/sizes.h"
 #include "qilib/writer.h"
@@ -31,11 +32,13 @@ bool size_fits(std::FILE* file) {
 }
 
 int save(const Qis& scene, int mode) {
-  const auto file = qiQbWriteOpen(scene.filename);
-  if (!file) return 0;
-  if (qiWriteScene(file->stream(), scene, mode) && file->commit()) return 1;
-  std::fprintf(stderr, "Output File Write Error: %s\n", std::strerror(errno));
-  return 0;
+  return qi::guarded([&] {
+    const auto file = qiQbWriteOpen(scene.filename);
+    if (!file) return 0;
+    if (qiWriteScene(file->stream(), scene, mode) && file->commit()) return 1;
+    std::fprintf(stderr, "Output File Write Error: %s\n", std::strerror(errno));
+    return 0;
+  });
 }
 
 }  // namespace

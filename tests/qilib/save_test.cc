@@ -274,6 +274,17 @@ TEST_F(Save, APipeIsWrittenDirectly) {
   EXPECT_TRUE(received == bytes_);
 }
 
+TEST_F(Save, APipeThatOnlyADescriptorNamesIsWrittenDirectly) {
+  int ends[2];
+  ASSERT_EQ(pipe(ends), 0);
+  EXPECT_EQ(save("/dev/fd/" + std::to_string(ends[1])), 1);
+  std::string received(bytes_.size(), 0);
+  EXPECT_EQ(read(ends[0], received.data(), received.size()), static_cast<ssize_t>(bytes_.size()));
+  EXPECT_TRUE(received == bytes_);
+  close(ends[0]);
+  close(ends[1]);
+}
+
 TEST_F(Save, APipeThatNobodyReadsIsRefusedInsteadOfWaitingForAReader) {
   ASSERT_EQ(mkfifo((scratch_ / "pipe").c_str(), 0600), 0);
   EXPECT_EQ(save(scratch_ / "pipe"), 0);
