@@ -45,13 +45,18 @@ std::vector<SgPoint> straightDown(const SgRectangle& from, const SgRectangle& to
   const bool down = isAbove(from, to);
   SgPoint start{from.middle().x, down ? from.bottom() : from.y};
   SgPoint end{to.middle().x, down ? to.y : to.bottom()};
-  // Flat lines are moved further sideways to come about as far apart as steep ones.
+  // Moved sideways along the nodes' edges: the flatter the line, the further it takes to come as far apart.
+  constexpr double kFlat = 0.4;
   const double steepness = std::abs(end.y - start.y) / std::max(distance(start, end), 1.0);
   const double room = kUsableWidth / 2 * std::min(from.width, to.width);
-  const double shift = std::clamp(offset / std::max(steepness, 0.4), -room, room);
+  const double shift = std::clamp(offset / std::max(steepness, kFlat), -room, room);
   start.x += shift;
   end.x += shift;
-  return {start, end};
+  if (steepness >= kFlat || offset == 0) return {start, end};
+  // Where that would take more than the edge has, the line makes way up or down in its middle, to the same
+  // side.
+  const bool falls = (end.x - start.x) * (end.y - start.y) > 0;
+  return {start, {(start.x + end.x) / 2, (start.y + end.y) / 2 + (falls ? -offset : offset)}, end};
 }
 
 std::vector<SgPoint> straightAny(const SgRectangle& from, const SgRectangle& to, const Lane& lane) {

@@ -14,15 +14,13 @@ namespace {
 
 constexpr double kLabelPadding = 10, kLabelMargin = 5;  // plane units beside and above a label
 constexpr double kLeastNodeWidth = 44;
-constexpr double kPicturePadding = 4;
 constexpr int kScrollStep = 40;  // pixels per click on a scroll bar's arrow
 
+/// A node has one line.
 std::string labelText(XmString label) {
-  const viewkit::XtText text(static_cast<char*>(
-      XmStringUnparse(label, nullptr, XmCHARSET_TEXT, XmCHARSET_TEXT, nullptr, 0, XmOUTPUT_ALL)));
-  std::string plain = text ? text.get() : "";
-  std::ranges::replace(plain, '\n', ' ');  // a node has one line
-  return plain;
+  std::string text = viewkit::plainText(label);
+  std::ranges::replace(text, '\n', ' ');
+  return text;
 }
 
 }  // namespace

@@ -12,7 +12,6 @@ namespace {
 constexpr double kOutlineZoom = 0.25;  // below it boxes have no outline and arcs no heads
 constexpr double kRoundZoom = 0.4;     // below it corners are square
 constexpr double kHandleAway = 16;     // pixels from the node to the handle of an arc
-constexpr double kPicturePadding = 4;  // plane units around pictures; VkNode boxes are made with the same
 
 short toShort(double place) { return static_cast<short>(std::lround(std::clamp(place, -16000.0, 16000.0))); }
 unsigned short toExtent(double extent) {

@@ -42,6 +42,8 @@ struct Overlay {
 
 /// Text is drawn from this zoom up, below it nothing could be read.
 inline constexpr double kTextZoom = 0.6;
+/// Plane units between a node's picture and the edge of its box.
+inline constexpr double kPicturePadding = 4;
 /// Pixels that a handle of a selected arc extends to each side of its middle.
 inline constexpr int kHandleSize = 4;
 

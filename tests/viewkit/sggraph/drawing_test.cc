@@ -1,0 +1,247 @@
+/// @file The picture of a graph: what lies where, arcs side by side, tickets, selection.
+#include "viewkit/sggraph/drawing.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+#include "tests/support/scene_like_graph.h"
+
+namespace {
+
+using sggraph::ArcId;
+using sggraph::BoxIndex;
+using sggraph::Drawing;
+using sggraph::kNone;
+using sggraph::NodeId;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::UnorderedElementsAre;
+
+std::vector<std::uint32_t> found(const BoxIndex& index, const SgRectangle& area) {
+  std::vector<std::uint32_t> numbers;
+  index.visit(area, [&](std::uint32_t number) { numbers.push_back(number); });
+  std::ranges::sort(numbers);
+  return numbers;
+}
+
+TEST(BoxIndex, FindsWhatASearchOfAllFinds) {
+  Random random(7);
+  const auto place = [&] { return static_cast<double>(random.below(20000)) - 10000; };
+  const auto extent = [&] { return std::ldexp(random.below(100), static_cast<int>(random.below(12))); };
+  BoxIndex index;
+  std::vector<SgRectangle> boxes(500);
+  std::vector<bool> in(boxes.size());
+  for (int round = 0; round < 4000; ++round) {
+    const std::uint32_t number = random.below(500);
+    in[number] = !random.chance(20);
+    boxes[number] = {place(), place(), extent(), extent()};
+    if (in[number])
+      index.put(number, boxes[number]);
+    else
+      index.remove(number);
+    if (round % 40 != 0) continue;
+    const SgRectangle area{place(), place(), extent(), extent()};
+    std::vector<std::uint32_t> expected;
+    for (std::uint32_t i = 0; i < boxes.size(); ++i)
+      if (in[i] && boxes[i].touches(area)) expected.push_back(i);
+    ASSERT_EQ(found(index, area), expected) << round;
+  }
+  index.clear();
+  EXPECT_EQ(index.size(), 0u);
+  EXPECT_THAT(found(index, {-1e9, -1e9, 2e9, 2e9}), IsEmpty());
+}
+
+TEST(BoxIndex, TakesBoxesOfAnySizeAnywhere) {
+  BoxIndex index;
+  index.put(0, {-1e9, -1e9, 2e9, 2e9});
+  index.put(1, {1e9, 1e9, 0, 0});
+  index.put(2, {0, 0, 1e300, 1e300});
+  EXPECT_THAT(found(index, {0, 0, 10, 10}), ElementsAre(0u, 2u));
+  EXPECT_THAT(found(index, {1e9, 1e9, 1, 1}), ElementsAre(0u, 1u, 2u));
+  index.remove(9);
+  EXPECT_FALSE(index.contains(9));
+}
+
+/// Nodes of 60 x 20 at the given places, shown.
+class Picture : public testing::Test {
+ protected:
+  NodeId node(double x, double y) {
+    const NodeId made = drawing.addNode();
+    drawing.resizeNode(made, 60, 20);
+    drawing.moveNode(made, {x, y});
+    drawing.showNode(made, true);
+    return made;
+  }
+  SgPoint middleOf(ArcId arc) { return sggraph::pathPoint(drawing.path(arc), 0.5); }
+
+  Drawing drawing;
+};
+
+TEST_F(Picture, HiddenNodesAndTheirArcsAreNowhere) {
+  const NodeId a = node(0, 0), b = node(0, 100);
+  const ArcId arc = drawing.addArc(a, b);
+  EXPECT_EQ(drawing.nodeAt({5, 5}), a);
+  EXPECT_EQ(drawing.arcAt({30, 60}, 5), arc);
+  drawing.showNode(a, false);
+  EXPECT_EQ(drawing.nodeAt({5, 5}), kNone);
+  EXPECT_EQ(drawing.arcAt({30, 60}, 5), kNone);
+  EXPECT_EQ(drawing.extents(), drawing.box(b));
+  drawing.showNode(a, true);
+  EXPECT_EQ(drawing.arcAt({30, 60}, 5), arc);
+}
+
+TEST_F(Picture, TheNearestArcWithinReachIsPicked) {
+  const NodeId a = node(0, 0), b = node(0, 100), c = node(100, 0), d = node(100, 100);
+  const ArcId left = drawing.addArc(a, b), right = drawing.addArc(c, d);
+  EXPECT_EQ(drawing.arcAt({40, 60}, 10), left);
+  EXPECT_EQ(drawing.arcAt({41, 60}, 10), kNone);
+  EXPECT_EQ(drawing.arcAt({79, 60}, 60), left);
+  EXPECT_EQ(drawing.arcAt({81, 60}, 60), right);
+}
+
+TEST_F(Picture, TheNodeAddedLastLiesOnTop) {
+  node(0, 0);
+  const NodeId upper = node(10, 0);
+  EXPECT_EQ(drawing.nodeAt({20, 10}), upper);
+}
+
+TEST_F(Picture, MovingANodeTakesItsArcsAlongAndStraightensThem) {
+  const NodeId a = node(0, 0), b = node(0, 100);
+  const ArcId arc = drawing.addArc(a, b);
+  const SgPoint bend[] = {{200, 60}};
+  drawing.setBends(arc, bend);
+  EXPECT_EQ(drawing.arcAt({200, 60}, 3), arc);
+  drawing.moveNode(b, {0, 200});
+  EXPECT_EQ(drawing.arcAt({200, 60}, 3), kNone);
+  EXPECT_EQ(middleOf(arc), (SgPoint{30, 110}));
+  EXPECT_EQ(drawing.extents(), (SgRectangle{0, 0, 60, 220}));
+}
+
+TEST_F(Picture, NumbersThatAreNoneBecomeNoTrouble) {
+  const NodeId a = node(std::nan(""), std::numeric_limits<double>::infinity());
+  EXPECT_EQ(drawing.box(a), (SgRectangle{0, 0, 60, 20}));
+  drawing.moveNode(a, {1e300, -1e300});
+  EXPECT_EQ(drawing.box(a), (SgRectangle{1e9, -1e9, 60, 20}));
+  EXPECT_EQ(drawing.nodeAt({1e9, -1e9}), a);
+}
+
+TEST_F(Picture, DuplicatesLieSideBySideAndMoveUpWhenOneGoes) {
+  const NodeId a = node(0, 0), b = node(0, 100);
+  const ArcId first = drawing.addArc(a, b);
+  EXPECT_EQ(middleOf(first).x, 30);
+  const ArcId second = drawing.addArc(a, b), back = drawing.addArc(b, a);
+  EXPECT_THAT((std::vector{middleOf(first).x, middleOf(second).x, middleOf(back).x}),
+              ElementsAre(20, 30, 40));
+  EXPECT_EQ(drawing.countArcs(a, b), 2u);
+  EXPECT_EQ(drawing.countArcs(b, a), 1u);
+  drawing.removeArc(first);
+  EXPECT_THAT((std::vector{middleOf(second).x, middleOf(back).x}), ElementsAre(25, 35));
+  drawing.removeArc(back);
+  EXPECT_EQ(middleOf(second).x, 30);
+}
+
+TEST_F(Picture, OfDuplicatesASelectedOneIsFoundFirst) {
+  const NodeId a = node(0, 0), b = node(0, 100), c = node(100, 100);
+  const ArcId first = drawing.addArc(a, b), second = drawing.addArc(a, b), third = drawing.addArc(a, b);
+  EXPECT_EQ(drawing.findArc(a, b), third);
+  drawing.selectArc(second);
+  EXPECT_EQ(drawing.findArc(a, b), second);
+  drawing.deselectAll();
+  for (int i = 0; i < 5; ++i) drawing.selectArc(drawing.addArc(a, c));
+  drawing.selectArc(first);
+  EXPECT_EQ(drawing.findArc(a, b), first);
+  EXPECT_EQ(drawing.findArc(b, a), kNone);
+  EXPECT_EQ(drawing.findArc(c, c), kNone);
+}
+
+TEST_F(Picture, ASelfLinkIsALoopBesideItsNode) {
+  const NodeId a = node(0, 0);
+  const ArcId loop = drawing.addArc(a, a);
+  EXPECT_EQ(drawing.nodeAt(middleOf(loop)), kNone);
+  EXPECT_EQ(drawing.arcAt(middleOf(loop), 1), loop);
+  drawing.removeNode(a);
+  EXPECT_EQ(drawing.arcCount(), 0u);
+}
+
+TEST_F(Picture, TicketsOfWhatIsGoneStayVoid) {
+  const NodeId a = node(0, 0), b = node(0, 100);
+  const ArcId arc = drawing.addArc(a, b);
+  const auto nodeTicket = drawing.nodeTicket(a), arcTicket = drawing.arcTicket(arc);
+  EXPECT_EQ(drawing.nodeOf(nodeTicket), a);
+  EXPECT_EQ(drawing.arcOf(arcTicket), arc);
+  drawing.removeNode(a);
+  EXPECT_EQ(drawing.arcCount(), 0u);
+  const NodeId reused = node(0, 0);
+  EXPECT_EQ(reused, a);
+  EXPECT_EQ(drawing.addArc(reused, b), arc);
+  EXPECT_EQ(drawing.nodeOf(nodeTicket), kNone);
+  EXPECT_EQ(drawing.arcOf(arcTicket), kNone);
+  const auto kept = drawing.nodeTicket(b);
+  drawing.clear();
+  EXPECT_EQ(drawing.nodeOf(kept), kNone);
+  EXPECT_EQ(node(0, 0), 0u);
+  EXPECT_EQ(drawing.nodeOf(kept), kNone);
+  for (const sggraph::Ticket nonsense : {0ull, 1ull << 40, ~0ull}) EXPECT_EQ(drawing.nodeOf(nonsense), kNone);
+}
+
+TEST_F(Picture, SelectionKeepsItsOrderAndLosesWhatIsRemoved) {
+  const NodeId a = node(0, 0), b = node(0, 100), c = node(0, 200);
+  for (const NodeId n : {c, a, b, a}) drawing.selectNode(n);
+  const auto order = [&] {
+    std::vector<NodeId> nodes;
+    for (const auto& [key, n] : drawing.selectedNodes()) nodes.push_back(n);
+    return nodes;
+  };
+  EXPECT_THAT(order(), ElementsAre(c, a, b));
+  drawing.removeNode(a);
+  EXPECT_THAT(order(), ElementsAre(c, b));
+  drawing.deselectAll();
+  EXPECT_THAT(order(), IsEmpty());
+  EXPECT_FALSE(drawing.nodeSelected(b));
+}
+
+TEST_F(Picture, NeighboursLieInTheDirectionAskedFor) {
+  const NodeId middle = node(1000, 1000), right = node(1100, 1000), below = node(1000, 1100),
+               farLeft = node(-5000, 1000), above = node(1010, 500);
+  EXPECT_EQ(drawing.neighbour(middle, 1, 0), right);
+  EXPECT_EQ(drawing.neighbour(middle, 0, 1), below);
+  EXPECT_EQ(drawing.neighbour(middle, -1, 0), farLeft);
+  EXPECT_EQ(drawing.neighbour(middle, 0, -1), above);
+  EXPECT_EQ(drawing.neighbour(right, 1, 0), kNone);
+  drawing.showNode(right, false);
+  EXPECT_EQ(drawing.neighbour(middle, 1, 0), kNone);
+}
+
+TEST_F(Picture, VisitingAnAreaSeesTheArcsThatCrossIt) {
+  const NodeId a = node(0, 0), b = node(3000, 3000), c = node(0, 5000);
+  const ArcId across = drawing.addArc(a, b);
+  drawing.addArc(b, c);
+  std::vector<ArcId> seen;
+  drawing.visitArcs({1500, 1500, 10, 10}, [&](ArcId arc) { seen.push_back(arc); });
+  EXPECT_THAT(seen, UnorderedElementsAre(across));
+}
+
+TEST_F(Picture, AHubOf50000ChildrenIsTakenApartArcByArc) {
+  // Takes many minutes if anything in it searches what it needn't.
+  constexpr std::uint32_t kChildren = 50000;
+  const NodeId hub = node(0, 0);
+  for (std::uint32_t i = 0; i < kChildren; ++i) drawing.addArc(hub, node(i * 70.0, 100));
+  for (std::uint32_t i = 0; i < kChildren; ++i) drawing.addArc(hub, hub + 1);
+  EXPECT_NE(drawing.arcAt({30, 60}, 5), kNone);
+  for (std::uint32_t i = 0; i < kChildren; ++i) {
+    const ArcId arc = drawing.findArc(hub, hub + 1 + (i * 7919) % kChildren);
+    ASSERT_NE(arc, kNone);
+    drawing.removeArc(arc);
+  }
+  EXPECT_EQ(drawing.arcCount(), kChildren);
+  while (drawing.countArcs(hub, hub + 1) > 0) drawing.removeArc(drawing.findArc(hub, hub + 1));
+  EXPECT_EQ(drawing.arcCount(), 0u);
+  for (NodeId n = 0; n <= kChildren; ++n) drawing.removeNode(n);
+  EXPECT_EQ(drawing.nodeCount(), 0u);
+}
+
+}  // namespace
