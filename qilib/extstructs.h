@@ -42,10 +42,15 @@ struct CamExt {
 };
 static_assert(sizeof(CamExt::Head) == 24);
 
+/// How an object is drawn: the words of its render settings, in file order.
+struct RenderWords {
+  Word cycle_type, pri, type0, type1;
+};
+
 /// An object's render words for fog, its chain roots and external references.
 struct ObjExt {
   struct Head {
-    Word fog_cycle_type, fog_render_pri, fog_render_type0, fog_render_type1;
+    RenderWords fog_render;
     Word chain_root_count, index_count, external_count;
   } head{};
   Words chain_roots;
@@ -65,11 +70,17 @@ struct ShapeExt {
 };
 static_assert(sizeof(ShapeExt::Head) == 12);
 
+/// A material's colour-combiner words, in file order; their encoding depends on the material type.
+struct CombinerWords {
+  Word color_type0, color_type1, alpha_type0, alpha_type1;
+};
+
 /// A material's colours and its combiner settings under fog.
 struct MatExt {
   struct Head {
     QisRGBA ambient, emission, diffuse;
-    Word mat_type_fog, color_type0_fog, color_type1_fog, alpha_type0_fog, alpha_type1_fog;
+    Word mat_type_fog;
+    CombinerWords combiner_fog;
     QisRGBA prim_color_fog;
     Word word21, word22, external_count, entry_count0, entry_count1;
   } head{};

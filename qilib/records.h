@@ -138,7 +138,7 @@ struct Obj {
   struct Fixed {
     Word tag, index, size, name;
     Word state, type, group, priority;
-    Word render_cycle_type, render_pri, render_type0, render_type1;
+    RenderWords render;
     Word billboard_link, lod_count, child_count, word15;
     Word shape, mat, anim, word19;
     Word block1_size, block2_size;
@@ -310,7 +310,7 @@ struct Mat {
   static constexpr Word kMaxTextures = 3;
   struct Fixed {
     Word tag, index, size, name, mat_type, shade_type;
-    Word color_type0, color_type1, alpha_type0, alpha_type1;
+    CombinerWords combiner;
     QisRGBA prim_color;
     std::array<Word, 8> usr_flags;
     Word word22, tex_count, block1_size, block2_size;

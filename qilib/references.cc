@@ -9,21 +9,6 @@
 namespace qi {
 namespace {
 
-template <class S, class R>
-auto* record_in(S& scene, List<R> Qis::*list, Word number) {
-  auto& records = (scene.*list).records;
-  return number < records.size() ? &records[number] : nullptr;
-}
-template <class S, class R>
-auto* record_in(S& scene, List<R> ExtLists::*list, Word number) {
-  auto& records = (scene.ext.*list).records;
-  return number < records.size() ? &records[number] : nullptr;
-}
-template <class S>
-auto* record_in(S& scene, Scene Qis::*record, Word number) {
-  return number < record_count(scene, kSceneTag) ? &(scene.*record) : nullptr;
-}
-
 template <class Member>
 struct RecordOf;
 template <class R, class Owner>

@@ -11,6 +11,23 @@ namespace qi {
 /// Number of records with this record or list tag. A SceneList that is absent has no scene record to edit.
 std::size_t record_count(const Qis& scene, Word tag);
 
+/// Record `number` of the list that a member of the scene or of its extension lists holds; null when the list
+/// has no such record. The scene record is number 0, where there is one.
+template <class S, class R>
+auto* record_in(S& scene, List<R> Qis::*list, Word number) {
+  auto& records = (scene.*list).records;
+  return number < records.size() ? &records[number] : nullptr;
+}
+template <class S, class R>
+auto* record_in(S& scene, List<R> ExtLists::*list, Word number) {
+  auto& records = (scene.ext.*list).records;
+  return number < records.size() ? &records[number] : nullptr;
+}
+template <class S>
+auto* record_in(S& scene, Scene Qis::*record, Word number) {
+  return number < record_count(scene, kSceneTag) ? &(scene.*record) : nullptr;
+}
+
 /// Where one record keeps its references to records of one kind, ready to be changed.
 struct Place {
   Words* entries = nullptr;     ///< the index array; null for a slot
