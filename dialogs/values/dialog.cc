@@ -1,0 +1,68 @@
+/// @file
+/// What all property dialogs do alike.
+#include "dialogs/values/dialog.h"
+
+#include <cstdio>
+
+#include "editor/model/nodenames.h"
+
+namespace values {
+namespace {
+
+/// A toggle whose label the lines give to its label widget has that label in front of its button.
+void set_label_formats(Item& item, LabelLines lines) {
+  if (item.kind() == ItemKind::toggle)
+    item.look().force_label_format = label_line(lines, item.name(), "Label") != nullptr;
+  for (std::size_t i = 0; i < item.size(); ++i) set_label_formats(item.item(i), lines);
+}
+
+}  // namespace
+
+const char* label_line(LabelLines lines, std::string_view item, std::string_view widget) {
+  const std::string start = "*" + std::string(item) + std::string(widget) + ".labelString:";
+  for (const char* line : lines)
+    if (std::string_view(line).starts_with(start)) return line + start.size();
+  return nullptr;
+}
+
+std::string Dialog::node_name(Word number) const {
+  return kind() ? ::node_name(kind(), number) : string_d(kLodPrefix, number);
+}
+
+bool Dialog::require_record(Word number) const {
+  if (has_record(number)) return true;
+  std::fprintf(stderr, "%s: there is no such record\n", node_name(number).c_str());
+  return false;
+}
+
+std::optional<Item> Dialog::items(Word number) const {
+  if (!require_record(number)) return std::nullopt;
+  Item top = make_items(number);
+  set_label_formats(top, lines());
+  return top;
+}
+
+std::optional<Item> Dialog::open(Word number) const {
+  std::optional<Item> top = items(number);
+  if (!top) return top;
+  for (std::size_t i = 0; i < top->size(); ++i)
+    if (top->item(i).kind() == ItemKind::list) std::printf("%s\n", top->item(i).name().c_str());
+  if (facts_.traces_name_index && name_index(number) != kUnset)
+    std::printf("node_index = %u\n", name_index(number));
+  return top;
+}
+
+void Dialog::trace_item(const Item& item) {
+  std::printf("prefg->size() = %zu\nitem->name() = %s\n", item.size(), item.name().c_str());
+}
+
+int Dialog::write_back(Item& top, Word number) const {
+  if (!top.changed()) return 1;
+  std::printf("%s is changed.\n", facts_.kind_word);
+  if (!require_record(number)) return 0;
+  if (facts_.traces_top) trace_item(top);
+  store_items(top, number);
+  return 1;
+}
+
+}  // namespace values

@@ -1,0 +1,68 @@
+/// @file
+/// The table of dialogs and what goes by it.
+#include "dialogs/values/dispatch.h"
+
+#include <algorithm>
+#include <cstdio>
+
+#include "dialogs/values/kinds.h"
+#include "editor/model/nodenames.h"
+
+namespace values {
+namespace {
+
+bool contains(std::string_view text, std::string_view part) {
+  return text.find(part) != std::string_view::npos;
+}
+
+}  // namespace
+
+std::span<const Dialog* const> dialogs() {
+  static const Dialog* const kDialogs[] = {
+      &scene_dialog(), &shape_dialog(),  &tex_dialog(),   &obj_dialog(),     &mat_dialog(),
+      &cam_dialog(),   &env_dialog(),    &light_dialog(), &part_dialog(),    &anim_dialog(),
+      &lod_dialog(),   &chroot_dialog(), &joint_dialog(), &effector_dialog()};
+  return kDialogs;
+}
+
+std::optional<DialogOn> dialog_of_node(std::string_view node) {
+  const auto number = static_cast<Word>(indexofnd(node));
+  if (node == lod_dialog().node_name(number)) return DialogOn{&lod_dialog(), number};
+  const auto id = find_node_id(node);
+  if (!id) return std::nullopt;
+  const auto dialog = std::ranges::find(dialogs(), id->kind, &Dialog::kind);
+  return DialogOn{*dialog, id->number};
+}
+
+PrefAction handlePrefs(std::string_view dialog_name, int reason) {
+  switch (reason) {
+    case kPrefCancel:
+      std::printf("Canceled.\n");
+      return PrefAction::nothing;
+    case kPrefOk:
+      std::printf("OK.\n");
+      return PrefAction::nothing;
+    case kPrefApply:
+      break;
+    default:
+      return PrefAction::nothing;
+  }
+  std::printf("APPLY.\n");
+  const bool gfx = contains(dialog_name, "quil2gfxDialog");
+  if (!gfx && !contains(dialog_name, "quil2zexDialog")) return PrefAction::applyChanges;
+  std::printf("Call applyOptions.\n");
+  return gfx ? PrefAction::applyOptions : PrefAction::applyOptions2;
+}
+
+int applyChanges(std::string_view dialog_name, Item& top, Word number) {
+  std::printf("This is %.*s, index = %u.\n", static_cast<int>(dialog_name.size()), dialog_name.data(),
+              number);
+  const auto dialog =
+      std::ranges::find_if(dialogs(), [&](const Dialog* d) { return contains(dialog_name, d->name()); });
+  if (dialog == dialogs().end()) return 0;
+  if (const char* const call = (*dialog)->traced_call()) std::printf("Call %s.\n", call);
+  if (*dialog == &obj_dialog()) std::printf("This node is obj_%u (member func)\n", number);
+  return (*dialog)->write_back(top, number);
+}
+
+}  // namespace values

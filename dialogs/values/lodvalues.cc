@@ -1,0 +1,87 @@
+/// @file
+/// The level-of-detail dialog: the distances of an object, and what is shown from each on.
+#include "dialogs/values/kinds.h"
+#include "dialogs/values/recorddialog.h"
+
+namespace values {
+namespace {
+
+constexpr const char* kLines[] = {
+    "*headerLabel.labelString:",
+    "*nlodLabel.labelString:number of LOD Level of obj_100",
+    "*lod_setLabel.labelString: upper is near, lower is far.",
+    "*lod_dist0Label.labelString: distance0(min) <",
+    "*lod_link0Label.labelString: then display obj_",
+    "*lod_dist_groupLabel.labelString:",
+    "*lod_link_groupLabel.labelString:",
+};
+
+std::size_t level_count(const qi::Obj& obj) {
+  return std::min({std::size_t{obj.fixed.lod_count}, obj.lod_distances.size(), obj.lod_objs.size()});
+}
+
+/// The only level is the nearest one.
+const char* distance_label(std::size_t level, std::size_t count) {
+  return level == 0 ? "distance (min)< " : level + 1 == count ? "distance (max)< " : "distance      < ";
+}
+
+void show_distances(const qi::Obj& obj, Item& group) {
+  for (std::size_t i = 0; i < level_count(obj); ++i) {
+    Item& text = group.add(Item(ItemKind::text, "lod_dist" + std::to_string(i), {.columns = 10}));
+    text.setValue({.text = shown(obj.lod_distances[i])});
+    text.set_label(distance_label(i, level_count(obj)));
+  }
+}
+
+void show_links(const qi::Obj& obj, Item& group) {
+  for (std::size_t i = 0; i < level_count(obj); ++i) {
+    Item& text = group.add(Item(ItemKind::text, "lod_link" + std::to_string(i), {.columns = 4}));
+    text.setValue({.text = shown(obj.lod_objs[i], kDecimal)});
+    text.set_label("then display obj_");
+  }
+}
+
+void store_levels(qi::Obj& obj, const Item& set, const Item& /*top*/) {
+  const Item& distances = set.item(0);
+  const Item& links = set.item(1);
+  for (std::size_t i = 0; i < std::min({level_count(obj), distances.size(), links.size()}); ++i) {
+    obj.lod_distances[i] = float_of(distances.item(i).text());
+    std::printf("dist = %s\n\tstrtod:%g\n", distances.item(i).text().c_str(), double{obj.lod_distances[i]});
+    obj.lod_objs[i] = word_of(links.item(i).text(), kDecimal.base);
+  }
+}
+
+struct LodRows : Rows<qi::Obj> {
+  static std::vector<Row> all() {
+    return {group("header", kHorizontal, {text("nlod", 5, &qi::Obj::Fixed::lod_count, kDecimal)})
+                .stored_by(store_nothing<qi::Obj>),
+            separator("sep1"),
+            group("lod_set", kHorizontal,
+                  {group("lod_dist_group", kVertical, {}).shown_by(show_distances),
+                   group("lod_link_group", kVertical, {}).shown_by(show_links)})
+                .stored_by(store_levels)};
+  }
+};
+
+constexpr DialogFacts kFacts{.name = "lodDialog", .kind_word = "LOD", .kind = 0, .lines = kLines};
+
+class LodDialog final : public RecordDialog<qi::Obj, &Qis::obj_list> {
+ public:
+  LodDialog() : RecordDialog(kFacts, LodRows::all()) {}
+
+ protected:
+  Item make_items(Word number) const override {
+    Item top = RecordDialog::make_items(number);
+    top.find("header.nlod")->set_label("number of LOD Level of obj_" + shown(number, kDecimal));
+    return top;
+  }
+};
+
+}  // namespace
+
+const Dialog& lod_dialog() {
+  static const LodDialog dialog;
+  return dialog;
+}
+
+}  // namespace values

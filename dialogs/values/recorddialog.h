@@ -1,0 +1,64 @@
+/// @file
+/// A property dialog described by rows: the loops that fill it and write it back.
+#pragma once
+
+#include <algorithm>
+#include <cstdio>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "dialogs/values/dialog.h"
+#include "dialogs/values/rows.h"
+#include "editor/model/currentscene.h"
+#include "qilib/references.h"
+
+namespace values {
+
+/// A word that a write-back makes anew from the items: every bit that no item stands for is lost.
+template <class R>
+struct WholeWord {
+  Word R::Fixed::*place;
+  const char* trace;               ///< format that prints it when it is complete
+  void (*complete)(R&) = nullptr;  ///< has the last word on it
+};
+
+/// The dialog for the records that the member `Owner` of the scene (or of its extension lists) holds.
+template <class R, auto Owner>
+class RecordDialog : public Dialog {
+ public:
+  RecordDialog(DialogFacts facts, std::vector<Row<R>> rows, std::vector<WholeWord<R>> whole_words = {})
+      : Dialog(facts),
+        list_{.item = Item(ItemKind::list, "prefList"), .rows = std::move(rows)},
+        whole_words_(std::move(whole_words)) {}
+
+  bool has_record(Word number) const override { return qi::record_in(*qis, Owner, number) != nullptr; }
+
+ protected:
+  Item make_items(Word number) const override { return make_item(list_, record(number)); }
+  void store_items(Item& top, Word number) const override {
+    R& stored = record(number);
+    for (const WholeWord<R>& word : whole_words_) stored.fixed.*word.place = 0;
+    for (std::size_t i = 0; i < top.size(); ++i) {
+      Item& item = top.item(i);
+      trace_item(item);
+      const auto row = std::ranges::find(list_.rows, item.name(), name_of);
+      if (row != list_.rows.end()) store_item(*row, stored, item, top);
+    }
+    for (const WholeWord<R>& word : whole_words_) {
+      if (word.complete) word.complete(stored);
+      std::printf(word.trace, stored.fixed.*word.place);
+    }
+  }
+  Word name_index(Word number) const override { return record(number).fixed.name; }
+
+ private:
+  static R& record(Word number) { return *qi::record_in(*qis, Owner, number); }
+
+  static const std::string& name_of(const Row<R>& row) { return row.item.name(); }
+
+  Row<R> list_;
+  std::vector<WholeWord<R>> whole_words_;
+};
+
+}  // namespace values

@@ -1,0 +1,264 @@
+/// @file
+/// The parts of a dialog's description: rows that say of each item what it shows of a record and what it
+/// writes back.
+#pragma once
+
+#include <cstdio>
+#include <functional>
+#include <string>
+#include <string_view>
+#include <type_traits>
+#include <utility>
+#include <vector>
+
+#include "dialogs/values/item.h"
+#include "dialogs/values/numbers.h"
+#include "editor/model/currentscene.h"
+#include "editor/model/recordnames.h"
+#include "qilib/qis.h"
+
+namespace values {
+
+/// One item of the dialog for records of type R, with the rows of the items in it.
+template <class R>
+struct Row {
+  using Condition = std::function<bool(const R& record)>;
+  using Show = std::function<void(const R& record, Item& item)>;
+  using Store = std::function<void(R& record, Item& item, const Item& top)>;
+
+  Item item;
+  std::vector<Row> rows = {};
+  Condition condition = {};  ///< whether the record has such an item
+  Show show = {};            ///< fills the item, and may give it items of its own
+  Store store = {};          ///< writes the item back, with all in it; without one, the rows below do
+  bool only_if_changed = false;
+
+  Row only_when(Condition holds) && { return condition = std::move(holds), std::move(*this); }
+  Row shown_by(Show hook) && { return show = std::move(hook), std::move(*this); }
+  Row stored_by(Store hook) && { return store = std::move(hook), std::move(*this); }
+  /// Nothing of it is written unless something in it changed; then all of it is.
+  Row stored_if_changed() && { return only_if_changed = true, std::move(*this); }
+};
+
+/// Makes the item of a row, filled from the record.
+template <class R>
+Item make_item(const Row<R>& row, const R& record) {
+  Item item = row.item;
+  for (const Row<R>& below : row.rows)
+    if (!below.condition || below.condition(record)) item.add(make_item(below, record));
+  if (row.show) row.show(record, item);
+  return item;
+}
+
+template <class R>
+void store_rows(const std::vector<Row<R>>& rows, R& record, Item& group, const Item& top);
+
+/// Writes an item back as its row says. The record may have become one that has no such item.
+template <class R>
+void store_item(const Row<R>& row, R& record, Item& item, const Item& top) {
+  if (row.condition && !row.condition(record)) return;
+  if (row.only_if_changed && !item.changed()) return;
+  if (row.store) return row.store(record, item, top);
+  store_rows(row.rows, record, item, top);
+}
+
+/// Writes back those items of a group that are there.
+template <class R>
+void store_rows(const std::vector<Row<R>>& rows, R& record, Item& group, const Item& top) {
+  for (const Row<R>& row : rows)
+    if (Item* const found = group.find(row.item.name())) store_item(row, record, *found, top);
+}
+
+/// The hook of items that are only shown.
+template <class R>
+void store_nothing(R& /*record*/, const Item& /*item*/, const Item& /*top*/) {}
+
+inline const Look kHorizontal{.horizontal = true};
+inline const Look kVertical{};
+inline const Look kHorizontalNoLabel{.horizontal = true, .no_label = true};
+inline const Look kVerticalNoLabel{.no_label = true};
+
+/// The word or number of a record that an item is about. A place is a member of the record's fixed words, or
+/// a function from the record to it.
+template <class R, class Place>
+auto& at(R& record, const Place& place) {
+  if constexpr (std::is_member_object_pointer_v<Place>) {
+    return record.fixed.*place;
+  } else {
+    return place(record);
+  }
+}
+
+/// The place of a member of a version-2 structure's head. Only for rows of records that have the structure.
+template <class Head, class T>
+auto ext(T Head::*member) {
+  return [member](auto& record) -> auto& { return record.ext->head.*member; };
+}
+
+/// Whether the current scene is of version 2 and the record has its version-2 structure; one that was made in
+/// memory may have none.
+template <class R>
+bool has_ext(const R& record) {
+  return qis->header.fixed.version >= qi::kVersion2 && record.ext.has_value();
+}
+
+/// Names end at a line break: a longer text was pasted.
+inline std::string first_line(const std::string& text) { return text.substr(0, text.find_first_of("\r\n")); }
+
+/// One toggle of a radio that shows bits of a word, and what it adds to the word.
+struct FlagToggle {
+  std::string name;
+  Word value;
+};
+
+/// How a radio finds its value in the bits that its toggles stand for.
+constexpr Word whole_value(Word bits) { return bits; }
+constexpr Word lowest_bit(Word bits) { return bits & (~bits + 1); }
+
+inline void trace_value(const Item& toggle) { std::printf("value = %x\n", Word{toggle.on()}); }
+
+/// A group of a toggle and a text that together show one word: a number, or none.
+struct ToggleOrNumber {
+  std::string group, toggle, text;
+  int columns;
+  NumberForm form;
+  Word none;                    ///< what the word holds when there is no number
+  bool on_means_none = false;   ///< what the toggle says
+  const char* trace = nullptr;  ///< format that prints a number as it is stored
+};
+
+/// The rows for records of type R, made by kind of item.
+template <class R>
+struct Rows {
+  using Row = values::Row<R>;
+
+  static Row separator(std::string name) { return {.item = Item(ItemKind::separator, std::move(name))}; }
+
+  /// A label whose text is one of the dialog's label lines, or computed from the record.
+  static Row label(std::string name, std::string (*text)(const R& record) = nullptr) {
+    Row row{.item = Item(ItemKind::label, std::move(name))};
+    if (text) row.show = [text](const R& record, Item& item) { item.set_label(text(record)); };
+    return row;
+  }
+
+  static Row group(std::string name, Look look, std::vector<Row> rows) {
+    return {.item = Item(ItemKind::group, std::move(name), std::move(look)), .rows = std::move(rows)};
+  }
+  static Row radio(std::string name, std::vector<Row> rows) {
+    return {.item = Item(ItemKind::radio, std::move(name), kHorizontal), .rows = std::move(rows)};
+  }
+
+  /// An item without a place: its group's hooks fill it and read it.
+  static Row toggle(std::string name) { return {.item = Item(ItemKind::toggle, std::move(name))}; }
+  static Row text(std::string name, int columns) {
+    return {.item = Item(ItemKind::text, std::move(name), {.columns = columns})};
+  }
+
+  /// A toggle that is on when the word is not 0, and stores 0 or 1.
+  template <class Place>
+  static Row toggle(std::string name, Place place) {
+    return toggle(std::move(name))
+        .shown_by([place](const R& record, Item& item) { item.setValue({.on = at(record, place) != 0}); })
+        .stored_by([place](R& record, const Item& item, const Item&) { at(record, place) = item.on(); });
+  }
+  /// A toggle that shows a bit of a word and adds it, when on, to a word that was cleared before.
+  template <class Place>
+  static Row flag(std::string name, Word bit, Place place) {
+    return toggle(std::move(name))
+        .shown_by([=](const R& record, Item& item) { item.setValue({.on = (at(record, place) & bit) != 0}); })
+        .stored_by([=](R& record, const Item& item, const Item&) {
+          if (item.on()) at(record, place) |= bit;
+        });
+  }
+
+  template <class Place>
+  static Row text(std::string name, int columns, Place place, NumberForm form) {
+    return text(std::move(name), columns)
+        .shown_by(
+            [=](const R& record, Item& item) { item.setValue({.text = shown(at(record, place), form)}); })
+        .stored_by([=](R& record, const Item& item, const Item&) {
+          at(record, place) = word_of(item.text(), form.base);
+        });
+  }
+  /// A text that shows a floating-point number.
+  template <class Place>
+  static Row number(std::string name, int columns, Place place) {
+    return text(std::move(name), columns)
+        .shown_by([=](const R& record, Item& item) { item.setValue({.text = shown(at(record, place))}); })
+        .stored_by(
+            [=](R& record, const Item& item, const Item&) { at(record, place) = float_of(item.text()); });
+  }
+
+  /// An option that shows some bits of a word, from bit `shift` on, as index.
+  template <class Place>
+  static Row option(std::string name, std::vector<std::string> entries, Place place, Word mask = kUnset,
+                    Word shift = 0) {
+    return Row{.item = Item(ItemKind::option, std::move(name), {.entries = std::move(entries)})}
+        .shown_by([=](const R& record, Item& item) {
+          item.setValue({.option = static_cast<int>(at(record, place) >> shift & mask)});
+        })
+        .stored_by([=](R& record, const Item& item, const Item&) {
+          at(record, place) = static_cast<Word>(item.option());
+        });
+  }
+
+  /// A radio that shows which of its toggles' values a word holds. Each toggle that is on adds its value to
+  /// the word, which was cleared before.
+  template <class Place>
+  static Row flag_radio(std::string name, Place place, const std::vector<FlagToggle>& toggles,
+                        Word (*choice)(Word), void (*trace)(const Item& toggle) = nullptr) {
+    Word mask = 0;
+    for (const FlagToggle& flag : toggles) mask |= flag.value;
+    std::vector<Row> rows;
+    for (const FlagToggle& flag : toggles)
+      rows.push_back(toggle(flag.name)
+                         .shown_by([=, value = flag.value](const R& record, Item& item) {
+                           item.setValue({.on = choice(at(record, place) & mask) == value});
+                         })
+                         .stored_by([=, value = flag.value](R& record, const Item& item, const Item&) {
+                           if (trace) trace(item);
+                           if (item.on()) at(record, place) |= value;
+                         }));
+    return radio(std::move(name), std::move(rows));
+  }
+
+  template <class Place>
+  static Row toggle_or_number(const ToggleOrNumber& facts, Place place) {
+    return group(facts.group, kHorizontal, {toggle(facts.toggle), text(facts.text, facts.columns)})
+        .shown_by([=](const R& record, Item& item) {
+          const Word word = at(record, place);
+          item.item(0).setValue({.on = (word == facts.none) == facts.on_means_none});
+          if (word != facts.none) item.item(1).setValue({.text = shown(word, facts.form)});
+        })
+        .stored_by([=](R& record, const Item& item, const Item&) {
+          Word& word = at(record, place);
+          if (on_at(item, facts.toggle) == facts.on_means_none) {
+            word = facts.none;
+          } else {
+            word = word_of(text_at(item, facts.text), facts.form.base);
+            if (facts.trace) std::printf(facts.trace, word);
+          }
+        });
+  }
+
+  /// The text that shows the record's name. `record_word` is what the trace of a new name begins with.
+  static Row node_name(std::string record_word, Word R::Fixed::*name, int columns = 32) {
+    return text("nodeName", columns)
+        .shown_by([=](const R& record, Item& item) {
+          item.setValue({.text = get_name_string(record.fixed.*name)});
+        })
+        .stored_by([=](R& record, const Item& item, const Item&) {
+          const std::string text = first_line(item.text());
+          std::printf("%s name = %s\n", record_word.c_str(), text.c_str());
+          record.fixed.*name = set_node_name(text, record.fixed.*name);
+        })
+        .stored_if_changed();
+  }
+  /// The head of most dialogs.
+  static Row title(std::string record_word, Word R::Fixed::*name, int columns = 32) {
+    return group("title", kHorizontal,
+                 {label("dialogName"), node_name(std::move(record_word), name, columns)});
+  }
+};
+
+}  // namespace values
