@@ -37,10 +37,6 @@ void Item::revert() {
   for (Item& item : items_) item.revert();
 }
 
-void choose(Item& radio, std::size_t toggle) {
-  for (std::size_t i = 0; i < radio.size(); ++i) radio.item(i).edit({.on = i == toggle});
-}
-
 bool on_at(const Item& top, std::string_view path) {
   const Item* const item = top.find(path);
   return item && item->on();

@@ -103,9 +103,6 @@ class Item {
   std::vector<Item> items_;
 };
 
-/// The user turns on one toggle of a radio, which turns off the others.
-void choose(Item& radio, std::size_t toggle);
-
 // The values of the item that a path leads to; off, 0 or empty when the tree has no such item, as when the
 // dialog was built for another kind of record.
 bool on_at(const Item& top, std::string_view path);

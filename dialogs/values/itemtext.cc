@@ -1,0 +1,82 @@
+/// @file
+/// Items as texts.
+#include "dialogs/values/itemtext.h"
+
+#include <algorithm>
+#include <charconv>
+
+namespace values {
+namespace {
+
+std::string complaint(std::string_view problem, std::string_view culprit) {
+  return std::string(problem) + ": " + std::string(culprit);
+}
+
+/// The index of the entry with this label or, failing that, of this number.
+std::optional<int> entry_index(const std::vector<std::string>& entries, const std::string& text) {
+  const auto label = std::ranges::find(entries, text);
+  if (label != entries.end()) return static_cast<int>(label - entries.begin());
+  std::size_t index = 0;
+  const char* const end = text.data() + text.size();
+  const auto number = std::from_chars(text.data(), end, index);
+  if (number.ec != std::errc{} || number.ptr != end || index >= entries.size()) return std::nullopt;
+  return static_cast<int>(index);
+}
+
+std::optional<std::string> edit_option(Item& item, const std::string& text) {
+  if (text == item.entry()) return std::nullopt;  // also where it lies beyond the menu
+  const auto index = entry_index(item.look().entries, text);
+  if (!index) return complaint("no such entry of " + item.name(), text);
+  item.edit({.option = *index});
+  return std::nullopt;
+}
+
+std::optional<std::string> edit_toggle(Item& holder, Item& item, const std::string& text) {
+  if (text != "0" && text != "1") return complaint(item.name() + " is 0 or 1, not", text);
+  const bool on = text == "1";
+  if (holder.kind() != ItemKind::radio) {
+    item.edit({.on = on});
+  } else if (on) {
+    for (std::size_t i = 0; i < holder.size(); ++i) holder.item(i).edit({.on = &holder.item(i) == &item});
+  } else if (item.on()) {
+    return complaint("turn on another one of " + holder.name() + " instead of turning off", item.name());
+  }
+  return std::nullopt;
+}
+
+}  // namespace
+
+std::string shown_text(const Item& item, LabelLines lines) {
+  switch (item.kind()) {
+    case ItemKind::toggle:
+      return item.on() ? "1" : "0";
+    case ItemKind::option:
+      return item.entry();
+    case ItemKind::text:
+      return item.text();
+    default:
+      if (item.label()) return *item.label();
+      const char* const line = label_line(lines, item.name(), "Base");
+      return line ? line : item.name();
+  }
+}
+
+std::optional<std::string> edit_text(Item& top, std::string_view path, const std::string& text) {
+  const std::size_t dot = path.rfind('.');
+  Item* const holder = dot == path.npos ? &top : top.find(path.substr(0, dot));
+  Item* const item = path.empty() ? nullptr : top.find(path);
+  if (!holder || !item) return complaint("no such item", path);
+  switch (item->kind()) {
+    case ItemKind::toggle:
+      return edit_toggle(*holder, *item, text);
+    case ItemKind::option:
+      return edit_option(*item, text);
+    case ItemKind::text:
+      item->edit({.text = text});
+      return std::nullopt;
+    default:
+      return complaint("this item can't be changed", path);
+  }
+}
+
+}  // namespace values
