@@ -20,6 +20,7 @@ struct Arguments {
   std::optional<std::string> script;
   int mode = 2;  ///< of the writer: 1 or 2
   bool dot = false;
+  std::vector<std::string> nodes;  ///< `show`: at least one
 };
 
 /// Version, header, lists with their record counts and bytes, names.
@@ -30,6 +31,9 @@ Outcome check(const Arguments& arguments);
 
 /// The scene's nodes and arcs in their order, or as a Graphviz graph.
 Outcome graph(const Arguments& arguments);
+
+/// The items of nodes' dialogs with their values, one a line.
+Outcome show(const Arguments& arguments);
 
 /// Opens and saves.
 Outcome resave(const Arguments& arguments);

@@ -7,13 +7,14 @@
 #include "cli/commands.h"
 #include "cli/scenefile.h"
 #include "cli/script.h"
+#include "cli/setvalues.h"
 #include "editor/model/currentscene.h"
 #include "editor/model/modifygraph.h"
 #include "editor/model/recordnames.h"
 
 namespace {
 
-/// Runs one edit on the current scene; 1 or 0.
+/// Runs one edit on the current scene; 1 or 0. Throws ValueError.
 int run(const ScriptLine& line) {
   const auto& operands = line.operands;
   switch (line.verb) {
@@ -25,6 +26,8 @@ int run(const ScriptLine& line) {
       return quilModifyLink(operands[0], operands[1], operands[2], operands[3]);
     case Verb::name:
       return name_node(operands[0], operands[1]);
+    case Verb::set:
+      return set_values(operands);
     case Verb::nothing:
       break;
   }
@@ -37,7 +40,8 @@ struct ScriptRun {
   bool complete;
 };
 
-/// Runs a whole script. A refused edit fails it, but the rest still runs; a malformed line ends it.
+/// Runs a whole script. A refused edit fails it, but the rest still runs. A malformed line ends it, and so
+/// does a value that can't be set.
 ScriptRun run_script(std::istream& script, const char* script_name) {
   Outcome outcome = Outcome::well;
   std::string text;
@@ -48,9 +52,14 @@ ScriptRun run_script(std::istream& script, const char* script_name) {
       return {Outcome::wrong_use, false};
     }
     if (line->verb == Verb::nothing) continue;
-    const int result = run(*line);
-    std::printf("-> %d\n", result);
-    if (result != 1) outcome = Outcome::failed;
+    try {
+      const int result = run(*line);
+      std::printf("-> %d\n", result);
+      if (result != 1) outcome = Outcome::failed;
+    } catch (const ValueError& error) {
+      std::fprintf(stderr, "quilscene: %s:%zu: %s, nothing is written\n", script_name, number, error.what());
+      return {Outcome::failed, false};
+    }
   }
   if (script.eof()) return {outcome, true};
   std::fprintf(stderr, "quilscene: can't read %s, nothing is written\n", script_name);

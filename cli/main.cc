@@ -16,6 +16,9 @@
 
 namespace {
 
+/// What stands on the command line beside the options.
+enum class Operands { file, files, file_and_nodes };
+
 /// A command: what follows its name, the letters of the options that it takes, and its function.
 struct Command {
   std::string_view name;
@@ -23,14 +26,17 @@ struct Command {
   std::string_view options;
   const char* what;
   Outcome (*run)(const Arguments&);
-  bool many_files = false;
+  Operands operands = Operands::file;
 };
 
 // Letters without a short form on the command line: m (--mode), s (--script), d (--dot).
 constexpr Command kCommands[] = {
     {"info", "FILE", "", "version, header, lists with their record counts and bytes, names", info},
-    {"check", "FILE...", "", "one line for everything that is wrong or odd in each file", check, true},
+    {"check", "FILE...", "", "one line for everything that is wrong or odd in each file", check,
+     Operands::files},
     {"graph", "[--dot] FILE", "d", "nodes and arcs in their order, or as a Graphviz graph", graph},
+    {"show", "FILE NODE...", "", "the items of the nodes' dialogs and their values", show,
+     Operands::file_and_nodes},
     {"resave", "FILE -o OUT [--mode 1|2]", "om", "open and save", resave},
     {"edit", "FILE -o OUT [--mode 1|2] [--script S]", "oms", "run a script of edits, then save", edit},
 };
@@ -41,6 +47,7 @@ constexpr char kScriptHelp[] =
     "  delete PARENT CHILD\n"
     "  move OLD_PARENT OLD_CHILD NEW_PARENT NEW_CHILD\n"
     "  name NODE TEXT\n"
+    "  set NODE ITEM=VALUE ...      items as show names them; \"VALUE\" may hold blanks\n"
     "\nExit status: 0 all well, 1 a file or an edit failed, 2 wrong use.\n";
 
 void print_help() {
@@ -82,7 +89,12 @@ Outcome run_command(const Command& command, int count, char** words) {
   arguments.files.assign(words + optind, words + count);
   const bool needs_output = command.options.find('o') != std::string_view::npos;
   if (arguments.files.empty()) return misuse("a FILE is missing");
-  if (arguments.files.size() > 1 && !command.many_files)
+  if (command.operands == Operands::file_and_nodes) {
+    arguments.nodes.assign(arguments.files.begin() + 1, arguments.files.end());
+    arguments.files.resize(1);
+    if (arguments.nodes.empty()) return misuse("a NODE is missing");
+  }
+  if (arguments.files.size() > 1 && command.operands == Operands::file)
     return misuse("one FILE too many: ", arguments.files[1]);
   if (needs_output && arguments.output.empty()) return misuse("-o OUT is missing");
   return command.run(arguments);

@@ -12,10 +12,13 @@ constexpr std::string_view kBlanks = " \t\r\n\v\f";
 struct Command {
   std::string_view word;
   Verb verb;
-  std::size_t operands;
+  std::size_t operands;  ///< the least, for `set`
 };
-constexpr Command kCommands[] = {
-    {"add", Verb::add, 2}, {"delete", Verb::remove, 2}, {"move", Verb::move, 4}, {"name", Verb::name, 2}};
+constexpr Command kCommands[] = {{"add", Verb::add, 2},
+                                 {"delete", Verb::remove, 2},
+                                 {"move", Verb::move, 4},
+                                 {"name", Verb::name, 2},
+                                 {"set", Verb::set, 3}};
 
 /// Takes the first word off `rest`; empty at the end of the line.
 std::string_view next_word(std::string_view& rest) {
@@ -33,6 +36,42 @@ std::string_view trimmed(std::string_view text) {
 
 bool ends_line(std::string_view word) { return word.empty() || word.front() == '#'; }
 
+/// Takes a value in quotation marks off `rest`, which begins with the first one.
+std::optional<std::string> quoted_value(std::string_view& rest) {
+  std::string value;
+  for (std::size_t i = 1; i < rest.size(); ++i) {
+    if (rest[i] == '"') {
+      rest.remove_prefix(i + 1);
+      if (!rest.empty() && kBlanks.find(rest.front()) == kBlanks.npos) return std::nullopt;
+      return value;
+    }
+    if (rest[i] == '\\' && i + 1 < rest.size()) ++i;
+    value += rest[i];
+  }
+  return std::nullopt;
+}
+
+/// Takes ITEM=VALUE words off `rest` and appends items and values; false when one of them is neither.
+bool take_assignments(std::string_view rest, std::vector<std::string>& operands) {
+  while (true) {
+    std::string_view ahead = rest;
+    const std::string_view word = next_word(ahead);
+    if (ends_line(word)) return true;
+    const std::size_t equals = word.find('=');
+    if (equals == 0 || equals == word.npos) return false;
+    operands.emplace_back(word.substr(0, equals));
+    if (!word.substr(equals + 1).starts_with('"')) {
+      operands.emplace_back(word.substr(equals + 1));
+      rest = ahead;
+      continue;
+    }
+    rest.remove_prefix(rest.find('=') + 1);
+    const auto value = quoted_value(rest);
+    if (!value) return false;
+    operands.push_back(*value);
+  }
+}
+
 }  // namespace
 
 std::optional<ScriptLine> parse_script_line(const std::string& line) {
@@ -47,6 +86,14 @@ std::optional<ScriptLine> parse_script_line(const std::string& line) {
     const std::string_view text = trimmed(rest);
     if (ends_line(node) || text.empty()) return std::nullopt;
     parsed.operands = {std::string{node}, std::string{text}};
+    return parsed;
+  }
+  if (parsed.verb == Verb::set) {
+    const std::string_view node = next_word(rest);
+    if (ends_line(node)) return std::nullopt;
+    parsed.operands = {std::string{node}};
+    if (!take_assignments(rest, parsed.operands) || parsed.operands.size() < command->operands)
+      return std::nullopt;
     return parsed;
   }
   for (std::string_view word = next_word(rest); !ends_line(word); word = next_word(rest))

@@ -12,6 +12,11 @@ std::string complaint(std::string_view problem, std::string_view culprit) {
   return std::string(problem) + ": " + std::string(culprit);
 }
 
+std::string without_blanks_around(std::string_view text) {
+  const std::size_t first = std::min(text.find_first_not_of(" \t"), text.size());
+  return std::string(text.substr(first, text.find_last_not_of(" \t") + 1 - first));
+}
+
 /// The index of the entry with this label or, failing that, of this number.
 std::optional<int> entry_index(const std::vector<std::string>& entries, const std::string& text) {
   const auto label = std::ranges::find(entries, text);
@@ -57,7 +62,7 @@ std::string shown_text(const Item& item, LabelLines lines) {
     default:
       if (item.label()) return *item.label();
       const char* const line = label_line(lines, item.name(), "Base");
-      return line ? line : item.name();
+      return line ? without_blanks_around(line) : item.name();
   }
 }
 

@@ -11,7 +11,7 @@
 namespace values {
 
 /// What an item shows, as text: a toggle as 0 or 1, an option as its entry's label (or its index where that
-/// lies beyond the menu), a label as its computed text or that of the dialog's lines.
+/// lies beyond the menu), a label as its computed text or that of the dialog's lines, which are indented.
 std::string shown_text(const Item& item, LabelLines lines);
 
 /// Calls `visit(path, item)` for each toggle, text, option and label below `top`, in order.

@@ -1,0 +1,19 @@
+/// @file
+/// Changing values by a script.
+#include "cli/setvalues.h"
+
+#include "cli/printable.h"
+#include "dialogs/values/dispatch.h"
+#include "dialogs/values/itemtext.h"
+
+int set_values(const std::vector<std::string>& operands) {
+  const std::string& node = operands.front();
+  const auto on = values::dialog_of_node(node);
+  if (!on || !on->dialog->has_record(on->number)) throw ValueError("no such node: " + printable(node));
+  auto top = on->dialog->open(on->number);
+  for (std::size_t i = 1; i + 1 < operands.size(); i += 2)
+    if (const auto complaint = values::edit_text(*top, operands[i], operands[i + 1]))
+      throw ValueError(printable(node + ": " + *complaint));
+  values::handlePrefs(on->dialog->name(), values::kPrefApply);
+  return values::applyChanges(on->dialog->name(), *top, on->number);
+}
