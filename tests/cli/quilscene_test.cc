@@ -2,81 +2,27 @@
 /// Runs the built quilscene on sample scenes and on spoilt ones: output, exit status, files written.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <cstdlib>
-#include <filesystem>
 #include <map>
 #include <sstream>
 #include <string>
 #include <vector>
 
+#include "tests/cli/quilscene_run.h"
 #include "tests/support/case_name.h"
 #include "tests/support/files.h"
 #include "tests/support/shared_scenes.h"
 
 namespace {
 
-namespace fs = std::filesystem;
 using testing::AllOf;
 using testing::ContainerEq;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;
 using testing::StartsWith;
-
-std::string scene_path(const std::string& name) { return shared_scene(name).path; }
-
-struct Ran {
-  int status = -1;  ///< -1: ended by a signal
-  std::string out, err;
-};
-
-class Quilscene : public testing::Test {
- protected:
-  /// Runs `before quilscene arguments behind` by the shell, in the scratch directory.
-  Ran run(const std::string& arguments, const std::string& behind = "",
-          const std::string& before = "") const {
-    const std::string line = "cd " + scratch_.path().string() + " && { " + before + QUILSCENE " " +
-                             arguments + " " + behind + "; } >stdout 2>stderr </dev/null";
-    const int status = std::system(line.c_str());
-    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, read_file(scratch_ / "stdout"),
-            read_file(scratch_ / "stderr")};
-  }
-
-  void put(const std::string& name, const std::string& text) const { write_file(scratch_ / name, text); }
-  std::string written(const std::string& name) const { return read_file(scratch_ / name); }
-  bool exists(const std::string& name) const { return fs::exists(scratch_ / name); }
-
-  /// Runs an edit script on a sample scene, saving as "out.quil".
-  Ran edit(const std::string& scene, const std::string& script) const {
-    put("script", script);
-    return run("edit " + scene_path(scene) + " -o out.quil --script script");
-  }
-
-  const ScratchDirectory scratch_;
-};
-
-/// The lines of `text` that begin with `first` and a blank, without that.
-std::vector<std::string> lines_with(const std::string& text, const std::string& first) {
-  std::vector<std::string> found;
-  std::istringstream lines{text};
-  for (std::string line; std::getline(lines, line);)
-    if (line.starts_with(first + " ")) found.push_back(line.substr(first.size() + 1));
-  return found;
-}
-
-/// A whole scene file with one word changed.
-std::string with_word(std::string file, std::size_t offset, std::uint32_t word) {
-  for (std::size_t i = 0; i < 4; ++i) file.at(offset + i) = static_cast<char>(word >> (24 - 8 * i));
-  return file;
-}
-std::uint32_t word_at(const std::string& file, std::size_t offset) {
-  std::uint32_t word = 0;
-  for (std::size_t i = 0; i < 4; ++i) word = word << 8 | static_cast<unsigned char>(file.at(offset + i));
-  return word;
-}
 
 // What every sample scene goes through.
 
@@ -317,17 +263,23 @@ TEST_P(MalformedScript, EndsWithStatus2AndWritesNothing) {
   EXPECT_FALSE(exists("out.quil"));
 }
 
-INSTANTIATE_TEST_SUITE_P(Rows, MalformedScript,
-                         testing::Values(ScriptRow{"UnknownCommand", "link obj_0 mat_0"},
-                                         ScriptRow{"CapitalLetters", "ADD obj_0 mat_0"},
-                                         ScriptRow{"TooFewNodes", "add obj_0"},
-                                         ScriptRow{"TooManyNodes", "delete obj_0 mat_0 shape_0"},
-                                         ScriptRow{"MoveOfThree", "move obj_0 mat_0 obj_1"},
-                                         ScriptRow{"NothingToAdd", "add"}, ScriptRow{"NameOfNothing", "name"},
-                                         ScriptRow{"NameWithoutText", "name obj_0"},
-                                         ScriptRow{"NameOfBlanks", "name obj_0   "},
-                                         ScriptRow{"NodeInAComment", "add obj_0 # mat_0"}),
-                         CaseName{});
+INSTANTIATE_TEST_SUITE_P(
+    Rows, MalformedScript,
+    testing::Values(ScriptRow{"UnknownCommand", "link obj_0 mat_0"},
+                    ScriptRow{"CapitalLetters", "ADD obj_0 mat_0"}, ScriptRow{"TooFewNodes", "add obj_0"},
+                    ScriptRow{"TooManyNodes", "delete obj_0 mat_0 shape_0"},
+                    ScriptRow{"MoveOfThree", "move obj_0 mat_0 obj_1"}, ScriptRow{"NothingToAdd", "add"},
+                    ScriptRow{"NameOfNothing", "name"}, ScriptRow{"NameWithoutText", "name obj_0"},
+                    ScriptRow{"NameOfBlanks", "name obj_0   "},
+                    ScriptRow{"NodeInAComment", "add obj_0 # mat_0"}, ScriptRow{"SetOfNothing", "set"},
+                    ScriptRow{"SetWithoutItem", "set obj_0"}, ScriptRow{"SetOfAComment", "set obj_0 # a=1"},
+                    ScriptRow{"SetWithoutValue", "set obj_0 type_g.type"},
+                    ScriptRow{"SetWithoutItemName", "set obj_0 =1"},
+                    ScriptRow{"SetOfABareWordBehind", "set obj_0 type_g.type=1 word"},
+                    ScriptRow{"SetWithoutClosingMark", "set obj_0 title.nodeName=\"a b"},
+                    ScriptRow{"SetWithAnEscapedClosingMark", "set obj_0 title.nodeName=\"a\\\""},
+                    ScriptRow{"SetWithTextBehindTheMark", "set obj_0 title.nodeName=\"a\"b"}),
+    CaseName{});
 
 struct WellFormedRow {
   const char* name;
@@ -379,8 +331,9 @@ TEST_P(WrongUse, EndsWithStatus2AndAMessage) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Rows, WrongUse,
-                         testing::Values(ScriptRow{"NoCommand", ""}, ScriptRow{"UnknownCommand", "show a"},
+                         testing::Values(ScriptRow{"NoCommand", ""}, ScriptRow{"UnknownCommand", "list a"},
                                          ScriptRow{"NoFile", "info"}, ScriptRow{"NoFileToCheck", "check"},
+                                         ScriptRow{"NoNodeToShow", "show a"},
                                          ScriptRow{"TwoFiles", "graph a a"},
                                          ScriptRow{"NoOutput", "resave a"},
                                          ScriptRow{"NoOutputName", "resave a -o"},
@@ -401,7 +354,8 @@ TEST_F(Quilscene, OptionsMayStandAnywhereAndEnd) {
 TEST_F(Quilscene, HelpNamesEveryCommand) {
   const Ran ran = run("--help");
   EXPECT_EQ(ran.status, 0);
-  for (const char* command : {"info", "check", "graph", "resave", "edit", "--version", "move OLD_PARENT"})
+  for (const char* command :
+       {"info", "check", "graph", "show", "resave", "edit", "--version", "move OLD_PARENT", "set NODE"})
     EXPECT_THAT(ran.out, HasSubstr(command));
 }
 
