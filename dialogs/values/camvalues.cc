@@ -34,11 +34,7 @@ using F = qi::Cam::Fixed;
 
 constexpr Word kPerspective = 0, kOrthographic = 1;
 
-void show_type(const qi::Cam& cam, Item& type) {
-  const bool perspective = cam.fixed.type == kPerspective;
-  type.item(0).setValue({.on = perspective});
-  type.item(1).setValue({.on = !perspective});
-}
+void show_type(const qi::Cam& cam, Item& type) { show_first_or_second(type, cam.fixed.type == kPerspective); }
 
 void store_type(qi::Cam& cam, const Item& type, const Item& /*top*/) {
   cam.fixed.type = on_at(type, "persp") ? kPerspective : kOrthographic;

@@ -98,10 +98,8 @@ struct MatRows : Rows<qi::Mat> {
   template <class Style, class Combiner>
   static Row style(std::string name, std::string quil, std::string kavo, Style style, Combiner combiner) {
     return radio(std::move(name), {toggle(std::move(quil)), toggle(std::move(kavo))})
-        .shown_by([=](const qi::Mat& mat, Item& item) {
-          item.item(0).setValue({.on = at(mat, style) == kQuilStyle});
-          item.item(1).setValue({.on = at(mat, style) != kQuilStyle});
-        })
+        .shown_by(
+            [=](const qi::Mat& mat, Item& item) { show_first_or_second(item, at(mat, style) == kQuilStyle); })
         .stored_by([=](qi::Mat& mat, const Item& item, const Item&) {
           at(mat, combiner) = {};
           at(mat, style) = item.item(1).on() ? kKavoStyle : kQuilStyle;

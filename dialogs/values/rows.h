@@ -105,6 +105,12 @@ bool has_ext(const R& record) {
 /// Names end at a line break: a longer text was pasted.
 inline std::string first_line(const std::string& text) { return text.substr(0, text.find_first_of("\r\n")); }
 
+/// Shows which of a radio's two toggles is on.
+inline void show_first_or_second(Item& radio, bool first) {
+  radio.item(0).setValue({.on = first});
+  radio.item(1).setValue({.on = !first});
+}
+
 /// One toggle of a radio that shows bits of a word, and what it adds to the word.
 struct FlagToggle {
   std::string name;
@@ -119,7 +125,7 @@ inline void trace_value(const Item& toggle) { std::printf("value = %x\n", Word{t
 
 /// A group of a toggle and a text that together show one word: a number, or none.
 struct ToggleOrNumber {
-  std::string group, toggle, text;
+  const char *group, *toggle, *text;
   int columns;
   NumberForm form;
   Word none;                    ///< what the word holds when there is no number
@@ -189,7 +195,8 @@ struct Rows {
             [=](R& record, const Item& item, const Item&) { at(record, place) = float_of(item.text()); });
   }
 
-  /// An option that shows some bits of a word, from bit `shift` on, as index.
+  /// An option that shows some bits of a word, from bit `shift` on, as index, and stores its index as the
+  /// whole word. Options that share a word are stored by their group.
   template <class Place>
   static Row option(std::string name, std::vector<std::string> entries, Place place, Word mask = kUnset,
                     Word shift = 0) {
