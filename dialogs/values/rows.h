@@ -16,6 +16,7 @@
 #include "editor/model/currentscene.h"
 #include "editor/model/recordnames.h"
 #include "qilib/qis.h"
+#include "qilib/sizes.h"
 
 namespace values {
 
@@ -99,7 +100,7 @@ auto ext(T Head::*member) {
 /// memory may have none.
 template <class R>
 bool has_ext(const R& record) {
-  return qis->header.fixed.version >= qi::kVersion2 && record.ext.has_value();
+  return qiQUILver(qis->header) >= qi::kVersion2 && record.ext.has_value();
 }
 
 /// Names end at a line break: a longer text was pasted.
