@@ -143,16 +143,14 @@ Word SceneBuilder::material(const std::string& name_text, QisRGBA color, Words t
   qi::Mat mat;
   mat.fixed.name = name(name_text);
   mat.fixed.shade_type = 0x11;  // local light, smooth
-  mat.fixed.color_type0 = textures.empty() ? kPrimitive : kVertexAndTexture;
-  mat.fixed.color_type1 = mat.fixed.alpha_type0 = mat.fixed.alpha_type1 = kUnset;
+  mat.fixed.combiner = {textures.empty() ? kPrimitive : kVertexAndTexture, kUnset, kUnset, kUnset};
   mat.fixed.prim_color = color;
   mat.texs = std::move(textures);
   if (version_ == qi::kVersion2) {
     qi::MatExt::Head& head = mat.ext.emplace().head;
     head.ambient = {0.3f * color.red, 0.3f * color.green, 0.3f * color.blue, 1};
     head.diffuse = color;
-    head.color_type0_fog = mat.fixed.color_type0;
-    head.color_type1_fog = head.alpha_type0_fog = head.alpha_type1_fog = kUnset;
+    head.combiner_fog = mat.fixed.combiner;
     head.prim_color_fog = color;
   }
   return add(scene_.mat_list, std::move(mat));
@@ -212,18 +210,15 @@ Word SceneBuilder::add_obj(const std::string& name_text, const ObjParts& parts) 
   obj.fixed.name = name(name_text);
   obj.fixed.state = 1;
   obj.fixed.type = 1;
-  obj.fixed.render_pri = 0x00d00000;
-  obj.fixed.render_type0 = 0x100;
-  obj.fixed.render_type1 = 0x200;
+  obj.fixed.render = {.cycle_type = 0, .pri = 0x00d00000, .type0 = 0x100, .type1 = 0x200};
   obj.fixed.shape = parts.shape;
   obj.fixed.mat = parts.mat;
   obj.fixed.anim = parts.anim;
   obj.children = parts.children;
   if (version_ == qi::kVersion2) {
     qi::ObjExt::Head& head = obj.ext.emplace().head;
-    head.fog_render_pri = obj.fixed.render_pri;
-    head.fog_render_type0 = 0x112;
-    head.fog_render_type1 = obj.fixed.render_type1;
+    head.fog_render = obj.fixed.render;
+    head.fog_render.type0 = 0x112;
   }
   return add(scene_.obj_list, std::move(obj));
 }
