@@ -33,13 +33,28 @@ bool WidgetInfo::isAt(std::string_view where) const {
   return true;
 }
 
+namespace {
+
+/// What LD_PRELOAD must be. The path of the build may hold blanks, which the variable can't carry: the
+/// libraries get links in `directory`.
+std::string preloads(const fs::path& directory) {
+  std::string list;
+  for (const fs::path library : QUIL_TEST_PRELOADS) {
+    fs::create_symlink(library, directory / library.filename());
+    if (!list.empty()) list += ' ';
+    list += (directory / library.filename()).string();
+  }
+  return list;
+}
+
+}  // namespace
+
 Program::Program(const XServer& server, const Start& start)
     : directory_(start.directory.empty() ? scratch_.path() / "work" : fs::absolute(start.directory)),
       driver_(server.display()) {
   fs::create_directories(directory_);
   fs::create_directories(home());
-  for (const auto& [name, contents] : start.home_files)
-    std::ofstream(home() / name, std::ios::binary) << contents;
+  for (const auto& [name, contents] : start.home_files) write_file(home() / name, contents);
 
   int ends[2];
   if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends) != 0)
@@ -59,7 +74,7 @@ Program::Program(const XServer& server, const Start& start)
       {"LC_ALL", "C.UTF-8"},
       {"XENVIRONMENT", ""},
       {"XAPPLRESDIR", ""},
-      {"LD_PRELOAD", QUIL_TEST_PRELOAD},
+      {"LD_PRELOAD", preloads(scratch_.path())},
       {"QUIL_AGENT_FD", std::to_string(theirs.get())},
   });
   process.output = scratch_.path() / "output";
