@@ -47,7 +47,7 @@
 #define SgNdefaultActionCallback "defaultActionCallback"
 /// The widget made a change by itself, because `doit` was left True; same data as the request.
 #define SgNchangedCallback "changedCallback"
-/// What is selected changed. No node or arc is named.
+/// What is selected changed; when it was removed, told with the next repaint. No node or arc is named.
 #define SgNselectionChangedCallback "selectionChangedCallback"
 /// Zoom, offset, size of the view or of the drawing changed. Comes at most once per repaint.
 #define SgNviewChangedCallback "viewChangedCallback"

@@ -357,6 +357,7 @@ void GraphView::key(XKeyEvent& event) {
     case XK_Return:
     case osfXK_Activate:
     case XK_KP_Enter: {
+      bringUpToDate();
       const NodeId node = drawing.nodeOf(current_);
       if (gesture_.kind == Gesture::Kind::Idle && node != kNone && drawing.shown(node))
         defaultAction(node, &whole);

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <utility>
 
 namespace sggraph {
 
@@ -76,7 +77,10 @@ void GraphView::nodeGone(SgNodeObject node) {
   const NodeId id = node->node.id;
   if (id == kNone) return;
   if (!arcLabels_.empty()) drawing.visitArcsOf(id, [&](ArcId arc) { arcLabels_.erase(arc); });
+  const auto selected = [&] { return drawing.selectedNodes().size() + drawing.selectedArcs().size(); };
+  const std::size_t selectedBefore = selected();
   drawing.removeNode(id);
+  if (selected() != selectedBefore) selectionLost_ = true;
   widgets_[id] = nullptr;
   looks_[id] = {};
   labels_[id].reset();
@@ -257,6 +261,7 @@ void GraphView::update() {
     painter_->paintOverlay(drawing, viewport_, overlay());
     painter_->show(0, 0, static_cast<unsigned>(viewport_.width()), static_cast<unsigned>(viewport_.height()));
   }
+  if (std::exchange(selectionLost_, false) && !announceSelection()) return;
   const ViewState state{viewport_.zoom(), viewport_.visible(), drawing.extents()};
   if (state == announced_) return;
   announced_ = state;
@@ -389,10 +394,15 @@ void GraphView::resourcesChanged(bool fonts, bool ports) {
 }
 
 void GraphView::selectionChanged() {
+  selectionLost_ = false;
   changed();
+  announceSelection();
+}
+
+bool GraphView::announceSelection() {
   SgGraphCallbackStruct data{};
   data.reason = SgCR_SELECTION_CHANGED;
-  call(&SgGraphPart::selectionChangedCallback, data);
+  return call(&SgGraphPart::selectionChangedCallback, data);
 }
 
 void GraphView::makeCurrent(NodeId node) {

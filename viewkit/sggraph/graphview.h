@@ -163,6 +163,7 @@ class GraphView {
   void endGesture();
   /// @returns false when the callbacks destroyed the widget: nothing of it may be touched any more.
   bool call(XtCallbackList SgGraphPart::*list, SgGraphCallbackStruct& data);
+  bool announceSelection();
   void defaultAction(NodeId node, XEvent* event);
   void newNode(XEvent* event);
   void newArc(NodeId parent, NodeId child, XEvent* event);
@@ -186,6 +187,7 @@ class GraphView {
   bool pictureStale_ = true, overlayStale_ = true;
   XtWorkProcId work_ = 0;
   ViewState announced_;
+  bool selectionLost_ = false;  // something selected was removed, which nobody was told yet
 
   Gesture gesture_;
   LastClick lastClick_;
