@@ -1,0 +1,537 @@
+/// @file Graphs of VkNodes: building, finding, laying out, the strip, printing.
+#include <gtest/gtest.h>  // before X's headers
+
+#include "viewkit/vkgraph.h"
+
+#include <Xm/TextF.h>
+
+#include "tests/support/files.h"
+#include "tests/support/scene_like_graph.h"
+#include "tests/viewkit/graph_test.h"
+
+namespace {
+
+using support::Point;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+/// Counts those alive, and how often they were built.
+class CountedNode : public VkNode {
+ public:
+  explicit CountedNode(const char* name) : VkNode(name) { ++alive; }
+  ~CountedNode() override { --alive; }
+  void build(Widget parent) override {
+    VkNode::build(parent);
+    ++built;
+  }
+  const char* tintName() const override { return "mat"; }
+
+  int built = 0;
+  static inline int alive = 0;
+};
+
+class Graph : public WindowTest {
+ protected:
+  void SetUp() override {
+    graph_ = std::make_unique<VkGraph>("graph", window_->mainWindowWidget());
+    window_->addView(graph_.get());
+  }
+
+  Widget canvas() { return graph_->graphWidget(); }
+  VkNode* node(const char* name) {
+    VkNode* known = graph_->find(name);
+    return known ? known : graph_->make<>(name);
+  }
+  void link(const char* parent, const char* child) {
+    VkNode* above = node(parent);
+    graph_->add(above, node(child));
+  }
+  /// A root with three children, one of which has two.
+  void fill() {
+    link("root", "left");
+    link("root", "middle");
+    link("root", "right");
+    link("left", "leaf_0");
+    link("left", "leaf_1");
+    graph_->displayAll();
+    graph_->doLayout();
+  }
+  SgRectangle bounds(const char* name) { return SgGraphNodeBounds(graph_->find(name)->baseWidget()); }
+  SgPoint inWindow(const char* name) {
+    return SgGraphNodeRectangle(graph_->find(name)->baseWidget()).middle();
+  }
+  static std::vector<std::string> names(const VkNode* node, bool ofChildren) {
+    std::vector<std::string> found;
+    for (int i = 0; i < (ofChildren ? node->nChildren() : node->nParents()); ++i)
+      found.push_back((ofChildren ? node->child(i) : node->parent(i))->name());
+    return found;
+  }
+
+  std::unique_ptr<VkGraph> graph_;
+};
+
+TEST_F(Graph, NodesEnterWithTheirFirstArcParentsFirst) {
+  VkNode* parent = graph_->make<>("obj_0");
+  VkNode* child = graph_->make<>("mat_0", "a label");
+  EXPECT_EQ(graph_->find("obj_0"), nullptr);
+  EXPECT_EQ(graph_->numNodes(), 0u);
+  graph_->add(parent, child);
+  EXPECT_EQ(graph_->find("obj_0"), parent);
+  EXPECT_EQ(graph_->node(0), parent);
+  EXPECT_EQ(graph_->node(1), child);
+  EXPECT_STREQ(child->label(), "a label");
+  EXPECT_EQ(SgNodeLabel(child->baseWidget()), "a label");
+  EXPECT_EQ(VkNode::of(child->baseWidget()), child);
+  EXPECT_EQ(SgGraphCountArcs(canvas(), parent->baseWidget(), child->baseWidget()), 1u);
+  EXPECT_THAT(names(parent, true), ElementsAre("mat_0"));
+  EXPECT_THAT(names(child, false), ElementsAre("obj_0"));
+}
+
+TEST_F(Graph, ANodeIsBuiltOnceWhenItEnters) {
+  auto* entering = graph_->make<CountedNode>("mat_0");
+  EXPECT_EQ(entering->built, 0);
+  graph_->add(entering);
+  graph_->add(entering);
+  graph_->displayAll();
+  EXPECT_EQ(entering->built, 1);
+  EXPECT_EQ(resource<Pixel>(entering->baseWidget(), SgNtint), SgGraphTint(canvas(), "mat"));
+}
+
+TEST_F(Graph, NodesThatNeverEnterAreFreed) {
+  graph_->make<CountedNode>("a");
+  auto* entered = graph_->make<CountedNode>("b");
+  graph_->add(entered);
+  EXPECT_EQ(CountedNode::alive, 2);
+  graph_->discardUnused();
+  EXPECT_EQ(CountedNode::alive, 1);
+  graph_->make<CountedNode>("c");
+  graph_->clearAll();
+  EXPECT_EQ(CountedNode::alive, 0);
+  graph_->add(std::make_unique<CountedNode>("d"));
+  graph_.reset();
+  EXPECT_EQ(CountedNode::alive, 0);
+}
+
+TEST_F(Graph, ANameMayStandTwiceAndTheFirstIsFound) {
+  VkNode* first = graph_->add(std::make_unique<VkNode>("newNode"));
+  VkNode* second = graph_->add(std::make_unique<VkNode>("newNode"));
+  EXPECT_EQ(graph_->find("newNode"), first);
+  graph_->remove(first);
+  EXPECT_EQ(graph_->find("newNode"), second);
+  graph_->remove(second);
+  EXPECT_EQ(graph_->find("newNode"), nullptr);
+}
+
+TEST_F(Graph, NodesOfOthersAreIgnored) {
+  VkGraph other("other", window_->mainWindowWidget());
+  VkNode* stranger = other.add(std::make_unique<VkNode>("stranger"));
+  VkNode* mine = graph_->add(std::make_unique<VkNode>("mine"));
+  graph_->add(mine, stranger);
+  graph_->add(stranger, mine);
+  graph_->add(nullptr, mine);
+  graph_->remove(stranger);
+  graph_->display(stranger);
+  graph_->doSubtreeLayout(stranger);
+  graph_->reveal(nullptr);
+  EXPECT_EQ(mine->nChildren() + mine->nParents(), 0);
+  EXPECT_EQ(graph_->numNodes(), 1u);
+  EXPECT_EQ(other.numNodes(), 1u);
+}
+
+TEST_F(Graph, LinksMayStandTwiceAndGoOneByOne) {
+  link("a", "b");
+  link("a", "c");
+  link("a", "b");
+  link("a", "a");
+  VkNode *a = graph_->find("a"), *b = graph_->find("b");
+  EXPECT_THAT(names(a, true), ElementsAre("b", "c", "b", "a"));
+  EXPECT_THAT(names(b, false), ElementsAre("a", "a"));
+  a->removeChild(b);
+  b->removeParent(a);
+  EXPECT_THAT(names(a, true), ElementsAre("b", "c", "a"));
+  EXPECT_TRUE(a->hasChild(b));
+  a->removeChild(b);
+  a->removeChild(b);
+  EXPECT_FALSE(a->hasChild(b));
+  EXPECT_THAT(names(a, true), ElementsAre("c", "a"));
+  EXPECT_EQ(a->child(7), nullptr);
+  EXPECT_EQ(a->parent(-1), nullptr);
+}
+
+TEST_F(Graph, ARemovedNodeLeavesNoLinks) {
+  fill();
+  link("left", "left");
+  VkNode *root = graph_->find("root"), *leaf = graph_->find("leaf_0");
+  graph_->remove(graph_->find("left"));
+  EXPECT_THAT(names(root, true), ElementsAre("middle", "right"));
+  EXPECT_EQ(leaf->nParents(), 0);
+  EXPECT_EQ(SgGraphArcCount(canvas()), 2u);
+  EXPECT_EQ(graph_->numNodes(), 5u);
+  for (std::size_t i = 0; i < graph_->numNodes(); ++i)
+    EXPECT_EQ(graph_->find(graph_->node(i)->name()), graph_->node(i));
+}
+
+TEST_F(Graph, NodesAreHiddenUntilTheyAreDisplayed) {
+  link("a", "b");
+  link("a", "c");
+  EXPECT_EQ(SgGraphExtents(canvas()), SgRectangle{});
+  graph_->display(graph_->find("b"));
+  EXPECT_TRUE(XtIsManaged(graph_->find("b")->baseWidget()));
+  EXPECT_FALSE(XtIsManaged(graph_->find("a")->baseWidget()));
+  graph_->displayWithChildren(graph_->find("a"));
+  for (const char* name : {"a", "b", "c"}) EXPECT_TRUE(XtIsManaged(graph_->find(name)->baseWidget())) << name;
+}
+
+TEST_F(Graph, PartsOfNamesAndLabelsAreFoundOneAfterTheOther) {
+  graph_->add(std::make_unique<VkNode>("obj_1"));
+  graph_->add(std::make_unique<VkNode>("lod_1", "LOD"));
+  graph_->add(std::make_unique<VkNode>("obj_12"));
+  VkNode* found = graph_->findPart("OBJ_1", nullptr);
+  EXPECT_EQ(found, graph_->find("obj_1"));
+  found = graph_->findPart("obj_1", found);
+  EXPECT_EQ(found, graph_->find("obj_12"));
+  EXPECT_EQ(graph_->findPart("obj_1", found), graph_->find("obj_1"));
+  EXPECT_EQ(graph_->findPart("LoD", nullptr), graph_->find("lod_1"));
+  EXPECT_EQ(graph_->findPart("2", graph_->find("obj_12")), graph_->find("obj_12"));
+  EXPECT_EQ(graph_->findPart("mat", nullptr), nullptr);
+  graph_->clearAll();
+  EXPECT_EQ(graph_->findPart("", nullptr), nullptr);
+}
+
+// Layout
+
+TEST_F(Graph, TheFirstLayoutShowsTheTop) {
+  for (int i = 0; i < 300; ++i)
+    link(("n" + std::to_string(i / 2)).c_str(), ("n" + std::to_string(i + 1)).c_str());
+  graph_->displayAll();
+  show();
+  graph_->doLayout();
+  const SgRectangle view = SgGraphViewport(canvas());
+  const SgPoint root = inWindow("n0");
+  EXPECT_TRUE(view.contains(root));
+  EXPECT_LT(root.y, 100);
+  EXPECT_NEAR(root.x, view.width / 2, view.width / 4);
+}
+
+TEST_F(Graph, LayoutPutsChildrenBelowAndNothingOnTopOfEachOther) {
+  fill();
+  for (std::size_t i = 0; i < graph_->numNodes(); ++i)
+    for (std::size_t j = 0; j < i; ++j)
+      EXPECT_FALSE(bounds(graph_->node(i)->name()).touches(bounds(graph_->node(j)->name())));
+  EXPECT_GT(bounds("leaf_0").y, bounds("left").bottom());
+  EXPECT_GT(bounds("left").y, bounds("root").bottom());
+}
+
+TEST_F(Graph, ALayoutIsNotRedoneWithoutNeed) {
+  fill();
+  SgGraphSetNodePosition(graph_->find("right")->baseWidget(), {3000, 10});
+  graph_->displayAll();
+  graph_->doLayout();
+  EXPECT_EQ(bounds("right").x, 3000);
+  link("right", "new");
+  graph_->displayAll();
+  graph_->doLayout();
+  EXPECT_NE(bounds("right").x, 3000);
+}
+
+TEST_F(Graph, WhatWasWorkedOnStaysInPlace) {
+  show();
+  for (int i = 0; i < 300; ++i)
+    link(("n" + std::to_string(i / 2)).c_str(), ("n" + std::to_string(i + 1)).c_str());
+  graph_->displayAll();
+  graph_->doLayout();
+  SgGraphSetZoom(canvas(), 0.7);
+  graph_->reveal(graph_->find("n100"));
+  const SgPoint before = inWindow("n100");
+  for (int i = 0; i < 10; ++i) {
+    link("n0", ("more" + std::to_string(i)).c_str());
+    link(("more" + std::to_string(i)).c_str(), ("deeper" + std::to_string(i)).c_str());
+  }
+  link("n100", "mine");
+  graph_->displayAll();
+  graph_->doLayout();
+  EXPECT_NEAR(inWindow("n100").x, before.x, 1);
+  EXPECT_NEAR(inWindow("n100").y, before.y, 1);
+  EXPECT_EQ(SgGraphZoom(canvas()), 0.7);
+}
+
+TEST_F(Graph, ANewNodeComesIntoView) {
+  show();
+  for (int i = 0; i < 300; ++i)
+    link(("n" + std::to_string(i / 2)).c_str(), ("n" + std::to_string(i + 1)).c_str());
+  graph_->displayAll();
+  graph_->doLayout();
+  graph_->add(std::make_unique<VkNode>("newNode", "New Node"));
+  graph_->displayAll();
+  graph_->doLayout();
+  EXPECT_TRUE(SgGraphViewport(canvas()).contains(inWindow("newNode")));
+}
+
+TEST_F(Graph, ASubtreeLayoutLeavesTheRestWhereItIs) {
+  fill();
+  SgGraphSetNodePosition(graph_->find("leaf_0")->baseWidget(), {2000, -500});
+  SgGraphSetNodePosition(graph_->find("right")->baseWidget(), {2500, 700});
+  const SgRectangle root = bounds("root"), left = bounds("left");
+  graph_->doSubtreeLayout(graph_->find("left"));
+  EXPECT_GT(bounds("leaf_0").y, left.bottom());
+  EXPECT_EQ(bounds("left"), left);
+  EXPECT_EQ(bounds("root"), root);
+  EXPECT_EQ(bounds("right").x, 2500);
+}
+
+// What the widget does by itself
+
+TEST_F(Graph, ChangesThatTheWidgetMakesAreMadeInTheLists) {
+  fill();
+  show();
+  SgGraphScrollTo(canvas(), {0, 0}, {0, 0});
+  XtVaSetValues(canvas(), SgNeditableArcs, True, SgNokToAdd, True, nullptr);
+  settle();
+  const auto at = [&](const char* name) { return onScreen(canvas(), inWindow(name)); };
+  VkNode *middle = graph_->find("middle"), *right = graph_->find("right"), *leaf = graph_->find("leaf_1");
+
+  hands().drag(at("middle"), at("leaf_1"), 1, {"Control_L"});
+  settle();
+  EXPECT_TRUE(middle->hasChild(leaf));
+  EXPECT_TRUE(leaf->hasParent(middle));
+
+  SgArc arc = 0;
+  for (const SgArc candidate : SgGraphArcs(canvas())) {
+    Widget from = nullptr, to = nullptr;
+    ASSERT_TRUE(SgGraphGetArcNodes(canvas(), candidate, &from, &to));
+    if (VkNode::of(from) == middle) arc = candidate;
+  }
+  SgGraphSelectArc(canvas(), arc);
+  SgPoint place, childHandle;
+  ASSERT_TRUE(SgGraphArcPoint(canvas(), arc, &place, nullptr, &childHandle));
+  hands().drag(onScreen(canvas(), childHandle), at("right"));
+  settle();
+  EXPECT_FALSE(middle->hasChild(leaf));
+  EXPECT_FALSE(leaf->hasParent(middle));
+  EXPECT_TRUE(middle->hasChild(right));
+
+  const SgRectangle view = SgGraphViewport(canvas());
+  hands().doubleClick(onScreen(canvas(), {view.width - 60, view.height - 40}));
+  settle();
+  ASSERT_EQ(graph_->numNodes(), 7u);
+  EXPECT_EQ(VkNode::of(graph_->node(6)->baseWidget()), graph_->node(6));
+}
+
+TEST_F(Graph, ACallbackMayClearAndFillTheGraph) {
+  fill();
+  show();
+  struct Refill {
+    VkGraph& graph;
+    static void callback(Widget, XtPointer self, XtPointer) {
+      VkGraph& graph = static_cast<Refill*>(self)->graph;
+      graph.clearAll();
+      VkNode* parent = graph.make<>("root");
+      graph.add(parent, graph.make<>("other"));
+      graph.displayAll();
+      graph.doLayout();
+    }
+  } refill{*graph_};
+  XtAddCallback(canvas(), SgNdefaultActionCallback, &Refill::callback, &refill);
+  settle();
+  hands().doubleClick(onScreen(canvas(), inWindow("root")));
+  settle();
+  EXPECT_EQ(graph_->numNodes(), 2u);
+  EXPECT_EQ(SgGraphArcCount(canvas()), 1u);
+  EXPECT_EQ(SgGraphNodeAt(canvas(), inWindow("root")), graph_->find("root")->baseWidget());
+}
+
+TEST_F(Graph, OutlivesItsWidgets) {
+  fill();
+  XtDestroyWidget(graph_->baseWidget());
+  EXPECT_EQ(canvas(), nullptr);
+  EXPECT_EQ(graph_->find("root")->baseWidget(), nullptr);
+  link("root", "late");
+  graph_->displayAll();
+  graph_->doLayout();
+  graph_->doSubtreeLayout(graph_->find("root"));
+  graph_->reveal(graph_->find("late"));
+  EXPECT_FALSE(graph_->saveToFile("/dev/null"));
+  graph_->remove(graph_->find("left"));
+  graph_->clearAll();
+  EXPECT_EQ(graph_->numNodes(), 0u);
+}
+
+// Large graphs
+
+TEST_F(Graph, OfManyNodesIsBuiltLaidOutEditedAndCleared) {
+  // Takes very long if anything but the first layout looks at all of it more than once.
+  const SceneLikeGraph scene = scene_like_graph(VkGraph::kLargeGraph * 5 / 4, 5);
+  std::vector<VkNode*> nodes;
+  const auto build = [&] {
+    nodes.clear();
+    for (const std::string& name : scene.names) nodes.push_back(graph_->make<>(name.c_str()));
+    for (const auto& [parent, child] : scene.arcs) graph_->add(nodes[parent], nodes[child]);
+    graph_->displayAll();
+  };
+  build();
+  ASSERT_GT(graph_->numNodes(), VkGraph::kLargeGraph);
+  graph_->doLayout();
+  const SgRectangle last = SgGraphNodeBounds(nodes.back()->baseWidget());
+  graph_->add(nodes[0], graph_->make<>("newNode"));
+  graph_->displayAll();
+  graph_->doLayout();
+  EXPECT_EQ(SgGraphNodeBounds(nodes.back()->baseWidget()), last) << "a large graph stays where it is";
+  EXPECT_GT(bounds("newNode").y, SgGraphNodeBounds(nodes[0]->baseWidget()).y);
+  graph_->doSubtreeLayout(nodes[0]);
+  EXPECT_EQ(SgGraphNodeBounds(nodes.back()->baseWidget()), last);
+  graph_->clearAll();
+  EXPECT_EQ(graph_->numNodes(), 0u);
+  build();
+  EXPECT_EQ(SgGraphArcCount(canvas()), scene.arcs.size());
+}
+
+// The strip
+
+class Strip : public Graph {
+ protected:
+  void SetUp() override {
+    Graph::SetUp();
+    fill();
+    link("right", "leaf_2");
+    graph_->displayAll();
+    graph_->doLayout();
+    show();
+  }
+  Widget part(const char* name) {
+    return XtNameToWidget(graph_->baseWidget(), ("*strip." + std::string(name)).c_str());
+  }
+  void press(const char* name) {
+    hands().click(middleOf(part(name)));
+    settle();
+    SgGraphUpdate(canvas());
+  }
+  Point middleOf(Widget widget) {
+    return onScreen(
+        widget, {resource<Dimension>(widget, XmNwidth) / 2.0, resource<Dimension>(widget, XmNheight) / 2.0});
+  }
+  void type(const char* text) {
+    hands().click(middleOf(part("find")));
+    settle();
+    hands().type(text);
+    settle();
+  }
+  std::vector<std::string> selected() {
+    std::vector<std::string> names;
+    for (const Widget node : SgGraphGetSelectedNodes(canvas())) names.push_back(VkNode::of(node)->name());
+    return names;
+  }
+  std::string shownZoom() { return viewkit::textResource(part("zoomLevel"), XmNlabelString); }
+};
+
+TEST_F(Strip, ZoomsByButtonsAndShowsTheZoom) {
+  EXPECT_EQ(shownZoom(), "100 %");
+  press("zoomIn");
+  EXPECT_GT(SgGraphZoom(canvas()), 1);
+  EXPECT_EQ(shownZoom(), "140 %");
+  SgGraphSetZoom(canvas(), 3.9);
+  press("zoomIn");
+  press("zoomIn");
+  EXPECT_EQ(shownZoom(), "400 %");
+  press("zoom100");
+  EXPECT_EQ(SgGraphZoom(canvas()), 1);
+  press("zoomOut");
+  EXPECT_EQ(shownZoom(), "70 %");
+  SgGraphSetZoom(canvas(), 0.11);
+  press("zoomOut");
+  press("zoomOut");
+  EXPECT_EQ(shownZoom(), "10 %");
+}
+
+TEST_F(Strip, FitShowsEverything) {
+  SgGraphSetNodePosition(graph_->find("right")->baseWidget(), {3000, 2000});
+  press("zoomFit");
+  const SgRectangle view = SgGraphViewport(canvas());
+  for (const char* name : {"root", "left", "right", "leaf_1"})
+    EXPECT_TRUE(view.contains(inWindow(name))) << name;
+  EXPECT_LT(SgGraphZoom(canvas()), 1);
+}
+
+TEST_F(Strip, ShowsAZoomMadeWithTheWheel) {
+  hands().wheel(onScreen(canvas(), {100, 100}), -20, {"Control_L"});
+  settle();
+  SgGraphUpdate(canvas());
+  EXPECT_EQ(shownZoom(), "10 %");
+}
+
+TEST_F(Strip, TypingFindsAndReturnGoesOn) {
+  SgGraphSetNodePosition(graph_->find("leaf_1")->baseWidget(), {5000, 4000});
+  type("EAF_");
+  EXPECT_THAT(selected(), ElementsAre("leaf_0"));
+  hands().key("Return");
+  settle();
+  EXPECT_THAT(selected(), ElementsAre("leaf_1"));
+  EXPECT_TRUE(SgGraphViewport(canvas()).contains(inWindow("leaf_1")));
+  hands().key("Return");
+  hands().key("Return");
+  settle();
+  EXPECT_THAT(selected(), ElementsAre("leaf_0"));
+  EXPECT_FALSE(XtIsManaged(part("notFound")));
+}
+
+TEST_F(Strip, SaysWhatIsNotFound) {
+  type("left");
+  EXPECT_THAT(selected(), ElementsAre("left"));
+  type("x");
+  EXPECT_TRUE(XtIsManaged(part("notFound")));
+  EXPECT_THAT(selected(), ElementsAre("left"));
+  hands().key("BackSpace");
+  settle();
+  EXPECT_FALSE(XtIsManaged(part("notFound")));
+  XmTextFieldSetString(part("find"), const_cast<char*>(""));
+  EXPECT_FALSE(XtIsManaged(part("notFound")));
+}
+
+TEST_F(Strip, TabGoesFromTheGraphToTheFieldAndBack) {
+  hands().click(onScreen(canvas(), inWindow("root")));
+  hands().key("Down");
+  settle();
+  EXPECT_THAT(selected(), ElementsAre("middle"));
+  const auto focused = [&] { return XmGetFocusWidget(graph_->baseWidget()); };
+  EXPECT_EQ(focused(), canvas());
+  int tabs = 0;
+  do {
+    hands().key("Tab");
+    settle();
+  } while (focused() != part("find") && ++tabs < 10);
+  EXPECT_EQ(focused(), part("find"));
+  tabs = 0;
+  do {
+    hands().key("Tab", {"Shift_L"});
+    settle();
+  } while (focused() != canvas() && ++tabs < 10);
+  EXPECT_EQ(focused(), canvas());
+}
+
+TEST_F(Strip, KeepsItsHeightInASmallWindow) {
+  XtVaSetValues(window_->baseWidget(), XmNwidth, 400, XmNheight, 250, nullptr);
+  ASSERT_TRUE(eventually([&] { return SgGraphViewport(canvas()).height < 250; }));
+  EXPECT_GE(resource<Dimension>(part("find"), XmNheight), 18);
+  EXPECT_GE(SgGraphViewport(canvas()).height, 50);
+}
+
+// Printing
+
+TEST_F(Graph, SavesEveryNodeAndArcAsPostScript) {
+  fill();
+  const ScratchDirectory directory;
+  ASSERT_TRUE(graph_->saveToFile((directory / "graph.ps").c_str()));
+  const std::string document = read_file(directory / "graph.ps");
+  EXPECT_THAT(document, testing::StartsWith("%!PS-Adobe-3.0\n"));
+  for (const char* name : {"(root)", "(left)", "(middle)", "(right)", "(leaf_0)", "(leaf_1)"})
+    EXPECT_THAT(document, HasSubstr(name));
+  std::size_t arcs = 0;
+  for (std::size_t at = document.find("\nstroke "); at != std::string::npos;
+       at = document.find("\nstroke ", at + 1))
+    ++arcs;
+  EXPECT_EQ(arcs, 5u);
+  EXPECT_FALSE(graph_->saveToFile("/dev/full"));
+  EXPECT_FALSE(graph_->saveToFile((directory / "nowhere/graph.ps").c_str()));
+}
+
+}  // namespace
