@@ -93,7 +93,7 @@ TEST(Written, Mode2PutsTheTableInPlaceOfALongerHeaderBlock1) {
 TEST(Written, OnlyMode2CarriesEditsThatKeepTheLength) {
   const std::string bytes = version2().bytes().str();
   Qis scene = opened(bytes);
-  scene.obj_list.records[0].ext->head.fog_cycle_type = 0x12345678;
+  scene.obj_list.records[0].ext->head.fog_render.cycle_type = 0x12345678;
   EXPECT_TRUE(written(scene, 1) == bytes);
   EXPECT_THAT(written(scene, 2), testing::HasSubstr("\x12\x34\x56\x78"));
 }
