@@ -195,6 +195,7 @@ constexpr Line kLines[] = {
     {ALL, "*fileSelectionDialog.dialogTitle: Choose a File"},
     {ALL, "*XmFileSelectionBox.pathMode: XmPATH_MODE_RELATIVE"},
     {ALL, "*XmFileSelectionBox.fileFilterStyle: XmFILTER_HIDDEN_FILES"},
+    {ALL, "*XmFileSelectionBox.noMatchString: (no files)"},
     {ALL, "*XmFileSelectionBox.listVisibleItemCount: 14"},
     {ALL, "*XmFileSelectionBox.textColumns: 52"},
     {ALL, "*XmFileSelectionBox.marginWidth: 8"},
@@ -247,6 +248,14 @@ constexpr Line kLines[] = {
     {ALL, "*killpbxsend.mnemonic: l"},
 };
 
+/// The keys that people know; by itself Motif writes most of them into the text, as boxes.
+constexpr const char* kEditingKeys =
+    ".translations: #override\\n"
+    "Ctrl<Key>a: select-all()\\n"
+    "Ctrl<Key>c: copy-clipboard()\\n"
+    "Ctrl<Key>x: cut-clipboard()\\n"
+    "Ctrl<Key>v: paste-clipboard()";
+
 }  // namespace
 
 bool hasSmoothText(Display* display) {
@@ -262,6 +271,7 @@ std::vector<std::string> fallbackResources(bool smoothText) {
   std::vector<std::string> lines;
   for (const auto& [on, text] : kLines)
     if (on == ALL || (on == SMOOTH) == smoothText) lines.emplace_back(text);
+  for (const char* text : {"*XmText", "*XmTextField"}) lines.push_back(std::string(text) + kEditingKeys);
   return lines;
 }
 

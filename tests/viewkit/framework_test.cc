@@ -131,6 +131,23 @@ TEST_F(Framework, DeleteInATextFieldDeletesThere) {
   EXPECT_THAT(program.output(), Not(HasSubstr("DeleteLink")));
 }
 
+TEST_F(Framework, TextIsSelectedCutCopiedAndPastedByTheUsualKeys) {
+  const auto awaitText = [&](const std::string& text) {
+    program.await(text, [&](const WidgetInfo& w) { return w.isAt("form/text") && w.text == text; });
+  };
+  program.driver().type("abc");
+  key("a", {"Control_L"});
+  key("c", {"Control_L"});
+  program.driver().type("d");
+  key("v", {"Control_L"});
+  awaitText("dabc");
+  key("a", {"Control_L"});
+  key("x", {"Control_L"});
+  awaitText("");
+  key("v", {"Control_L"});
+  awaitText("dabc");
+}
+
 TEST_F(Framework, AGreyedPaneIsNotRunByAccelerators) {
   program.chooseMenu({"KAVO tool", "Grey"});
   awaitOutput("File 0\n");
@@ -329,6 +346,21 @@ TEST_F(FileDialog, ShowsEverythingOnRequest) {
   EXPECT_TRUE(support::waitFor([&] { return listed() == 2; }));
 }
 
+TEST_F(FileDialog, SaysThatNoFileMatchesAndTakesThatForNoName) {
+  std::filesystem::create_directory(scratch.path() / "empty");
+  open();
+  program.driver().type("empty");
+  key("Return");
+  EXPECT_TRUE(support::waitFor([&] { return directory() == path("empty/"); }));
+  EXPECT_EQ(program.resource(program.await("fileSelectionDialog"), "noMatchString"), "(no files)");
+  EXPECT_EQ(listed(), 1);
+  program.driver().doubleClick(line("ItemsList", 1));
+  program.driver().click(line("ItemsList", 1));
+  program.settle();
+  EXPECT_EQ(program.await("fileSelectionDialog/Text").text, "");
+  EXPECT_TRUE(isShown("fileSelectionDialog"));
+}
+
 TEST_F(FileDialog, TakesATypedPath) {
   open();
   program.driver().type("/no/such/../place.quil");
@@ -425,6 +457,6 @@ TEST_P(AtDepth, RunsWithoutComplaints) {
   EXPECT_EQ(program.errors(), "");
 }
 
-INSTANTIATE_TEST_SUITE_P(Depths, AtDepth, testing::Values(8, 16, 24));
+INSTANTIATE_TEST_SUITE_P(Depths, AtDepth, testing::Values(8, 16, 24), testing::PrintToStringParamName());
 
 }  // namespace
