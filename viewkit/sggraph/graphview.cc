@@ -325,6 +325,10 @@ void GraphView::placeScrollBars() {
   place(verticalBar_, viewWidth, 0, across, viewHeight);
   place(horizontalBar_, 0, viewHeight, viewWidth, down);
   viewport_.resize(viewWidth, viewHeight);
+  // Nobody else paints the corner between the bars, where the picture of a larger view may have been.
+  if (XtIsRealized(widget()))
+    XClearArea(XtDisplay(widget()), XtWindow(widget()), viewWidth, viewHeight, static_cast<unsigned>(across),
+               static_cast<unsigned>(down), False);
 }
 
 void GraphView::setScrollBars() {
