@@ -6,16 +6,18 @@
 #include "editor/graphwindow.h"
 #include "viewkit/vkapp.h"
 
+/// The program's name and version, and on the following lines the notice of rights.
+std::array<char, 256> version_string;
+
 int main(int argc, char** argv) {
   // Traces appear in order with the output of the commands that the editor runs.
   std::setvbuf(stdout, nullptr, _IOLBF, 0);
   VkApp app("quileditor", &argc, argv);
   GraphWindow window("QUILeditor2");
-  static std::array<char, 256> version;
-  std::snprintf(version.data(), version.size(), "%s %s\n%s\n%s", "QUILeditor Version2.02", "2026-11-21",
-                "Copyright (c) 2026 the quileditor authors.",
+  std::snprintf(version_string.data(), version_string.size(), "%s %s\n%s\n%s", "QUILeditor Version2.02",
+                "2026-11-21", "Copyright (c) 2026 the quileditor authors.",
                 "Licensed under the MIT License; see the file LICENSE.");
-  app.setVersionString(version.data());
+  app.setVersionString(version_string.data());
   app.setBusyDialog(nullptr);
   window.show();
   return app.run();

@@ -97,6 +97,9 @@ std::vector<Words> describeGraph(Widget graph) {
   for (const Widget node : nodesOf(graph)) {
     Words line{"node", XtName(node), SgNodeLabel(node)};
     places.add(line, SgGraphNodeRectangle(node));
+    Pixel tint = 0;
+    XtVaGetValues(node, SgNtint, &tint, nullptr);
+    line.push_back(std::to_string(tint));
     line.push_back(std::string(XtIsManaged(node) ? "m" : "") + (contains(selected_nodes, node) ? "t" : ""));
     result.push_back(line);
   }

@@ -15,6 +15,7 @@ struct GraphState {
   struct Node {
     std::string name, label;
     Box box;
+    unsigned long tint = 0;  ///< pixel value of its colour
     bool managed = false, selected = false;
   };
   struct Arc {

@@ -201,4 +201,20 @@ TEST(FindQuileditor, AnEditorStartedByItsPlainNameIsFound) {
 
 TEST(FindQuileditor, AnEditorStartedThroughAPathIsNot) { EXPECT_EQ(found_when_started_as(QUIL_EDITOR), 0); }
 
+TEST(ColorTable, ASecondEditorLeavesTheColormapAsTheFirstMadeIt) {
+  const XServer server(8);
+  const support::WindowManager manager(server);
+  const Connection display = connect(server);
+  const Cells untouched = cells(display.get());
+  support::Program::Start start;
+  start.name = "quileditor";
+  Editor first(server, start);
+  first.settle();
+  const Cells filled = cells(display.get());
+  EXPECT_NE(filled, untouched);
+  Editor second(server, start);
+  second.settle();
+  EXPECT_EQ(cells(display.get()), filled);
+}
+
 }  // namespace

@@ -22,7 +22,12 @@ testing::AssertionResult sameBytes(const std::string& found, const std::string& 
                                      << " bytes at " << at - found.begin();
 }
 
-EditorTest::EditorTest(int depth) : server_(depth), editor_(server_, start()) {}
+EditorTest::EditorTest(int depth, const std::map<std::string, std::string>& home_files)
+    : server_(depth), editor_(server_, [&] {
+        support::Program::Start with_files = start();
+        with_files.home_files = home_files;
+        return with_files;
+      }()) {}
 
 support::Program::Start EditorTest::start() const {
   const fs::path bin = files_ / "bin";

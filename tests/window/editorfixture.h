@@ -5,6 +5,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <map>
 #include <optional>
 #include <string>
 #include <vector>
@@ -19,7 +20,8 @@ testing::AssertionResult sameBytes(const std::string& found, const std::string& 
 class EditorTest : public testing::Test {
  protected:
   /// @param depth  of the screen
-  explicit EditorTest(int depth = 24);
+  /// @param home_files  names and contents of files in the user's home directory
+  explicit EditorTest(int depth = 24, const std::map<std::string, std::string>& home_files = {});
 
   /// What a fresh editor is started with.
   support::Program::Start start() const;

@@ -2,6 +2,7 @@
 /// The File menu and Set Output Directory.
 #include <filesystem>
 
+#include "tests/support/case_name.h"
 #include "tests/window/editorfixture.h"
 
 namespace {
@@ -190,6 +191,7 @@ TEST_F(FileCommands, NewClearsTheGraphAndSaveStillWritesTheScene) {
 struct DirectoryCommand {
   std::string name;
   std::vector<std::string> menu;
+  friend void PrintTo(const DirectoryCommand& row, std::ostream* out) { *out << row.name; }
 };
 
 class SetDirectory : public FileCommands, public testing::WithParamInterface<DirectoryCommand> {
@@ -217,7 +219,7 @@ INSTANTIATE_TEST_SUITE_P(
     All, SetDirectory,
     testing::Values(DirectoryCommand{"Kavo", {"KAVO tool", "Convert to KAVO DL", "Set Output Directory"}},
                     DirectoryCommand{"Quil2", {"QUIL2 tool", "Convert to ZEX", "Set Output Directory"}}),
-    [](const auto& row) { return row.param.name; });
+    CaseName());
 
 TEST_F(FileCommands, TheFileDialogStartsInTheWorkingDirectoryAndRemembersWhereItWas) {
   const auto directory = [&] { return editor_.resource(editor_.await(kFiles), "directory"); };

@@ -157,6 +157,33 @@ TEST_F(Gestures, ANewNodeStandsForNoRecord) {
   expectEdits("");
 }
 
+TEST_F(Gestures, EveryNewNodeIsOneMore) {
+  edit(table());
+  const std::size_t nodes = editor_.graph().nodes.size();
+  for (std::size_t made = 1; made <= 2; ++made) {
+    const support::Box view = editor_.graph().view;
+    editor_.driver().doubleClick({view.x + 5, view.y + view.height - 5});
+    EXPECT_EQ(editor_.graph().nodes.size(), nodes + made);
+  }
+}
+
+TEST_F(Gestures, ANodeThatStandsForNoRecordOpensNothing) {
+  edit(table());
+  const support::Box view = editor_.graph().view;
+  editor_.driver().doubleClick({view.x + 5, view.y + view.height - 5});
+  newOutput();
+  const auto shells = [&] {
+    int shown = 0;
+    for (const support::WidgetInfo& w : editor_.widgets())
+      if (w.viewable && w.class_name.find("Shell") != std::string::npos) ++shown;
+    return shown;
+  };
+  const int before = shells();
+  editor_.doubleClickNode("newNode");
+  EXPECT_EQ(newOutput(), "In defaultActionCallback\nNew Node\n");
+  EXPECT_EQ(shells(), before);
+}
+
 TEST_F(Gestures, TheChildEndOfAnArcMoves) {
   edit(table());
   editor_.moveChildEnd("shape_1", "mat_0", "mat_1");

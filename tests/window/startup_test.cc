@@ -1,7 +1,11 @@
 /// @file
 /// Starting and ending the editor.
+#include <cctype>
 #include <filesystem>
+#include <map>
+#include <set>
 
+#include "tests/support/case_name.h"
 #include "tests/window/editorfixture.h"
 
 namespace {
@@ -109,6 +113,56 @@ TEST_F(StartUp, KillCommandsAreRunFromEitherMenu) {
   EXPECT_EQ(commandsRun(), "killpxsend\nkillbxsend\nkillpxsend\nkillbxsend\n");
 }
 
+TEST_F(StartUp, EveryMenuItemHasAMnemonicOfItsOwnInItsPane) {
+  std::map<std::string, std::set<char>> panes;
+  for (const WidgetInfo& w : editor_.widgets()) {
+    if (w.path.find("/menuBar/") == std::string::npos || w.label.empty() ||
+        w.class_name == "XmSeparatorGadget")
+      continue;
+    const char mnemonic = static_cast<char>(std::stoi(editor_.resource(w, "mnemonic")));
+    EXPECT_THAT(w.label, testing::Contains(mnemonic));
+    const std::string pane = w.path.substr(0, w.path.rfind('/'));
+    EXPECT_TRUE(panes[pane].insert(static_cast<char>(std::tolower(mnemonic))).second) << w.path;
+  }
+  EXPECT_EQ(panes.size(), 8u) << "the bar, its five panes and two submenus";
+}
+
+TEST_F(StartUp, TheVersionIsSaidWithItsRights) {
+  EXPECT_THAT(editor_.symbol("version_string"),
+              testing::MatchesRegex("QUILeditor Version2\\.02 [0-9-]+\n.*Copyright.*\n.*MIT License.*"));
+}
+
+TEST_F(StartUp, ACommandThatIsYetToComeSaysSo) {
+  for (const std::vector<std::string>& item :
+       {std::vector<std::string>{"KAVO tool", "KAVO Quick preview(DX-VIEWER)"},
+        {"KAVO tool", "KAVO Quick preview(Emu-Board)"},
+        {"KAVO tool", "Kavo preview(DX-VIEWER)"},
+        {"KAVO tool", "Kavo preview(Emu-Board)"},
+        {"KAVO tool", "Convert to KAVO DL", "Set Options and Go"},
+        {"QUIL2 tool", "Preview(DX-VIEWER)"},
+        {"QUIL2 tool", "Preview(Emu-Board)"},
+        {"QUIL2 tool", "Convert to ZEX", "Set Options and Go"},
+        {"QUIL2 tool", "Execute Script"},
+        {"QUIL2 tool", "Preview Script"},
+        {"QUIL2 tool", "Preview File"}}) {
+    SCOPED_TRACE(item.back());
+    editor_.chooseMenu(item);
+    EXPECT_EQ(editor_.message(Editor::kWarning),
+              "This command is not available in this version of the editor.");
+    editor_.answer(Editor::kWarning, "OK");
+  }
+}
+
+TEST_F(StartUp, TextureImagesPressedTwiceAreOff) {
+  const auto shown = [&] {
+    return editor_.find([](const WidgetInfo& w) { return w.label == "Display Texture Image"; })->set;
+  };
+  editor_.chooseMenu({"View", "Display Texture Image"});
+  EXPECT_TRUE(shown());
+  editor_.chooseMenu({"View", "Display Texture Image"});
+  EXPECT_FALSE(shown());
+}
+
 TEST_F(StartUp, TextureImagesAreToggledAndResetByDefault) {
   const auto shown = [&] {
     return editor_.find([](const WidgetInfo& w) { return w.label == "Display Texture Image"; })->set;
@@ -130,6 +184,54 @@ TEST_F(StartUp, ASecondEditorOnTheDisplayWorksBesideTheFirst) {
   EXPECT_TRUE(editor_.process().running());
 }
 
+struct Accelerator {
+  const char* name;
+  const char* keysym;
+  bool shift;
+  std::string_view dialog;
+  const char* message;  ///< of the dialog
+};
+
+class Accelerators : public StartUp, public testing::WithParamInterface<Accelerator> {};
+
+TEST_P(Accelerators, RunTheirCommand) {
+  if (GetParam().shift) {
+    editor_.key(GetParam().keysym, {"Shift_L", "Control_L"});
+  } else {
+    editor_.key(GetParam().keysym, {"Control_L"});
+  }
+  const WidgetInfo dialog = editor_.await(GetParam().dialog);
+  const bool files = GetParam().dialog == Editor::kFiles;
+  EXPECT_EQ(files ? editor_.resource(dialog, "dialogTitle") : dialog.label, GetParam().message);
+  editor_.answer(GetParam().dialog, "Cancel");
+}
+
+INSTANTIATE_TEST_SUITE_P(All, Accelerators,
+                         testing::Values(Accelerator{"New", "n", false, Editor::kQuestion,
+                                                     "All data is deleted. OK?"},
+                                         Accelerator{"Open", "o", false, Editor::kFiles, "Open"},
+                                         Accelerator{"Save", "s", false, Editor::kQuestion, "Overwrite OK?"},
+                                         Accelerator{"SaveAs", "s", true, Editor::kFiles, "Save As"}),
+                         CaseName());
+
+class UserResources : public EditorTest {
+ protected:
+  UserResources()
+      : EditorTest(24, {{".Xdefaults",
+                         "quileditor*objTint: #ffd0d0\n"
+                         "quileditor*SaveAs.accelerator: Ctrl<Key>F12\n"
+                         "quileditor*SaveAs.acceleratorText: Ctrl+F12\n"}}) {}
+};
+
+TEST_F(UserResources, WinOverTheProgramsOwn) {
+  editor_.open(data("tiny_v1"));
+  const support::GraphState graph = editor_.graph();
+  EXPECT_EQ(graph.node("obj_0").tint, 0xffd0d0u);
+  EXPECT_NE(graph.node("shape_0").tint, 0xffd0d0u);
+  editor_.key("F12", {"Control_L"});
+  editor_.answer(Editor::kFiles, "Cancel");
+}
+
 class Depths : public EditorTest, public testing::WithParamInterface<int> {
  protected:
   Depths() : EditorTest(GetParam()) {}
@@ -142,6 +244,6 @@ TEST_P(Depths, ShowASceneWithoutComplaint) {
   EXPECT_EQ(editor_.quit(), 0) << editor_.errors();
 }
 
-INSTANTIATE_TEST_SUITE_P(All, Depths, testing::Values(8, 16, 24));
+INSTANTIATE_TEST_SUITE_P(All, Depths, testing::Values(8, 16, 24), testing::PrintToStringParamName());
 
 }  // namespace
