@@ -91,7 +91,7 @@ TEST_P(XServerDepth, GivesThatDepthAndScreenshots) {
   EXPECT_EQ(read_file(scratch.path() / "pictures" / "screen.png").substr(1, 3), "PNG");
 }
 
-INSTANTIATE_TEST_SUITE_P(All, XServerDepth, testing::Values(8, 16, 24));
+INSTANTIATE_TEST_SUITE_P(All, XServerDepth, testing::Values(8, 16, 24), testing::PrintToStringParamName());
 
 TEST(XServer, ManyStartAtOnce) {
   const XServer a, b, c;

@@ -191,7 +191,6 @@ TEST_F(FileCommands, NewClearsTheGraphAndSaveStillWritesTheScene) {
 struct DirectoryCommand {
   std::string name;
   std::vector<std::string> menu;
-  friend void PrintTo(const DirectoryCommand& row, std::ostream* out) { *out << row.name; }
 };
 
 class SetDirectory : public FileCommands, public testing::WithParamInterface<DirectoryCommand> {
