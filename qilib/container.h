@@ -48,5 +48,5 @@ int qiWriteFileHeaderExt(std::FILE* file, const qi::Header& header, int mode);
 /// Writes the extension lists that the scene has. @returns 1, or 0 when a write failed.
 int qiWriteQb2Ext(std::FILE* file, const Qis& scene);
 
-/// Stores the name that the scene is saved under. @returns 1.
+/// Stores the name that the scene is saved under. @returns 1, or 0 when there is no memory for it.
 int qiSetFilename(const std::string& filename, Qis& scene);

@@ -82,7 +82,7 @@ int read_lists(std::FILE* file, Qis& scene, bool extension) {
 /// Empties the scene and reads the version-1 part into it.
 int read_version1_part(std::FILE* file, const std::string& filename, Qis& scene) {
   Qis empty;
-  qiSetFilename(filename, empty);  // the name may be the scene's own
+  empty.filename = filename;  // aside: the name may be the scene's own
   scene = std::move(empty);
   if (!qiReadFileHeader(file, scene)) return 0;
   return read_lists(file, scene, false);
@@ -118,8 +118,10 @@ int qiSetupFileHeaderExt(qi::Header& header) {
 }
 
 int qiSetFilename(const std::string& filename, Qis& scene) {
-  scene.filename = filename;
-  return 1;
+  return qi::guarded([&] {
+    scene.filename = filename;
+    return 1;
+  });
 }
 
 int qiOpenQb1(const std::string& filename, Qis& scene) {

@@ -1,0 +1,156 @@
+/// @file
+/// Memory: how much a file can make the library take, and what happens when there is no more.
+#include <gmock/gmock.h>
+#include <malloc.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <limits>
+#include <new>
+
+#include "qilib/checksizes.h"
+#include "qilib/container.h"
+#include "tests/qilib/kinds.h"
+#include "tests/support/case_name.h"
+#include "tests/support/files.h"
+#include "tests/support/written.h"
+
+namespace {
+
+/// What goes through operator new while it is watched.
+struct Heap {
+  static constexpr std::size_t kNever = std::numeric_limits<std::size_t>::max();
+  bool watched = false;
+  std::size_t allocations_left = kNever;  ///< the one after these fails, and all behind it
+  std::size_t held = 0, most_held = 0;    ///< bytes
+};
+Heap heap;
+
+class WatchedHeap {
+ public:
+  explicit WatchedHeap(std::size_t allocations_left = Heap::kNever) { heap = {true, allocations_left, 0, 0}; }
+  ~WatchedHeap() { heap.watched = false; }
+  WatchedHeap(const WatchedHeap&) = delete;
+  WatchedHeap& operator=(const WatchedHeap&) = delete;
+};
+
+}  // namespace
+
+void* operator new(std::size_t size) {
+  if (heap.watched && heap.allocations_left != Heap::kNever) {
+    if (heap.allocations_left == 0) throw std::bad_alloc();
+    --heap.allocations_left;
+  }
+  void* const block = std::malloc(size);
+  if (!block) throw std::bad_alloc();
+  if (heap.watched) heap.most_held = std::max(heap.most_held, heap.held += malloc_usable_size(block));
+  return block;
+}
+void operator delete(void* block) noexcept {
+  if (block && heap.watched) heap.held -= std::min(heap.held, malloc_usable_size(block));
+  std::free(block);
+}
+void operator delete(void* block, std::size_t) noexcept { operator delete(block); }
+
+namespace {
+
+using testing::internal::CaptureStderr;
+using testing::internal::GetCapturedStderr;
+
+/// A file of both versions' lists with something in all of them.
+std::string file_with_all_lists() {
+  FileBytes file;
+  file.version = 0x0200;
+  for (const KindCase& kind : kinds::all()) {
+    const bool needs_structure = !kind.ext && (kind.name == "Cam" || kind.name == "Obj" ||
+                                               kind.list == "ShapeList" || kind.list == "MatList");
+    if (needs_structure && !kind.structure) continue;
+    (kind.ext ? file.ext[kind.entry] : file.core[kind.entry]) = kind.bytes;
+  }
+  return file.bytes().str();
+}
+
+class ScarceMemory : public testing::Test {
+ protected:
+  const ScratchDirectory scratch_;
+  const std::string file_ = scratch_ / "scene.quil";
+  const std::string bytes_ = file_with_all_lists();
+};
+
+TEST_F(ScarceMemory, FailsAnOpenAtAnyPointAndLeavesAHarmlessScene) {
+  write_file(file_, bytes_);
+  int opened = 0;
+  for (std::size_t allocations = 0; !opened; ++allocations) {
+    SCOPED_TRACE(allocations);
+    ASSERT_LT(allocations, 10000u);
+    Qis scene;
+    CaptureStderr();
+    {
+      const WatchedHeap scarce(allocations);
+      opened = qiOpenQb(file_, scene);
+    }
+    const std::string printed = GetCapturedStderr();
+    EXPECT_EQ(printed, opened ? "" : "Out of memory.\n");
+    CaptureStderr();
+    for (const int mode : {1, 2}) {
+      written(scene, mode);
+      qiCheckSizes(scene, mode);
+    }
+    GetCapturedStderr();
+    EXPECT_TRUE(!opened || allocations > 100) << "a scene is made of many pieces";
+  }
+}
+
+TEST_F(ScarceMemory, FailsASaveAtAnyPointAndLeavesTheOldFile) {
+  write_file(file_, bytes_);
+  Qis scene;
+  ASSERT_EQ(qiOpenQb(file_, scene), 1);
+  const std::string target = scratch_ / "a name that is too long to be held without memory of its own";
+  write_file(target, "old");
+  int saved = 0;
+  for (std::size_t allocations = 0; !saved; ++allocations) {
+    SCOPED_TRACE(allocations);
+    ASSERT_LT(allocations, 10000u);
+    Qis copy = scene;
+    CaptureStderr();
+    {
+      const WatchedHeap scarce(allocations);
+      saved = qiSaveAsQb2(copy, target);
+    }
+    EXPECT_EQ(GetCapturedStderr(), saved ? "" : "Out of memory.\n");
+    EXPECT_TRUE(read_file(target) == (saved ? bytes_ : "old"));
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(scratch_.path()), {}), 2);
+  }
+}
+
+class MemoryOf : public testing::TestWithParam<KindCase> {};
+
+/// Room for small counts to be believed, so that what one counted thing costs shows as well.
+TEST_P(MemoryOf, AFileStaysWithinASmallMultipleOfItWhateverItsCountsSay) {
+  constexpr std::size_t kMost = 16;
+  constexpr std::size_t kSpareWords = 2000;
+  const ScratchDirectory scratch;
+  const std::string name = scratch / "scene.quil";
+  KindCase roomy = GetParam();
+  roomy.bytes.add(Bytes{}.fill(kSpareWords, 0));
+  for (const std::size_t offset : GetParam().bytes.counts())
+    for (const std::uint32_t count :
+         {10u, 100u, 240u, 1000u, 4000u, 8000u, 0x10000u, 0x1000000u, 0x7FFFFFFCu, 0xFFFFFFFCu}) {
+      KindCase hostile = roomy;
+      hostile.bytes.put(offset, count);
+      const std::string bytes = kinds::file_with(hostile).bytes().str();
+      write_file(name, bytes);
+      Qis scene;
+      CaptureStderr();
+      {
+        const WatchedHeap watched;
+        qiOpenQb(name, scene);
+      }
+      GetCapturedStderr();
+      EXPECT_LT(heap.most_held, kMost * bytes.size()) << count << " at " << offset;
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Each, MemoryOf, testing::ValuesIn(kinds::all()), CaseName{});
+
+}  // namespace
