@@ -95,7 +95,9 @@ int qiCheckTag(Word found, Word expected);
 int qiReadArray(qi::ListCursor& cursor, Words& destination, std::uint64_t word_count,
                 std::string_view what = "array");
 /// The same, under the name that the version-2 set-ups use.
-inline constexpr auto& qiSetupArray = qiReadArray;
+inline int qiSetupArray(qi::ListCursor& cursor, Words& destination, std::uint64_t word_count) {
+  return qiReadArray(cursor, destination, word_count);
+}
 
 /// Copies two extension blocks, sizes in bytes; the second only if the first could be had.
 int qiReadExtBlk1(qi::ListCursor& cursor, Words& destination1, Word size1, Words& destination2, Word size2);
