@@ -6,7 +6,10 @@
 
 #include "qilib/container.h"
 #include "qilib/edit.h"
+#include "qilib/lists.h"
+#include "qilib/listwalk.h"
 #include "tests/qilib/kinds.h"
+#include "tests/support/case_name.h"
 #include "tests/support/files.h"
 #include "tests/support/shared_scenes.h"
 #include "tests/support/written.h"
@@ -117,6 +120,43 @@ TEST_F(CheckSizes, PutsEverySizeRight) {
     EXPECT_TRUE(written(scene_, mode) == good) << "mode " << mode;
   }
 }
+
+/// A size of every sort wrong in a list of each kind.
+class CheckSizesOf : public CheckSizes, public testing::WithParamInterface<KindCase> {
+ protected:
+  void spoil() {
+    qi::for_each_list(scene_, [this]<class L>(const qi::ListInfo& info, L& list) {
+      if (info.name != GetParam().list) return;
+      qi::list_bytes(scene_.header, info) += 12;
+      if constexpr (requires { list.header.size; }) list.header.size ^= 0x40;
+      if constexpr (requires { list.sizes; })
+        for (Word& size : list.sizes) size += 4;
+      if constexpr (qi::TwoKinds<L>) {
+        list.sizes1.at(0) = 0;
+        list.sizes2.at(1) = 0xFFFFFFFF;
+      }
+      qi::for_each_record(list, []<class R>(std::size_t, R& record) {
+        // Of an image and of a name, the record's size says how much data there is.
+        if constexpr (!std::same_as<R, qi::Teximg> && !std::same_as<R, qi::Name>) record.fixed.size ^= 8;
+      });
+    });
+    scene_.header.fixed.header_size += 4;
+    scene_.header.fixed.file_size = 0;
+  }
+};
+
+TEST_P(CheckSizesOf, EachKindPutsThemRightInBothModes) {
+  const std::string good = kinds::file_with(GetParam()).bytes().str();
+  for (const int mode : {1, 2}) {
+    open(good);
+    spoil();
+    EXPECT_GE(check(mode), 4);
+    EXPECT_TRUE(written(scene_, mode) == good) << "mode " << mode;
+    EXPECT_EQ(check(mode), 0);
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(Each, CheckSizesOf, testing::ValuesIn(kinds::all()), CaseName{});
 
 TEST_F(CheckSizes, FollowsAStructureWhoseLengthNobodyAdded) {
   for (const int mode : {2, 1}) {

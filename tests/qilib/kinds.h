@@ -287,13 +287,13 @@ inline Bytes ciimg(std::uint32_t i) {
       .fill(2, 0x9A0000)
       .add(blocks());
 }
-inline Bytes color_palette(std::uint32_t i) {  // 16 entries take 8 words, and so do 17
+inline Bytes color_palette(std::uint32_t i) {  // 16 entries take 8 words, 15 take 7
   return Bytes{}
-      .u32s({0x00210100, i, 84 + 32 + 12, 3})
-      .count(16 + i)
+      .u32s({0x00210100, i, 84 + 4 * (8 - i) + 12, 3})
+      .count(16 - i)
       .fill(14, i << 8)
       .add(block_sizes())
-      .fill(8, 0x9B0000)
+      .fill(8 - i, 0x9B0000)
       .add(blocks());
 }
 inline Bytes envelope(std::uint32_t i) {

@@ -2,6 +2,10 @@
 /// Which word of the file ends up in which member, where reading and writing alike could not tell.
 #include <gmock/gmock.h>
 
+#include <array>
+#include <bit>
+#include <numeric>
+
 #include "qilib/container.h"
 #include "qilib/names.h"
 #include "tests/qilib/kinds.h"
@@ -24,6 +28,79 @@ Qis scene_with(const std::string& name) {
   }
   ADD_FAILURE() << name;
   return {};
+}
+
+/// Fixed words of which each holds its own number.
+template <class Fixed>
+Fixed numbered() {
+  std::array<Word, sizeof(Fixed) / sizeof(Word)> words;
+  std::iota(words.begin(), words.end(), Word{0});
+  return std::bit_cast<Fixed>(words);
+}
+Word bits(float number) { return std::bit_cast<Word>(number); }
+
+TEST(FixedWords, OfScenesAndEnvironmentsStandInTheirPlaces) {
+  const auto scene = numbered<qi::Scene::Fixed>();
+  EXPECT_THAT((std::array{scene.fixed_size, scene.size, scene.video, scene.name}), ElementsAre(1, 2, 3, 4));
+  EXPECT_THAT((std::array{scene.obj_count, scene.env_count, scene.cam_count, scene.light_count}),
+              ElementsAre(5, 6, 7, 8));
+  const auto env = numbered<qi::Env::Fixed>();
+  EXPECT_THAT((std::array{env.name, env.use_fog, env.fog_color, env.fog_near, env.fog_far, env.fill_color,
+                          env.fill_depth, env.bg_color_image, env.bg_depth_image}),
+              ElementsAre(3, 4, 5, 6, 7, 8, 9, 10, 11));
+}
+
+TEST(FixedWords, OfCamerasAndLightsStandInTheirPlaces) {
+  const auto cam = numbered<qi::Cam::Fixed>();
+  EXPECT_THAT((std::array{cam.name, cam.type, bits(cam.near), bits(cam.bottom), bits(cam.fovy),
+                          bits(cam.aspect), bits(cam.scale), cam.lookat, cam.eye, cam.up}),
+              ElementsAre(3, 4, 5, 10, 11, 12, 13, 14, 15, 16));
+  const auto light = numbered<qi::Light::Fixed>();
+  EXPECT_THAT((std::array{light.name, light.type, bits(light.ambient_red), bits(light.ambient_green),
+                          bits(light.ambient_blue), light.sub_count}),
+              ElementsAre(4, 5, 6, 7, 8, 9));
+}
+
+TEST(FixedWords, OfObjectsShapesAndPartsStandInTheirPlaces) {
+  const auto obj = numbered<qi::Obj::Fixed>();
+  EXPECT_THAT((std::array{obj.name, obj.state, obj.type, obj.group, obj.priority, obj.render.cycle_type,
+                          obj.render.pri, obj.render.type0, obj.render.type1, obj.billboard_link,
+                          obj.lod_count, obj.child_count, obj.shape, obj.mat, obj.anim}),
+              ElementsAre(3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 16, 17, 18));
+  const auto shape = numbered<qi::Shape::Fixed>();
+  EXPECT_THAT((std::array{shape.name, shape.flags, shape.geometry, shape.mat, shape.part_count}),
+              ElementsAre(3, 4, 5, 6, 7));
+  const auto part = numbered<qi::Part::Fixed>();
+  EXPECT_THAT((std::array{part.name, part.mat, part.index_count}), ElementsAre(3, 4, 6));
+}
+
+TEST(FixedWords, OfMaterialsTexturesAndAnimationsStandInTheirPlaces) {
+  const auto mat = numbered<qi::Mat::Fixed>();
+  EXPECT_THAT(
+      (std::array{mat.name, mat.mat_type, mat.shade_type, mat.combiner.color_type0, mat.combiner.color_type1,
+                  mat.combiner.alpha_type0, mat.combiner.alpha_type1, bits(mat.prim_color.red),
+                  bits(mat.prim_color.alpha), mat.usr_flags[0], mat.usr_flags[7], mat.tex_count}),
+      ElementsAre(3, 4, 5, 6, 7, 8, 9, 10, 13, 14, 21, 23));
+  const auto tex = numbered<qi::Tex::Fixed>();
+  EXPECT_THAT((std::array{tex.name, tex.tex_type, tex.wrap_s, tex.wrap_t, tex.tiled}),
+              ElementsAre(4, 5, 6, 7, 8));
+  const auto anim = numbered<qi::Anim::Fixed>();
+  EXPECT_THAT((std::array{anim.name, anim.type, anim.frame_rate, anim.key_count, anim.anim_loop}),
+              ElementsAre(4, 5, 6, 7, 8));
+}
+
+TEST(FixedWords, OfTheSkeletonStandInTheirPlaces) {
+  const auto root = numbered<qi::ChainRoot::Fixed>();
+  EXPECT_THAT((std::array{root.obj_count, root.external_count, root.anim, root.joint}),
+              ElementsAre(5, 6, 7, 8));
+  const auto joint = numbered<qi::Joint::Fixed>();
+  EXPECT_THAT(
+      (std::array{joint.type, bits(joint.length), bits(joint.axis[0]), bits(joint.axis[2]), joint.obj_count,
+                  joint.external_count, joint.child_joint, joint.effector, joint.anim}),
+      ElementsAre(4, 5, 6, 8, 9, 10, 11, 12, 13));
+  const auto effector = numbered<qi::Effector::Fixed>();
+  EXPECT_THAT((std::array{effector.type, effector.obj_count, effector.external_count, effector.anim}),
+              ElementsAre(4, 5, 6, 7));
 }
 
 TEST(Layout, TheScenesArraysAreObjsEnvsCamsLights) {
@@ -159,8 +236,8 @@ TEST(Layout, AnOddPaletteEntryHasNoWord) {
   const auto palettes = scene_with("ColorPalette").ext.color_palette_list.records;
   EXPECT_EQ(palettes[0].fixed.entry_count, 16u);
   EXPECT_EQ(palettes[0].colors.size(), 8u);
-  EXPECT_EQ(palettes[1].fixed.entry_count, 17u);
-  EXPECT_EQ(palettes[1].colors.size(), 8u);
+  EXPECT_EQ(palettes[1].fixed.entry_count, 15u);
+  EXPECT_EQ(palettes[1].colors.size(), 7u);
 }
 
 TEST(Layout, APixelIndexArrayOf5By3At4BitsTakes2Words) {

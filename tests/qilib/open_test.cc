@@ -311,6 +311,15 @@ TEST_F(Open, AVersion2SceneWithoutAStructureFailsWithoutAMessage) {
   EXPECT_EQ(printed_, "");
 }
 
+TEST_F(Open, AScenesStructureMayBeNoMoreThanItsFiveWords) {
+  FileBytes file = version2();
+  file.core[0] = Bytes{}.u32s({0x00010000, 44, 64, 0, 0, 0, 0, 0, 0, 20, 0}).u32s({0, 0, 0, 0, 0});
+  EXPECT_EQ(open(file.bytes()), 1);
+  EXPECT_EQ(printed_, "");
+  ASSERT_TRUE(scene_.scene.ext);
+  EXPECT_TRUE(scene_.scene.ext->chain_roots.empty());
+}
+
 TEST_F(Open, ARecordWithoutAStructureFailsAfterTheRecordsBehindIt) {
   FileBytes file = version2();
   Bytes bare = Bytes{}.u32s({0x00020100, 0, 88}).fill(10).u32s({0, 0}).fill(5).u32s({0, 0});

@@ -91,6 +91,15 @@ TEST_F(Replacing, FullDeviceIsWrittenDirectlyAndFails) {
   EXPECT_TRUE(fs::is_character_file("/dev/full"));
 }
 
+TEST_F(Replacing, ATargetThatBecameADirectoryFailsAndNothingIsLeft) {
+  ReplacingFile file{target_};
+  ASSERT_TRUE(file.stream());
+  fs::create_directory(target_);
+  EXPECT_FALSE(file.commit());
+  EXPECT_FALSE(file.commit()) << "once is enough";
+  EXPECT_TRUE(fs::is_directory(target_));
+}
+
 TEST_F(Replacing, LongestFileNameIsNoObstacle) {
   const fs::path longest = dir_ / std::string(255, 'n');
   ReplacingFile file{longest};

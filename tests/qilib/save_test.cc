@@ -32,6 +32,19 @@ Qis opened(const std::string& bytes) {
   return scene;
 }
 
+/// What a writer puts into a stream.
+template <class Write>
+std::string stream_of(Write write) {
+  char* bytes = nullptr;
+  std::size_t size = 0;
+  std::FILE* stream = open_memstream(&bytes, &size);
+  EXPECT_EQ(write(stream), 1);
+  std::fclose(stream);
+  const std::string result(bytes, size);
+  std::free(bytes);
+  return result;
+}
+
 /// A version-2 file with a chain root and objs.
 FileBytes version2() {
   FileBytes file;
@@ -104,6 +117,7 @@ TEST(Written, AnEditThatChangesTheLengthIsWrittenInMode1Too) {
   EXPECT_TRUE(written(scene, 1) == written(scene, 2));
   const Qis again = opened(written(scene, 1));
   EXPECT_EQ(again.obj_list.records[0].ext->chain_roots, (Words{3, 4, 1}));
+  EXPECT_EQ(again.obj_list.records[0].ext->tail, Words{0x7A11}) << "still behind the structure";
 }
 
 TEST(Written, HeaderBlock1IsCurrentInMode1AfterAnEdit) {
@@ -132,13 +146,80 @@ TEST(Written, ANameOfAnyLengthIsRoundedUpWithZeroBytes) {
   list.header = {0x00110000, 0, 0, 1, 0, 0};
   list.sizes = {23};
   list.records.push_back({{0x00110100, 0, 16, 16 + 7}, {0x61626364}});
-  char* bytes = nullptr;
-  std::size_t size = 0;
-  std::FILE* stream = open_memstream(&bytes, &size);
-  EXPECT_EQ(qiWriteNameList(stream, list), 1);
-  std::fclose(stream);
-  EXPECT_EQ(std::string(bytes, size).substr(24 + 4 + 16), std::string("abcd\0\0\0\0", 8));
-  std::free(bytes);
+  const std::string bytes = stream_of([&](std::FILE* file) { return qiWriteNameList(file, list); });
+  EXPECT_EQ(bytes.substr(24 + 4 + 16), std::string("abcd\0\0\0\0", 8));
+}
+
+TEST(Written, EachCoreListHasAWriterOfItsOwn) {
+  FileBytes file;
+  file.version = 0x0200;
+  file.core[0] = kinds::scene2();
+  for (const KindCase& kind : kinds::all())
+    if (!kind.ext && (kind.structure || file.core[kind.entry].size() == 0))
+      file.core[kind.entry] = kind.bytes;
+  for (const KindCase& kind : kinds::all())
+    if (kind.ext) file.ext[kind.entry] = kind.bytes;
+  const std::string bytes = file.bytes().str();
+  const Qis s = opened(bytes);
+  for (const int mode : {1, 2})
+    EXPECT_TRUE(stream_of([&](std::FILE* f) {
+                  return qiWriteFileHeader(f, s.header, mode) && qiWriteSceneList(f, s.scene, mode) &&
+                         qiWriteEnvList(f, s.env_list) && qiWriteCamList(f, s.cam_list, mode) &&
+                         qiWriteLightList(f, s.light_list) && qiWriteObjList(f, s.obj_list, mode) &&
+                         qiWriteShapeList(f, s.shape_list, mode) && qiWriteVtxList(f, s.vtx_list) &&
+                         qiWriteTriList(f, s.tri_list) && qiWriteColorList(f, s.color_list) &&
+                         qiWriteVectorList(f, s.vector_list) && qiWriteStList(f, s.st_list) &&
+                         qiWritePartList(f, s.part_list) && qiWriteMatList(f, s.mat_list, mode) &&
+                         qiWriteTexList(f, s.tex_list, mode) && qiWriteTexImgList(f, s.teximg_list, mode) &&
+                         qiWriteAnimList(f, s.anim_list, mode) && qiWriteCollList(f, s.coll_list) &&
+                         qiWriteSwitchList(f, s.switch_list) && qiWriteNameList(f, s.name_list) &&
+                         qiWriteQb2Ext(f, s);
+                }) == bytes);
+}
+
+/// Writes a record's block 1 in both modes after an edit of its structure that keeps the length.
+template <class R, class WriteBlock>
+void expect_structure_in_mode_2(R record, Word& (*any_word)(R&), WriteBlock write) {
+  const std::string read = stream_of([&](std::FILE* f) { return write(f, record, 2); });
+  EXPECT_EQ(read.size(), record.fixed.block1_size);
+  any_word(record) ^= 0x55AA55AA;
+  EXPECT_TRUE(stream_of([&](std::FILE* f) { return write(f, record, 1); }) == read) << "as it was read";
+  EXPECT_TRUE(stream_of([&](std::FILE* f) { return write(f, record, 2); }) != read) << "as it was edited";
+  record.fixed.block1_size = 0;
+  EXPECT_EQ(stream_of([&](std::FILE* f) { return write(f, record, 2); }), "");
+}
+
+TEST(Written, EachStructureIsWrittenInMode2AndItsBlockInMode1) {
+  const auto scene = [](const std::string& name) {
+    for (const KindCase& kind : kinds::all())
+      if (kind.name == name) return opened(kinds::file_with(kind).bytes().str());
+    ADD_FAILURE() << name;
+    return Qis{};
+  };
+  expect_structure_in_mode_2<qi::Scene>(
+      scene("SceneStructure").scene, [](qi::Scene& r) -> Word& { return r.ext->chain_roots[0]; },
+      qiWriteSceneListExt);
+  expect_structure_in_mode_2<qi::Cam>(
+      scene("CamStructure").cam_list.records[0], [](qi::Cam& r) -> Word& { return r.ext->head.words[5]; },
+      qiWriteCamExt);
+  expect_structure_in_mode_2<qi::Obj>(
+      scene("ObjStructure").obj_list.records[0],
+      [](qi::Obj& r) -> Word& { return r.ext->externals1[1].second; }, qiWriteObjExt);
+  expect_structure_in_mode_2<qi::Shape>(
+      scene("ShapeStructure").shape_list.records[0],
+      [](qi::Shape& r) -> Word& { return r.ext->head.deformer_tag; }, qiWriteShapeExt);
+  expect_structure_in_mode_2<qi::Mat>(
+      scene("MatStructure").mat_list.records[0], [](qi::Mat& r) -> Word& { return r.ext->entries1[1][5]; },
+      qiWriteMatExt);
+  expect_structure_in_mode_2<qi::Tex>(
+      scene("TiledTexStructure").tex_list.records[0], [](qi::Tex& r) -> Word& { return r.ext->words1[1]; },
+      qiWriteTexExt);
+  expect_structure_in_mode_2<qi::Teximg>(
+      scene("TeximgStructure").teximg_list.records[0], [](qi::Teximg& r) -> Word& { return r.ext->words[1]; },
+      qiWriteTexImgExt);
+  expect_structure_in_mode_2<qi::Anim>(
+      scene("AnimStructure").anim_list.records[0], [](qi::Anim& r) -> Word& { return r.ext->scales[2][7]; },
+      qiWriteAnimGroupExt);
 }
 
 TEST(Written, ArraysShorterThanTheirCountAreFilledUp) {
@@ -149,14 +230,11 @@ TEST(Written, ArraysShorterThanTheirCountAreFilledUp) {
 }
 
 TEST(ExternalReferences, AreWrittenAsFirstThenSecondHalves) {
-  char* bytes = nullptr;
-  std::size_t size = 0;
-  std::FILE* stream = open_memstream(&bytes, &size);
-  EXPECT_EQ(qiWriteExternal(stream, {{1, 101}, {2, 102}, {3, 103}}, 2), 1);
-  EXPECT_EQ(qiWriteNodeIndex(stream, {{0x20000, 5}}, 1), 1);
-  std::fclose(stream);
-  EXPECT_EQ(std::string(bytes, size), Bytes{}.u32s({1, 2, 101, 102, 0x20000, 5}).str());
-  std::free(bytes);
+  EXPECT_EQ(stream_of([](std::FILE* file) {
+              return qiWriteExternal(file, {{1, 101}, {2, 102}, {3, 103}}, 2) &&
+                     qiWriteNodeIndex(file, {{0x20000, 5}}, 1);
+            }),
+            Bytes{}.u32s({1, 2, 101, 102, 0x20000, 5}).str());
 }
 
 /// A stream that takes `room` bytes and fails from then on.
