@@ -449,8 +449,10 @@ class AtDepth : public Framework, public testing::WithParamInterface<int> {
 TEST_P(AtDepth, RunsWithoutComplaints) {
   program.chooseMenu({"File", "Open"});
   program.click("fileSelectionDialog/Cancel");
+  awaitOutput("file CANCEL");  // until then the dialog keeps the menus from input
   program.chooseMenu({"File", "New"});
   program.click("questionDialog/OK");
+  awaitOutput("question OK\n");
   program.chooseMenu({"KAVO tool", "Warn"});
   program.click("warningDialog/OK");
   awaitOutput("warning OK\n");
