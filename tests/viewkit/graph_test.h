@@ -49,15 +49,25 @@ class WindowTest : public DisplayTest {
     });
   }
 
-  /// Shows the window, and waits until it can be seen and has the keyboard.
-  void show() {
+  /// Shows the window, and waits until it has the keyboard and a click on the graph in it arrives: the window
+  /// manager takes presses until it has seen that the window has the focus.
+  void show(Widget graph) {
     window_->show();
     ASSERT_TRUE(eventually([&] {
       ::Window focused = 0;
       int revert = 0;
       XGetInputFocus(display(), &focused, &revert);
-      return isInWindow(focused);
+      return isInWindow(focused) && SgGraphViewport(graph).width > 300;
     }));
+    bool arrived = false;
+    const auto note = [](Widget, XtPointer flag, XEvent*, Boolean*) { *static_cast<bool*>(flag) = true; };
+    XtAddEventHandler(graph, ButtonPressMask, False, note, &arrived);
+    ASSERT_TRUE(eventually([&] {
+      if (!arrived) hands().click(onScreen(graph, {1, 1}));
+      settle();
+      return arrived;
+    }));
+    XtRemoveEventHandler(graph, ButtonPressMask, False, note, &arrived);
   }
 
   /// A place of a widget as a place on the screen.
@@ -108,9 +118,10 @@ class GraphTest : public WindowTest {
       XtAddCallback(graph_, list, &noteCallback, this);
     XtAddCallback(graph_, XtNdestroyCallback, &destroyedCallback, this);
     window_->addView(graph_);
-    show();
-    ASSERT_TRUE(eventually([&] { return SgGraphViewport(graph_).width > 300; }));
+    show(graph_);
   }
+
+  void TearDown() override { window_.reset(); }  // its callbacks speak to this object
 
   /// A managed node with its upper left corner at a place of the plane.
   Widget node(const char* name, double x, double y) {

@@ -205,7 +205,7 @@ TEST_F(Graph, TheFirstLayoutShowsTheTop) {
   for (int i = 0; i < 300; ++i)
     link(("n" + std::to_string(i / 2)).c_str(), ("n" + std::to_string(i + 1)).c_str());
   graph_->displayAll();
-  show();
+  show(canvas());
   graph_->doLayout();
   const SgRectangle view = SgGraphViewport(canvas());
   const SgPoint root = inWindow("n0");
@@ -236,7 +236,7 @@ TEST_F(Graph, ALayoutIsNotRedoneWithoutNeed) {
 }
 
 TEST_F(Graph, WhatWasWorkedOnStaysInPlace) {
-  show();
+  show(canvas());
   for (int i = 0; i < 300; ++i)
     link(("n" + std::to_string(i / 2)).c_str(), ("n" + std::to_string(i + 1)).c_str());
   graph_->displayAll();
@@ -257,7 +257,7 @@ TEST_F(Graph, WhatWasWorkedOnStaysInPlace) {
 }
 
 TEST_F(Graph, ANewNodeComesIntoView) {
-  show();
+  show(canvas());
   for (int i = 0; i < 300; ++i)
     link(("n" + std::to_string(i / 2)).c_str(), ("n" + std::to_string(i + 1)).c_str());
   graph_->displayAll();
@@ -284,7 +284,7 @@ TEST_F(Graph, ASubtreeLayoutLeavesTheRestWhereItIs) {
 
 TEST_F(Graph, ChangesThatTheWidgetMakesAreMadeInTheLists) {
   fill();
-  show();
+  show(canvas());
   SgGraphScrollTo(canvas(), {0, 0}, {0, 0});
   XtVaSetValues(canvas(), SgNeditableArcs, True, SgNokToAdd, True, nullptr);
   settle();
@@ -320,7 +320,7 @@ TEST_F(Graph, ChangesThatTheWidgetMakesAreMadeInTheLists) {
 
 TEST_F(Graph, ACallbackMayClearAndFillTheGraph) {
   fill();
-  show();
+  show(canvas());
   struct Refill {
     VkGraph& graph;
     static void callback(Widget, XtPointer self, XtPointer) {
@@ -396,7 +396,7 @@ class Strip : public Graph {
     link("right", "leaf_2");
     graph_->displayAll();
     graph_->doLayout();
-    show();
+    show(canvas());
   }
   Widget part(const char* name) {
     return XtNameToWidget(graph_->baseWidget(), ("*strip." + std::string(name)).c_str());
