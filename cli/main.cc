@@ -65,15 +65,18 @@ Outcome misuse(const char* problem, std::string_view culprit = {}) {
 
 /// Reads the arguments behind the command's name and runs it.
 Outcome run_command(const Command& command, int count, char** words) {
-  static constexpr option kOptions[] = {{"output", required_argument, nullptr, 'o'},
-                                        {"mode", required_argument, nullptr, 'm'},
-                                        {"script", required_argument, nullptr, 's'},
-                                        {"dot", no_argument, nullptr, 'd'},
-                                        {}};
+  static constexpr option kOptions[] = {
+      {"output", required_argument, nullptr, 'o'}, {"mode", required_argument, nullptr, 'm'},
+      {"script", required_argument, nullptr, 's'}, {"dot", no_argument, nullptr, 'd'},
+      {"help", no_argument, nullptr, 'h'},         {}};
   Arguments arguments;
   opterr = 0;
-  for (int letter = 0; (letter = getopt_long(count, words, ":o:", kOptions, nullptr)) != -1;) {
+  for (int letter = 0; (letter = getopt_long(count, words, ":o:h", kOptions, nullptr)) != -1;) {
     const std::string_view word = words[optind - 1];
+    if (letter == 'h') {
+      print_help();
+      return Outcome::well;
+    }
     if (letter == ':') return misuse("a value is missing behind ", word);
     if (command.options.find(static_cast<char>(letter)) == std::string_view::npos)
       return misuse("this command has no option ", word);

@@ -359,6 +359,16 @@ TEST_F(Quilscene, HelpNamesEveryCommand) {
     EXPECT_THAT(ran.out, HasSubstr(command));
 }
 
+TEST_F(Quilscene, HelpIsGivenBehindACommandToo) {
+  const std::string help = run("--help").out;
+  for (const char* line : {"-h", "info --help", "edit a -o out.quil -h"}) {
+    const Ran ran = run(line);
+    EXPECT_EQ(ran.status, 0) << line;
+    EXPECT_EQ(ran.out, help) << line;
+    EXPECT_THAT(ran.err, IsEmpty());
+  }
+}
+
 TEST_F(Quilscene, VersionIsTheProjects) { EXPECT_EQ(run("--version").out, "quilscene " QUIL_VERSION "\n"); }
 
 TEST_F(Quilscene, ManPageIsWellFormed) {
