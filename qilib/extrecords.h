@@ -59,12 +59,13 @@ void walk(Io& io, R& r) {
 
 /// A part of an envelope that follows one node alone.
 struct FullWeightedPart {
+  static constexpr Word kTag = kFullWeightedPartTag;
   struct Fixed {
     Word tag, index, size, name;
     QisNodeIndex node;
     QisExternal external;
     QisPoly poly;
-    Word word13, block1_size, block2_size;
+    Word part_index, block1_size, block2_size;
   } fixed{};
   Words block1, block2;
 };
@@ -78,8 +79,9 @@ void walk(Io& io, R& r) {
 
 /// A part of an envelope that follows several nodes, each with a weight.
 struct WeightedPart {
+  static constexpr Word kTag = kWeightedPartTag;
   struct Fixed {
-    Word tag, index, size, name, node_count, word5, external_count, block1_size, block2_size;
+    Word tag, index, size, name, node_count, part_index, external_count, block1_size, block2_size;
   } fixed{};
   std::vector<QisNodeIndex> nodes;
   std::vector<QisExternal> externals;
@@ -102,13 +104,14 @@ void walk(Io& io, R& r) {
 
 /// A part of an envelope that lies between two nodes.
 struct MorphPart {
+  static constexpr Word kTag = kMorphPartTag;
   struct Fixed {
     Word tag, index, size, name;
     QisNodeIndex node_a;
     QisExternal external_a;
     QisNodeIndex node_b;
     QisExternal external_b;
-    Word word12, entry_count, block1_size, block2_size;
+    Word part_index, entry_count, block1_size, block2_size;
   } fixed{};
   std::vector<QisPoly> entries;
   Words block1, block2;
@@ -124,6 +127,7 @@ void walk(Io& io, R& r) {
 
 /// One triangle of an envelope.
 struct EnvelopeTri {
+  static constexpr Word kTag = kEnvelopeTriTag;
   struct Corner {
     QisNodeIndex node;
     std::array<Word, 4> words;
@@ -165,16 +169,18 @@ void walk(Io& io, R& r) {
 
 /// One cluster of a cluster shape.
 struct ClusterEntry {
+  static constexpr Word kTag = kClusterEntryTag;
   Word tag, index, size, name;
   QisNodeIndex node;
   QisExternal external;
   QisPoly poly;
-  Word word13;
+  Word cluster_index;
 };
 static_assert(sizeof(ClusterEntry) == 56);
 
 /// One triangle of a cluster shape.
 struct ClusterTri {
+  static constexpr Word kTag = kClusterTriTag;
   struct Corner {
     QisNodeIndex node;
     std::array<Word, 4> words;
@@ -207,13 +213,13 @@ void walk(Io& io, R& r) {
   io.blocks(r);
 }
 
-/// A group of weights.
+/// A group of weights, in percent.
 struct Weight {
   static constexpr Word kTag = kWeightTag;
   struct Fixed {
     Word tag, index, size, name, weight_count, block1_size, block2_size;
   } fixed{};
-  Words weights;
+  std::vector<float> weights;
   Words block1, block2;
 };
 static_assert(sizeof(Weight::Fixed) == 28);
@@ -222,7 +228,7 @@ template <class Io, Like<Weight> R>
 void walk(Io& io, R& r) {
   io.fixed(r.fixed);
   io.tag(r.fixed.tag, Weight::kTag);
-  io.words(r.weights, r.fixed.weight_count);
+  io.items(r.weights, r.fixed.weight_count);
   io.blocks(r);
 }
 

@@ -29,6 +29,14 @@ inline constexpr Word kJointTag = record_tag(0x25);
 inline constexpr Word kEffectorTag = record_tag(0x26);
 inline constexpr Word kClusterTag = record_tag(0x28);
 
+// What an envelope and a cluster shape hold begins with tags of its own.
+inline constexpr Word kFullWeightedPartTag = 0x220110;
+inline constexpr Word kWeightedPartTag = 0x220120;
+inline constexpr Word kMorphPartTag = 0x220130;
+inline constexpr Word kEnvelopeTriTag = 0x220180;
+inline constexpr Word kClusterEntryTag = 0x280110;
+inline constexpr Word kClusterTriTag = 0x280180;
+
 /// The list that a record tag belongs to: 0x20100 gives 0x20000.
 constexpr Word list_of(Word tag) { return tag & 0xFFFF0000; }
 

@@ -47,7 +47,7 @@ Word skin(SceneBuilder& b, const std::vector<Limb>& limbs) {
   for (const Limb& limb : limbs) {
     for (const Word bone : limb.bones) {
       qi::FullWeightedPart part;
-      const auto [tag, index, size, name] = head(0x220110, envelope.full_weighted.size());
+      const auto [tag, index, size, name] = head(qi::FullWeightedPart::kTag, envelope.full_weighted.size());
       part.fixed.tag = tag;
       part.fixed.index = index;
       part.fixed.name = name;
@@ -55,7 +55,7 @@ Word skin(SceneBuilder& b, const std::vector<Limb>& limbs) {
       envelope.full_weighted.push_back(part);
     }
     qi::WeightedPart joint;
-    const auto [tag, index, size, name] = head(0x220120, envelope.weighted.size());
+    const auto [tag, index, size, name] = head(qi::WeightedPart::kTag, envelope.weighted.size());
     joint.fixed.tag = tag;
     joint.fixed.index = index;
     joint.fixed.name = name;
@@ -110,7 +110,7 @@ Qis dog() {
   const Word guide =
       b.chain_root("leash", b.joint("leash_joint", {marker}, kUnset, b.effector("hand")), {marker});
   b.scene().scene.ext.emplace().chain_roots = {guide};
-  b.scene().ext.weight_list.records.emplace_back().weights.assign(8, 0x42c80000);
+  b.scene().ext.weight_list.records.emplace_back().weights.assign(8, 100.0f);
   b.scene().ext.weight_list.records[0].fixed.name = kUnset;
   const Word look = b.add_obj("camera_target"), eye = b.add_obj("camera_eye");
   return b.finish("walking_dog", {body, look, eye},
