@@ -1,10 +1,12 @@
 /// @file
 /// `quilscene edit`: a script of edits by the rules of the editor's window.
+#include <cinttypes>
 #include <cstdio>
 #include <fstream>
 #include <iostream>
 
 #include "cli/commands.h"
+#include "cli/newelement.h"
 #include "cli/scenefile.h"
 #include "cli/script.h"
 #include "cli/setvalues.h"
@@ -14,8 +16,9 @@
 
 namespace {
 
-/// Runs one edit on the current scene; 1 or 0. Throws ValueError.
-int run(const ScriptLine& line) {
+/// Runs one edit on the current scene; 0 when it was refused, else 1 or, for `new`, the new count. Throws
+/// ValueError.
+std::int64_t run(const ScriptLine& line) {
   const auto& operands = line.operands;
   switch (line.verb) {
     case Verb::add:
@@ -28,6 +31,8 @@ int run(const ScriptLine& line) {
       return name_node(operands[0], operands[1]);
     case Verb::set:
       return set_values(operands);
+    case Verb::create:
+      return new_element(*qis, operands);
     case Verb::nothing:
       break;
   }
@@ -53,9 +58,9 @@ ScriptRun run_script(std::istream& script, const char* script_name) {
     }
     if (line->verb == Verb::nothing) continue;
     try {
-      const int result = run(*line);
-      std::printf("-> %d\n", result);
-      if (result != 1) outcome = Outcome::failed;
+      const std::int64_t result = run(*line);
+      std::printf("-> %" PRId64 "\n", result);
+      if (result == 0) outcome = Outcome::failed;
     } catch (const ValueError& error) {
       std::fprintf(stderr, "quilscene: %s:%zu: %s, nothing is written\n", script_name, number, error.what());
       return {Outcome::failed, false};

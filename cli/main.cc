@@ -48,6 +48,9 @@ constexpr char kScriptHelp[] =
     "  move OLD_PARENT OLD_CHILD NEW_PARENT NEW_CHILD\n"
     "  name NODE TEXT\n"
     "  set NODE ITEM=VALUE ...      items as show names them; \"VALUE\" may hold blanks\n"
+    "  new chainroot | joint | effector | weight N\n"
+    "  new envelope FULL WEIGHTED MORPH TRIANGLES SHAPE\n"
+    "  new cluster CLUSTERS TRIANGLES SHAPE\n"
     "\nExit status: 0 all well, 1 a file or an edit failed, 2 wrong use.\n";
 
 void print_help() {

@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <string_view>
 
+#include "cli/newelement.h"
+
 namespace {
 
 constexpr std::string_view kBlanks = " \t\r\n\v\f";
@@ -12,13 +14,11 @@ constexpr std::string_view kBlanks = " \t\r\n\v\f";
 struct Command {
   std::string_view word;
   Verb verb;
-  std::size_t operands;  ///< the least, for `set`
+  std::size_t operands;  ///< the least, for `set` and `new`
 };
-constexpr Command kCommands[] = {{"add", Verb::add, 2},
-                                 {"delete", Verb::remove, 2},
-                                 {"move", Verb::move, 4},
-                                 {"name", Verb::name, 2},
-                                 {"set", Verb::set, 3}};
+constexpr Command kCommands[] = {{"add", Verb::add, 2},   {"delete", Verb::remove, 2},
+                                 {"move", Verb::move, 4}, {"name", Verb::name, 2},
+                                 {"set", Verb::set, 3},   {"new", Verb::create, 1}};
 
 /// Takes the first word off `rest`; empty at the end of the line.
 std::string_view next_word(std::string_view& rest) {
@@ -98,6 +98,8 @@ std::optional<ScriptLine> parse_script_line(const std::string& line) {
   }
   for (std::string_view word = next_word(rest); !ends_line(word); word = next_word(rest))
     parsed.operands.emplace_back(word);
-  if (parsed.operands.size() != command->operands) return std::nullopt;
+  const bool complete = parsed.verb == Verb::create ? is_new_element(parsed.operands)
+                                                    : parsed.operands.size() == command->operands;
+  if (!complete) return std::nullopt;
   return parsed;
 }

@@ -7,12 +7,12 @@
 #include <vector>
 
 /// What a script line asks for.
-enum class Verb { nothing, add, remove, move, name, set };
+enum class Verb { nothing, add, remove, move, name, set, create };
 
 struct ScriptLine {
   Verb verb = Verb::nothing;
   /// add, remove: parent, child. move: old parent, old child, new parent, new child. name: node, text.
-  /// set: node, then for each item its path and its value.
+  /// set: node, then for each item its path and its value. create: element, then its numbers.
   std::vector<std::string> operands;
 };
 
@@ -20,6 +20,6 @@ struct ScriptLine {
 /// and so does what follows a word that begins with "#". Only the text of `name` is the rest of the line as
 /// it stands, blanks and "#" included. A value of `set` may stand in quotation marks; in them a backslash
 /// takes the character behind it as it is.
-/// @returns nothing when the line is malformed: an unknown command, too few or too many words, or an item
-///          without "=" or closing mark.
+/// @returns nothing when the line is malformed: an unknown command or element, too few or too many words,
+///          or an item without "=" or closing mark.
 std::optional<ScriptLine> parse_script_line(const std::string& line);

@@ -13,8 +13,8 @@ namespace {
 
 constexpr const char* kUsage =
     "usage: make_samples [--objects N] [--textures MB] DIRECTORY\n"
-    "Writes table.quil, harbour.quil and dog.quil; with an option a scene of that size, city.quil, "
-    "instead.\n";
+    "Writes table.quil, harbour.quil, dog.quil and arm.quil; with an option a scene of that size, "
+    "city.quil, instead.\n";
 
 bool read_number(std::string_view text, std::uint32_t limit, std::uint32_t& number) {
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
@@ -61,6 +61,7 @@ int main(int argc, char** argv) {
   }
   const bool written = write(samples::table(), directory / "table.quil") &&
                        write(samples::harbour(), directory / "harbour.quil") &&
-                       write(samples::dog(), directory / "dog.quil");
+                       write(samples::dog(), directory / "dog.quil") &&
+                       write(samples::arm(), directory / "arm.quil");
   return written ? 0 : 1;
 }

@@ -15,6 +15,8 @@ Qis table();
 Qis harbour();
 /// A walking dog: a skeleton with skin on it, colour-indexed textures with palettes. Version 2.
 Qis dog();
+/// An arm of separate limbs, for the script that gives it a skeleton. Version 2, without extension lists.
+Qis arm();
 
 /// A scene of any size to measure with: `objects` objects in a hierarchy, sharing shapes, materials and
 /// animations as modelling programs make them (about 1.3 arcs to a node), and textures of `texture_bytes` in

@@ -64,13 +64,13 @@ TEST_P(Samples, LoseNothingOnTheWayToTheFile) {
   EXPECT_EQ(names(opened), names(scene));
 }
 
-INSTANTIATE_TEST_SUITE_P(All, Samples,
-                         testing::Values(Sample{"table", samples::table, qi::kVersion1},
-                                         Sample{"harbour", samples::harbour, qi::kVersion1},
-                                         Sample{"dog", samples::dog, qi::kVersion2},
-                                         Sample{"city", [] { return samples::city(1000, 3 << 20); },
-                                                qi::kVersion1}),
-                         CaseName());
+INSTANTIATE_TEST_SUITE_P(
+    All, Samples,
+    testing::Values(Sample{"table", samples::table, qi::kVersion1},
+                    Sample{"harbour", samples::harbour, qi::kVersion1},
+                    Sample{"dog", samples::dog, qi::kVersion2}, Sample{"arm", samples::arm, qi::kVersion2},
+                    Sample{"city", [] { return samples::city(1000, 3 << 20); }, qi::kVersion1}),
+    CaseName());
 
 bool has_arc(const SceneGraph& graph, const std::string& parent, const std::string& child) {
   return std::any_of(graph.arcs.begin(), graph.arcs.end(), [&](const SceneGraph::Arc& arc) {
