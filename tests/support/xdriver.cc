@@ -48,10 +48,10 @@ struct XDriver::Implementation {
 
   void sync() { XSync(display.get(), False); }
 
-  void clicks(int count, XDriver& driver, Point at, unsigned number, Held held) {
+  void clicks(int count, XDriver& driver, Point at, unsigned number, Held held, bool apart = false) {
     for (const std::string_view name : held) driver.hold(name);
     driver.moveTo(at);
-    const bool soon = at == last_place && Clock::now() - last_click < kClicksApart;
+    const bool soon = (apart || at == last_place) && Clock::now() - last_click < kClicksApart;
     for (int i = 0; i < count; ++i) {  // in one request to the server, so that they are close in time
       button(number, true, soon && i == 0 ? static_cast<unsigned long>(kClicksApart.count()) : CurrentTime);
       button(number, false);
@@ -110,6 +110,8 @@ void XDriver::letGo(std::string_view keysym) {
   impl_->key(symbolOf(keysym), false);
   impl_->sync();
 }
+
+void XDriver::clickInMenu(Point at) { impl_->clicks(1, *this, at, Button1, {}, true); }
 
 void XDriver::click(Point at, unsigned button, Held held) { impl_->clicks(1, *this, at, button, held); }
 

@@ -35,6 +35,9 @@ class XDriver {
 
   /// A single click, never taken for the second half of a double click.
   void click(Point at, unsigned button = 1, Held held = {});
+  /// Clicks an entry of a menu that a click has opened. (The toolkit takes what comes soon after that for a
+  /// part of it.)
+  void clickInMenu(Point at);
   void doubleClick(Point at, unsigned button = 1, Held held = {});
   void drag(Point from, Point to, unsigned button = 1, Held held = {});
 
