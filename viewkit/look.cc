@@ -21,7 +21,9 @@ using enum On;
 /// colour map, smoothed text comes out as black boxes.
 constexpr Line kLines[] = {
     // Fonts. A widget takes the rendition "bold" or "mono" by naming it as its render table.
-    {ALL, "*renderTable: rt"},
+    {ALL, "*labelRenderTable: rt"},
+    {ALL, "*buttonRenderTable: rt"},
+    {ALL, "*textRenderTable: rt"},
     {SMOOTH, "*rt.fontType: FONT_IS_XFT"},
     {SMOOTH, "*rt.fontName: DejaVu Sans"},
     {SMOOTH, "*rt.fontSize: 9"},
@@ -144,6 +146,7 @@ constexpr Line kLines[] = {
     {ALL, "*highlightThickness: 1"},
     {ALL, "*defaultButtonShadowThickness: 0"},
     {ALL, "*XmDialogShell*defaultButtonShadowThickness: 1"},
+    {ALL, "*XmDialogShell*XmMenuShell*defaultButtonShadowThickness: 0"},
 
     // Buttons, menus, toggles.
     {ALL, "*XmPushButton.marginWidth: 8"},
@@ -160,6 +163,7 @@ constexpr Line kLines[] = {
     {ALL, "*XmToggleButton.shadowThickness: 0"},
     {ALL, "*XmToggleButton.indicatorSize: 13"},
     {ALL, "*XmToggleButton.spacing: 6"},
+    {ALL, "*XmToggleButton.unselectColor: #ffffff"},
 
     // Text, lists, scrolling.
     {ALL, "*XmTextField.marginHeight: 3"},
