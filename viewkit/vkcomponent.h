@@ -3,6 +3,7 @@
 
 #include <X11/Intrinsic.h>
 
+#include <span>
 #include <string>
 
 #include "viewkit/vkcallbackobject.h"
@@ -32,6 +33,12 @@ class VkComponent : public VkCallbackObject {
 
   /// Makes `widget` the base widget, owned by this component from now on. Null gives up the ownership.
   void setBaseWidget(Widget widget);
+
+  /// Gives the widgets of components with this one's name, and no others, defaults from X resource lines,
+  /// each of which starts with the asterisk or point that binds it to the component. A line gives way to one
+  /// of the user's about the same resource of a widget of that name. As in any resource line, blanks in front
+  /// of the value don't count. Call it before the widgets below `widget` are made.
+  void setDefaultResources(Widget widget, std::span<const char* const> lines);
 
   /// Called when the base widget was destroyed by someone else; baseWidget() is null by then. May not delete
   /// the component.

@@ -20,6 +20,9 @@ class VkDialogManager : public VkComponent {
   /// Shows the dialog beside the running program; returns at once.
   void post(const char* message = nullptr);
 
+  void show() override { post(); }
+  void hide() override { unpost(); }
+
   /// Shows the dialog, keeps input from all other windows, and handles events until the user has answered.
   /// A dialog that is taken down, reposted or destroyed meanwhile, or an application that quits, answers
   /// CANCEL.

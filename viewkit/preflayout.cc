@@ -1,0 +1,415 @@
+/// @file
+/// Rows and columns from the tree of items: gathered first, then measured, then placed.
+#include "viewkit/preflayout.h"
+
+#include <X11/IntrinsicP.h>
+#include <Xm/ToggleB.h>
+#include <Xm/Xm.h>
+
+#include <algorithm>
+#include <map>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "viewkit/xraii.h"
+
+namespace viewkit {
+namespace {
+
+// Pixels.
+constexpr int kMargin = 12;
+constexpr int kRowGap = 5;
+constexpr int kSeparatorGap = 9;  // above and below the line
+constexpr int kSectionGap = 18;   // between the column of groups' labels and the rows
+constexpr int kLabelGap = 8;      // between a label and its field
+constexpr int kCellGap = 14;      // between a field and what follows
+
+struct Rect {
+  int x = 0, y = 0, width = 0, height = 0;
+};
+using Places = std::map<Widget, Rect>;
+
+/// The label widget, if it shows anything.
+Widget visibleLabel(Widget label) {
+  return label && !textResource(label, XmNlabelString).empty() ? label : nullptr;
+}
+
+struct Grid;
+
+/// A label with a field, or one of them; or a grid of its own.
+struct Cell {
+  Widget label = nullptr;
+  Widget field = nullptr;
+  Widget tail = nullptr;
+  std::unique_ptr<Grid> block = nullptr;
+};
+
+/// What stands beside each other.
+struct Row {
+  Widget separator = nullptr;  // if there is one, there is nothing else
+  Widget section = nullptr;    // the label of the group that begins here
+  Widget label = nullptr;      // of the row; without one, the cells begin in the column of labels
+  std::vector<Cell> cells{};
+  std::string shape{};  // what kinds of cells there are, one letter each
+};
+
+struct CellWidth {
+  int label = 0, field = 0;
+};
+
+/// How far the fields stand in from where their cells begin.
+int fieldOffset(const CellWidth& width) { return width.label > 0 ? width.label + kLabelGap : 0; }
+
+/// Rows whose cells stand below each other.
+struct Columns {
+  std::string shape;
+  bool labelled;
+  std::vector<CellWidth> widths;
+};
+
+struct Grid {
+  std::vector<Row> rows;
+  int sectionWidth = 0;
+  std::vector<int> labelWidth;  // per row
+  std::vector<Columns> columns;
+  std::vector<std::size_t> columnsOf;  // per row
+  int width = 0, height = 0;
+};
+
+// ---- gathering
+
+void gather(const VkPrefGroup& group, Grid& grid, Widget section, bool nested);
+
+bool isColumn(const VkPrefItem& item) {
+  const auto* const group = dynamic_cast<const VkPrefGroup*>(&item);
+  return group && !group->horizontal();
+}
+
+/// The letter of a cell in the shape of its row. The first cell's label may be the row's.
+char shapeOf(const Cell& cell, bool first) {
+  if (cell.block) return 'b';
+  if (!cell.field) return 'l';
+  if (XmIsToggleButton(cell.field)) return 't';
+  if (cell.label && !first) return 'F';
+  return XtIsComposite(cell.field) ? 'o' : 'f';
+}
+
+void gatherCells(const VkPrefItem& item, Row& row, Widget label) {
+  if (const auto* const group = dynamic_cast<const VkPrefGroup*>(&item)) {
+    if (isColumn(item)) {
+      Cell cell{.block = std::make_unique<Grid>()};
+      gather(*group, *cell.block, label, true);
+      if (!cell.block->rows.empty()) row.cells.push_back(std::move(cell));
+    } else {
+      for (int i = 0; i < group->size(); ++i) {
+        const VkPrefItem& inner = *group->item(i);
+        const Widget own = visibleLabel(inner.labelWidget());
+        gatherCells(inner, row, i == 0 && !own ? label : own);
+      }
+    }
+  } else if (dynamic_cast<const VkPrefLabel*>(&item)) {
+    if (const Widget text = visibleLabel(item.baseWidget())) row.cells.push_back({.label = text});
+  } else if (!dynamic_cast<const VkPrefSeparator*>(&item)) {
+    row.cells.push_back({.label = label, .field = item.baseWidget(), .tail = item.tail()});
+  }
+}
+
+/// A line for a label alone.
+Row heading(Widget label) {
+  Row row{.shape = "l"};
+  row.cells.push_back({.label = label});
+  return row;
+}
+
+/// Appends the row of a group or a single item. @param nested  whether the label column is the place of the
+/// item's own label; otherwise that is a section's.
+void gatherRow(const VkPrefItem& item, Grid& grid, Widget section, bool nested) {
+  Row row{.section = section};
+  const Widget label = visibleLabel(item.labelWidget());
+  const auto* const group = dynamic_cast<const VkPrefGroup*>(&item);
+  if (!group) {
+    gatherCells(item, row, label);
+  } else {
+    if (label && nested)
+      row.label = label;
+    else if (label)
+      row.section = label;
+    for (int i = 0; i < group->size(); ++i)
+      gatherCells(*group->item(i), row, visibleLabel(group->item(i)->labelWidget()));
+    if (group->tail() && !row.cells.empty()) row.cells.push_back({.field = group->tail()});
+  }
+  if (row.cells.empty()) {
+    if (label) grid.rows.push_back(heading(label));
+    return;
+  }
+  if (std::ranges::any_of(row.cells, [](const Cell& cell) { return cell.block != nullptr; })) {
+    // Too much for one line: its label gets a line of its own.
+    if (const Widget head = row.section ? std::exchange(row.section, nullptr) : row.label) {
+      row.label = nullptr;
+      grid.rows.push_back(heading(head));
+    }
+  } else if (!row.label && row.cells.front().label && (row.cells.front().field || row.cells.size() > 1)) {
+    row.label = std::exchange(row.cells.front().label, nullptr);
+    if (!row.cells.front().field) row.cells.erase(row.cells.begin());
+  }
+  for (const Cell& cell : row.cells) row.shape += shapeOf(cell, &cell == &row.cells.front());
+  grid.rows.push_back(std::move(row));
+}
+
+void gather(const VkPrefGroup& group, Grid& grid, Widget section, bool nested) {
+  for (int i = 0; i < group.size(); ++i) {
+    const VkPrefItem& item = *group.item(i);
+    if (dynamic_cast<const VkPrefSeparator*>(&item)) {
+      grid.rows.push_back({.separator = item.baseWidget()});
+      continue;
+    }
+    const std::size_t before = grid.rows.size();
+    if (isColumn(item)) {
+      const Widget label = visibleLabel(item.labelWidget());
+      if (label && section) grid.rows.push_back(heading(std::exchange(section, nullptr)));
+      gather(dynamic_cast<const VkPrefGroup&>(item), grid, label ? label : section,
+             nested || item.labelWidget());
+    } else {
+      gatherRow(item, grid, section, nested);
+    }
+    if (grid.rows.size() > before) section = nullptr;
+  }
+}
+
+// ---- measuring
+
+void measure(Grid& grid);
+
+PrefSize sizeOf(const Cell& cell) {
+  if (cell.block) return {cell.block->width, cell.block->height};
+  PrefSize size = naturalSize(cell.field);
+  if (const PrefSize tail = naturalSize(cell.tail); tail.width > 0) {
+    size.width += kLabelGap + tail.width;
+    size.height = std::max(size.height, tail.height);
+  }
+  return size;
+}
+
+int heightOf(const Row& row) {
+  int height = std::max(naturalSize(row.section).height, naturalSize(row.label).height);
+  for (const Cell& cell : row.cells)
+    height = std::max({height, naturalSize(cell.label).height, sizeOf(cell).height});
+  return height;
+}
+
+/// How far below a row the next one begins.
+int advanceOf(const Row& row) {
+  return row.separator ? naturalSize(row.separator).height + 2 * kSeparatorGap - kRowGap
+                       : heightOf(row) + kRowGap;
+}
+
+/// The columns for a row: those of earlier rows that look the same as far as both go.
+std::size_t columnsFor(Grid& grid, const Row& row) {
+  for (std::size_t i = 0; i < grid.columns.size(); ++i) {
+    Columns& columns = grid.columns[i];
+    if (columns.labelled != (row.label != nullptr)) continue;
+    if (row.shape.starts_with(columns.shape)) columns.shape = row.shape;
+    if (columns.shape.starts_with(row.shape)) return i;
+  }
+  grid.columns.push_back({.shape = row.shape, .labelled = row.label != nullptr, .widths = {}});
+  return grid.columns.size() - 1;
+}
+
+/// Where each cell of a row begins, its label or (without one in its column) its field; then where the row
+/// ends.
+std::vector<int> cellStarts(const Grid& grid, std::size_t rowNumber) {
+  const Row& row = grid.rows[rowNumber];
+  const std::vector<CellWidth>& widths = grid.columns[grid.columnsOf[rowNumber]].widths;
+  std::vector<int> starts;
+  int x = grid.sectionWidth + (row.label ? grid.labelWidth[rowNumber] + kLabelGap : 0);
+  for (std::size_t c = 0; c < row.cells.size(); ++c) {
+    starts.push_back(x);
+    const int field = c + 1 < row.cells.size() ? widths[c].field : sizeOf(row.cells[c]).width;
+    x += fieldOffset(widths[c]) + field + kCellGap;
+  }
+  starts.push_back(x - kCellGap);
+  return starts;
+}
+
+void measure(Grid& grid) {
+  for (const Row& row : grid.rows)
+    if (row.section) grid.sectionWidth = std::max(grid.sectionWidth, naturalSize(row.section).width);
+  if (grid.sectionWidth > 0) grid.sectionWidth += kSectionGap;
+
+  // The head of a dialog keeps its label beside its field: it has a label column of its own.
+  const auto first = std::ranges::find_if(grid.rows, [](const Row& row) { return row.separator != nullptr; });
+  const auto headRows = static_cast<std::size_t>(first - grid.rows.begin());
+  int headWidth = 0, width = 0;
+  for (std::size_t i = 0; i < grid.rows.size(); ++i)
+    if (grid.rows[i].label) {
+      int& widest = i < headRows ? headWidth : width;
+      widest = std::max(widest, naturalSize(grid.rows[i].label).width);
+    }
+
+  for (std::size_t i = 0; i < grid.rows.size(); ++i) {
+    Row& row = grid.rows[i];
+    grid.labelWidth.push_back(i < headRows ? headWidth : width);
+    grid.columnsOf.push_back(columnsFor(grid, row));
+    std::vector<CellWidth>& widths = grid.columns[grid.columnsOf.back()].widths;
+    widths.resize(std::max(widths.size(), row.cells.size()));
+    for (std::size_t c = 0; c < row.cells.size(); ++c) {
+      if (row.cells[c].block) measure(*row.cells[c].block);
+      widths[c].label = std::max(widths[c].label, naturalSize(row.cells[c].label).width);
+      // What ends a row needs no column.
+      if (c + 1 < row.cells.size()) widths[c].field = std::max(widths[c].field, sizeOf(row.cells[c]).width);
+    }
+  }
+  for (std::size_t i = 0; i < grid.rows.size(); ++i) {
+    grid.height += advanceOf(grid.rows[i]);
+    if (!grid.rows[i].separator) grid.width = std::max(grid.width, cellStarts(grid, i).back());
+  }
+  grid.height -= kRowGap;
+}
+
+// ---- placing
+
+/// Puts a widget into a line of the given height, centred.
+void put(Places& places, Widget widget, int x, int y, int height) {
+  if (!widget) return;
+  const PrefSize size = naturalSize(widget);
+  places[widget] = {x, y + (height - size.height) / 2, size.width, size.height};
+}
+
+void place(const Grid& grid, Places& places, int x, int y, int width) {
+  for (std::size_t r = 0; r < grid.rows.size(); ++r) {
+    const Row& row = grid.rows[r];
+    if (row.separator) {
+      places[row.separator] = {x, y + kSeparatorGap - kRowGap, width, naturalSize(row.separator).height};
+      y += advanceOf(row);
+      continue;
+    }
+    const int height = heightOf(row);
+    put(places, row.section, x, y, height);
+    put(places, row.label, x + grid.sectionWidth, y, height);
+    const std::vector<int> starts = cellStarts(grid, r);
+    const std::vector<CellWidth>& widths = grid.columns[grid.columnsOf[r]].widths;
+    for (std::size_t c = 0; c < row.cells.size(); ++c) {
+      const Cell& cell = row.cells[c];
+      if (cell.block) {
+        place(*cell.block, places, x + starts[c], y, cell.block->width);
+        continue;
+      }
+      put(places, cell.label, x + starts[c], y, height);
+      const int field = x + starts[c] + fieldOffset(widths[c]);
+      put(places, cell.field, field, y, height);
+      put(places, cell.tail, field + naturalSize(cell.field).width + kLabelGap, y, height);
+    }
+    y += advanceOf(row);
+  }
+}
+
+/// Gives the widget its rectangle, in the coordinates of the dialog, below a parent at `origin`.
+void configure(Widget widget, const Rect& rect, const Rect& origin) {
+  XtConfigureWidget(widget, static_cast<Position>(rect.x - origin.x),
+                    static_cast<Position>(rect.y - origin.y), static_cast<Dimension>(std::max(rect.width, 1)),
+                    static_cast<Dimension>(std::max(rect.height, 1)), 0);
+}
+
+/// The smallest rectangle around two.
+Rect around(const Rect& a, const Rect& b) {
+  if (a.width == 0) return b;
+  const int x = std::min(a.x, b.x), y = std::min(a.y, b.y);
+  return {x, y, std::max(a.x + a.width, b.x + b.width) - x, std::max(a.y + a.height, b.y + b.height) - y};
+}
+
+/// The widgets of an item that have a place, and that place around them.
+struct Placed {
+  std::vector<std::pair<Widget, Rect>> widgets;
+  Rect whole;
+
+  void add(Widget widget, const Rect& rect) {
+    widgets.emplace_back(widget, rect);
+    whole = around(whole, rect);
+  }
+};
+
+void collect(const VkPrefItem& item, const Places& places, Placed& placed);
+
+/// Manages what a group holds. @returns the rectangle that its base widget has to take.
+Rect fill(const VkPrefGroup& group, const Places& places, const Rect* given) {
+  Placed inside;
+  for (int i = 0; i < group.size(); ++i) collect(*group.item(i), places, inside);
+  const Rect whole = given ? *given : inside.whole;
+  std::vector<Widget> children;
+  for (const auto& [widget, rect] : inside.widgets) {
+    configure(widget, rect, whole);
+    children.push_back(widget);
+  }
+  XtManageChildren(children.data(), static_cast<Cardinal>(children.size()));
+  return whole;
+}
+
+void collect(const VkPrefItem& item, const Places& places, Placed& placed) {
+  for (const Widget widget : {item.labelWidget(), item.baseWidget(), item.tail()})
+    if (const auto found = places.find(widget); found != places.end()) placed.add(widget, found->second);
+  if (const auto* const group = dynamic_cast<const VkPrefGroup*>(&item))
+    if (const Rect rect = fill(*group, places, nullptr); rect.width > 0) placed.add(item.baseWidget(), rect);
+}
+
+/// Text fields of a group that show longer numbers than planned become wider, along with those that were
+/// planned alike.
+void widenTexts(const VkPrefGroup& group) {
+  std::map<int, int> wanted;  // by the columns planned
+  const auto forTexts = [&](auto what) {
+    for (int i = 0; i < group.size(); ++i)
+      if (auto* const text = dynamic_cast<VkPrefText*>(group.item(i))) what(*text, wanted[text->columns()]);
+  };
+  forTexts([](const VkPrefText& text, int& columns) { columns = std::max(columns, text.wantedColumns()); });
+  forTexts([](VkPrefText& text, int columns) { text.widen(columns); });
+  for (int i = 0; i < group.size(); ++i)
+    if (const auto* const inner = dynamic_cast<const VkPrefGroup*>(group.item(i))) widenTexts(*inner);
+}
+
+/// The rendition "bold" as a render table, made once: what is converted for a widget stays in memory for ever.
+XmRenderTable boldFonts(Widget widget) {
+  static XmRenderTable fonts = nullptr;
+  if (!fonts) {
+    while (XtParent(widget)) widget = XtParent(widget);
+    std::string name = "bold";
+    XmRenderTable converted = nullptr;
+    XrmValue from{static_cast<unsigned>(name.size() + 1), name.data()};
+    XrmValue to{sizeof converted, reinterpret_cast<XPointer>(&converted)};
+    if (XtConvertAndStore(widget, XmRString, &from, XmRRenderTable, &to))
+      fonts = XmRenderTableCopy(converted, nullptr, 0);
+  }
+  return fonts;
+}
+
+void embolden(const Grid& grid) {
+  for (const Row& row : grid.rows)
+    if (row.section) XtVaSetValues(row.section, XmNrenderTable, boldFonts(row.section), nullptr);
+}
+
+}  // namespace
+
+PrefSize naturalSize(Widget widget) {
+  if (!widget) return {0, 0};
+  XtWidgetGeometry wanted{};
+  XtQueryGeometry(widget, nullptr, &wanted);
+  Dimension width = 0, height = 0;
+  XtVaGetValues(widget, XmNwidth, &width, XmNheight, &height, nullptr);
+  return {wanted.request_mode & CWWidth ? wanted.width : width,
+          wanted.request_mode & CWHeight ? wanted.height : height};
+}
+
+PrefSize placeItems(const VkPrefGroup& top) {
+  widenTexts(top);
+  Grid grid;
+  gather(top, grid, nullptr, false);
+  embolden(grid);
+  measure(grid);
+  Places places;
+  place(grid, places, kMargin, kMargin, grid.width);
+  const Rect whole{0, 0, grid.width + 2 * kMargin, grid.height + 2 * kMargin};
+  fill(top, places, &whole);
+  return {whole.width, whole.height};
+}
+
+}  // namespace viewkit

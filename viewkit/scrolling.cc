@@ -1,0 +1,93 @@
+/// @file
+/// Scrolled areas on the toolkit's scrolled window, which knows neither wheel nor focus.
+#include "viewkit/scrolling.h"
+
+#include <Xm/ScrollBar.h>
+#include <Xm/ScrolledW.h>
+
+#include <algorithm>
+
+namespace viewkit {
+namespace {
+
+constexpr int kWheelStep = 60;    // pixels
+constexpr int kFocusMargin = 20;  // pixels that are shown around what has the focus
+
+XtEventDispatchProc nextPressDispatcher, nextReleaseDispatcher;
+
+/// The nearest scrolled area around the widget that an event went to, or null.
+Widget areaAround(const XButtonEvent& event) {
+  Widget widget = XtWindowToWidget(event.display, event.window);
+  for (; widget && !XtIsShell(widget); widget = XtParent(widget)) {
+    if (!XmIsScrolledWindow(widget)) continue;
+    unsigned char policy = XmAPPLICATION_DEFINED;
+    XtVaGetValues(widget, XmNscrollingPolicy, &policy, nullptr);
+    if (policy == XmAUTOMATIC) return widget;
+  }
+  return nullptr;
+}
+
+bool isWheel(const XButtonEvent& event) { return event.button == Button4 || event.button == Button5; }
+
+void scroll(Widget area, int distance) {
+  Widget bar = nullptr;
+  XtVaGetValues(area, XmNverticalScrollBar, &bar, nullptr);
+  if (!bar || !XtIsManaged(bar)) return;
+  int value = 0, slider = 0, step = 0, page = 0, maximum = 0;
+  XmScrollBarGetValues(bar, &value, &slider, &step, &page);
+  XtVaGetValues(bar, XmNmaximum, &maximum, nullptr);
+  XmScrollBarSetValues(bar, std::clamp(value + distance, 0, maximum - slider), slider, step, page, True);
+}
+
+Boolean dispatchPress(XEvent* event) {
+  const XButtonEvent& press = event->xbutton;
+  const Widget area = isWheel(press) ? areaAround(press) : nullptr;
+  if (!area) return nextPressDispatcher(event);
+  scroll(area, press.button == Button4 ? -kWheelStep : kWheelStep);
+  return True;
+}
+
+Boolean dispatchRelease(XEvent* event) {
+  const XButtonEvent& release = event->xbutton;
+  return (isWheel(release) && areaAround(release)) || nextReleaseDispatcher(event);
+}
+
+void installWheel(Display* display) {
+  if (nextPressDispatcher) return;
+  nextPressDispatcher = XtSetEventDispatcher(display, ButtonPress, &dispatchPress);
+  nextReleaseDispatcher = XtSetEventDispatcher(display, ButtonRelease, &dispatchRelease);
+}
+
+void showFocus(Widget area, XtPointer, XtPointer data) {
+  const auto& event = *static_cast<const XmTraverseObscuredCallbackStruct*>(data);
+  XmScrollVisible(area, event.traversal_destination, kFocusMargin, kFocusMargin);
+}
+
+}  // namespace
+
+Widget createScrolledArea(Widget parent, const char* name) {
+  installWheel(XtDisplay(parent));
+  const Widget area =
+      XtVaCreateWidget(name, xmScrolledWindowWidgetClass, parent, XmNscrollingPolicy, XmAUTOMATIC,
+                       XmNscrollBarDisplayPolicy, XmAS_NEEDED, XmNshadowThickness, 0, XmNspacing, 0, nullptr);
+  for (const char* bar : {XmNverticalScrollBar, XmNhorizontalScrollBar}) {
+    Widget widget = nullptr;
+    XtVaGetValues(area, bar, &widget, nullptr);
+    XtVaSetValues(widget, XmNtraversalOn, False, nullptr);  // Tab is for what the area holds
+  }
+  XtAddCallback(area, XmNtraverseObscuredCallback, &showFocus, nullptr);
+  return area;
+}
+
+void fitScrolledArea(Widget area, int width, int height, int maxWidth, int maxHeight) {
+  Widget bar = nullptr;
+  Dimension thickness = 0;
+  XtVaGetValues(area, XmNverticalScrollBar, &bar, nullptr);
+  XtVaGetValues(bar, XmNwidth, &thickness, nullptr);
+  // A bar takes room from the view, so each makes the other direction need more.
+  if (height > maxHeight) width += thickness;
+  if (width > maxWidth) height += thickness;
+  XtVaSetValues(area, XmNwidth, std::min(width, maxWidth), XmNheight, std::min(height, maxHeight), nullptr);
+}
+
+}  // namespace viewkit

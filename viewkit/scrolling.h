@@ -1,0 +1,17 @@
+/// @file
+/// Areas that scroll when they are smaller than what they hold.
+#pragma once
+
+#include <X11/Intrinsic.h>
+
+namespace viewkit {
+
+/// Makes an area, unmanaged, that shows its one child through a view with scroll bars where they are needed.
+/// The wheel scrolls it wherever the pointer is in it, and a widget that gets the focus comes into view.
+Widget createScrolledArea(Widget parent, const char* name);
+
+/// Makes the area's view so large that it shows a child of that size without scroll bars, but no larger than
+/// the limits. All in pixels.
+void fitScrolledArea(Widget area, int width, int height, int maxWidth, int maxHeight);
+
+}  // namespace viewkit

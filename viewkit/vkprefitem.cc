@@ -1,0 +1,190 @@
+/// @file
+/// The widgets of the simple items.
+#include "viewkit/vkprefitem.h"
+
+#include <Xm/CascadeBG.h>
+#include <Xm/Label.h>
+#include <Xm/PushBG.h>
+#include <Xm/RowColumn.h>
+#include <Xm/Separator.h>
+#include <Xm/TextF.h>
+#include <Xm/ToggleB.h>
+#include <Xm/XmP.h>
+
+#include <algorithm>
+
+#include "viewkit/forward.h"
+#include "viewkit/xraii.h"
+
+using viewkit::Forward;
+
+namespace {
+
+Widget createEntry(Widget menu, const std::string& label) {
+  return XtVaCreateWidget("entry", xmPushButtonGadgetClass, menu, XmNlabelString,
+                          viewkit::xmString(label).get(), nullptr);
+}
+
+constexpr int kWidened = 12;  // the characters up to which a text field grows for its text
+
+}  // namespace
+
+const char* const VkPrefItem::shownCallback = "shownCallback";
+
+VkPrefItem::VkPrefItem(std::string name) : VkComponent(std::move(name)) {}
+
+VkPrefItem::~VkPrefItem() {
+  if (label_) XtDestroyWidget(label_);
+}
+
+void VkPrefItem::widgetDestroyed() { label_ = tail_ = nullptr; }
+
+void VkPrefItem::createLabel(Widget parent) {
+  label_ = XtVaCreateWidget((std::string(name()) + "Label").c_str(), xmLabelWidgetClass, parent, XmNalignment,
+                            XmALIGNMENT_BEGINNING, nullptr);
+}
+
+void VkPrefItem::showIn(Widget base) {
+  setBaseWidget(base);
+  setActivated(activated_);
+}
+
+void VkPrefItem::setActivated(bool activated) {
+  activated_ = activated;
+  if (baseWidget()) XtSetSensitive(baseWidget(), activated);
+  if (label_) XtSetSensitive(label_, activated);
+}
+
+void VkPrefItem::setLabelText(const std::string& text) {
+  const Widget shown = label_ ? label_ : baseWidget();
+  if (shown) XtVaSetValues(shown, XmNlabelString, viewkit::xmString(text).get(), nullptr);
+}
+
+void VkPrefText::createWidgets(Widget parent) {
+  createLabel(parent);
+  showIn(XtVaCreateWidget(baseName().c_str(), xmTextFieldWidgetClass, parent, XmNcolumns, columns_,
+                          XmNcursorPositionVisible, False, XmNnavigationType, XmEXCLUSIVE_TAB_GROUP,
+                          nullptr));
+  showValue();
+  XtAddCallback(baseWidget(), XmNvalueChangedCallback, &Forward<&VkPrefText::typed>::call, this);
+  XtAddCallback(baseWidget(), XmNfocusCallback, &Forward<&VkPrefText::showCursor>::call, this);
+  XtAddCallback(baseWidget(), XmNlosingFocusCallback, &Forward<&VkPrefText::hideCursor>::call, this);
+}
+
+void VkPrefText::showValue() {
+  if (!baseWidget()) return;
+  // What can't be shown, such as bytes that mean nothing in the user's language, is kept all the same.
+  showing_ = true;
+  std::string text = getValue();
+  XmTextFieldSetString(baseWidget(), text.data());
+  showing_ = false;
+}
+
+int VkPrefText::wantedColumns() const {
+  return std::max(columns_, std::min(static_cast<int>(getValue().size()), kWidened));
+}
+
+void VkPrefText::widen(int columns) {
+  if (baseWidget()) XtVaSetValues(baseWidget(), XmNcolumns, columns, nullptr);
+}
+
+void VkPrefText::typed() {
+  if (!showing_) edited(viewkit::XtText(XmTextFieldGetString(baseWidget())).get());
+}
+
+void VkPrefText::showCursor() { XtVaSetValues(baseWidget(), XmNcursorPositionVisible, True, nullptr); }
+
+void VkPrefText::hideCursor() { XtVaSetValues(baseWidget(), XmNcursorPositionVisible, False, nullptr); }
+
+void VkPrefToggle::createWidgets(Widget parent) {
+  if (forceLabelFormat_) createLabel(parent);
+  showIn(XtVaCreateWidget(baseName().c_str(), xmToggleButtonWidgetClass, parent, XmNindicatorType,
+                          exclusive_ ? XmONE_OF_MANY_ROUND : XmN_OF_MANY, XmNnavigationType,
+                          XmEXCLUSIVE_TAB_GROUP, nullptr));
+  // The indicator takes its height from the text, even if that is blank.
+  if (forceLabelFormat_) XtVaSetValues(baseWidget(), XmNlabelString, viewkit::xmString(" ").get(), nullptr);
+  showValue();
+  XtAddCallback(baseWidget(), XmNvalueChangedCallback, &Forward<&VkPrefToggle::clicked>::call, this);
+}
+
+void VkPrefToggle::showValue() {
+  if (baseWidget()) XmToggleButtonSetState(baseWidget(), getValue(), False);
+}
+
+void VkPrefToggle::clicked() {
+  if (exclusive_ && getValue())
+    showValue();
+  else
+    edited(XmToggleButtonGetState(baseWidget()));
+}
+
+void VkPrefOption::setLabel(int index, const char* text) {
+  if (!hasEntry(index)) return;
+  labels_[static_cast<std::size_t>(index)] = text;
+  if (!entries_.empty())
+    XtVaSetValues(entries_[static_cast<std::size_t>(index)], XmNlabelString, viewkit::xmString(text).get(),
+                  nullptr);
+}
+
+std::string VkPrefOption::label(int index) const {
+  return hasEntry(index) ? labels_[static_cast<std::size_t>(index)] : std::to_string(index);
+}
+
+void VkPrefOption::createWidgets(Widget parent) {
+  createLabel(parent);
+  std::string menuName = std::string(name()) + "Menu";
+  // Given to the menu's shell, too, which would otherwise have them made anew from the resources.
+  const auto fonts = reinterpret_cast<XtArgVal>(XmeGetDefaultRenderTable(parent, XmBUTTON_FONTLIST));
+  Arg fontValues[] = {{const_cast<char*>(XmNbuttonRenderTable), fonts},
+                      {const_cast<char*>(XmNlabelRenderTable), fonts}};
+  const Widget menu = XmCreatePulldownMenu(parent, menuName.data(), fontValues, XtNumber(fontValues));
+  for (const std::string& label : labels_) {
+    entries_.push_back(createEntry(menu, label));
+    XtAddCallback(entries_.back(), XmNactivateCallback, &Forward<&VkPrefOption::picked>::call, this);
+  }
+  XtManageChildren(entries_.data(), static_cast<Cardinal>(entries_.size()));
+  beyond_ = createEntry(menu, "");
+
+  std::string optionName = baseName();
+  Arg values[] = {{const_cast<char*>(XmNsubMenuId), reinterpret_cast<XtArgVal>(menu)},
+                  {const_cast<char*>(XmNmarginWidth), 0},
+                  {const_cast<char*>(XmNmarginHeight), 0},
+                  {const_cast<char*>(XmNspacing), 0},
+                  {const_cast<char*>(XmNnavigationType), XmEXCLUSIVE_TAB_GROUP}};
+  showIn(XmCreateOptionMenu(parent, optionName.data(), values, XtNumber(values)));
+  XtUnmanageChild(XmOptionLabelGadget(baseWidget()));
+  showValue();
+}
+
+void VkPrefOption::widgetDestroyed() {
+  entries_.clear();
+  beyond_ = nullptr;
+  VkPrefItem::widgetDestroyed();
+}
+
+Widget VkPrefOption::focusWidget() const {
+  return baseWidget() ? XmOptionButtonGadget(baseWidget()) : nullptr;
+}
+
+void VkPrefOption::showValue() {
+  if (!baseWidget()) return;
+  Widget shown = beyond_;
+  if (hasEntry(getValue()))
+    shown = entries_[static_cast<std::size_t>(getValue())];
+  else
+    XtVaSetValues(beyond_, XmNlabelString, viewkit::xmString(label(getValue())).get(), nullptr);
+  XtVaSetValues(baseWidget(), XmNmenuHistory, shown, nullptr);
+}
+
+void VkPrefOption::picked(Widget entry, XtPointer) {
+  edited(static_cast<int>(std::ranges::find(entries_, entry) - entries_.begin()));
+}
+
+void VkPrefLabel::createWidgets(Widget parent) {
+  showIn(XtVaCreateWidget(baseName().c_str(), xmLabelWidgetClass, parent, XmNalignment, XmALIGNMENT_BEGINNING,
+                          nullptr));
+}
+
+void VkPrefSeparator::createWidgets(Widget parent) {
+  showIn(XtVaCreateWidget(baseName().c_str(), xmSeparatorWidgetClass, parent, nullptr));
+}
