@@ -1,0 +1,27 @@
+/// @file
+/// The material dialog's colours.
+#include "dialogs/matdialog.h"
+
+#include "dialogs/prefitems.h"
+#include "dialogs/values/kinds.h"
+#include "dialogs/values/numbers.h"
+
+namespace {
+
+constexpr const char* kColors[] = {"ambient", "emission", "diffuse", "prim_color", "prim_color_fog"};
+
+}  // namespace
+
+Widget MatDialog::createDialog(Widget parent) {
+  const Widget dialog = createFrom(values::mat_dialog(), parent);
+  for (const char* name : kColors) {
+    auto* const color = item() ? dynamic_cast<VkPrefGroup*>(item()->item(std::string(name))) : nullptr;
+    if (!color) continue;
+    addSwatch(color, {color->item(1), color->item(2), color->item(3)}, [color] {
+      QisRGBA shown;
+      values::colorChanged(valuesOf(*color), shown);
+      return shown;
+    });
+  }
+  return dialog;
+}

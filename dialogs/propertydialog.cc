@@ -1,0 +1,27 @@
+/// @file
+/// Label lines, items, widgets, values: in that order.
+#include "dialogs/propertydialog.h"
+
+#include <utility>
+
+#include "dialogs/prefitems.h"
+
+Widget PropertyDialog::createFrom(const values::Dialog& dialog, Widget parent) {
+  setDefaultResources(parent, dialog.lines());
+  const auto items = dialog.open(static_cast<Word>(index()));
+  if (items) setItem(makePrefItems(*items));
+  const Widget made = VkPrefDialog::createDialog(parent);
+  if (items) showValues(*item(), *items);
+  return made;
+}
+
+void PropertyDialog::addSwatch(VkPrefItem* behind, std::vector<VkPrefItem*> components,
+                               ColorSwatch::Read read) {
+  if (behind) swatches_.push_back(std::make_unique<ColorSwatch>(*behind, components, std::move(read)));
+}
+
+void PropertyDialog::widgetDestroyed() {
+  swatches_.clear();
+  VkPrefDialog::widgetDestroyed();
+  setItem(nullptr);
+}

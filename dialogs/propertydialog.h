@@ -1,0 +1,47 @@
+/// @file
+/// What the property dialogs share: building their items from a record's values.
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include "dialogs/colorswatch.h"
+#include "dialogs/values/dialog.h"
+#include "viewkit/vkprefdialog.h"
+
+/// A dialog that shows the values of one record of the current scene as they were when it was opened. It is
+/// opened once; when it has closed, its items are gone with its windows.
+class PropertyDialog : public VkPrefDialog {
+ public:
+  const char* className() const override { return "PropertyDialog"; }
+
+  /// The record's number in its list.
+  virtual unsigned long index() const { return 0; }
+
+ protected:
+  using VkPrefDialog::VkPrefDialog;
+
+  /// Makes the dialog's widgets, filled from its record: the work of every createDialog.
+  /// The record must exist.
+  Widget createFrom(const values::Dialog& dialog, Widget parent);
+
+  /// Shows the colour of some items behind them, while the windows are there.
+  void addSwatch(VkPrefItem* behind, std::vector<VkPrefItem*> components, ColorSwatch::Read read);
+
+  void widgetDestroyed() override;
+
+ private:
+  std::vector<std::unique_ptr<ColorSwatch>> swatches_;
+};
+
+/// The dialog of a record that is a node of the graph.
+class QuilNodeDialog : public PropertyDialog {
+ public:
+  QuilNodeDialog(const char* name, unsigned long index) : PropertyDialog(name), index_(index) {}
+  const char* className() const override { return "QuilNodeDialog"; }
+
+  unsigned long index() const override { return index_; }
+
+ private:
+  unsigned long index_;
+};
