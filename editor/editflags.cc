@@ -1,7 +1,10 @@
 /// @file
-/// What a double-click on a node does.
+/// What a double-click on a node does: the property dialog of its record, and what becomes of its answers.
 #include <cstdio>
+#include <utility>
 
+#include "dialogs/applychanges.h"
+#include "dialogs/propertydialogs.h"
 #include "editor/graphwindow.h"
 
 void GraphWindow::defaultAction(Widget, XtPointer data) {
@@ -11,5 +14,37 @@ void GraphWindow::defaultAction(Widget, XtPointer data) {
 
 void GraphWindow::nodeAction(const SgGraphCallbackStruct& action) {
   if (action.reason != SgCR_DEFAULT_ACTION) return;
-  if (const VkNode* const node = VkNode::of(action.node)) std::printf("%s\n", node->label());
+  const VkNode* const node = VkNode::of(action.node);
+  if (!node) return;
+  std::printf("%s\n", node->label());
+  const auto record = values::dialog_of_node(node->name());
+  auto dialog = record ? makePropertyDialog(*record) : nullptr;
+  if (!dialog) return;
+  dialog->show();
+  dialog->addCallback(VkPrefDialog::prefCallback, this, &GraphWindow::handlePrefs);
+  dialogs_.push_back(std::move(dialog));
+}
+
+void GraphWindow::handlePrefs(VkComponent* component, void*, void* reason) {
+  auto* const dialog = dynamic_cast<VkPrefDialog*>(component);
+  const auto answer = *static_cast<const VkDialogReason*>(reason);
+  if (!dialog ||
+      values::handlePrefs(dialog->name(), static_cast<int>(answer)) != values::PrefAction::applyChanges)
+    return;
+  if (editsArcs())
+    applyChanges(dialog, 0, 0);
+  else
+    dialog->refuseApply();
+}
+
+int GraphWindow::applyChanges(VkPrefDialog* dialog, int, int) { return ::applyChanges(*dialog); }
+
+bool GraphWindow::editsArcs() const {
+  Boolean editable = False;
+  XtVaGetValues(graph_->graphWidget(), SgNeditableArcs, &editable, nullptr);
+  return editable;
+}
+
+void GraphWindow::closeDialogs() {
+  for (const auto& dialog : dialogs_) dialog->hide();
 }

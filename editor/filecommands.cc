@@ -55,6 +55,7 @@ void GraphWindow::open() {
     if (opened) {
       std::printf("File name: %s\n", path.c_str());
       file_name_ = path;
+      closeDialogs();
       graph_->clearAll();
       struct_graph(graph_.get());
       graph_->displayAll();

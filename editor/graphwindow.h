@@ -4,7 +4,9 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
+#include "dialogs/propertydialog.h"
 #include "viewkit/forward.h"
 #include "viewkit/vkapp.h"
 #include "viewkit/vkgraph.h"
@@ -47,6 +49,13 @@ class GraphWindow : public VkWindow {
   void deleteLink(VkNode* parent, VkNode* child);
   /// After a move to `parent`: removes the arc of the child that `child` displaced from a single slot.
   void deleteDupChild(VkNode* parent, VkNode* child);
+
+  /// What a dialog's answer asks for; attached to every dialog's VkPrefDialog::prefCallback.
+  /// @param reason  a `const VkDialogReason*`.
+  void handlePrefs(VkComponent* dialog, void* clientData, void* reason);
+  /// Writes what a property dialog shows into its record; the two numbers mean nothing.
+  /// @returns 1, or 0 when there is no such kind of dialog or record.
+  int applyChanges(VkPrefDialog* dialog, int, int);
 
   /// Writes the picture of the whole graph as PostScript. @returns whether that worked.
   bool print(const std::string& path);
@@ -97,6 +106,10 @@ class GraphWindow : public VkWindow {
   static constexpr auto arcMovedCallback = forward<&GraphWindow::arcMoved>;
   static constexpr auto defaultActionCallback = forward<&GraphWindow::defaultAction>;
 
+  bool editsArcs() const;
+  /// Takes down the dialogs for records of a scene that is no longer there.
+  void closeDialogs();
+
   void addMenus();
   VkMenuToggle* textureImageToggle() const;
   /// Saves to the current file name, and says so when that fails.
@@ -106,6 +119,7 @@ class GraphWindow : public VkWindow {
   void displayLost(VkApp* app, void* client_data, void* call_data);
 
   std::unique_ptr<VkGraph> graph_;
+  std::vector<std::unique_ptr<PropertyDialog>> dialogs_;  ///< every one that was ever opened
   std::string file_name_;            ///< of the last Open or Save As; empty before
   unsigned char _displayTexImg = 0;  ///< 1: nodes built from now on show their textures' pictures
   unsigned char c256[256] = {};      ///< pixel values of the 8-bit colours that the pictures consist of
