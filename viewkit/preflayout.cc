@@ -367,7 +367,8 @@ void widenTexts(const VkPrefGroup& group) {
     if (const auto* const inner = dynamic_cast<const VkPrefGroup*>(group.item(i))) widenTexts(*inner);
 }
 
-/// The rendition "bold" as a render table, made once: what is converted for a widget stays in memory for ever.
+/// The rendition "bold" as a render table, made once: what is converted for a widget stays in memory for
+/// ever.
 XmRenderTable boldFonts(Widget widget) {
   static XmRenderTable fonts = nullptr;
   if (!fonts) {

@@ -110,7 +110,8 @@ void VkPrefDialog::fitItems() {
 }
 
 void VkPrefDialog::focusFirstItem() {
-  if (const Widget first = top_ ? top_->focusWidget() : nullptr) XmProcessTraversal(first, XmTRAVERSE_CURRENT);
+  if (const Widget first = top_ ? top_->focusWidget() : nullptr)
+    XmProcessTraversal(first, XmTRAVERSE_CURRENT);
 }
 
 void VkPrefDialog::tell(VkDialogReason reason) { callCallbacks(prefCallback, &reason); }

@@ -54,13 +54,9 @@ void VkPrefRadio::added(VkPrefItem& item) {
 }
 
 void VkPrefRadio::toggleShown(VkPrefToggle* toggle, void*, void*) {
-  if (!toggle->getValue()) return;
+  if (!toggle->getValue() || !toggle->changed()) return;
   for (int i = 0; i < size(); ++i) {
     auto* const other = dynamic_cast<VkPrefToggle*>(item(i));
-    if (!other || other == toggle || !other->getValue()) continue;
-    if (toggle->changed())
-      other->edit(false);
-    else
-      other->setValue(false);
+    if (other && other != toggle && other->getValue()) other->edit(false);
   }
 }

@@ -52,7 +52,7 @@ class VkPrefGroup : public VkPrefItem {
   bool horizontal_, noLabel_;
 };
 
-/// A group of toggles of which the user turns on one at a time.
+/// A group of toggles of which the user turns on one at a time. A program may set them as it likes.
 class VkPrefRadio : public VkPrefGroup {
  public:
   using VkPrefGroup::VkPrefGroup;
@@ -60,7 +60,7 @@ class VkPrefRadio : public VkPrefGroup {
 
  private:
   void added(VkPrefItem& item) override;
-  /// Turns off the others when a toggle was turned on.
+  /// Turns off the others when the user has turned one on.
   void toggleShown(VkPrefToggle* toggle, void* clientData, void* callData);
 };
 

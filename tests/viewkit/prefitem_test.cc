@@ -120,9 +120,7 @@ class PrefRadio : public testing::Test {
   }
 };
 
-TEST_F(PrefRadio, TheTogglesTurnEachOtherOff) {
-  toggle(0).setValue(true);
-  EXPECT_EQ(states(), "100");
+TEST_F(PrefRadio, TheUserTurnsOnOneAtATime) {
   toggle(2).setValue(true);
   EXPECT_EQ(states(), "001");
   EXPECT_FALSE(radio_.changed());
@@ -145,10 +143,14 @@ TEST_F(PrefRadio, RevertsAsAWhole) {
   EXPECT_FALSE(radio_.changed());
 }
 
-TEST_F(PrefRadio, MayHaveNoneOn) {
-  toggle(0).setValue(false);
+TEST_F(PrefRadio, ShowsSeveralOrNoneIfAProgramSaysSo) {
   EXPECT_EQ(states(), "000");
+  toggle(0).setValue(true);
+  toggle(1).setValue(true);
+  EXPECT_EQ(states(), "110");
   EXPECT_FALSE(radio_.changed());
+  toggle(2).edit(true);
+  EXPECT_EQ(states(), "001");
 }
 
 /// Counts how often an item says that it shows another value.

@@ -1,0 +1,367 @@
+/// @file
+/// The property dialogs in the built editor: opened from nodes, filled in by pointer and keyboard, applied,
+/// and what that makes of the file.
+#include <filesystem>
+#include <sstream>
+#include <vector>
+
+#include "tests/support/case_name.h"
+#include "tests/support/wait.h"
+#include "tests/window/editorfixture.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+using support::Editor;
+using support::WidgetInfo;
+using testing::EndsWith;
+using testing::HasSubstr;
+using testing::StartsWith;
+
+class Dialogs : public EditorTest {
+ protected:
+  /// Opens a scene in Edit Mode.
+  void edit(const std::string& file) {
+    file_ = file;
+    editor_.open(file);
+    editor_.toggleEditMode();
+    newOutput();
+  }
+
+  /// Double-clicks a node and waits for its dialog. @param dialog  such as "matDialog".
+  void openDialog(const std::string& node, const std::string& dialog) {
+    editor_.doubleClickNode(node);
+    dialog_ = dialog;
+    editor_.await("the focus in " + dialog, [&](const WidgetInfo& w) {
+      return w.focused && w.viewable && w.path.find(dialog) != w.path.npos;
+    });
+  }
+
+  /// The widget of an item, given as in "cc_g.cc_quil.quil_color_type0.vtx".
+  WidgetInfo widget(const std::string& item, const std::string& part = "Base") {
+    std::string where = dialog_;
+    std::istringstream names(item);
+    for (std::string name; std::getline(names, name, '.');)
+      where += "/" + name + (names.eof() ? part : "Base");
+    return editor_.await(where, [&](const WidgetInfo& w) { return w.isAt(where); });
+  }
+
+  /// What an item shows, as the command line prints it.
+  std::string shown(const std::string& item) {
+    const WidgetInfo found = widget(item);
+    if (found.class_name == "XmToggleButton") return found.set ? "1" : "0";
+    if (found.class_name == "XmRowColumn") return widget(item, "Base/OptionButton").label;
+    return found.class_name == "XmTextField" ? found.text : found.label;
+  }
+
+  /// Gives an item a value as a person would: types it, clicks a toggle until it shows it, picks a menu
+  /// entry.
+  void enter(const std::string& item, const std::string& value) {
+    const WidgetInfo field = widget(item);
+    if (field.class_name == "XmToggleButton") {
+      if (field.set != (value == "1")) editor_.driver().click(field.box.centre());
+    } else if (field.class_name == "XmTextField") {
+      editor_.driver().click(field.box.centre());
+      editor_.driver().key("End");
+      editor_.driver().key("Home", {"Shift_L"});
+      editor_.driver().key("BackSpace");
+      editor_.driver().type(value);
+    } else {
+      editor_.driver().click(field.box.centre());
+      const WidgetInfo entry = editor_.await("the entry " + value, [&](const WidgetInfo& w) {
+        return w.name() == "entry" && w.label == value && w.viewable && w.path.find(dialog_) != w.path.npos;
+      });
+      editor_.driver().clickInMenu(entry.box.centre());
+    }
+    editor_.settle();
+  }
+
+  void press(const std::string& button) {
+    editor_.click(dialog_ + "/buttons/" + button);
+    editor_.settle();
+  }
+  bool isOpen() {
+    editor_.settle();
+    return editor_.find([&](const WidgetInfo& w) { return w.isAt(dialog_) && w.viewable; }).has_value();
+  }
+
+  /// The file that Save As writes.
+  std::string saved() {
+    fs::remove(path("saved.quil"));
+    editor_.saveAs(path("saved.quil"));
+    return read_file(path("saved.quil"));
+  }
+
+  /// What the command line prints when it makes the same change, from "APPLY." on.
+  std::string trace(const std::string& command) const {
+    const std::string all = edited(file_, command + "\n").trace;
+    return all.substr(all.find("APPLY.\n"), all.rfind("-> ") - all.find("APPLY.\n"));
+  }
+
+  std::string file_, dialog_;
+};
+
+struct Entry {
+  const char* item;
+  const char* value;
+};
+struct Case {
+  const char* name;
+  const char* scene;
+  const char* node;
+  const char* dialog;
+  std::vector<Entry> entries;
+
+  /// The command of an edit script that does the same.
+  std::string command() const {
+    std::string line = std::string("set ") + node;
+    for (const auto& [item, value] : entries) line += std::string(" ") + item + "=\"" + value + "\"";
+    return line;
+  }
+};
+void PrintTo(const Case& c, std::ostream* out) { *out << c.name; }
+
+const Case kCases[] = {
+    {"Scene",
+     "robot",
+     "scene_0",
+     "sceneDialog",
+     {{"title.nodeName", "workshop"}, {"video.mpal", "1"}, {"dither", "0"}, {"divot", "1"}}},
+    {"Shape",
+     "robot",
+     "shape_0",
+     "shapeDialog",
+     {{"title.nodeName", "torso"}, {"alias.ra", "1"}, {"culling.front", "1"}, {"z_buffer", "0"}}},
+    {"Shape2", "skeleton", "shape_1", "shapeDialog", {{"alias.no_alias", "1"}, {"vtxalpha", "1"}}},
+    {"Tex",
+     "robot",
+     "tex_0",
+     "texDialog",
+     {{"title.nodeName", "metal"},
+      {"form.form_ci", "1"},
+      {"depth.depth_16", "1"},
+      {"tex_wrap_s.clamp_s", "1"},
+      {"tex_wrap_t.mirror_t", "1"}}},
+    {"Tex2", "skeleton", "tex_0", "texDialog", {{"quil2.texfilter", "AVERAGE"}, {"quil2.pers", "0"}}},
+    {"Obj",
+     "robot",
+     "obj_0",
+     "objDialog",
+     {{"title.nodeName", "ground"},
+      {"type_g.state_active", "0"},
+      {"type_g.type", "BILLBOARD"},
+      {"group.group_none", "0"},
+      {"group.groupid", "1f"},
+      {"render.render_pri.render_pri_sw", "KAVOGBI"},
+      {"render.render_pri.render_pri_opt", "XLU_SURF"},
+      {"have_bd.bd_yes", "1"}}},
+    {"Obj2",
+     "skeleton",
+     "obj_0",
+     "objDialog",
+     {{"pri.pri_none", "0"},
+      {"pri.priority", "0x20"},
+      {"renderfog.render_pri_g.render_cycle_type", "2 cycle"}}},
+    {"Mat",
+     "robot",
+     "mat_0",
+     "matDialog",
+     {{"title.nodeName", "iron"},
+      {"shade_type.light", "GLOBAL"},
+      {"cc_g.cc_quil.quil_color_type0.vtx", "1"},
+      {"cc_g.cc_quil.quil_alpha_type1.tex1_alpha", "1"},
+      {"prim_color.red", "1.5"},
+      {"prim_color.blue", "-0.25"},
+      {"u_flags0.usr_flag0", "0x10"},
+      {"u_flags1.usr_flag7", "ff"}}},
+    {"Mat2",
+     "skeleton",
+     "mat_0",
+     "matDialog",
+     {{"ambient.green", "0.75"},
+      {"cc_g_fog.cc_kavo.kavo_color_type1.cc_b", "K4"},
+      {"prim_color_fog.alpha", "1"}}},
+    {"MatStyle", "robot", "mat_0", "matDialog", {{"mat_type.kavo", "1"}}},
+    {"Cam",
+     "robot",
+     "cam_0",
+     "camDialog",
+     {{"title.nodeName", "camera"},
+      {"type.ortho", "1"},
+      {"clip.near", "0.125"},
+      {"values.scale", "2.5"},
+      {"objects.up", "3"}}},
+    {"Env",
+     "robot",
+     "env_0",
+     "envDialog",
+     {{"title.nodeName", "noon"},
+      {"fog.fog_color", "ff8000ff"},
+      {"fog.fog_near", "5000"},
+      {"fill_color.do_fill_color", "0"},
+      {"fill_depth.do_fill_depth", "1"},
+      {"fill_depth.fill_depth_rgb", "fffc"},
+      {"bg_depth_img.bg_depth_tex", "1"},
+      {"bg_depth_img.bg_depth_index", "2"}}},
+    {"Light", "robot", "light_0", "lightDialog", {{"title.nodeName", "moon"}, {"ambi.ambi_r", "2.5"}}},
+    {"Part", "robot", "part_0", "partDialog", {{"title.nodeName", "ring"}}},
+    {"Anim",
+     "robot",
+     "anim_0",
+     "animDialog",
+     {{"title.nodeName", "still"}, {"anim_loop.inf", "0"}, {"anim_loop.loop_num", "0x10"}}},
+    {"Anim2",
+     "skeleton",
+     "anim_1",
+     "animDialog",
+     {{"quil2.pos_c.pos_c_on", "1"}, {"quil2.pos_c.pos_c_node", "obj_1"}, {"anim_loop.inf", "0"}}},
+    {"Lod",
+     "robot",
+     "lod_13",
+     "lodDialog",
+     {{"lod_set.lod_dist_group.lod_dist1", "90.5"}, {"lod_set.lod_link_group.lod_link2", "3"}}},
+    {"Lod2",
+     "skeleton",
+     "lod_5",
+     "lodDialog",
+     {{"header.nlod", "7"}, {"lod_set.lod_link_group.lod_link0", "2"}}},
+    {"Chainroot", "skeleton", "ChainRoot_0", "chrootDialog", {{"title.nodeName", "arm"}}},
+    {"Joint", "skeleton", "joint_0", "jointDialog", {{"title.nodeName", "hand"}, {"title.type", "1f"}}},
+    {"Effector",
+     "skeleton",
+     "effector_0",
+     "effectorDialog",
+     {{"title.nodeName", "grip"}, {"title.type", "0x2a"}}},
+};
+
+class EveryDialog : public Dialogs, public testing::WithParamInterface<Case> {};
+
+TEST_P(EveryDialog, ShowsItsRecordAndWritesItBack) {
+  const Case& c = GetParam();
+  edit(data(c.scene));
+  openDialog(c.node, c.dialog);
+  EXPECT_THAT(newOutput(),
+              StartsWith("In defaultActionCallback\n" + editor_.graph().node(c.node).label + "\n"));
+  std::istringstream lines(quilscene({"show", file_, c.node}));
+  for (std::string line; std::getline(lines, line);) {
+    const auto equals = line.find(" = ");
+    const std::string item = line.substr(line.find(' ') + 1, equals - line.find(' ') - 1);
+    const std::string value = line.substr(equals + 3);
+    EXPECT_EQ(shown(item), value) << line;
+  }
+
+  for (const auto& [item, value] : c.entries) enter(item, value);
+  EXPECT_EQ(newOutput(), "");
+  press("Apply");
+  EXPECT_EQ(newOutput(), trace(c.command()));
+  press("Apply");  // nothing has changed since
+  EXPECT_THAT(newOutput(), testing::Not(HasSubstr("is changed.")));
+  press("OK");
+  EXPECT_FALSE(isOpen());
+  EXPECT_THAT(newOutput(), EndsWith("OK.\n"));
+  EXPECT_TRUE(sameBytes(saved(), edited(file_, c.command() + "\n").bytes));
+}
+
+INSTANTIATE_TEST_SUITE_P(All, EveryDialog, testing::ValuesIn(kCases), CaseName());
+
+TEST_F(Dialogs, OpenOnReturnToo) {
+  editor_.open(data("tiny_v1"));
+  newOutput();
+  editor_.driver().click(editor_.graph().node("obj_0").box.centre());
+  editor_.key("Return");
+  editor_.await("objDialog/buttons/OK");
+  EXPECT_THAT(newOutput(), StartsWith("In defaultActionCallback\nobj_0\n"));
+}
+
+TEST_F(Dialogs, ANodeWithoutARecordHasNone) {
+  edit(data("tiny_v1"));
+  const support::GraphState graph = editor_.graph();
+  editor_.driver().doubleClick({graph.view.x + 5, graph.view.y + graph.view.height - 5});
+  editor_.settle();
+  newOutput();
+  editor_.doubleClickNode("newNode");
+  EXPECT_EQ(newOutput(), "In defaultActionCallback\nNew Node\n");
+  EXPECT_FALSE(editor_.find([](const WidgetInfo& w) { return w.isAt("buttons/Apply"); }));
+}
+
+TEST_F(Dialogs, ApplyOutsideEditModeChangesNothingAndKeepsWhatWasEntered) {
+  file_ = data("tiny_v1");
+  editor_.open(file_);
+  openDialog("mat_0", "matDialog");
+  newOutput();
+  enter("title.nodeName", "renamed");
+  press("Apply");
+  press("Apply");
+  EXPECT_EQ(newOutput(), "APPLY.\nAPPLY.\n");
+  press("OK");
+  EXPECT_EQ(newOutput(), "APPLY.\nOK.\n");
+  EXPECT_TRUE(sameBytes(saved(), edited(file_, "").bytes));
+}
+
+TEST_F(Dialogs, EnteredValuesAreAppliedOnceInEditMode) {
+  file_ = data("tiny_v1");
+  editor_.open(file_);
+  openDialog("mat_0", "matDialog");
+  enter("title.nodeName", "renamed");
+  press("Apply");
+  editor_.toggleEditMode();
+  newOutput();
+  press("Apply");
+  EXPECT_EQ(newOutput(), trace("set mat_0 title.nodeName=renamed"));
+}
+
+TEST_F(Dialogs, OkAppliesWhatWasEntered) {
+  edit(data("tiny_v1"));
+  openDialog("obj_0", "objDialog");
+  newOutput();
+  enter("title.nodeName", "renamed");
+  editor_.driver().key("Return");
+  EXPECT_FALSE(isOpen());
+  EXPECT_EQ(newOutput(), trace("set obj_0 title.nodeName=renamed") + "OK.\n");
+}
+
+TEST_F(Dialogs, CancelForgetsWhatWasEntered) {
+  edit(data("tiny_v1"));
+  openDialog("obj_0", "objDialog");
+  newOutput();
+  enter("title.nodeName", "renamed");
+  press("Cancel");
+  EXPECT_FALSE(isOpen());
+  EXPECT_EQ(newOutput(), "Canceled.\n");
+  openDialog("obj_0", "objDialog");
+  EXPECT_EQ(widget("title.nodeName").text, "lonely_box");
+  press("Cancel");
+  EXPECT_TRUE(sameBytes(saved(), edited(file_, "").bytes));
+}
+
+TEST_F(Dialogs, OfTwoOnOneRecordTheLaterApplyWins) {
+  edit(data("tiny_v1"));
+  openDialog("obj_0", "objDialog");
+  enter("title.nodeName", "first");
+  openDialog("obj_0", "objDialog");
+  const auto second = editor_.await("the second dialog", [](const WidgetInfo& w) {
+    return w.isAt("objDialog/nodeNameBase") && w.viewable && w.text == "lonely_box";
+  });
+  EXPECT_EQ(widget("title.nodeName").text, "first");
+  editor_.driver().click(second.box.centre());
+  editor_.driver().type("2");
+  editor_.driver().key("Return");
+  editor_.settle();
+  EXPECT_TRUE(isOpen());
+  press("Apply");
+  const std::string last = "set obj_0 title.nodeName=first";
+  EXPECT_THAT(newOutput(), EndsWith("OK.\n" + trace(last)));
+  EXPECT_TRUE(sameBytes(saved(), edited(file_, last + "\n").bytes));
+}
+
+TEST_F(Dialogs, AreClosedWhenAnotherSceneIsOpened) {
+  edit(data("tiny_v1"));
+  openDialog("mat_0", "matDialog");
+  newOutput();
+  editor_.open(data("tiny_v2"));
+  EXPECT_FALSE(isOpen());
+  EXPECT_THAT(newOutput(), testing::Not(HasSubstr("Canceled.")));
+}
+
+}  // namespace
