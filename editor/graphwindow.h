@@ -120,7 +120,7 @@ class GraphWindow : public VkWindow {
 
   std::unique_ptr<VkGraph> graph_;
   std::vector<std::unique_ptr<PropertyDialog>> dialogs_;  ///< every one that was ever opened
-  std::string file_name_;            ///< of the last Open or Save As; empty before
+  std::string file_name_;                                 ///< of the last Open or Save As; empty before
   unsigned char _displayTexImg = 0;  ///< 1: nodes built from now on show their textures' pictures
   unsigned char c256[256] = {};      ///< pixel values of the 8-bit colours that the pictures consist of
 };

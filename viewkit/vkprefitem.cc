@@ -81,7 +81,7 @@ void VkPrefText::showValue() {
 }
 
 int VkPrefText::wantedColumns() const {
-  return std::max(columns_, std::min(static_cast<int>(getValue().size()), kWidened));
+  return std::max(columns_, std::min(static_cast<int>(getValue().size()) + 1, kWidened));
 }
 
 void VkPrefText::widen(int columns) {

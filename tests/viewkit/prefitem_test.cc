@@ -47,7 +47,7 @@ TEST(PrefText, IsWidenedForLongNumbersOnly) {
   text.setValue("0.25");
   EXPECT_EQ(text.wantedColumns(), 5);
   text.setValue("-0.333333");
-  EXPECT_EQ(text.wantedColumns(), 9);
+  EXPECT_EQ(text.wantedColumns(), 10);
   text.setValue(std::string(2000, 'x'));
   EXPECT_LE(text.wantedColumns(), 20);
 }
