@@ -330,7 +330,8 @@ void walk(Io& io, R& r) {
 }
 
 /// A texture's table of images: seven words, or the tiled form with a row per tile.
-/// The tiled form's first five arrays stand in the order of the untiled words 2 to 6.
+/// The tiled form's six arrays stand in the order of the untiled words 2 to 6 (width, height, word 4, word 5,
+/// image index), and one more.
 struct TexTable {
   struct Untiled {
     Word word0, word1, width, height, word4, word5, image;
