@@ -7,9 +7,10 @@
 
 #include <algorithm>
 #include <array>
-#include <memory>
 #include <string_view>
 #include <utility>
+
+#include "viewkit/xraii.h"
 
 namespace {
 
@@ -57,29 +58,6 @@ void take_colormap(Display* display, unsigned char table[kColors], int used[kCol
   }
 }
 
-/// Swallows X errors while it lives: windows of other programs may vanish while we look at them.
-class ErrorTrap {
- public:
-  explicit ErrorTrap(Display* display) : display_(display) {
-    XSync(display_, False);
-    previous_ = XSetErrorHandler([](Display*, XErrorEvent*) { return 0; });
-  }
-  ~ErrorTrap() {
-    XSync(display_, False);
-    XSetErrorHandler(previous_);
-  }
-  ErrorTrap(const ErrorTrap&) = delete;
-  ErrorTrap& operator=(const ErrorTrap&) = delete;
-
- private:
-  Display* display_;
-  XErrorHandler previous_;
-};
-
-struct FreeX {
-  void operator()(void* memory) const noexcept { XFree(memory); }
-};
-
 }  // namespace
 
 void make256table(Display* display, unsigned char table[256]) {
@@ -118,14 +96,14 @@ int scanRGB8space(int index, const int used[256]) {
 }
 
 int findQuileditor(Display* display) {
-  const ErrorTrap trap(display);
+  const viewkit::QuietErrors quiet(display);  // windows of other programs may vanish while we look at them
   const Window root = DefaultRootWindow(display);
   print_client_properties(display, root);
   Window root_return, parent_return;
   Window* children = nullptr;
   unsigned count = 0;
   if (XQueryTree(display, root, &root_return, &parent_return, &children, &count) == 0) return 0;
-  const std::unique_ptr<Window, FreeX> owner(children);
+  const viewkit::XMem<Window> owner(children);
   int found = 0;
   for (unsigned i = 0; i < count && found == 0; ++i) {
     if (const Window client = XmuClientWindow(display, children[i]); client != None)

@@ -22,6 +22,17 @@ constexpr VkMenuDesc kEnd = {VkMenuItemType::END};
 
 constexpr const char* kTextureImageLabel = "Display Texture Image";
 
+bool true_color_textures(Widget shell) {
+  struct Resources {
+    Boolean on;
+  } resources{};
+  static char name[] = "trueColorTextures", class_name[] = "TrueColorTextures";
+  static XtResource table[] = {
+      {name, class_name, XtRBoolean, sizeof(Boolean), XtOffsetOf(Resources, on), XtRImmediate, nullptr}};
+  XtGetApplicationResources(shell, &resources, table, XtNumber(table), nullptr, 0);
+  return resources.on != False;
+}
+
 }  // namespace
 
 GraphWindow::GraphWindow(const char* name) : VkWindow(name) {
@@ -42,6 +53,7 @@ GraphWindow::GraphWindow(const char* name) : VkWindow(name) {
   read_convert_options();
   if (auto* toggle = textureImageToggle()) toggle->setVisualState(false);
   make256table(theApplication->display(), c256);
+  true_color_textures_ = true_color_textures(baseWidget());
 
   theApplication->addCallback(VkApp::displayLostCallback, this, &GraphWindow::displayLost);
   showTitle();

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <memory>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -12,10 +13,6 @@
 #include "viewkit/vkgraph.h"
 #include "viewkit/vkmenu.h"
 #include "viewkit/vkwindow.h"
-
-/// The node of that name in `graph`, or else a new one that is not in the graph yet; it enters with its first
-/// arc.
-VkNode* getQuilVkNode(VkGraph* graph, const std::string& name);
 
 /// The editor's main window. Menu and graph callbacks are static members that forward to the ordinary member
 /// of the same meaning; their client data is the window.
@@ -29,10 +26,24 @@ class GraphWindow : public VkWindow {
   /// The window's view.
   VkGraph& graph() { return *graph_; }
 
+  /// @name How nodes show textures; asked when a node is built.
+  /// @{
+  /// Whether as pictures.
+  bool displaysTextureImages() const { return _displayTexImg != 0; }
+  /// Pixel values for the 8-bit colours that the pictures consist of, see make256table.
+  std::span<const unsigned char, 256> colorTable() const { return c256; }
+  /// Whether a TrueColor screen of depth 24, which has no pictures otherwise, shows them in their own
+  /// colours: the application's resource "trueColorTextures".
+  bool trueColorTextures() const { return true_color_textures_; }
+  /// @}
+
   /// Builds the current scene into `graph`: a node per record that takes part in a reference and an arc per
   /// reference, in their fixed order. Nodes that the graph has already are reused, but those for levels of
   /// detail are always new.
   void struct_graph(VkGraph* graph);
+  /// The node of that name in `graph`, or else a new one that is not in the graph yet; it enters with its
+  /// first arc.
+  VkNode* getQuilVkNode(VkGraph* graph, const std::string& name) const;
   /// Adds the arc from `parent` to the node named `child_name`, which is made when the graph lacks it.
   void addChild(VkNode* parent, const std::string& child_name);
 
@@ -122,5 +133,6 @@ class GraphWindow : public VkWindow {
   std::vector<std::unique_ptr<PropertyDialog>> dialogs_;  ///< every one that was ever opened
   std::string file_name_;                                 ///< of the last Open or Save As; empty before
   unsigned char _displayTexImg = 0;  ///< 1: nodes built from now on show their textures' pictures
-  unsigned char c256[256] = {};      ///< pixel values of the 8-bit colours that the pictures consist of
+  unsigned char c256[256] = {};      ///< the colour table
+  bool true_color_textures_ = false;
 };

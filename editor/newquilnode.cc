@@ -1,8 +1,105 @@
 /// @file
-/// Graph nodes of records.
+/// Graph nodes of records, and pixmaps of textures.
 #include "editor/newquilnode.h"
 
-#include <string_view>
+#include <X11/Xutil.h>
+#include <Xm/Xm.h>
 
-QuilVkNode::QuilVkNode(const char* name, const char* label)
-    : VkNode(name, label), prefix_(std::string_view(name).substr(0, std::string_view(name).find('_'))) {}
+#include <cstdint>
+#include <cstdio>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "editor/graphwindow.h"
+#include "editor/model/currentscene.h"
+#include "editor/model/nodenames.h"
+#include "editor/model/texturepicture.h"
+
+namespace {
+
+/// Bits that a pixel takes in the data of a pixmap.
+unsigned bits_per_pixel(unsigned depth) { return depth == 24 ? 32 : depth; }
+
+std::vector<char> pixel_bytes(const std::vector<std::uint32_t>& pixels, unsigned bits) {
+  std::vector<char> bytes;
+  bytes.reserve(pixels.size() * bits / 8);
+  for (const std::uint32_t pixel : pixels)
+    for (unsigned shift = bits; shift > 0; shift -= 8)
+      bytes.push_back(static_cast<char>(pixel >> (shift - 8)));
+  return bytes;
+}
+
+/// The picture's pixels for a screen on which the colour table counts: each table value in the top byte of
+/// its pixel. On deep screens that gives no true colours, and is meant to.
+std::vector<std::uint32_t> table_pixels(const TexturePicture& picture, const GraphWindow& window,
+                                        unsigned depth) {
+  const std::vector<std::uint8_t> indices = table_colors(picture, window.colorTable());
+  std::vector<std::uint32_t> pixels(indices.begin(), indices.end());
+  for (std::uint32_t& pixel : pixels) pixel <<= depth - 8;
+  return pixels;
+}
+
+/// The picture of the texture that a node name stands for; none when it has none or the screen can't show it.
+viewkit::PixmapId texture_pixmap(Screen* screen, const GraphWindow& window, const char* node_name) {
+  const auto depth = static_cast<unsigned>(DefaultDepthOfScreen(screen));
+  const Visual* const visual = DefaultVisualOfScreen(screen);
+  const bool by_table = depth == 8 || depth == 16 || depth == 32;
+  const bool own = depth == 24 && visual->c_class == TrueColor && window.trueColorTextures();
+  if (!by_table && !own) return {};
+  const auto picture = texture_picture(*qis, indexofnd(node_name));
+  if (!picture) return {};
+  const ColorMasks masks{static_cast<std::uint32_t>(visual->red_mask),
+                         static_cast<std::uint32_t>(visual->green_mask),
+                         static_cast<std::uint32_t>(visual->blue_mask)};
+  std::vector<char> data = pixel_bytes(
+      own ? own_colors(*picture, masks) : table_pixels(*picture, window, depth), bits_per_pixel(depth));
+  Display* const display = DisplayOfScreen(screen);
+  return CreatePixmapFromQUILTexImg(display, DefaultRootWindow(display), data, picture->width,
+                                    picture->height, WhitePixelOfScreen(screen), BlackPixelOfScreen(screen),
+                                    depth);
+}
+
+}  // namespace
+
+QuilVkNode::QuilVkNode(const GraphWindow& window, const char* name, const char* label)
+    : VkNode(name, label),
+      window_(window),
+      prefix_(std::string_view(name).substr(0, std::string_view(name).find('_'))) {}
+
+void QuilVkNode::build(Widget parent) {
+  VkNode::build(parent);
+  if (std::string_view(name()).find("tex_") == std::string_view::npos) return;
+  std::printf("Here is in build();%s\n", name());
+  if (!window_.displaysTextureImages()) return;
+  if (!pixmap_) pixmap_ = texture_pixmap(XtScreen(parent), window_, name());
+  if (pixmap_) XtVaSetValues(baseWidget(), XmNlabelPixmap, pixmap_.get(), nullptr);
+}
+
+viewkit::PixmapId CreatePixmapFromQUILTexImg(Display* display, Drawable drawable, std::span<char> data,
+                                             unsigned width, unsigned height, unsigned long foreground,
+                                             unsigned long background, unsigned depth) {
+  const unsigned bits = bits_per_pixel(depth);
+  if (data.size() < std::size_t{width} * height * bits / 8) return {};
+  const viewkit::QuietErrors quiet(display);
+  viewkit::PixmapId pixmap(display, XCreatePixmap(display, drawable, width, height, depth));
+  const viewkit::ImagePtr description(XCreateImage(display, DefaultVisual(display, DefaultScreen(display)),
+                                                   depth, ZPixmap, 0, nullptr, width, height,
+                                                   static_cast<int>(bits), 0));
+  if (!description) return {};
+  // A copy, which doesn't own the data. Its byte order is that of the data, whatever the machine and the
+  // server have.
+  XImage image = *description;
+  image.data = data.data();
+  image.xoffset = 0;
+  image.byte_order = image.bitmap_bit_order = MSBFirst;
+  image.bitmap_unit = image.bits_per_pixel = static_cast<int>(bits);
+  image.bytes_per_line = static_cast<int>(width * bits / 8);
+  XGCValues values{};
+  values.foreground = foreground;
+  values.background = background;
+  const viewkit::Gc gc(display, XCreateGC(display, pixmap.get(), GCForeground | GCBackground, &values));
+  if (!gc) return {};
+  XPutImage(display, pixmap.get(), gc.get(), &image, 0, 0, 0, 0, width, height);
+  return quiet.failed() ? viewkit::PixmapId{} : std::move(pixmap);
+}

@@ -1,20 +1,41 @@
 /// @file
-/// The editor's graph node: stands for one record of the scene.
+/// The editor's graph node: stands for one record of the scene, and shows a texture as its picture.
 #pragma once
 
+#include <span>
 #include <string>
 
 #include "viewkit/vknode.h"
+#include "viewkit/xraii.h"
+
+class GraphWindow;
 
 /// A node whose name ("obj_3") carries the kind and number of its record.
 class QuilVkNode : public VkNode {
  public:
-  explicit QuilVkNode(const char* name, const char* label = nullptr);
+  /// @param window  outlives the node; says whether and how pictures of textures are shown.
+  QuilVkNode(const GraphWindow& window, const char* name, const char* label = nullptr);
   const char* className() const override { return "QuilVkNode"; }
+
+  /// Makes the widget. That of a texture of the current scene shows the texture's picture instead of the
+  /// label while the window displays texture images; the picture is made once and kept. The label stays where
+  /// the texture has no picture or the screen has another depth than 8, 16 and 32 (or, in own colours, 24).
+  void build(Widget parent) override;
 
   /// The name's prefix ("obj"), so that a graph tints its nodes by kind.
   const char* tintName() const override { return prefix_.c_str(); }
 
  private:
+  const GraphWindow& window_;
   std::string prefix_;
+  viewkit::PixmapId pixmap_;  // none while no picture has been made
 };
+
+/// A pixmap of `depth` on the drawable's screen that holds the given pixels.
+/// @param data  row by row without padding, `depth` / 8 bytes to a pixel (4 for depth 24), the most
+/// significant
+///              byte first
+/// @returns none when it can't be made: no such depth, too little data, no memory in the server.
+viewkit::PixmapId CreatePixmapFromQUILTexImg(Display* display, Drawable drawable, std::span<char> data,
+                                             unsigned width, unsigned height, unsigned long foreground,
+                                             unsigned long background, unsigned depth);

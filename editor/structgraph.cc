@@ -6,9 +6,9 @@
 #include "editor/model/scenegraph.h"
 #include "editor/newquilnode.h"
 
-VkNode* getQuilVkNode(VkGraph* graph, const std::string& name) {
+VkNode* GraphWindow::getQuilVkNode(VkGraph* graph, const std::string& name) const {
   if (VkNode* const node = graph->find(name)) return node;
-  return graph->make<QuilVkNode>(name.c_str());
+  return graph->make<QuilVkNode>(*this, name.c_str());
 }
 
 void GraphWindow::addChild(VkNode* parent, const std::string& child_name) {
@@ -22,7 +22,7 @@ void GraphWindow::struct_graph(VkGraph* graph) {
     VkNode* const parent = getQuilVkNode(graph, scene.nodes[arc.parent].name);
     const auto& child = scene.nodes[arc.child];
     if (child.label == kLodLabel)
-      graph->add(parent, graph->make<QuilVkNode>(child.name.c_str(), child.label.c_str()));
+      graph->add(parent, graph->make<QuilVkNode>(*this, child.name.c_str(), child.label.c_str()));
     else
       addChild(parent, child.name);
   }

@@ -71,6 +71,36 @@ using PixmapId = ServerResource<::Pixmap, XFreePixmap>;
 using WindowId = ServerResource<::Window, XDestroyWindow>;
 using CursorId = ServerResource<::Cursor, XFreeCursor>;
 
+/// While it lives, errors of requests are noted instead of reported. One per process at a time.
+class QuietErrors {
+ public:
+  explicit QuietErrors(Display* display) : display_(display) {
+    XSync(display_, False);
+    failed_ = false;
+    before_ = XSetErrorHandler([](Display*, XErrorEvent*) {
+      failed_ = true;
+      return 0;
+    });
+  }
+  QuietErrors(const QuietErrors&) = delete;
+  QuietErrors& operator=(const QuietErrors&) = delete;
+  ~QuietErrors() {
+    XSync(display_, False);
+    XSetErrorHandler(before_);
+  }
+
+  /// Whether a request made since has failed. Waits for the server.
+  bool failed() const {
+    XSync(display_, False);
+    return failed_;
+  }
+
+ private:
+  Display* display_;
+  XErrorHandler before_;
+  static inline bool failed_ = false;
+};
+
 /// A running Xt timer; removed when it goes. Call expired() first thing in the timer's procedure.
 class Timer {
  public:

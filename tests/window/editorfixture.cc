@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <sstream>
+#include <utility>
 
 #include "qilib/container.h"
 #include "samples/scenes.h"
@@ -22,21 +23,18 @@ testing::AssertionResult sameBytes(const std::string& found, const std::string& 
                                      << " bytes at " << at - found.begin();
 }
 
-EditorTest::EditorTest(int depth, const std::map<std::string, std::string>& home_files)
-    : server_(depth), editor_(server_, [&] {
-        support::Program::Start with_files = start();
-        with_files.home_files = home_files;
-        return with_files;
-      }()) {}
+EditorTest::EditorTest(int depth, support::Program::Start how)
+    : server_(depth), editor_(server_, start(std::move(how))) {}
 
-support::Program::Start EditorTest::start() const {
+support::Program::Start EditorTest::start(support::Program::Start how) const {
   const fs::path bin = files_ / "bin";
   fs::create_directories(bin);
   for (const char* name : {"killpxsend", "killbxsend"}) {
     write_file(bin / name, "#!/bin/sh\nbasename \"$0\" >>'" + path("commands") + "'\n");
     fs::permissions(bin / name, fs::perms::owner_all);
   }
-  return {.executable = {}, .environment = {{"PATH", bin.string() + ":" + std::getenv("PATH")}}};
+  how.environment["PATH"] = bin.string() + ":" + std::getenv("PATH");
+  return how;
 }
 
 std::string EditorTest::data(const std::string& name) const {

@@ -5,7 +5,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <map>
 #include <optional>
 #include <string>
 #include <vector>
@@ -20,11 +19,11 @@ testing::AssertionResult sameBytes(const std::string& found, const std::string& 
 class EditorTest : public testing::Test {
  protected:
   /// @param depth  of the screen
-  /// @param home_files  names and contents of files in the user's home directory
-  explicit EditorTest(int depth = 24, const std::map<std::string, std::string>& home_files = {});
+  /// @param how    arguments and the like; see start()
+  explicit EditorTest(int depth = 24, support::Program::Start how = {});
 
-  /// What a fresh editor is started with.
-  support::Program::Start start() const;
+  /// What a fresh editor is started with: `how`, and the fake commands in its PATH.
+  support::Program::Start start(support::Program::Start how = {}) const;
 
   /// A path in the test's directory.
   std::string path(const std::string& name) const { return files_ / name; }

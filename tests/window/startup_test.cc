@@ -217,10 +217,11 @@ INSTANTIATE_TEST_SUITE_P(All, Accelerators,
 class UserResources : public EditorTest {
  protected:
   UserResources()
-      : EditorTest(24, {{".Xdefaults",
-                         "quileditor*objTint: #ffd0d0\n"
-                         "quileditor*SaveAs.accelerator: Ctrl<Key>F12\n"
-                         "quileditor*SaveAs.acceleratorText: Ctrl+F12\n"}}) {}
+      : EditorTest(24, {.executable = {},
+                        .home_files = {{".Xdefaults",
+                                        "quileditor*objTint: #ffd0d0\n"
+                                        "quileditor*SaveAs.accelerator: Ctrl<Key>F12\n"
+                                        "quileditor*SaveAs.acceleratorText: Ctrl+F12\n"}}}) {}
 };
 
 TEST_F(UserResources, WinOverTheProgramsOwn) {

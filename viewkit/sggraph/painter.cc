@@ -174,7 +174,7 @@ void Painter::drawNodes(Drawing& drawing, const std::vector<NodeLook>& looks, co
     XSetForeground(display_, gc_.get(), look.tint);
     XFillRectangle(display_, picture_.get(), gc_.get(), outer.x + 1, outer.y + 1,
                    std::max(outer.width - 2u, 1u), std::max(outer.height - 2u, 1u));
-    drawContents(node, look, view.toWindow(drawing.box(node)), view.zoom());
+    drawContents(node, look, view.toWindow(drawing.box(node)), view);
     if (drawing.nodeSelected(node))
       outline(picture_.get(), box, inks_.selection, 2);
     else
@@ -182,39 +182,58 @@ void Painter::drawNodes(Drawing& drawing, const std::vector<NodeLook>& looks, co
   }
 }
 
-void Painter::drawContents(NodeId node, const NodeLook& look, const SgRectangle& box, double zoom) {
+void Painter::drawContents(NodeId node, const NodeLook& look, const SgRectangle& box, const Viewport& view) {
   const SgPoint middle = box.middle();
   if (std::abs(middle.x) > 16000 || std::abs(middle.y) > 16000) return;
-  if (look.picture) {
-    const unsigned width = toExtent(look.picture.width * zoom), height = toExtent(look.picture.height * zoom);
-    const viewkit::PixmapId* scaled = pictureOf(node, look.picture, width, height);
-    if (!scaled) return;
-    const int x = toShort(box.x + kPicturePadding * zoom), y = toShort(box.y + kPicturePadding * zoom);
-    if (look.picture.depth == depth_) {
-      XCopyArea(display_, scaled->get(), picture_.get(), gc_.get(), 0, 0, width, height, x, y);
-    } else if (look.picture.depth == 1) {
-      XSetForeground(display_, gc_.get(), textOn(look.tint));
-      XSetBackground(display_, gc_.get(), look.tint);
-      XCopyPlane(display_, scaled->get(), picture_.get(), gc_.get(), 0, 0, width, height, x, y, 1);
-    }
-    return;
-  }
-  if (zoom >= kTextZoom)
+  if (look.picture)
+    drawPicture(node, look, box, view);
+  else if (view.zoom() >= kTextZoom)
     font_->draw(gc_.get(), toShort(middle.x), toShort(middle.y), look.label, textOn(look.tint),
                 box.width - 4);
 }
 
-const viewkit::PixmapId* Painter::pictureOf(NodeId node, const PixmapSource& source, unsigned width,
-                                            unsigned height) {
+void Painter::drawPicture(NodeId node, const NodeLook& look, const SgRectangle& box, const Viewport& view) {
+  const int x = static_cast<int>(std::lround(box.x + kPicturePadding * view.zoom()));
+  const int y = static_cast<int>(std::lround(box.y + kPicturePadding * view.zoom()));
+  const auto scaledExtent = [&](unsigned extent) {
+    return static_cast<unsigned>(std::max(std::lround(extent * view.zoom()), 1L));
+  };
+  ScaledPart part{scaledExtent(look.picture.width), scaledExtent(look.picture.height), 0, 0, 0, 0};
+  part.partWidth = part.width;
+  part.partHeight = part.height;
+  // A picture of moderate size is scaled once; of a huge one no more than what is in view.
+  constexpr unsigned kModerate = 2048;
+  if (part.width > kModerate || part.height > kModerate) {
+    part.x = std::max(-x, 0);
+    part.y = std::max(-y, 0);
+    const int right = std::min(static_cast<int>(part.width), static_cast<int>(width_) - x);
+    const int bottom = std::min(static_cast<int>(part.height), static_cast<int>(height_) - y);
+    if (right <= part.x || bottom <= part.y) return;
+    part.partWidth = static_cast<unsigned>(right - part.x);
+    part.partHeight = static_cast<unsigned>(bottom - part.y);
+  }
+  const viewkit::PixmapId* scaled = pictureOf(node, look.picture, part);
+  if (!scaled) return;
+  if (look.picture.depth == depth_) {
+    XCopyArea(display_, scaled->get(), picture_.get(), gc_.get(), 0, 0, part.partWidth, part.partHeight,
+              x + part.x, y + part.y);
+  } else if (look.picture.depth == 1) {
+    XSetForeground(display_, gc_.get(), textOn(look.tint));
+    XSetBackground(display_, gc_.get(), look.tint);
+    XCopyPlane(display_, scaled->get(), picture_.get(), gc_.get(), 0, 0, part.partWidth, part.partHeight,
+               x + part.x, y + part.y, 1);
+  }
+}
+
+const viewkit::PixmapId* Painter::pictureOf(NodeId node, const PixmapSource& source, const ScaledPart& part) {
   const auto known = pictures_.find(node);
-  if (known != pictures_.end() && known->second.width == width && known->second.height == height)
-    return &known->second.pixmap;
-  viewkit::PixmapId made = scaledPixmap(display_, source, width, height);
+  if (known != pictures_.end() && known->second.part == part) return &known->second.pixmap;
+  viewkit::PixmapId made = scaledPixmap(display_, source, part);
   if (!made) return nullptr;
   constexpr std::size_t kKept = 500;  // enough for a view; a tour past thousands of textures gives them back
   if (pictures_.size() >= kKept) pictures_.clear();
   Scaled& kept = pictures_[node];
-  kept = {width, height, std::move(made)};
+  kept = {part, std::move(made)};
   return &kept.pixmap;
 }
 

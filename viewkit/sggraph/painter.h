@@ -78,12 +78,13 @@ class Painter {
   void drawArcs(Drawable target, const ArcBatch& batch, Pixel pixel, unsigned width);
   void drawNodes(Drawing& drawing, const std::vector<NodeLook>& looks, const Viewport& view);
   void drawBoxes(const std::vector<SgRectangle>& boxes, Pixel tint);
-  void drawContents(NodeId node, const NodeLook& look, const SgRectangle& box, double zoom);
+  /// @param box  uncut, in window coordinates; likewise for the next.
+  void drawContents(NodeId node, const NodeLook& look, const SgRectangle& box, const Viewport& view);
+  void drawPicture(NodeId node, const NodeLook& look, const SgRectangle& box, const Viewport& view);
   void outline(Drawable target, const SgRectangle& box, Pixel pixel, int width);
   void drawHandles(Drawing& drawing, const Viewport& view);
   Pixel textOn(Pixel tint);
-  const viewkit::PixmapId* pictureOf(NodeId node, const PixmapSource& source, unsigned width,
-                                     unsigned height);
+  const viewkit::PixmapId* pictureOf(NodeId node, const PixmapSource& source, const ScaledPart& part);
 
   Display* display_;
   Window window_;
@@ -99,7 +100,7 @@ class Painter {
   Inks inks_{};
   std::map<Pixel, Pixel> textOn_;
   struct Scaled {
-    unsigned width, height;
+    ScaledPart part;
     viewkit::PixmapId pixmap;
   };
   std::unordered_map<NodeId, Scaled> pictures_;  // of nodes that were in view at the present zoom

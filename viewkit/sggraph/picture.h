@@ -20,8 +20,17 @@ struct PixmapSource {
 /// more.
 PixmapSource pixmapSource(Display* display, Pixmap id);
 
-/// A copy of the source, scaled without smoothing to `width` x `height` pixels and at most 2048 each way.
-/// Empty when the source can't be read.
-viewkit::PixmapId scaledPixmap(Display* display, const PixmapSource& source, unsigned width, unsigned height);
+/// A source made `width` x `height` pixels large, and a part of that.
+struct ScaledPart {
+  unsigned width = 0, height = 0;
+  int x = 0, y = 0;
+  unsigned partWidth = 0, partHeight = 0;
+
+  friend bool operator==(const ScaledPart&, const ScaledPart&) = default;
+};
+
+/// The part of the scaled source, which is not smoothed. Empty when the source can't be read.
+/// @param part  at least a pixel each way, within the scaled source.
+viewkit::PixmapId scaledPixmap(Display* display, const PixmapSource& source, const ScaledPart& part);
 
 }  // namespace sggraph
