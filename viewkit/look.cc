@@ -120,7 +120,7 @@ constexpr Line kLines[] = {
     {PLAIN, "*lightTint: #ffffaa"},
     {PLAIN, "*envTint: #55ffff"},
     {PLAIN, "*ChainRootTint: #ffaaaa"},
-    {PLAIN, "*jointTint: #d5aa80"},
+    {PLAIN, "*jointTint: #55aaaa"},
     {PLAIN, "*effectorTint: #aaaa55"},
 
     // The strip under it.

@@ -239,8 +239,10 @@ class Depths : public EditorTest, public testing::WithParamInterface<int> {
 };
 
 TEST_P(Depths, ShowASceneWithoutComplaint) {
-  editor_.open(data("robot"));
-  EXPECT_EQ(shownArcs(), arcsOf(data("robot")));
+  for (const char* scene : {"robot", "skeleton"}) {  // together, nodes of every kind
+    editor_.open(data(scene));
+    EXPECT_EQ(shownArcs(), arcsOf(data(scene)));
+  }
   EXPECT_EQ(editor_.errors(), "Can't get login name.\n");
   EXPECT_EQ(editor_.quit(), 0) << editor_.errors();
 }
