@@ -50,7 +50,7 @@ TEST_F(StructGraph, TwiceReusesNodesButForLevelsOfDetail) {
 }
 
 TEST_F(StructGraph, ANodeEntersTheGraphWithItsFirstArc) {
-  VkNode* scene = getQuilVkNode(&graph(), "scene_0");
+  VkNode* scene = window_->getQuilVkNode(&graph(), "scene_0");
   EXPECT_STREQ(scene->name(), "scene_0");
   EXPECT_STREQ(scene->label(), "scene_0");
   EXPECT_STREQ(scene->className(), "QuilVkNode");
@@ -59,13 +59,13 @@ TEST_F(StructGraph, ANodeEntersTheGraphWithItsFirstArc) {
   EXPECT_EQ(graph().find("scene_0"), scene);
   VkNode* obj = graph().find("obj_7");
   ASSERT_NE(obj, nullptr);
-  EXPECT_EQ(getQuilVkNode(&graph(), "obj_7"), obj);
+  EXPECT_EQ(window_->getQuilVkNode(&graph(), "obj_7"), obj);
   window_->addChild(scene, "obj_7");
   EXPECT_EQ(obj->nParents(), 2);
 }
 
 TEST_F(StructGraph, TheDisplacedChildIsTheFirstOtherOfItsKindUnderASingleParent) {
-  VkNode* obj = getQuilVkNode(&graph(), "obj_1");
+  VkNode* obj = window_->getQuilVkNode(&graph(), "obj_1");
   for (const char* child : {"anim_0", "mat_2", "mat_3", "mat_4", "obj_5"}) window_->addChild(obj, child);
   window_->deleteDupChild(obj, graph().find("mat_2"));
   EXPECT_FALSE(obj->hasChild(graph().find("mat_3")));
@@ -78,7 +78,7 @@ TEST_F(StructGraph, TheDisplacedChildIsTheFirstOtherOfItsKindUnderASingleParent)
 
 TEST_F(StructGraph, IsTheWindowsClassAndPrints) {
   EXPECT_STREQ(window_->className(), "GraphWindow");
-  window_->addChild(getQuilVkNode(&graph(), "obj_1"), "mat_0");
+  window_->addChild(window_->getQuilVkNode(&graph(), "obj_1"), "mat_0");
   graph().displayAll();
   graph().doLayout();
   EXPECT_TRUE(window_->print((home_.dir() / "picture.ps").string()));
