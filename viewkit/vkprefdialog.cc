@@ -5,7 +5,6 @@
 #include <Xm/Form.h>
 #include <Xm/PushB.h>
 #include <Xm/RowColumn.h>
-#include <Xm/ScrolledW.h>
 #include <Xm/Separator.h>
 
 #include <algorithm>

@@ -7,7 +7,6 @@
 #include <algorithm>
 
 void VkPrefGroup::append(std::unique_ptr<VkPrefItem> item) {
-  item->group_ = this;
   added(*item);
   items_.push_back(std::move(item));
 }

@@ -10,8 +10,6 @@
 
 #include "viewkit/vkcomponent.h"
 
-class VkPrefGroup;
-
 /// An item of a preference dialog. It holds what it shows by itself; its widgets, which come and go with the
 /// dialog's windows, only show that.
 ///
@@ -50,9 +48,6 @@ class VkPrefItem : public VkComponent {
   void setTail(Widget tail) { tail_ = tail; }
   Widget tail() const { return tail_; }
 
-  /// The group that the item is in; null for a dialog's top item.
-  VkPrefGroup* group() const { return group_; }
-
  protected:
   explicit VkPrefItem(std::string name);
 
@@ -63,9 +58,6 @@ class VkPrefItem : public VkComponent {
   void widgetDestroyed() override;
 
  private:
-  friend class VkPrefGroup;
-
-  VkPrefGroup* group_ = nullptr;
   Widget label_ = nullptr;
   Widget tail_ = nullptr;
   bool activated_ = true;

@@ -79,8 +79,6 @@ TEST(PrefGroup, CountsItsItemsInOrder) {
   EXPECT_EQ(group.item(-1), nullptr);
   EXPECT_EQ(group.item(std::string("b")), &b);
   EXPECT_EQ(group.item(std::string("d")), nullptr);
-  EXPECT_EQ(b.group(), &group);
-  EXPECT_EQ(group.group(), nullptr);
 }
 
 TEST(PrefGroup, HasChangedWhenOneOfItsItemsHas) {
