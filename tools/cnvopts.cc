@@ -26,13 +26,6 @@ UserLookup user_lookup{
 
 namespace {
 
-using Field = std::span<char>;
-
-template <auto Member>
-Field field_of(NgOps& options) {
-  return options.*Member;
-}
-
 enum class Form {
   bare,         ///< a line of its own with no key: "TEXT"
   value,        ///< "KEY TEXT"
@@ -40,46 +33,49 @@ enum class Form {
   flag,         ///< "KEY", or an empty line when clear
 };
 
-/// One option: its field, its key, and where it stands in each of the three orders (from 1; 0: nowhere).
+/// One option: its field, its key (or, where the file has none, its name), and where it stands in each of the
+/// three orders (from 1; 0: nowhere).
 struct Option {
-  Field (*field)(NgOps&);
+  OptionField field;
   Form form;
   const char* key;
   int line;     ///< of the file
   int search;   ///< among the keys looked for in a line
   int command;  ///< on the command line of quil2gfx
+
+  bool has_key() const { return form != Form::bare; }
 };
 
 /// In the order of the record, which is that of the echo. A line that holds two keys belongs to the one
 /// that is searched first, so "-nogeomclr" before "-outobj" matters even though the file has them turned
 /// round.
 constexpr Option kOptions[] = {
-    {field_of<&NgOps::output_dir>, Form::bare, "", 1, 0, 0},
-    {field_of<&NgOps::header>, Form::value, "-header", 3, 1, 0},
-    {field_of<&NgOps::output>, Form::bare, "", 2, 0, 0},
-    {field_of<&NgOps::label>, Form::value, "-label", 4, 2, 0},
-    {field_of<&NgOps::scale>, Form::value, "-scale", 5, 3, 1},
-    {field_of<&NgOps::quilinfo>, Form::output_file, "-quilinfo", 6, 4, 2},
-    {field_of<&NgOps::nocomdef>, Form::flag, "-nocomdef", 7, 5, 7},
-    {field_of<&NgOps::vtxshare>, Form::value, "-vtxshare", 8, 6, 3},
-    {field_of<&NgOps::vtxcache>, Form::value, "-vtxcache", 9, 7, 4},
-    {field_of<&NgOps::strictflat>, Form::flag, "-strictflat", 11, 9, 8},
-    {field_of<&NgOps::noalignpad>, Form::flag, "-noalignpad", 13, 11, 9},
-    {field_of<&NgOps::outobj>, Form::value, "-outobj", 14, 13, 11},
-    {field_of<&NgOps::nogeomclr>, Form::flag, "-nogeomclr", 15, 12, 10},
-    {field_of<&NgOps::regmask>, Form::value, "-regmask", 12, 10, 6},
-    {field_of<&NgOps::outmask>, Form::value, "-outmask", 16, 14, 12},
-    {field_of<&NgOps::preview>, Form::value, "-preview", 17, 15, 0},
-    {field_of<&NgOps::vtxseg>, Form::value, "-vtxseg", 19, 17, 14},
-    {field_of<&NgOps::imgseg>, Form::value, "-imgseg", 20, 18, 15},
-    {field_of<&NgOps::tlutseg>, Form::value, "-tlutseg", 21, 19, 16},
-    {field_of<&NgOps::strictcidx>, Form::flag, "-strictcidx", 18, 16, 13},
-    {field_of<&NgOps::vtxload>, Form::value, "-vtxload", 10, 8, 5},
-    {field_of<&NgOps::noreduct>, Form::flag, "-noreduct", 23, 21, 17},
-    {field_of<&NgOps::script_path>, Form::bare, "", 25, 0, 0},
-    {field_of<&NgOps::preview_path>, Form::bare, "", 26, 0, 0},
-    {field_of<&NgOps::fogoff>, Form::flag, "-fogoff", 24, 22, 0},
-    {field_of<&NgOps::envseg>, Form::value, "-envseg", 22, 20, 0},
+    {option_field<&NgOps::output_dir>, Form::bare, "output_dir", 1, 0, 0},
+    {option_field<&NgOps::header>, Form::value, "-header", 3, 1, 0},
+    {option_field<&NgOps::output>, Form::bare, "output", 2, 0, 0},
+    {option_field<&NgOps::label>, Form::value, "-label", 4, 2, 0},
+    {option_field<&NgOps::scale>, Form::value, "-scale", 5, 3, 1},
+    {option_field<&NgOps::quilinfo>, Form::output_file, "-quilinfo", 6, 4, 2},
+    {option_field<&NgOps::nocomdef>, Form::flag, "-nocomdef", 7, 5, 7},
+    {option_field<&NgOps::vtxshare>, Form::value, "-vtxshare", 8, 6, 3},
+    {option_field<&NgOps::vtxcache>, Form::value, "-vtxcache", 9, 7, 4},
+    {option_field<&NgOps::strictflat>, Form::flag, "-strictflat", 11, 9, 8},
+    {option_field<&NgOps::noalignpad>, Form::flag, "-noalignpad", 13, 11, 9},
+    {option_field<&NgOps::outobj>, Form::value, "-outobj", 14, 13, 11},
+    {option_field<&NgOps::nogeomclr>, Form::flag, "-nogeomclr", 15, 12, 10},
+    {option_field<&NgOps::regmask>, Form::value, "-regmask", 12, 10, 6},
+    {option_field<&NgOps::outmask>, Form::value, "-outmask", 16, 14, 12},
+    {option_field<&NgOps::preview>, Form::value, "-preview", 17, 15, 0},
+    {option_field<&NgOps::vtxseg>, Form::value, "-vtxseg", 19, 17, 14},
+    {option_field<&NgOps::imgseg>, Form::value, "-imgseg", 20, 18, 15},
+    {option_field<&NgOps::tlutseg>, Form::value, "-tlutseg", 21, 19, 16},
+    {option_field<&NgOps::strictcidx>, Form::flag, "-strictcidx", 18, 16, 13},
+    {option_field<&NgOps::vtxload>, Form::value, "-vtxload", 10, 8, 5},
+    {option_field<&NgOps::noreduct>, Form::flag, "-noreduct", 23, 21, 17},
+    {option_field<&NgOps::script_path>, Form::bare, "script_path", 25, 0, 0},
+    {option_field<&NgOps::preview_path>, Form::bare, "preview_path", 26, 0, 0},
+    {option_field<&NgOps::fogoff>, Form::flag, "-fogoff", 24, 22, 0},
+    {option_field<&NgOps::envseg>, Form::value, "-envseg", 22, 20, 0},
 };
 
 /// The rows that have a place in the given order, in that order.
@@ -146,7 +142,7 @@ class OptionsReader {
   Line line_{};
 };
 
-void set_if_read(Field field, const std::optional<std::string>& word) {
+void set_if_read(std::span<char> field, const std::optional<std::string>& word) {
   if (word) set_option(field, *word);
 }
 
@@ -185,14 +181,20 @@ void set_option(std::span<char> field, std::string_view text) {
   std::ranges::fill(std::ranges::copy(text.substr(0, length), field.begin()).out, field.end(), '\0');
 }
 
-std::string getcnvoptpath() {
+std::string options_home() {
   const char* login = user_lookup.login_name();
   if (!login) std::fprintf(stderr, "Can't get login name.\n");
   const char* home = login ? user_lookup.home_of(login) : nullptr;
   if (!home) home = std::getenv("HOME");
-  if (!home) home = "";
-  std::printf("%s\n", home);
-  std::string path = set_abs_path(home, ".quilcnvops");
+  return home ? home : "";
+}
+
+std::string options_path_in(std::string_view home) { return set_abs_path(home, ".quilcnvops"); }
+
+std::string getcnvoptpath() {
+  const std::string home = options_home();
+  std::printf("%s\n", home.c_str());
+  std::string path = options_path_in(home);
   std::printf("%s\n", path.c_str());
   return path;
 }
@@ -209,13 +211,17 @@ std::string getdir(std::string_view path) {
   return std::string{path.substr(0, std::min<std::size_t>(slash + 1, 255))};
 }
 
-void read_convert_options() {
+bool read_options_file(const std::string& path) {
   set_option(ngops.script_path, "");
   set_option(ngops.preview_path, "");
-  const std::string path = getcnvoptpath();
   OptionsReader file{path};
   if (!file.failed()) read_options(file);
-  if (file.failed()) stop_without_options(path);
+  return !file.failed();
+}
+
+void read_convert_options() {
+  const std::string path = getcnvoptpath();
+  if (!read_options_file(path)) stop_without_options(path);
   echo_convert_options();
 }
 
@@ -225,8 +231,9 @@ int write_convert_options() {
   ReplacingFile file{path};
   if (file.stream()) {
     for (const Option& option : kFileLines) {
-      const bool has_key = option.form == Form::value || option.form == Form::output_file;
-      std::fprintf(file.stream(), "%s%s%s\n", has_key ? option.key : "", has_key ? " " : "", text_of(option));
+      const bool key_first = option.form == Form::value || option.form == Form::output_file;
+      std::fprintf(file.stream(), "%s%s%s\n", key_first ? option.key : "", key_first ? " " : "",
+                   text_of(option));
     }
     if (file.commit()) return 1;
   }
@@ -236,6 +243,13 @@ int write_convert_options() {
 
 void echo_convert_options() {
   for (const Option& option : kOptions) std::printf("%s\n", text_of(option));
+}
+
+std::vector<NamedOption> named_options() {
+  std::vector<NamedOption> named;
+  for (const Option& option : kOptions)
+    named.push_back({.name = option.has_key() ? option.key + 1 : option.key, .text = text_of(option)});
+  return named;
 }
 
 std::string& cmd_quil2gfx(std::string& out) {

@@ -5,6 +5,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 /// Every option of the external converters, as zero-terminated text; an empty field is an option not given.
 /// A flag holds its own name ("-nocomdef") when set. The sizes are the limits of the format: longer texts
@@ -38,6 +39,13 @@ struct NgOps {
   char envseg[32];
 };
 
+/// A field of the record, whatever its size.
+using OptionField = std::span<char> (*)(NgOps& options);
+template <auto Member>
+std::span<char> option_field(NgOps& options) {
+  return options.*Member;
+}
+
 /// The options of this process: zero at start, filled once by `read_convert_options`.
 extern NgOps ngops;
 
@@ -52,9 +60,15 @@ struct UserLookup {
 };
 extern UserLookup user_lookup;
 
-/// The options file's path: ".quilcnvops" in the login user's home directory, or in $HOME when the login
-/// name ("Can't get login name.\n" on standard error) or its home directory is not known.
-/// Writes the home directory and the path to standard output, a line each.
+/// The directory that holds the options file: the login user's home directory, or $HOME when the login name
+/// ("Can't get login name.\n" on standard error) or its home directory is not known.
+std::string options_home();
+
+/// The path of the options file in that directory: ".quilcnvops".
+std::string options_path_in(std::string_view home);
+
+/// The options file's path, in `options_home`. Writes the home directory and the path to standard output, a
+/// line each.
 std::string getcnvoptpath();
 
 /// `dir` and `name` joined, with "/" between them when `dir` is not empty and does not end with one.
@@ -63,8 +77,12 @@ std::string set_abs_path(std::string_view dir, std::string_view name);
 /// The directory part of a path, its last "/" included and at most 255 characters of it; "./" without one.
 std::string getdir(std::string_view path);
 
-/// Fills `ngops` from the options file and echoes it to standard output. The program can't run without the
-/// file: when it can't be read, a message goes to standard error and the process ends with status -1.
+/// Fills `ngops` from an options file; the script and preview file are empty when it doesn't hold them.
+/// @returns whether it could be read.
+bool read_options_file(const std::string& path);
+
+/// Fills `ngops` from the user's options file and echoes it to standard output. The program can't run without
+/// the file: when it can't be read, a message goes to standard error and the process ends with status -1.
 void read_convert_options();
 
 /// Echoes `ngops` to standard output, then writes it to the options file. The file that is there stays
@@ -74,6 +92,16 @@ int write_convert_options();
 
 /// Writes every field of `ngops` to standard output, a line each, in the order of the record.
 void echo_convert_options();
+
+/// An option by its name, which is its key in the file without the dash ("vtxshare"), or "output_dir",
+/// "output", "script_path" or "preview_path".
+struct NamedOption {
+  std::string_view name;
+  std::string_view text;
+};
+
+/// All of `ngops`, in the order of the record. The texts are those of the record itself.
+std::vector<NamedOption> named_options();
 
 /// Makes `out` the start of the display-list converter's command line, from the options in `ngops`.
 /// The parenthesis that it opens is the caller's to close. Returns `out`.
