@@ -15,7 +15,7 @@ enum class Outcome {
 
 /// What stands on the command line behind the command's name.
 struct Arguments {
-  std::vector<std::string> files;  ///< at least one; just one for all but `check`
+  std::vector<std::string> files;  ///< just one, but for `check` any number and for `options` perhaps none
   std::string output;              ///< -o: the file to write
   std::optional<std::string> script;
   int mode = 2;  ///< of the writer: 1 or 2
@@ -40,3 +40,6 @@ Outcome resave(const Arguments& arguments);
 
 /// Opens, runs a script of edits, and saves if every line of it made sense.
 Outcome edit(const Arguments& arguments);
+
+/// The converters' options, by default the user's own, and the command lines' beginnings that they give.
+Outcome options(const Arguments& arguments);

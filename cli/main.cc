@@ -17,7 +17,7 @@
 namespace {
 
 /// What stands on the command line beside the options.
-enum class Operands { file, files, file_and_nodes };
+enum class Operands { file, files, file_and_nodes, file_if_any };
 
 /// A command: what follows its name, the letters of the options that it takes, and its function.
 struct Command {
@@ -39,6 +39,8 @@ constexpr Command kCommands[] = {
      Operands::file_and_nodes},
     {"resave", "FILE -o OUT [--mode 1|2]", "om", "open and save", resave},
     {"edit", "FILE -o OUT [--mode 1|2] [--script S]", "oms", "run a script of edits, then save", edit},
+    {"options", "[FILE]", "", "the converters' options and what they add to command lines", options,
+     Operands::file_if_any},
 };
 
 constexpr char kScriptHelp[] =
@@ -56,7 +58,7 @@ constexpr char kScriptHelp[] =
 void print_help() {
   std::printf("Usage: quilscene COMMAND ...\n\n");
   for (const Command& command : kCommands)
-    std::printf("  %-6s %-38s %s\n", command.name.data(), command.usage, command.what);
+    std::printf("  %-7s %-38s %s\n", command.name.data(), command.usage, command.what);
   std::printf("  --help, --version\n%s", kScriptHelp);
 }
 
@@ -94,13 +96,14 @@ Outcome run_command(const Command& command, int count, char** words) {
   }
   arguments.files.assign(words + optind, words + count);
   const bool needs_output = command.options.find('o') != std::string_view::npos;
-  if (arguments.files.empty()) return misuse("a FILE is missing");
+  if (arguments.files.empty() && command.operands != Operands::file_if_any)
+    return misuse("a FILE is missing");
   if (command.operands == Operands::file_and_nodes) {
     arguments.nodes.assign(arguments.files.begin() + 1, arguments.files.end());
     arguments.files.resize(1);
     if (arguments.nodes.empty()) return misuse("a NODE is missing");
   }
-  if (arguments.files.size() > 1 && command.operands == Operands::file)
+  if (arguments.files.size() > 1 && command.operands != Operands::files)
     return misuse("one FILE too many: ", arguments.files[1]);
   if (needs_output && arguments.output.empty()) return misuse("-o OUT is missing");
   return command.run(arguments);
