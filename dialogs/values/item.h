@@ -109,4 +109,7 @@ bool on_at(const Item& top, std::string_view path);
 int option_at(const Item& top, std::string_view path);
 std::string text_at(const Item& top, std::string_view path);
 
+/// Names and options end at a line break: a longer text was pasted.
+inline std::string first_line(const std::string& text) { return text.substr(0, text.find_first_of("\r\n")); }
+
 }  // namespace values

@@ -103,9 +103,6 @@ bool has_ext(const R& record) {
   return qiQUILver(qis->header) >= qi::kVersion2 && record.ext.has_value();
 }
 
-/// Names end at a line break: a longer text was pasted.
-inline std::string first_line(const std::string& text) { return text.substr(0, text.find_first_of("\r\n")); }
-
 /// Shows which of a radio's two toggles is on.
 inline void show_first_or_second(Item& radio, bool first) {
   radio.item(0).setValue({.on = first});

@@ -1,0 +1,50 @@
+/// @file
+/// The dialogs for the converters' options, without their windows: what they show of `ngops` and what they
+/// write back.
+#pragma once
+
+#include <span>
+#include <vector>
+
+#include "dialogs/values/dialog.h"
+#include "tools/cnvopts.h"
+
+namespace values {
+
+/// One item of a group of options.
+struct OptionRow {
+  const char* name;
+  OptionField field = nullptr;  ///< nullptr: the toggle of a bit of the group's mask
+  int columns = 20;             ///< of a text
+  const char* flag = nullptr;   ///< of a toggle: what the field holds when it is on
+  bool only_shown = false;
+};
+
+/// Options that are written back together, if one of them has changed.
+struct OptionGroup {
+  const char* name;
+  Look look;
+  std::span<const OptionRow> rows;
+  OptionField mask = nullptr;  ///< the field, in decimal, whose bits from 0 the rows are
+};
+
+/// The dialog of one converter.
+struct OptionsDialog {
+  const char* name;
+  std::span<const OptionGroup> groups;
+  std::vector<const char*> lines;  ///< the label lines
+
+  /// The items, filled from `ngops`.
+  Item items() const;
+
+  /// Writes the changed groups of `top` to `ngops`, with their traces, echoes `ngops`, and writes the options
+  /// file.
+  void apply(const Item& top) const;
+};
+
+/// "quil2gfxDialog": the display-list converter.
+const OptionsDialog& quil2gfx_dialog();
+/// "quil2zexDialog": the viewer-format converter.
+const OptionsDialog& quil2zex_dialog();
+
+}  // namespace values
