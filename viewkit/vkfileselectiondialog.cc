@@ -36,7 +36,19 @@ void VkFileSelectionDialog::prepare(const char* message) {
   std::error_code error;
   if (directory_.empty() || !fs::is_directory(directory_, error)) directory_ = fs::current_path(error);
   search(directory_);
+  if (!selection_.empty()) XmTextFieldSetString(selectionText(), selection_.data());
+  selection_.clear();
 }
+
+void VkFileSelectionDialog::setSelection(const std::string& path) {
+  std::error_code error;
+  if (fs::is_directory(path, error))
+    directory_ = path;
+  else
+    selection_ = fs::absolute(path, error);
+}
+
+Widget VkFileSelectionDialog::selectionText() const { return XtNameToWidget(baseWidget(), "Text"); }
 
 void VkFileSelectionDialog::search(const std::string& directory) {
   const bool all = XmToggleButtonGetState(showAllToggle_);
@@ -57,7 +69,7 @@ void VkFileSelectionDialog::showAllCallback(Widget widget, XtPointer self, XtPoi
 void VkFileSelectionDialog::showAll() { search(viewkit::textResource(baseWidget(), XmNdirectory)); }
 
 void VkFileSelectionDialog::ok() {
-  const viewkit::XtText text(XmTextFieldGetString(XtNameToWidget(baseWidget(), "Text")));
+  const viewkit::XtText text(XmTextFieldGetString(selectionText()));
   const fs::path directory = viewkit::textResource(baseWidget(), XmNdirectory);
   const fs::path chosen = (directory / text.get()).lexically_normal();
   std::error_code error;

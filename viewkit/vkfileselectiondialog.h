@@ -10,11 +10,18 @@
 /// user sets "Show all files".
 class VkFileSelectionDialog final : public VkDialogManager {
  public:
+  static constexpr const char* kScenes = "*.quil";  ///< the filter pattern at first
+
   explicit VkFileSelectionDialog(const char* name) : VkDialogManager(name) {}
   const char* className() const override { return "VkFileSelectionDialog"; }
 
   /// The absolute path that the last OK answered; "" before.
   const char* fileName() const { return fileName_.c_str(); }
+
+  /// Where the next showing starts: in a directory, then with a path filled in. A path that is a directory
+  /// itself is where it starts.
+  void setDirectory(const std::string& directory) { directory_ = directory; }
+  void setSelection(const std::string& path);
 
   /// Which names are shown: a shell pattern without directory.
   void setFilterPattern(const char* pattern);
@@ -29,10 +36,12 @@ class VkFileSelectionDialog final : public VkDialogManager {
   static void showAllCallback(Widget widget, XtPointer self, XtPointer data);
   void showAll();
   void search(const std::string& directory);
+  Widget selectionText() const;
 
   std::string fileName_;
   std::string directory_;
-  std::string pattern_ = "*.quil";
+  std::string selection_;  // filled in at the next showing
+  std::string pattern_ = kScenes;
   Widget showAllToggle_ = nullptr;
 };
 
