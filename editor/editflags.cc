@@ -28,13 +28,22 @@ void GraphWindow::nodeAction(const SgGraphCallbackStruct& action) {
 void GraphWindow::handlePrefs(VkComponent* component, void*, void* reason) {
   auto* const dialog = dynamic_cast<VkPrefDialog*>(component);
   const auto answer = *static_cast<const VkDialogReason*>(reason);
-  if (!dialog ||
-      values::handlePrefs(dialog->name(), static_cast<int>(answer)) != values::PrefAction::applyChanges)
-    return;
-  if (editsArcs())
-    applyChanges(dialog, 0, 0);
-  else
-    dialog->refuseApply();
+  if (!dialog) return;
+  switch (values::handlePrefs(dialog->name(), static_cast<int>(answer))) {
+    case values::PrefAction::nothing:
+      break;
+    case values::PrefAction::applyOptions:
+      applyOptions(dialog);
+      break;
+    case values::PrefAction::applyOptions2:
+      applyOptions2(dialog);
+      break;
+    case values::PrefAction::applyChanges:
+      if (editsArcs())
+        applyChanges(dialog, 0, 0);
+      else
+        dialog->refuseApply();
+  }
 }
 
 int GraphWindow::applyChanges(VkPrefDialog* dialog, int, int) { return ::applyChanges(*dialog); }

@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <memory>
 
+#include "editor/busy.h"
 #include "editor/graphwindow.h"
 #include "editor/model/currentscene.h"
 #include "editor/scenefiles.h"
@@ -22,15 +23,6 @@ bool can_be_read(const std::string& path) {
 }
 
 bool overwrite_is_ok() { return getTheQuestionDialog()->postAndWait("Overwrite OK?") == VkDialogReason::OK; }
-
-/// Shows the program as busy while it lives.
-class Busy {
- public:
-  explicit Busy(const char* message) { theApplication->busy(message); }
-  ~Busy() { theApplication->notBusy(); }
-  Busy(const Busy&) = delete;
-  Busy& operator=(const Busy&) = delete;
-};
 
 }  // namespace
 

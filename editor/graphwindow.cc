@@ -4,13 +4,8 @@
 
 #include <Xm/ToggleB.h>
 
-#include <cstdio>
-#include <cstdlib>
-#include <tuple>
-
 #include "editor/colortable.h"
 #include "tools/cnvopts.h"
-#include "viewkit/vkmessagedialogs.h"
 
 namespace {
 
@@ -83,32 +78,32 @@ void GraphWindow::addMenus() {
       kEnd,
   };
   static const VkMenuDesc display_lists[] = {
-      {kAction, "Set Options and Go", notYetAvailableCallback},
+      {kAction, "Set Options and Go", toDLCallback},
       {kAction, "Set Output Directory", setDirCallback},
       kEnd,
   };
   static const VkMenuDesc kavo_tool[] = {
-      {kAction, "KAVO Quick preview(DX-VIEWER)", notYetAvailableCallback},
-      {kAction, "KAVO Quick preview(Emu-Board)", notYetAvailableCallback},
-      {kAction, "Kavo preview(DX-VIEWER)", notYetAvailableCallback},
-      {kAction, "Kavo preview(Emu-Board)", notYetAvailableCallback},
+      {kAction, "KAVO Quick preview(DX-VIEWER)", quickpviCallback},
+      {kAction, "KAVO Quick preview(Emu-Board)", quickpvCallback},
+      {kAction, "Kavo preview(DX-VIEWER)", kavoiCallback},
+      {kAction, "Kavo preview(Emu-Board)", kavoCallback},
       {kSubmenu, "Convert to KAVO DL", nullptr, display_lists},
       {kAction, "kill [pb]xsend", killpbCallback},
       kEnd,
   };
   static const VkMenuDesc viewer_files[] = {
-      {kAction, "Set Options and Go", notYetAvailableCallback},
+      {kAction, "Set Options and Go", quil2zexoptionCallback},
       {kAction, "Set Output Directory", setDir2Callback},
       kEnd,
   };
   static const VkMenuDesc quil2_tool[] = {
-      {kAction, "Preview(DX-VIEWER)", notYetAvailableCallback},
-      {kAction, "Preview(Emu-Board)", notYetAvailableCallback},
+      {kAction, "Preview(DX-VIEWER)", zexviewCallback},
+      {kAction, "Preview(Emu-Board)", zexviewgCallback},
       {kSubmenu, "Convert to ZEX", nullptr, viewer_files},
       kSeparator,
-      {kAction, "Execute Script", notYetAvailableCallback},
-      {kAction, "Preview Script", notYetAvailableCallback},
-      {kAction, "Preview File", notYetAvailableCallback},
+      {kAction, "Execute Script", q2viewCallback},
+      {kAction, "Preview Script", setscriptCallback},
+      {kAction, "Preview File", setfileCallback},
       {kAction, "kill [pb]xsend", killpbCallback},
       kEnd,
   };
@@ -137,17 +132,6 @@ void GraphWindow::setDefault() {
 }
 
 void GraphWindow::dpyimg() { _displayTexImg = _displayTexImg > 0 ? 0 : 1; }
-
-void GraphWindow::notYetAvailable(Widget, XtPointer) {
-  getTheWarningDialog()->postAndWait("This command is not available in this version of the editor.");
-}
-
-void GraphWindow::killpbxsend() {
-  for (const char* command : {"killpxsend", "killbxsend"}) {
-    std::puts(command);
-    std::ignore = std::system(command);
-  }
-}
 
 void GraphWindow::displayLost(VkApp*, void*, void*) { killpbxsend(); }
 

@@ -8,6 +8,8 @@
 #include <vector>
 
 #include "dialogs/propertydialog.h"
+#include "tools/kavoprev.h"
+#include "tools/quil2prev.h"
 #include "viewkit/forward.h"
 #include "viewkit/vkapp.h"
 #include "viewkit/vkgraph.h"
@@ -68,6 +70,11 @@ class GraphWindow : public VkWindow {
   /// @returns 1, or 0 when there is no such kind of dialog or record.
   int applyChanges(VkPrefDialog* dialog, int, int);
 
+  /// Take the options of the display-list converter, or of the viewer-format converter, from their dialog,
+  /// and write the options file.
+  void applyOptions(VkPrefDialog* dialog);
+  void applyOptions2(VkPrefDialog* dialog);
+
   /// Writes the picture of the whole graph as PostScript. @returns whether that worked.
   bool print(const std::string& path);
 
@@ -86,8 +93,34 @@ class GraphWindow : public VkWindow {
   void setDefault();
   void dpyimg();
   void setDir();
-  void killpb() { killpbxsend(); }
-  void notYetAvailable(Widget item, XtPointer data);
+  void killpb();
+
+  // Display-list conversion and its previews on a board.
+  void quickpvi();
+  void quickpv();
+  void kavopvi();
+  void kavopv();
+  void toDL();
+  /// What comes before every conversion: ends the loaders and writes the scratch scene.
+  void kavopvpp();
+  void fullPreview(const KavoBoard& board);
+  void quickPreview(const KavoBoard& board);
+
+  // Viewer-format conversion, its previews, and the user's own script.
+  void zexview();
+  void zexviewg();
+  void quil2zexoption();
+  void setDir2() { setDir(); }
+  void q2view();
+  void setscript();
+  void setfile();
+  void zexpvpp();
+  void zexPreview(ZexBoard board);
+
+  /// Shows the dialog until the user has answered. @returns whether the answer is OK.
+  bool setsOptions(VkPrefDialog& dialog, const char* title);
+  /// Writes the scene for a converter, in place of what is there, and says so when that fails.
+  void writeScratch(const char* path);
 
   // The graph's gestures; `data` is an SgGraphCallbackStruct.
   void newNode(Widget graph, XtPointer data);
@@ -109,9 +142,19 @@ class GraphWindow : public VkWindow {
   static constexpr auto setDefaultCallback = forward<&GraphWindow::setDefault>;
   static constexpr auto dpyimgCallback = forward<&GraphWindow::dpyimg>;
   static constexpr auto setDirCallback = forward<&GraphWindow::setDir>;
-  static constexpr auto setDir2Callback = setDirCallback;
   static constexpr auto killpbCallback = forward<&GraphWindow::killpb>;
-  static constexpr auto notYetAvailableCallback = forward<&GraphWindow::notYetAvailable>;
+  static constexpr auto quickpviCallback = forward<&GraphWindow::quickpvi>;
+  static constexpr auto quickpvCallback = forward<&GraphWindow::quickpv>;
+  static constexpr auto kavoiCallback = forward<&GraphWindow::kavopvi>;
+  static constexpr auto kavoCallback = forward<&GraphWindow::kavopv>;
+  static constexpr auto toDLCallback = forward<&GraphWindow::toDL>;
+  static constexpr auto zexviewCallback = forward<&GraphWindow::zexview>;
+  static constexpr auto zexviewgCallback = forward<&GraphWindow::zexviewg>;
+  static constexpr auto quil2zexoptionCallback = forward<&GraphWindow::quil2zexoption>;
+  static constexpr auto setDir2Callback = forward<&GraphWindow::setDir2>;
+  static constexpr auto q2viewCallback = forward<&GraphWindow::q2view>;
+  static constexpr auto setscriptCallback = forward<&GraphWindow::setscript>;
+  static constexpr auto setfileCallback = forward<&GraphWindow::setfile>;
   static constexpr auto newNodeCallback = forward<&GraphWindow::newNode>;
   static constexpr auto newArcCallback = forward<&GraphWindow::newArc>;
   static constexpr auto arcMovedCallback = forward<&GraphWindow::arcMoved>;

@@ -17,9 +17,9 @@ int quilread(const std::string& path) {
   return result;
 }
 
-int quilsave(const std::string& path) {
+int quilsave(const std::string& path, int mode) {
   const Word version = qiQUILver(qis->header);
   if (version != qi::kVersion1 && version != qi::kVersion2) return -1;
-  qiCheckSizes(*qis, 2);
-  return qiSaveAsQb2(*qis, path) == 1 ? 0 : -1;
+  qiCheckSizes(*qis, mode);
+  return (mode == 1 ? qiSaveAsQb(*qis, path) : qiSaveAsQb2(*qis, path)) == 1 ? 0 : -1;
 }

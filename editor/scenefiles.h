@@ -9,7 +9,8 @@
 /// @returns 1 when the file is now the current scene; anything else is a failure.
 int quilread(const std::string& path);
 
-/// Writes the current scene `qis` to `path` in mode 2, after putting right any size that does not agree with
-/// what will be written, so that the file opens again.
+/// Writes the current scene `qis` to `path`, after putting right any size that does not agree with what will
+/// be written, so that the file opens again.
+/// @param mode  of the writer: 2 with the edits of the version-2 structures, 1 with their blocks as read.
 /// @returns 0 when it is written, -1 when it could not be or the scene is of no known version.
-int quilsave(const std::string& path);
+int quilsave(const std::string& path, int mode = 2);

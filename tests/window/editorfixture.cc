@@ -33,6 +33,7 @@ support::Program::Start EditorTest::start(support::Program::Start how) const {
     write_file(bin / name, "#!/bin/sh\nbasename \"$0\" >>'" + path("commands") + "'\n");
     fs::permissions(bin / name, fs::perms::owner_all);
   }
+  if (!how.directory.empty()) how.directory = files_.path() / how.directory;
   how.environment["PATH"] = bin.string() + ":" + std::getenv("PATH");
   return how;
 }

@@ -22,7 +22,8 @@ class EditorTest : public testing::Test {
   /// @param how    arguments and the like; see start()
   explicit EditorTest(int depth = 24, support::Program::Start how = {});
 
-  /// What a fresh editor is started with: `how`, and the fake commands in its PATH.
+  /// What a fresh editor is started with: `how`, and the fake commands in its PATH. A relative
+  /// working directory lies in the test's.
   support::Program::Start start(support::Program::Start how = {}) const;
 
   /// A path in the test's directory.
