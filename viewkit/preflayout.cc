@@ -165,7 +165,7 @@ void gather(const VkPrefGroup& group, Grid& grid, Widget section, bool nested) {
       grid.rows.push_back({.separator = item.baseWidget()});
       continue;
     }
-    if (i == 0 && !group.group() && dynamic_cast<const VkPrefLabel*>(&item)) {
+    if (grid.rows.empty() && dynamic_cast<const VkPrefLabel*>(&item)) {
       // What a dialog begins with is its title.
       grid.rows.push_back({.section = item.baseWidget()});
       continue;

@@ -132,27 +132,6 @@ TEST_F(StartUp, TheVersionIsSaidWithItsRights) {
               testing::MatchesRegex("QUILeditor Version2\\.02 [0-9-]+\n.*Copyright.*\n.*MIT License.*"));
 }
 
-TEST_F(StartUp, ACommandThatIsYetToComeSaysSo) {
-  for (const std::vector<std::string>& item :
-       {std::vector<std::string>{"KAVO tool", "KAVO Quick preview(DX-VIEWER)"},
-        {"KAVO tool", "KAVO Quick preview(Emu-Board)"},
-        {"KAVO tool", "Kavo preview(DX-VIEWER)"},
-        {"KAVO tool", "Kavo preview(Emu-Board)"},
-        {"KAVO tool", "Convert to KAVO DL", "Set Options and Go"},
-        {"QUIL2 tool", "Preview(DX-VIEWER)"},
-        {"QUIL2 tool", "Preview(Emu-Board)"},
-        {"QUIL2 tool", "Convert to ZEX", "Set Options and Go"},
-        {"QUIL2 tool", "Execute Script"},
-        {"QUIL2 tool", "Preview Script"},
-        {"QUIL2 tool", "Preview File"}}) {
-    SCOPED_TRACE(item.back());
-    editor_.chooseMenu(item);
-    EXPECT_EQ(editor_.message(Editor::kWarning),
-              "This command is not available in this version of the editor.");
-    editor_.answer(Editor::kWarning, "OK");
-  }
-}
-
 TEST_F(StartUp, TextureImagesPressedTwiceAreOff) {
   const auto shown = [&] {
     return editor_.find([](const WidgetInfo& w) { return w.label == "Display Texture Image"; })->set;
