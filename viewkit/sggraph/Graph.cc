@@ -29,6 +29,7 @@ struct DefaultColor {
 };
 constexpr DefaultColor kDefaultColors[] = {
     {XtOffsetOf(SgGraphRec, graph.arcColor), "#7b8694", "#6a6a6a"},
+    {XtOffsetOf(SgGraphRec, graph.farArcColor), "#b5c2ce", "#bfbfbf"},
     {XtOffsetOf(SgGraphRec, graph.nodeColor), "#eff3f7", "#eaeaea"},
     {XtOffsetOf(SgGraphRec, graph.nodeBorderColor), "#7b8694", "#6a6a6a"},
     {XtOffsetOf(SgGraphRec, graph.selectionColor), "#0865de", "#0055ff"},
@@ -82,6 +83,7 @@ XtResource kResources[] = {
     row(SgNarcDirection, "ArcDirection", XmRInt, SG_MEMBER(arcDirection), SgARC_DOWN),
     row(XmNrenderTable, XmCRenderTable, XmRRenderTable, SG_MEMBER(renderTable), 0),
     colorRow(SgNarcColor, SG_MEMBER(arcColor)),
+    colorRow(SgNfarArcColor, SG_MEMBER(farArcColor)),
     colorRow(SgNnodeColor, SG_MEMBER(nodeColor)),
     colorRow(SgNnodeBorderColor, SG_MEMBER(nodeBorderColor)),
     colorRow(SgNselectionColor, SG_MEMBER(selectionColor)),

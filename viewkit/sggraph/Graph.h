@@ -27,12 +27,13 @@
 
 /// Resources of the graph besides those of XmManager, with type and default. Colours default to what suits
 /// the screen's depth.
-#define SgNeditableArcs "editableArcs"        // Boolean False: arcs can be drawn and their ends moved
-#define SgNokToAdd "okToAdd"                  // Boolean False: double-click on the background makes a node
-#define SgNarcWidth "arcWidth"                // Dimension 20: pixels across of the strip that picks an arc
-#define SgNarcDirection "arcDirection"        // int 1: SgARC_ANY or SgARC_DOWN
-#define SgNarcColor "arcColor"                // Pixel
-#define SgNnodeColor "nodeColor"              // Pixel: boxes of nodes that set no tint
+#define SgNeditableArcs "editableArcs"  // Boolean False: arcs can be drawn and their ends moved
+#define SgNokToAdd "okToAdd"            // Boolean False: double-click on the background makes a node
+#define SgNarcWidth "arcWidth"          // Dimension 20: pixels across of the strip that picks an arc
+#define SgNarcDirection "arcDirection"  // int 1: SgARC_ANY or SgARC_DOWN
+#define SgNarcColor "arcColor"          // Pixel
+#define SgNfarArcColor "farArcColor"    // Pixel: arcs where zoomed out so far that they'd hide the nodes
+#define SgNnodeColor "nodeColor"        // Pixel: boxes of nodes that set no tint
 #define SgNnodeBorderColor "nodeBorderColor"  // Pixel
 #define SgNselectionColor "selectionColor"    // Pixel: selected nodes and arcs, the rubber line
 #define SgNhoverColor "hoverColor"            // Pixel: what the pointer is over

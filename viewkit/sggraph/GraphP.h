@@ -27,7 +27,8 @@ struct SgGraphPart {
   Boolean okToAdd;
   Dimension arcWidth;  // pixels
   int arcDirection;    // SgARC_ANY, SgARC_DOWN
-  Pixel arcColor, nodeColor, nodeBorderColor, selectionColor, hoverColor, handleColor, targetColor;
+  Pixel arcColor, farArcColor, nodeColor, nodeBorderColor, selectionColor, hoverColor, handleColor,
+      targetColor;
   XmRenderTable renderTable;  // a copy of ours, owned by the view
   XtCallbackList newNodeCallback, newArcCallback, arcMovedCallback, defaultActionCallback;
   XtCallbackList changedCallback, selectionChangedCallback, viewChangedCallback;

@@ -259,7 +259,7 @@ void GraphView::update() {
   if (pictureStale_ || overlayStale_) {
     pictureStale_ = overlayStale_ = false;
     painter_->paintOverlay(drawing, viewport_, overlay());
-    painter_->show(0, 0, static_cast<unsigned>(viewport_.width()), static_cast<unsigned>(viewport_.height()));
+    painter_->show(0, 0, widget_->core.width, widget_->core.height);
   }
   if (std::exchange(selectionLost_, false) && !announceSelection()) return;
   const ViewState state{viewport_.zoom(), viewport_.visible(), drawing.extents()};
@@ -275,12 +275,14 @@ Inks GraphView::inks() const {
   return {.background = widget_->core.background_pixel,
           .text = widget_->manager.foreground,
           .arc = graph.arcColor,
+          .farArc = graph.farArcColor,
           .border = graph.nodeBorderColor,
           .selection = graph.selectionColor,
           .hover = graph.hoverColor,
           .handle = graph.handleColor,
           .target = graph.targetColor,
-          .focus = widget_->manager.highlight_color};
+          .focus = widget_->manager.highlight_color,
+          .corner = verticalBar_->core.background_pixel};
 }
 
 Overlay GraphView::overlay() const {
@@ -325,10 +327,6 @@ void GraphView::placeScrollBars() {
   place(verticalBar_, viewWidth, 0, across, viewHeight);
   place(horizontalBar_, 0, viewHeight, viewWidth, down);
   viewport_.resize(viewWidth, viewHeight);
-  // Nobody else paints the corner between the bars, where the picture of a larger view may have been.
-  if (XtIsRealized(widget()))
-    XClearArea(XtDisplay(widget()), XtWindow(widget()), viewWidth, viewHeight, static_cast<unsigned>(across),
-               static_cast<unsigned>(down), False);
 }
 
 void GraphView::setScrollBars() {

@@ -10,7 +10,7 @@ namespace sggraph {
 namespace {
 
 constexpr double kOutlineZoom = 0.25;  // below it boxes have no outline and arcs no heads
-constexpr double kRoundZoom = 0.4;     // below it corners are square
+constexpr double kFarZoom = 0.4;       // below it arcs are paler, so as not to hide the nodes
 constexpr double kHandleAway = 16;     // pixels from the node to the handle of an arc
 
 short toShort(double place) { return static_cast<short>(std::lround(std::clamp(place, -16000.0, 16000.0))); }
@@ -63,6 +63,7 @@ Painter::Painter(Display* display, Window window, XmRenderTable fonts) : display
 void Painter::setInks(const Inks& inks) {
   inks_ = inks;
   textOn_.clear();
+  farTints_.clear();
 }
 
 void Painter::setFonts(XmRenderTable fonts) {
@@ -103,7 +104,7 @@ void Painter::paint(Drawing& drawing, const std::vector<NodeLook>& looks,
     if (const auto label = arcLabels.find(arc); label != arcLabels.end())
       labels.emplace_back(view.toWindow(pathPoint(drawing.path(arc), 0.5)), &label->second);
   });
-  drawArcs(picture_.get(), plain, inks_.arc, 0);
+  drawArcs(picture_.get(), plain, view.zoom() < kFarZoom ? inks_.farArc : inks_.arc, 0);
   drawArcs(picture_.get(), selected, inks_.selection, 3);
   for (const auto& [middle, label] : labels) {
     const double width = font_->zoomedWidth(*label) + 4, height = font_->height() * view.zoom();
@@ -155,7 +156,7 @@ void Painter::drawNodes(Drawing& drawing, const std::vector<NodeLook>& looks, co
     // So many that their order doesn't matter: one request per tint.
     std::map<Pixel, std::vector<SgRectangle>> boxes;
     for (const NodeId node : nodes)
-      boxes[drawing.nodeSelected(node) ? inks_.selection : looks[node].tint].push_back(
+      boxes[drawing.nodeSelected(node) ? inks_.selection : farTint(looks[node].tint)].push_back(
           cut(view.toWindow(drawing.box(node)), view));
     for (const auto& [tint, ofTint] : boxes) {
       std::vector<XRectangle> filled;
@@ -290,7 +291,7 @@ void Painter::paintOverlay(Drawing& drawing, const Viewport& view, const Overlay
     outline(front_.get(), boxOf(overlay.hoverNode),
             drawing.nodeSelected(overlay.hoverNode) ? inks_.selection : inks_.hover, 2);
   if (overlay.currentNode != kNone && view.zoom() >= kOutlineZoom) {
-    const SgRectangle box = boxOf(overlay.currentNode).grownBy(-4);
+    const SgRectangle box = boxOf(overlay.currentNode).grownBy(-std::clamp(3 * view.zoom(), 2.0, 4.0));
     if (box.width > 4 && box.height > 4) {
       XSetForeground(display_, gc_.get(), inks_.focus);
       XSetLineAttributes(display_, gc_.get(), 0, LineOnOffDash, CapButt, JoinMiter);
@@ -318,7 +319,33 @@ void Painter::paintOverlay(Drawing& drawing, const Viewport& view, const Overlay
 }
 
 void Painter::show(int x, int y, unsigned width, unsigned height) {
-  if (frontPainted_) XCopyArea(display_, front_.get(), window_, gc_.get(), x, y, width, height, x, y);
+  if (!frontPainted_) return;
+  const int pastRight = x + static_cast<int>(width) - static_cast<int>(width_);
+  const int pastBottom = y + static_cast<int>(height) - static_cast<int>(height_);
+  // The corner between the scroll bars, as far as the part reaches into it.
+  if (pastRight > 0 && pastBottom > 0) {
+    XSetForeground(display_, gc_.get(), inks_.corner);
+    XFillRectangle(display_, window_, gc_.get(), static_cast<int>(width_), static_cast<int>(height_),
+                   static_cast<unsigned>(pastRight), static_cast<unsigned>(pastBottom));
+  }
+  // What a copy finds no source for it would paint with the background.
+  const int copied = static_cast<int>(width) - std::max(pastRight, 0);
+  const int copiedDown = static_cast<int>(height) - std::max(pastBottom, 0);
+  if (copied > 0 && copiedDown > 0)
+    XCopyArea(display_, front_.get(), window_, gc_.get(), x, y, static_cast<unsigned>(copied),
+              static_cast<unsigned>(copiedDown), x, y);
+}
+
+Pixel Painter::farTint(Pixel tint) {
+  if (visual_->c_class != TrueColor) return tint;  // a darker one would take a cell of the colour map
+  if (const auto known = farTints_.find(tint); known != farTints_.end()) return known->second;
+  XColor color{};
+  color.pixel = tint;
+  XQueryColor(display_, colormap_, &color);
+  for (unsigned short* part : {&color.red, &color.green, &color.blue})
+    *part = static_cast<unsigned short>(*part * 7 / 10);
+  const Pixel darker = XAllocColor(display_, colormap_, &color) != 0 ? color.pixel : tint;
+  return farTints_.emplace(tint, darker).first->second;
 }
 
 Pixel Painter::textOn(Pixel tint) {

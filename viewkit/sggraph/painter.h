@@ -26,7 +26,7 @@ struct NodeLook {
 
 /// The graph's colours.
 struct Inks {
-  Pixel background, text, arc, border, selection, hover, handle, target, focus;
+  Pixel background, text, arc, farArc, border, selection, hover, handle, target, focus, corner;
 };
 
 /// What comes and goes over the picture while the pointer and the keyboard are used.
@@ -77,13 +77,15 @@ class Painter {
   void addArc(ArcBatch& batch, Drawing& drawing, ArcId arc, const Viewport& view, double headLength) const;
   void drawArcs(Drawable target, const ArcBatch& batch, Pixel pixel, unsigned width);
   void drawNodes(Drawing& drawing, const std::vector<NodeLook>& looks, const Viewport& view);
-  void drawBoxes(const std::vector<SgRectangle>& boxes, Pixel tint);
   /// @param box  uncut, in window coordinates; likewise for the next.
   void drawContents(NodeId node, const NodeLook& look, const SgRectangle& box, const Viewport& view);
   void drawPicture(NodeId node, const NodeLook& look, const SgRectangle& box, const Viewport& view);
   void outline(Drawable target, const SgRectangle& box, Pixel pixel, int width);
   void drawHandles(Drawing& drawing, const Viewport& view);
+  /// The ink for text on a tint.
   Pixel textOn(Pixel tint);
+  /// The tint of a node that is too small for an outline: darker, where that costs no colour cell.
+  Pixel farTint(Pixel tint);
   const viewkit::PixmapId* pictureOf(NodeId node, const PixmapSource& source, const ScaledPart& part);
 
   Display* display_;
@@ -98,7 +100,7 @@ class Painter {
   bool frontPainted_ = false;
   std::unique_ptr<TextFont> font_;
   Inks inks_{};
-  std::map<Pixel, Pixel> textOn_;
+  std::map<Pixel, Pixel> textOn_, farTints_;
   struct Scaled {
     ScaledPart part;
     viewkit::PixmapId pixmap;
