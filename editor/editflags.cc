@@ -1,11 +1,19 @@
 /// @file
 /// What a double-click on a node does: the property dialog of its record, and what becomes of its answers.
+#include <algorithm>
 #include <cstdio>
 #include <utility>
 
-#include "dialogs/applychanges.h"
 #include "dialogs/propertydialogs.h"
 #include "editor/graphwindow.h"
+
+namespace {
+
+// How property dialogs that are open at the same time are placed.
+constexpr int kStagger = 28;    // pixels from one to the next
+constexpr int kStaggered = 10;  // dialogs, before the next is in the middle again
+
+}  // namespace
 
 void GraphWindow::defaultAction(Widget, XtPointer data) {
   std::printf("In defaultActionCallback\n");
@@ -20,7 +28,11 @@ void GraphWindow::nodeAction(const SgGraphCallbackStruct& action) {
   const auto record = values::dialog_of_node(node->name());
   auto dialog = record ? makePropertyDialog(*record) : nullptr;
   if (!dialog) return;
+  const auto shown = std::ranges::count_if(dialogs_, [](const auto& other) { return other->isPosted(); });
   dialog->show();
+  // Beside those that are open already, which it would cover: all come up in the middle of the window.
+  const int step = static_cast<int>(shown % kStaggered) * kStagger;
+  dialog->moveBy(step, step);
   dialog->addCallback(VkPrefDialog::prefCallback, this, &GraphWindow::handlePrefs);
   dialogs_.push_back(std::move(dialog));
 }
@@ -45,8 +57,6 @@ void GraphWindow::handlePrefs(VkComponent* component, void*, void* reason) {
         dialog->refuseApply();
   }
 }
-
-int GraphWindow::applyChanges(VkPrefDialog* dialog, int, int) { return ::applyChanges(*dialog); }
 
 bool GraphWindow::editsArcs() const {
   Boolean editable = False;

@@ -1,7 +1,9 @@
 /// @file
 /// The commands of the File menu, and Set Output Directory.
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <cstdio>
-#include <memory>
 
 #include "editor/busy.h"
 #include "editor/graphwindow.h"
@@ -14,12 +16,10 @@
 
 namespace {
 
-struct CloseFile {
-  void operator()(std::FILE* file) const noexcept { std::fclose(file); }
-};
-
 bool can_be_read(const std::string& path) {
-  return std::unique_ptr<std::FILE, CloseFile>(std::fopen(path.c_str(), "r")) != nullptr;
+  const int file = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);  // a pipe must not keep us waiting
+  if (file >= 0) close(file);
+  return file >= 0;
 }
 
 bool overwrite_is_ok() { return getTheQuestionDialog()->postAndWait("Overwrite OK?") == VkDialogReason::OK; }

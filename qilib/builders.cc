@@ -175,10 +175,10 @@ Word qiAddWeightGroup(Qis& scene, std::int64_t weights) {
 
 Word qiAddEnvelope(Qis& scene, std::int64_t full_weighted, std::int64_t weighted, std::int64_t morph,
                    std::int64_t triangles, Word shape) {
-  const std::uint64_t bytes = kNewBytes<Envelope> + bytes_of(full_weighted, kNewBytes<FullWeightedPart>) +
-                              bytes_of(weighted, kNewBytes<WeightedPart>) +
-                              bytes_of(morph, kNewBytes<MorphPart>) +
-                              bytes_of(triangles, kNewBytes<EnvelopeTri>);
+  const std::uint64_t bytes =
+      kListBytes + kNewBytes<Envelope> + bytes_of(full_weighted, kNewBytes<FullWeightedPart>) +
+      bytes_of(weighted, kNewBytes<WeightedPart>) + bytes_of(morph, kNewBytes<MorphPart>) +
+      bytes_of(triangles, kNewBytes<EnvelopeTri>);
   if (!takes_deformer(scene, shape) || !takes(scene, bytes)) return 0;
   const Word count = add_record(scene, scene.ext.envelope_list, 0, [](Envelope&) {});
   if (count == 0) return 0;

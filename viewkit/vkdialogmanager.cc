@@ -3,6 +3,7 @@
 
 #include <Xm/BulletinB.h>
 
+#include <algorithm>
 #include <optional>
 
 #include "viewkit/forward.h"
@@ -53,6 +54,20 @@ void VkDialogManager::unpost() {
 }
 
 bool VkDialogManager::isPosted() const { return baseWidget() && XtIsManaged(baseWidget()); }
+
+void VkDialogManager::moveBy(int dx, int dy) {
+  if (!isPosted()) return;
+  const Widget shell = XtParent(baseWidget());
+  Position x = 0, y = 0;
+  Dimension width = 0, height = 0;
+  XtVaGetValues(shell, XmNx, &x, XmNy, &y, XmNwidth, &width, XmNheight, &height, nullptr);
+  const auto moved = [](int from, int by, int size, int screen) {
+    return std::clamp(from + by, 0, std::max(0, screen - size));
+  };
+  const Screen* const screen = XtScreen(shell);
+  XtVaSetValues(shell, XmNx, moved(x, dx, width, WidthOfScreen(screen)), XmNy,
+                moved(y, dy, height, HeightOfScreen(screen)), nullptr);
+}
 
 void VkDialogManager::answer(VkDialogReason reason) {
   if (isPosted() && (waiting_ || reason != VkDialogReason::APPLY)) XtUnmanageChild(baseWidget());

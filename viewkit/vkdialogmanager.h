@@ -32,6 +32,9 @@ class VkDialogManager : public VkComponent {
   void unpost();
   bool isPosted() const;
 
+  /// Moves a posted dialog by that many pixels, but not beyond the edges of the screen.
+  void moveBy(int dx, int dy);
+
   /// The text of the dialog's title bar.
   void setTitle(const char* title);
 

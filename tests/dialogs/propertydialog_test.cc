@@ -12,8 +12,9 @@
 #include <string_view>
 #include <vector>
 
-#include "dialogs/applychanges.h"
 #include "dialogs/propertydialogs.h"
+#include "dialogs/values/dispatch.h"
+#include "dialogs/writeback.h"
 #include "editor/model/currentscene.h"
 #include "qilib/container.h"
 #include "qilib/edit.h"
@@ -51,6 +52,11 @@ class PropertyDialogTest : public DisplayTest {
   static void press(PropertyDialog& dialog, const char* button) {
     XtCallCallbacks(XtNameToWidget(dialog.baseWidget(), button), XmNactivateCallback, nullptr);
     handleEvents();
+  }
+
+  static int apply(PropertyDialog& dialog) {
+    const auto* const kind = values::applied_dialog(dialog.name(), static_cast<Word>(dialog.index()));
+    return kind ? writeBack(*kind, *dialog.item(), dialog.index()) : 0;
   }
 
   /// The item that a path leads to. Throws when there is none of that class.
@@ -160,10 +166,10 @@ TEST_F(PropertyDialogTest, RenderModesAreGreyedWhileTheLoaderChoosesThem) {
   EXPECT_FALSE(mode.activated());
   EXPECT_FALSE(XtIsSensitive(mode.baseWidget()));
   item<VkPrefOption>(*dialog, "render.render_pri.render_pri_sw").edit(1);
-  EXPECT_EQ(applyChanges(*dialog), 1);
+  EXPECT_EQ(apply(*dialog), 1);
   EXPECT_TRUE(XtIsSensitive(mode.baseWidget()));
   item<VkPrefOption>(*dialog, "render.render_pri.render_pri_sw").edit(0);
-  EXPECT_EQ(applyChanges(*dialog), 1);
+  EXPECT_EQ(apply(*dialog), 1);
   EXPECT_FALSE(XtIsSensitive(mode.baseWidget()));
 }
 
@@ -217,12 +223,11 @@ TEST_F(PropertyDialogTest, AnEnvironmentsSwatchesReadHexadecimal) {
   EXPECT_EQ(colorBehind(fill), 0xABCDEFU);
 }
 
-TEST_F(PropertyDialogTest, AnApplyWithoutItemsDoesNothing) {
+TEST_F(PropertyDialogTest, HasNoItemsOnceItIsClosed) {
   open("robot");
   const auto dialog = shown("mat_0");
   press(*dialog, "*Cancel");
   EXPECT_EQ(dialog->item(), nullptr);
-  EXPECT_EQ(applyChanges(*dialog), 0);
 }
 
 TEST_F(PropertyDialogTest, ANameThatTheLanguageCannotShowIsKept) {
@@ -259,7 +264,7 @@ TEST_F(PropertyDialogTest, AThousandLeaveNoWindowsAndLittleMemoryBehind) {
         PropertyDialog& dialog = *dialogs.back();
         if (!std::string_view(node).starts_with("lod_"))
           item<VkPrefText>(dialog, "title.nodeName").edit("renamed");
-        applyChanges(dialog);
+        apply(dialog);
         press(dialog, "*OK");
         EXPECT_EQ(dialog.baseWidget(), nullptr);
       }

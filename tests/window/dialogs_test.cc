@@ -355,6 +355,26 @@ TEST_F(Dialogs, OfTwoOnOneRecordTheLaterApplyWins) {
   EXPECT_TRUE(sameBytes(saved(), edited(file_, last + "\n").bytes));
 }
 
+TEST_F(Dialogs, OpenBesideThoseThatAreOpen) {
+  edit(data("tiny_v1"));
+  const auto places = [&] {
+    std::vector<support::Point> found;
+    for (const WidgetInfo& w : editor_.widgets())
+      if (w.viewable && w.isAt("objDialog/nodeNameBase")) found.push_back(w.box.centre());
+    return found;
+  };
+  for (const std::size_t count : {1, 2, 3}) {
+    editor_.doubleClickNode("obj_0");
+    editor_.await("another dialog", [&](const WidgetInfo&) { return places().size() == count; });
+    editor_.settle();
+  }
+  const auto found = places();
+  for (const std::size_t i : {1, 2}) {
+    EXPECT_GT(found[i].x, found[i - 1].x);
+    EXPECT_GT(found[i].y, found[i - 1].y);
+  }
+}
+
 TEST_F(Dialogs, AreClosedWhenAnotherSceneIsOpened) {
   edit(data("tiny_v1"));
   openDialog("mat_0", "matDialog");

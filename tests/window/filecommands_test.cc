@@ -1,5 +1,7 @@
 /// @file
 /// The File menu and Set Output Directory.
+#include <sys/stat.h>
+
 #include <filesystem>
 
 #include "tests/support/case_name.h"
@@ -159,6 +161,18 @@ TEST_F(FileCommands, SaveAsThatCannotWriteWarnsAndTakesTheName) {
   editor_.answer(kQuestion, "OK");
   editor_.settle();
   EXPECT_TRUE(sameBytes(read_file(path("no/such/directory.quil")), read_file(data("tiny_v1"))));
+}
+
+TEST_F(FileCommands, SaveAsOntoAPipeThatNobodyReadsWarnsInsteadOfWaiting) {
+  editor_.open(data("tiny_v1"));
+  ASSERT_EQ(mkfifo(path("pipe.quil").c_str(), 0600), 0);
+  editor_.chooseMenu({"File", "Save As..."});
+  editor_.chooseFile(path("pipe.quil"));
+  EXPECT_EQ(editor_.message(kQuestion), "Overwrite OK?");
+  editor_.answer(kQuestion, "OK");
+  EXPECT_EQ(editor_.message(kWarning), "Can't write QUIL data!");
+  editor_.answer(kWarning, "OK");
+  EXPECT_TRUE(fs::is_fifo(path("pipe.quil")));
 }
 
 TEST_F(FileCommands, SaveAsWithoutASceneWarns) {

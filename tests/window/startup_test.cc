@@ -66,6 +66,12 @@ TEST_F(StartUp, SaysNothingOnStandardErrorButThatThereIsNoLogin) {
   EXPECT_THAT(editor_.output(), HasSubstr((editor_.home() / ".quilcnvops").string() + "\n./\n"));
 }
 
+TEST_F(StartUp, AReaderOfTheTracesThatGoesAwayDoesNotEndTheProgram) {
+  editor_.process().signal(SIGPIPE);
+  editor_.open(data("tiny_v1"));
+  EXPECT_EQ(editor_.quit(), 0);
+}
+
 TEST_F(StartUp, WithoutAnOptionsFileTheProgramEnds) {
   Program::Start fresh = start();
   fresh.executable = QUIL_EDITOR;

@@ -100,6 +100,7 @@ void Viewport::reveal(const SgRectangle& box) {
 }
 
 Viewport::Limits Viewport::limits(double start, double end, double view) const {
+  if (extents_ == SgRectangle{}) return {};  // nothing to scroll
   const double margin = kMargin / zoom_;
   start -= margin;
   end += margin;

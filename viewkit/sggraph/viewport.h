@@ -30,7 +30,7 @@ class Viewport {
 
   /// @param width,height  in pixels; the upper left corner stays.
   void resize(double width, double height);
-  /// Where the drawing is.
+  /// Where the drawing is. A drawing without extent has nothing to scroll.
   void setExtents(const SgRectangle& extents);
 
   /// Puts a place of the plane at a place of the window, as far as the limits allow.
@@ -52,7 +52,7 @@ class Viewport {
 
  private:
   struct Limits {
-    double least, most;
+    double least = 0, most = 0;
   };
   Limits limits(double start, double end, double view) const;
   Limits horizontalLimits() const;

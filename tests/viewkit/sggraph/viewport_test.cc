@@ -129,6 +129,18 @@ TEST(Viewport, ScrollBarsCoverWhatCanBeReached) {
     }
 }
 
+TEST(Viewport, AnEmptyDrawingHasNothingToScroll) {
+  for (const double zoom : {0.1, 1.0, 4.0}) {
+    Viewport v = view({});
+    v.zoomAround(zoom, {100, 50});
+    v.scrollBy(-300, 700);
+    for (const ScrollRange& range : {v.horizontal(), v.vertical()}) {
+      EXPECT_EQ(range.value, 0);
+      EXPECT_EQ(range.slider, range.maximum);
+    }
+  }
+}
+
 TEST(Viewport, AnEmptyDrawingAndAWindowOfNothingAreHarmless) {
   Viewport v;
   v.resize(0, -5);
