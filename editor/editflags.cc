@@ -7,14 +7,6 @@
 #include "dialogs/propertydialogs.h"
 #include "editor/graphwindow.h"
 
-namespace {
-
-// How property dialogs that are open at the same time are placed.
-constexpr int kStagger = 28;    // pixels from one to the next
-constexpr int kStaggered = 10;  // dialogs, before the next is in the middle again
-
-}  // namespace
-
 void GraphWindow::defaultAction(Widget, XtPointer data) {
   std::printf("In defaultActionCallback\n");
   nodeAction(*static_cast<const SgGraphCallbackStruct*>(data));
@@ -28,11 +20,11 @@ void GraphWindow::nodeAction(const SgGraphCallbackStruct& action) {
   const auto record = values::dialog_of_node(node->name());
   auto dialog = record ? makePropertyDialog(*record) : nullptr;
   if (!dialog) return;
-  const auto shown = std::ranges::count_if(dialogs_, [](const auto& other) { return other->isPosted(); });
   dialog->show();
-  // Beside those that are open already, which it would cover: all come up in the middle of the window.
-  const int step = static_cast<int>(shown % kStaggered) * kStagger;
-  dialog->moveBy(step, step);
+  // Dialogs come up in the middle of the window, where this one would hide the last.
+  const auto open =
+      std::find_if(dialogs_.rbegin(), dialogs_.rend(), [](const auto& d) { return d->isPosted(); });
+  if (open != dialogs_.rend()) dialog->placeBeside(**open);
   dialog->addCallback(VkPrefDialog::prefCallback, this, &GraphWindow::handlePrefs);
   dialogs_.push_back(std::move(dialog));
 }

@@ -19,7 +19,6 @@ namespace viewkit {
 namespace {
 
 // Pixels.
-constexpr int kMargin = 12;
 constexpr int kRowGap = 5;
 constexpr int kSeparatorGap = 9;  // above and below the line
 constexpr int kSectionGap = 18;   // between the column of groups' labels and the rows
@@ -412,8 +411,8 @@ PrefSize placeItems(const VkPrefGroup& top) {
   embolden(grid);
   measure(grid);
   Places places;
-  place(grid, places, kMargin, kMargin, grid.width);
-  const Rect whole{0, 0, grid.width + 2 * kMargin, grid.height + 2 * kMargin};
+  place(grid, places, kPrefMargin, kPrefMargin, grid.width);
+  const Rect whole{0, 0, grid.width + 2 * kPrefMargin, grid.height + 2 * kPrefMargin};
   fill(top, places, &whole);
   return {whole.width, whole.height};
 }

@@ -12,6 +12,9 @@ struct PrefSize {
   int width, height;  // pixels
 };
 
+/// Pixels that are kept free around the items.
+inline constexpr int kPrefMargin = 12;
+
 /// The size that a widget would like to have; zero for none.
 PrefSize naturalSize(Widget widget);
 

@@ -3,13 +3,18 @@
 
 #include <Xm/BulletinB.h>
 
-#include <algorithm>
 #include <optional>
 
 #include "viewkit/forward.h"
 #include "viewkit/vkapp.h"
 #include "viewkit/vksimplewindow.h"
 #include "viewkit/xraii.h"
+
+namespace {
+
+constexpr int kBeside = 24;  // pixels between the corners of dialogs that are placed beside each other
+
+}  // namespace
 
 /// One wait for an answer; outlives the dialog if need be.
 struct VkDialogManager::Waiting {
@@ -55,18 +60,17 @@ void VkDialogManager::unpost() {
 
 bool VkDialogManager::isPosted() const { return baseWidget() && XtIsManaged(baseWidget()); }
 
-void VkDialogManager::moveBy(int dx, int dy) {
-  if (!isPosted()) return;
+void VkDialogManager::placeBeside(const VkDialogManager& other) {
+  if (!isPosted() || !other.isPosted()) return;
   const Widget shell = XtParent(baseWidget());
   Position x = 0, y = 0;
   Dimension width = 0, height = 0;
-  XtVaGetValues(shell, XmNx, &x, XmNy, &y, XmNwidth, &width, XmNheight, &height, nullptr);
-  const auto moved = [](int from, int by, int size, int screen) {
-    return std::clamp(from + by, 0, std::max(0, screen - size));
-  };
+  XtVaGetValues(XtParent(other.baseWidget()), XmNx, &x, XmNy, &y, nullptr);
+  XtVaGetValues(shell, XmNwidth, &width, XmNheight, &height, nullptr);
+  const int left = x + kBeside, top = y + kBeside;
   const Screen* const screen = XtScreen(shell);
-  XtVaSetValues(shell, XmNx, moved(x, dx, width, WidthOfScreen(screen)), XmNy,
-                moved(y, dy, height, HeightOfScreen(screen)), nullptr);
+  if (left + width > WidthOfScreen(screen) || top + height > HeightOfScreen(screen)) return;
+  XtVaSetValues(shell, XmNx, left, XmNy, top, nullptr);
 }
 
 void VkDialogManager::answer(VkDialogReason reason) {

@@ -32,8 +32,9 @@ class VkDialogManager : public VkComponent {
   void unpost();
   bool isPosted() const;
 
-  /// Moves a posted dialog by that many pixels, but not beyond the edges of the screen.
-  void moveBy(int dx, int dy);
+  /// Moves a posted dialog to where it leaves the title and the left edge of another one, posted too, in
+  /// sight. It stays where it is when there it would not be all on the screen.
+  void placeBeside(const VkDialogManager& other);
 
   /// The text of the dialog's title bar.
   void setTitle(const char* title);

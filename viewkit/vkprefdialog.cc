@@ -87,8 +87,9 @@ void VkPrefDialog::createButtons(Widget form) {
 
 void VkPrefDialog::addBelowItems(Widget widget) {
   below_ = widget;
-  XtVaSetValues(widget, XmNleftAttachment, XmATTACH_FORM, XmNrightAttachment, XmATTACH_FORM,
-                XmNbottomAttachment, XmATTACH_WIDGET, XmNbottomWidget, separator_, nullptr);
+  XtVaSetValues(widget, XmNleftAttachment, XmATTACH_FORM, XmNleftOffset, viewkit::kPrefMargin,
+                XmNrightAttachment, XmATTACH_FORM, XmNbottomAttachment, XmATTACH_WIDGET, XmNbottomWidget,
+                separator_, nullptr);
   XtVaSetValues(scrolled_, XmNbottomWidget, widget, nullptr);
 }
 
