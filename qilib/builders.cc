@@ -70,6 +70,8 @@ struct Parts {
   Word Owner::Fixed::*count;
   std::vector<Part> Owner::*parts;
 };
+template <class Owner, class Part>
+Parts(List<Owner> ExtLists::*, Word Owner::Fixed::*, std::vector<Part> Owner::*) -> Parts<Owner, Part>;
 
 constexpr Parts kFullWeightedParts{&ExtLists::envelope_list, &Envelope::Fixed::full_weighted_count,
                                    &Envelope::full_weighted};
