@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <chrono>
-#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -15,7 +14,6 @@
 #include <functional>
 #include <stdexcept>
 #include <string>
-#include <vector>
 
 #include "editor/model/scenegraph.h"
 #include "qilib/byteorder.h"

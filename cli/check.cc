@@ -2,7 +2,6 @@
 /// `quilscene check`: everything about a file that its reader would not complain about, too.
 #include <algorithm>
 #include <array>
-#include <cinttypes>
 #include <cstdint>
 #include <cstdio>
 #include <string>

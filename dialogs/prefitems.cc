@@ -2,8 +2,6 @@
 /// One builder for the items of all dialogs.
 #include "dialogs/prefitems.h"
 
-#include <string>
-
 namespace {
 
 using values::Item;

@@ -9,7 +9,6 @@
 #include <memory>
 #include <random>
 #include <string>
-#include <string_view>
 #include <utility>
 
 #include "dialogs/values/dispatch.h"

@@ -3,7 +3,6 @@
 #pragma once
 
 #include <span>
-#include <vector>
 
 #include "graphlayout/layers.h"
 #include "graphlayout/layout.h"

@@ -3,8 +3,6 @@
 #pragma once
 
 #include <algorithm>
-#include <array>
-#include <bit>
 #include <cstdint>
 #include <cstdio>
 #include <cstring>

@@ -21,8 +21,6 @@
 #pragma once
 
 #include <array>
-#include <concepts>
-#include <type_traits>
 #include <vector>
 
 #include "qilib/apart.h"

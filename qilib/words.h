@@ -2,7 +2,6 @@
 /// Words, blocks and references: the small types that every record is made of.
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
 #include <vector>
 

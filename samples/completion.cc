@@ -2,8 +2,6 @@
 /// A visitor of the records' walks that sets what the reader would check.
 #include "samples/completion.h"
 
-#include <type_traits>
-
 #include "qilib/lists.h"
 #include "qilib/listwalk.h"
 

@@ -4,7 +4,6 @@
 #pragma once
 
 #include <array>
-#include <initializer_list>
 #include <string>
 #include <vector>
 

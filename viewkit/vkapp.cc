@@ -7,7 +7,6 @@
 #include <Xm/Xm.h>
 #include <poll.h>
 
-#include <algorithm>
 #include <chrono>
 #include <clocale>
 #include <csignal>

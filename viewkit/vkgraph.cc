@@ -4,7 +4,6 @@
 #include <Xm/Form.h>
 
 #include <algorithm>
-#include <array>
 #include <cctype>
 #include <unordered_set>
 

@@ -2,7 +2,6 @@
 /// A row or column of tabs of which one is selected.
 #pragma once
 
-#include <string>
 #include <vector>
 
 #include "viewkit/vkcomponent.h"

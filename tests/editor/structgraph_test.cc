@@ -2,7 +2,6 @@
 /// A scene built into the window's graph.
 #include <gmock/gmock.h>
 
-#include <cstdlib>
 #include <filesystem>
 
 #include "editor/graphwindow.h"

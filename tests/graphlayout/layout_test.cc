@@ -7,7 +7,6 @@
 
 #include <cmath>
 #include <limits>
-#include <set>
 
 #include "tests/graphlayout/drawing.h"
 

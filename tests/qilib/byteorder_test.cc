@@ -6,7 +6,6 @@
 
 #include <cstring>
 #include <numeric>
-#include <vector>
 
 #include "qilib/files.h"
 #include "qilib/words.h"

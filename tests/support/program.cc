@@ -2,7 +2,6 @@
 /// Starting a program with the agent in it, and asking that.
 #include "tests/support/program.h"
 
-#include <fcntl.h>
 #include <poll.h>
 #include <sys/socket.h>
 #include <unistd.h>

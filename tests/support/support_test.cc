@@ -3,8 +3,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <tuple>
-
 #include "tests/support/files.h"
 #include "tests/support/process.h"
 #include "tests/support/program.h"

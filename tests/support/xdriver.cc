@@ -6,9 +6,9 @@
 #include <X11/Xlib.h>
 #include <X11/extensions/XTest.h>
 
+#include <chrono>
 #include <cstdlib>
 #include <stdexcept>
-#include <vector>
 
 namespace support {
 

@@ -2,7 +2,6 @@
 /// A person's hands: pointer and keyboard events as the X server makes them from real devices.
 #pragma once
 
-#include <chrono>
 #include <initializer_list>
 #include <memory>
 #include <string>

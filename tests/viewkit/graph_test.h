@@ -8,7 +8,6 @@
 #include <functional>
 #include <map>
 #include <memory>
-#include <string>
 #include <vector>
 
 #include "tests/support/wait.h"

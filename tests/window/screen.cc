@@ -6,7 +6,6 @@
 #include <X11/Xutil.h>
 
 #include <memory>
-#include <span>
 #include <stdexcept>
 
 namespace {

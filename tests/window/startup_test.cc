@@ -1,7 +1,6 @@
 /// @file
 /// Starting and ending the editor.
 #include <cctype>
-#include <filesystem>
 #include <map>
 #include <set>
 

@@ -6,7 +6,6 @@
 #include <algorithm>
 #include <cstddef>
 #include <iterator>
-#include <string_view>
 #include <type_traits>
 
 #include "viewkit/sggraph/GraphP.h"

@@ -4,9 +4,6 @@
 #include <Xm/VirtKeys.h>
 #include <Xm/Xm.h>
 
-#include <algorithm>
-#include <array>
-#include <cmath>
 #include <limits>
 
 #include "viewkit/sggraph/graphview.h"

@@ -1,6 +1,4 @@
 /// @file The functions of Graph.h: from widgets to nodes and arcs.
-#include <algorithm>
-#include <cmath>
 
 #include "viewkit/sggraph/Graph.h"
 #include "viewkit/sggraph/GraphP.h"

@@ -7,8 +7,6 @@
 
 #include <map>
 #include <memory>
-#include <optional>
-#include <string>
 #include <string_view>
 
 #include "viewkit/xraii.h"

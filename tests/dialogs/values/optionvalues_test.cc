@@ -4,8 +4,6 @@
 
 #include <gmock/gmock.h>
 
-#include <algorithm>
-
 #include "dialogs/values/itemtext.h"
 #include "tests/support/scratch_home.h"
 #include "tests/tools/options_fixture.h"
