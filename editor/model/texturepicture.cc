@@ -6,19 +6,13 @@
 #include <cstddef>
 #include <utility>
 
+#include "qilib/references.h"
 #include "qilib/sizes.h"
 
 namespace {
 
 using Texel = TexturePicture::Texel;
 using Texels = std::vector<Texel>;
-
-/// The record of that number, or null.
-template <class Record>
-const Record* find_record(const qi::List<Record>& list, std::int64_t number) {
-  if (number < 0 || std::cmp_greater_equal(number, list.records.size())) return nullptr;
-  return &list.records[static_cast<std::size_t>(number)];
-}
 
 /// What a texture says about its image.
 struct ImageReference {
@@ -80,13 +74,13 @@ bool is_color_indexed(const Qis& scene, const qi::Tex& tex) {
 
 std::optional<Texels> texels_of(const Qis& scene, const qi::Tex& tex, Word image_number, std::size_t count) {
   if (!is_color_indexed(scene, tex)) {
-    const qi::Teximg* const image = find_record(scene.teximg_list, image_number);
+    const qi::Teximg* const image = qi::record_in(scene, &Qis::teximg_list, image_number);
     return image ? rgba_texels(*image, count) : std::nullopt;
   }
   if (tex.ext->palettes.empty()) return std::nullopt;
-  const qi::CiImg* const image = find_record(scene.ext.ciimg_list, image_number);
+  const qi::CiImg* const image = qi::record_in(scene, &qi::ExtLists::ciimg_list, image_number);
   const qi::ColorPalette* const palette =
-      find_record(scene.ext.color_palette_list, tex.ext->palettes.front());
+      qi::record_in(scene, &qi::ExtLists::color_palette_list, tex.ext->palettes.front());
   return image && palette ? indexed_texels(*image, *palette, count) : std::nullopt;
 }
 
@@ -112,7 +106,8 @@ std::uint32_t under_mask(std::uint8_t color, std::uint32_t mask) {
 }  // namespace
 
 std::optional<TexturePicture> texture_picture(const Qis& scene, long number) {
-  const qi::Tex* const tex = find_record(scene.tex_list, number);
+  if (!std::in_range<Word>(number)) return std::nullopt;
+  const qi::Tex* const tex = qi::record_in(scene, &Qis::tex_list, static_cast<Word>(number));
   if (!tex) return std::nullopt;
   const auto reference = image_reference(*tex);
   if (!reference || !is_showable(reference->width) || !is_showable(reference->height)) return std::nullopt;
