@@ -7,7 +7,7 @@
 
 #include <stdexcept>
 
-CapturedErrors::CapturedErrors() : file_(fdopen(memfd_create("messages", 0), "w+")) {
+CapturedErrors::CapturedErrors() : file_(fdopen(memfd_create("messages", MFD_CLOEXEC), "w+")) {
   if (file_) standard_error_ = dup(STDERR_FILENO);
   if (standard_error_ < 0) throw std::runtime_error("no file descriptor left");
   dup2(fileno(file_.get()), STDERR_FILENO);

@@ -2,10 +2,10 @@
 /// What the scene library says on standard error, as lines to put into a report.
 #pragma once
 
-#include <cstdio>
-#include <memory>
 #include <string>
 #include <vector>
+
+#include "qilib/filehandle.h"
 
 /// While it lives, standard error goes to a file in memory. Throws std::runtime_error without descriptors.
 class CapturedErrors {
@@ -19,9 +19,6 @@ class CapturedErrors {
   std::vector<std::string> lines();
 
  private:
-  struct Close {
-    void operator()(std::FILE* file) const { std::fclose(file); }
-  };
-  std::unique_ptr<std::FILE, Close> file_;
+  qi::File file_;
   int standard_error_ = -1;  ///< where it went before
 };

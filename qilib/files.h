@@ -7,14 +7,10 @@
 #include <memory>
 #include <string>
 
+#include "qilib/filehandle.h"
 #include "qilib/replacefile.h"
 
 namespace qi {
-
-struct CloseFile {
-  void operator()(std::FILE* file) const { std::fclose(file); }
-};
-using File = std::unique_ptr<std::FILE, CloseFile>;
 
 /// Bytes between the place where the file stands and its end; 0 when that can't be told.
 std::uint64_t bytes_left(std::FILE* file);

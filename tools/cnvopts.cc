@@ -9,9 +9,9 @@
 #include <array>
 #include <cstdio>
 #include <cstdlib>
-#include <memory>
 #include <optional>
 
+#include "qilib/filehandle.h"
 #include "qilib/replacefile.h"
 
 NgOps ngops;
@@ -135,10 +135,7 @@ class OptionsReader {
   using Line = std::array<char, 100>;
   bool read(Line& line) { return std::fgets(line.data(), static_cast<int>(line.size()), file_.get()); }
 
-  struct Close {
-    void operator()(std::FILE* file) const { std::fclose(file); }
-  };
-  std::unique_ptr<std::FILE, Close> file_;
+  qi::File file_;
   Line line_{};
 };
 
