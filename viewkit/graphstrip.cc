@@ -15,6 +15,8 @@
 #include "viewkit/vkgraph.h"
 #include "viewkit/xraii.h"
 
+using viewkit::Forward;
+
 namespace {
 
 /// The zooms that the buttons step through.
@@ -31,46 +33,25 @@ GraphStrip::GraphStrip(const char* name, Widget parent, VkGraph& graph) : VkComp
     const Widget made = XtVaCreateManagedWidget(buttonName, xmPushButtonWidgetClass, row, nullptr);
     XtAddCallback(made, XmNactivateCallback, pressed, this);
   };
-  button("zoomOut", &zoomOutCallback);
+  button("zoomOut", &Forward<&GraphStrip::zoomOut>::call);
   zoomLevel_ = XtVaCreateManagedWidget("zoomLevel", xmLabelWidgetClass, row, XmNrecomputeSize, False,
                                        XmNlabelString, viewkit::xmString("400 %").get(), nullptr);
-  button("zoomIn", &zoomInCallback);
-  button("zoom100", &zoom100Callback);
-  button("zoomFit", &zoomFitCallback);
+  button("zoomIn", &Forward<&GraphStrip::zoomIn>::call);
+  button("zoom100", &Forward<&GraphStrip::zoom100>::call);
+  button("zoomFit", &Forward<&GraphStrip::zoomFit>::call);
   XtVaCreateManagedWidget("findLabel", xmLabelWidgetClass, row, nullptr);
   find_ = XtVaCreateManagedWidget("find", xmTextFieldWidgetClass, row, nullptr);
-  XtAddCallback(find_, XmNvalueChangedCallback, &findChangedCallback, this);
-  XtAddCallback(find_, XmNactivateCallback, &findNextCallback, this);
+  XtAddCallback(find_, XmNvalueChangedCallback, &Forward<&GraphStrip::findChanged>::call, this);
+  XtAddCallback(find_, XmNactivateCallback, &Forward<&GraphStrip::findNext>::call, this);
   notFound_ = XtVaCreateWidget("notFound", xmLabelWidgetClass, row, nullptr);
-  XtAddCallback(graph.graphWidget(), SgNviewChangedCallback, &viewChangedCallback, this);
+  XtAddCallback(graph.graphWidget(), SgNviewChangedCallback, &Forward<&GraphStrip::viewChanged>::call, this);
   viewChanged();
 }
 
 GraphStrip::~GraphStrip() {
   if (graph_.graphWidget())
-    XtRemoveCallback(graph_.graphWidget(), SgNviewChangedCallback, &viewChangedCallback, this);
-}
-
-void GraphStrip::zoomOutCallback(Widget widget, XtPointer self, XtPointer data) {
-  viewkit::Forward<&GraphStrip::zoomOut>::call(widget, self, data);
-}
-void GraphStrip::zoomInCallback(Widget widget, XtPointer self, XtPointer data) {
-  viewkit::Forward<&GraphStrip::zoomIn>::call(widget, self, data);
-}
-void GraphStrip::zoom100Callback(Widget widget, XtPointer self, XtPointer data) {
-  viewkit::Forward<&GraphStrip::zoom100>::call(widget, self, data);
-}
-void GraphStrip::zoomFitCallback(Widget widget, XtPointer self, XtPointer data) {
-  viewkit::Forward<&GraphStrip::zoomFit>::call(widget, self, data);
-}
-void GraphStrip::findChangedCallback(Widget widget, XtPointer self, XtPointer data) {
-  viewkit::Forward<&GraphStrip::findChanged>::call(widget, self, data);
-}
-void GraphStrip::findNextCallback(Widget widget, XtPointer self, XtPointer data) {
-  viewkit::Forward<&GraphStrip::findNext>::call(widget, self, data);
-}
-void GraphStrip::viewChangedCallback(Widget widget, XtPointer self, XtPointer data) {
-  viewkit::Forward<&GraphStrip::viewChanged>::call(widget, self, data);
+    XtRemoveCallback(graph_.graphWidget(), SgNviewChangedCallback, &Forward<&GraphStrip::viewChanged>::call,
+                     this);
 }
 
 void GraphStrip::zoomOut() {

@@ -18,13 +18,6 @@ class GraphStrip : public VkComponent {
   const char* className() const override { return "GraphStrip"; }
 
  private:
-  static void zoomOutCallback(Widget widget, XtPointer self, XtPointer data);
-  static void zoomInCallback(Widget widget, XtPointer self, XtPointer data);
-  static void zoom100Callback(Widget widget, XtPointer self, XtPointer data);
-  static void zoomFitCallback(Widget widget, XtPointer self, XtPointer data);
-  static void findChangedCallback(Widget widget, XtPointer self, XtPointer data);
-  static void findNextCallback(Widget widget, XtPointer self, XtPointer data);
-  static void viewChangedCallback(Widget widget, XtPointer self, XtPointer data);
   void zoomOut();
   void zoomIn();
   void zoom100();
