@@ -70,10 +70,8 @@ void GraphWindow::arcMoved(Widget graph, XtPointer data) {
 }
 
 void GraphWindow::deleteLinkMenu() {
+  if (!editsArcs()) return;
   const Widget graph = graph_->graphWidget();
-  Boolean editable = False;
-  XtVaGetValues(graph, SgNeditableArcs, &editable, nullptr);
-  if (!editable) return;
   std::printf("Delete Link.\n");
   const auto arcs = SgGraphGetSelectedArcs(graph);
   if (arcs.empty()) {

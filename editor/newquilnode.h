@@ -33,8 +33,7 @@ class QuilVkNode : public VkNode {
 
 /// A pixmap of `depth` on the drawable's screen that holds the given pixels.
 /// @param data  row by row without padding, `depth` / 8 bytes to a pixel (4 for depth 24), the most
-/// significant
-///              byte first
+/// significant byte first.
 /// @returns none when it can't be made: no such depth, too little data, no memory in the server.
 viewkit::PixmapId CreatePixmapFromQUILTexImg(Display* display, Drawable drawable, std::span<char> data,
                                              unsigned width, unsigned height, unsigned long foreground,

@@ -1,7 +1,6 @@
 /// @file
 /// The program's entry point.
 #include <array>
-#include <csignal>
 #include <cstdio>
 
 #include "editor/graphwindow.h"
@@ -13,9 +12,6 @@ std::array<char, 256> version_string;
 int main(int argc, char** argv) {
   // Traces appear in order with the output of the commands that the editor runs.
   std::setvbuf(stdout, nullptr, _IOLBF, 0);
-  // A reader of the traces that goes away must not take the user's unsaved work along. A handler, unlike
-  // SIG_IGN, is not passed on to the commands that the editor runs.
-  std::signal(SIGPIPE, [](int) {});
   VkApp app("quileditor", &argc, argv);
   GraphWindow window("QUILeditor2");
   std::snprintf(version_string.data(), version_string.size(), "%s %s\n%s\n%s", "QUILeditor Version2.02",

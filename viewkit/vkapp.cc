@@ -53,8 +53,9 @@ void filterWarning(String name, String type, String className, String text, Stri
   if (std::strcmp(name, "missingCharsetList") != 0) printWarning(name, type, className, text, words, count);
 }
 
-/// Without this the first write to a lost display ends the process before Xlib can say so. A handler, unlike
-/// SIG_IGN, is not inherited by the programs we start.
+/// Without this the first write to a lost display ends the process before Xlib can say so, and a reader of
+/// the program's output who goes away takes the user's unsaved work along. A handler, unlike SIG_IGN, is not
+/// inherited by the programs we start.
 void survivePipeSignal() {
   struct sigaction action {};
   action.sa_handler = [](int) {};
