@@ -5,7 +5,6 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
-#include <filesystem>
 #include <fstream>
 #include <map>
 #include <optional>
@@ -16,6 +15,7 @@
 #include <vector>
 
 #include "graphlayout/layout.h"
+#include "tests/support/files.h"
 #include "tests/support/scene_like_graph.h"
 
 namespace {
@@ -120,10 +120,8 @@ std::uint64_t dot_crossings(const Graph& graph, const Drawing& drawing) {
 
 /// Runs `dot -Tplain`; nothing if it isn't installed or fails.
 std::optional<Result> measure_dot(const Graph& graph) {
-  const auto folder =
-      std::filesystem::temp_directory_path() / ("bench_layout." + std::to_string(std::rand()));
-  std::filesystem::create_directory(folder);
-  const auto in = folder / "graph.gv", out = folder / "graph.plain";
+  const ScratchDirectory folder;
+  const std::string in = folder / "graph.gv", out = folder / "graph.plain";
   {
     std::ofstream file(in);
     file << "digraph g {\nnode [shape=box fixedsize=true];\n";
@@ -135,8 +133,7 @@ std::optional<Result> measure_dot(const Graph& graph) {
     file << "}\n";
   }
   const auto start = std::chrono::steady_clock::now();
-  const int status =
-      std::system(("dot -Tplain -o " + out.string() + " " + in.string() + " 2>/dev/null").c_str());
+  const int status = std::system(("dot -Tplain -o " + out + " " + in + " 2>/dev/null").c_str());
   Result result{seconds_since(start), 0};
 
   Drawing drawing;
@@ -160,7 +157,6 @@ std::optional<Result> measure_dot(const Graph& graph) {
       drawing.curves[{from, to}] = std::move(curve);
     }
   }
-  std::filesystem::remove_all(folder);
   if (status != 0) return std::nullopt;
   result.crossings = dot_crossings(graph, drawing);
   return result;

@@ -20,6 +20,7 @@
 #include "qilib/checksizes.h"
 #include "qilib/container.h"
 #include "qilib/lists.h"
+#include "tests/support/files.h"
 
 namespace {
 
@@ -28,24 +29,6 @@ using Clock = std::chrono::steady_clock;
 
 constexpr double kOpenLimit = 2.0;           // times the floor
 constexpr double kTextureMemoryLimit = 2.2;  // times the file, when it is mostly texels
-
-/// The files, gone when the program ends.
-class Scratch {
- public:
-  Scratch() {
-    std::string name = (fs::temp_directory_path() / "quil-bench-XXXXXX").string();
-    if (!mkdtemp(name.data())) throw std::runtime_error("no temporary directory");
-    dir_ = name;
-  }
-  ~Scratch() {
-    std::error_code ignored;
-    fs::remove_all(dir_, ignored);
-  }
-  std::string file(const char* name) const { return dir_ / name; }
-
- private:
-  fs::path dir_;
-};
 
 struct Measured {
   double seconds = 0;
@@ -222,8 +205,8 @@ void make_records(const std::string& file, Word count) {
 
 /// @param memory_limit  what opening may take at its peak, times the file; 0: no limit.
 void report(const char* title, double memory_limit, const std::function<void(const std::string&)>& make) {
-  const Scratch scratch;
-  const std::string file = scratch.file("scene.quil"), output = scratch.file("saved.quil");
+  const ScratchDirectory scratch;
+  const std::string file = scratch / "scene.quil", output = scratch / "saved.quil";
   measure_once([&] { return timed([&] { make(file); }); });
   const double bytes = static_cast<double>(fs::file_size(file));
   std::printf("%s, %.1f MB\n", title, bytes / 1e6);

@@ -1,5 +1,5 @@
 /// @file
-/// Whole files as bytes, and a directory that a test may fill.
+/// Whole files as bytes, and a directory that a test or a measurement may fill.
 #pragma once
 
 #include <stdlib.h>
