@@ -1,4 +1,5 @@
-/// @file Turns a member function into the plain function that Xt and Motif call back.
+/// @file
+/// Turns a member function into the plain function that Xt and Motif call back.
 #pragma once
 
 #include <X11/Intrinsic.h>

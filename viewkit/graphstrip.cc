@@ -1,4 +1,5 @@
-/// @file Zoom buttons and search field.
+/// @file
+/// Zoom buttons and search field.
 #include "viewkit/graphstrip.h"
 
 #include <Xm/Label.h>

@@ -1,4 +1,5 @@
-/// @file The strip under a graph: zoom buttons, the zoom in per cent, and a field that finds nodes.
+/// @file
+/// The strip under a graph: zoom buttons, the zoom in per cent, and a field that finds nodes.
 #pragma once
 
 #include <X11/Intrinsic.h>

@@ -1,4 +1,5 @@
-/// @file Key presses on their way to the toolkit.
+/// @file
+/// Key presses on their way to the toolkit.
 #include "viewkit/keys.h"
 
 #include <X11/Intrinsic.h>

@@ -1,4 +1,5 @@
-/// @file Key presses on their way to the toolkit.
+/// @file
+/// Key presses on their way to the toolkit.
 #pragma once
 
 #include <X11/Xlib.h>

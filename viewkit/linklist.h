@@ -1,5 +1,5 @@
-/// @file An ordered list of pointers in which anything is found and removed in constant time, however long it
-/// is.
+/// @file
+/// An ordered list of pointers in which anything is found and removed in constant time, however long it is.
 #pragma once
 
 #include <algorithm>

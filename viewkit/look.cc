@@ -1,4 +1,5 @@
-/// @file The fallback X resources of every application on this framework, in one table.
+/// @file
+/// The fallback X resources of every application on this framework, in one table.
 #include "viewkit/look.h"
 
 #include <X11/Xutil.h>

@@ -1,4 +1,5 @@
-/// @file How applications look and which keys their menus answer to: the fallback X resources.
+/// @file
+/// How applications look and which keys their menus answer to: the fallback X resources.
 #pragma once
 
 #include <X11/Xlib.h>

@@ -1,4 +1,5 @@
-/// @file Writes the drawing operators and the comments around them.
+/// @file
+/// Writes the drawing operators and the comments around them.
 #include "viewkit/postscript.h"
 
 #include <algorithm>

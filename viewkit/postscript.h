@@ -1,4 +1,5 @@
-/// @file A picture of a graph as PostScript; nothing of the window system.
+/// @file
+/// A picture of a graph as PostScript; nothing of the window system.
 #pragma once
 
 #include <span>

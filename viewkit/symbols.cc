@@ -1,4 +1,5 @@
-/// @file The pictures in message dialogs, drawn from their geometry.
+/// @file
+/// The pictures in message dialogs, drawn from their geometry.
 #include "viewkit/symbols.h"
 
 #include <X11/Xutil.h>

@@ -1,4 +1,5 @@
-/// @file The pictures in message dialogs.
+/// @file
+/// The pictures in message dialogs.
 #pragma once
 
 #include <X11/Intrinsic.h>

@@ -1,4 +1,5 @@
-/// @file Start, event loop and end of an application, and its busy state.
+/// @file
+/// Start, event loop and end of an application, and its busy state.
 #include "viewkit/vkapp.h"
 
 #include <X11/StringDefs.h>

@@ -1,4 +1,5 @@
-/// @file The application: display, event loop, shared dialogs, busy state.
+/// @file
+/// The application: display, event loop, shared dialogs, busy state.
 #pragma once
 
 #include <X11/Intrinsic.h>

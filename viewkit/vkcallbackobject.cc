@@ -1,4 +1,5 @@
-/// @file Calling callback lists whose members, receivers and owner may change under way.
+/// @file
+/// Calling callback lists whose members, receivers and owner may change under way.
 #include "viewkit/vkcallbackobject.h"
 
 const char* const VkCallbackObject::deleteCallback = "deleteCallback";

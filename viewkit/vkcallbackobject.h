@@ -1,4 +1,5 @@
-/// @file Objects that keep named lists of callbacks for others to register in.
+/// @file
+/// Objects that keep named lists of callbacks for others to register in.
 #pragma once
 
 #include <concepts>

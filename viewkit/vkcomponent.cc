@@ -1,4 +1,5 @@
-/// @file The bond between a component and its base widget.
+/// @file
+/// The bond between a component and its base widget.
 #include "viewkit/vkcomponent.h"
 
 #include <X11/StringDefs.h>

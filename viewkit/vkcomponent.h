@@ -1,4 +1,5 @@
-/// @file Components: objects that own a tree of widgets.
+/// @file
+/// Components: objects that own a tree of widgets.
 #pragma once
 
 #include <X11/Intrinsic.h>

@@ -1,4 +1,5 @@
-/// @file Posting dialogs and waiting for their answers.
+/// @file
+/// Posting dialogs and waiting for their answers.
 #include "viewkit/vkdialogmanager.h"
 
 #include <Xm/BulletinB.h>

@@ -1,4 +1,5 @@
-/// @file What all dialogs share: posting, waiting for the answer, the window they belong to.
+/// @file
+/// What all dialogs share: posting, waiting for the answer, the window they belong to.
 #pragma once
 
 #include <memory>

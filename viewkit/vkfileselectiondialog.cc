@@ -1,4 +1,5 @@
-/// @file The shared file selection dialog.
+/// @file
+/// The shared file selection dialog.
 #include "viewkit/vkfileselectiondialog.h"
 
 #include <Xm/FileSB.h>

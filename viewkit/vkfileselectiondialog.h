@@ -1,4 +1,5 @@
-/// @file The shared file selection dialog.
+/// @file
+/// The shared file selection dialog.
 #pragma once
 
 #include <string>

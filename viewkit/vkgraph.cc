@@ -1,4 +1,5 @@
-/// @file Building, finding and laying out a graph.
+/// @file
+/// Building, finding and laying out a graph.
 #include "viewkit/vkgraph.h"
 
 #include <Xm/Form.h>

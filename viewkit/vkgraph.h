@@ -1,4 +1,5 @@
-/// @file A graph of VkNodes in a graph widget: building, finding, laying out, printing.
+/// @file
+/// A graph of VkNodes in a graph widget: building, finding, laying out, printing.
 #pragma once
 
 #include <X11/Intrinsic.h>

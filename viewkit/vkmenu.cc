@@ -1,4 +1,5 @@
-/// @file The widgets behind menus and their items.
+/// @file
+/// The widgets behind menus and their items.
 #include "viewkit/vkmenu.h"
 
 #include <Xm/CascadeBG.h>

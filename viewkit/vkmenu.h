@@ -1,4 +1,5 @@
-/// @file Menus, made from tables: the bar, its panes and submenus, and their items.
+/// @file
+/// Menus, made from tables: the bar, its panes and submenus, and their items.
 #pragma once
 
 #include <X11/Intrinsic.h>

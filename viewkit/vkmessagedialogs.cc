@@ -1,4 +1,5 @@
-/// @file The shared question and warning dialogs.
+/// @file
+/// The shared question and warning dialogs.
 #include "viewkit/vkmessagedialogs.h"
 
 #include <Xm/MessageB.h>

@@ -1,4 +1,5 @@
-/// @file Nodes and their widgets.
+/// @file
+/// Nodes and their widgets.
 #include "viewkit/vknode.h"
 
 #include <Xm/Xm.h>

@@ -1,4 +1,5 @@
-/// @file A node of a graph: a name, a label, parents and children, and the widget that shows it.
+/// @file
+/// A node of a graph: a name, a label, parents and children, and the widget that shows it.
 #pragma once
 
 #include <X11/Intrinsic.h>

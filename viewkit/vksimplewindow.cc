@@ -1,4 +1,5 @@
-/// @file The shell, main window and status line of a top-level window.
+/// @file
+/// The shell, main window and status line of a top-level window.
 #include "viewkit/vksimplewindow.h"
 
 #include <Xm/Label.h>

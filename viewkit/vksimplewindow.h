@@ -1,4 +1,5 @@
-/// @file A top-level window with a view and a status line.
+/// @file
+/// A top-level window with a view and a status line.
 #pragma once
 
 #include <string>

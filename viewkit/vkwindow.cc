@@ -1,4 +1,5 @@
-/// @file A top-level window with a menu bar.
+/// @file
+/// A top-level window with a menu bar.
 #include "viewkit/vkwindow.h"
 
 VkWindow::VkWindow(const char* name)

@@ -1,4 +1,5 @@
-/// @file Between compound strings and plain text.
+/// @file
+/// Between compound strings and plain text.
 #include "viewkit/xraii.h"
 
 #include <string_view>

@@ -1,4 +1,5 @@
-/// @file Owners for what X, Xt and Motif hand out and want back.
+/// @file
+/// Owners for what X, Xt and Motif hand out and want back.
 #pragma once
 
 #include <X11/Intrinsic.h>

@@ -1,4 +1,5 @@
-/// @file Callback lists: order, removal, and objects that go while a list is being called.
+/// @file
+/// Callback lists: order, removal, and objects that go while a list is being called.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 

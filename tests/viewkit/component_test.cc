@@ -1,4 +1,5 @@
-/// @file Components, windows and menus from inside the process: who owns what, and who tells whom.
+/// @file
+/// Components, windows and menus from inside the process: who owns what, and who tells whom.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 

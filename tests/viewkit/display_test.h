@@ -1,4 +1,5 @@
-/// @file Fixture for tests that make widgets in their own process.
+/// @file
+/// Fixture for tests that make widgets in their own process.
 #pragma once
 
 #include <gtest/gtest.h>

@@ -1,5 +1,5 @@
-/// @file A small application on the framework that says on standard output what happens to it; driven by
-/// tests.
+/// @file
+/// A small application on the framework that says on standard output what happens to it; driven by tests.
 #include <Xm/Form.h>
 #include <Xm/PushB.h>
 #include <Xm/TextF.h>

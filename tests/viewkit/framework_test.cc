@@ -1,4 +1,5 @@
-/// @file A small application on the framework, used by mouse and keyboard under a window manager.
+/// @file
+/// A small application on the framework, used by mouse and keyboard under a window manager.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 

@@ -1,4 +1,5 @@
-/// @file Fixture for tests that work a graph with pointer and keyboard.
+/// @file
+/// Fixture for tests that work a graph with pointer and keyboard.
 #pragma once
 
 #include <gmock/gmock.h>

@@ -1,4 +1,5 @@
-/// @file Every gesture on the graph widget, accepted and refused.
+/// @file
+/// Every gesture on the graph widget, accepted and refused.
 #include "tests/viewkit/graph_test.h"
 
 namespace {

@@ -1,4 +1,5 @@
-/// @file The graph widget's functions and resources, its looks, and very large graphs.
+/// @file
+/// The graph widget's functions and resources, its looks, and very large graphs.
 #include "tests/viewkit/graph_test.h"
 
 #include <Xm/ScrollBar.h>

@@ -1,4 +1,5 @@
-/// @file Ordered lists with removal in constant time.
+/// @file
+/// Ordered lists with removal in constant time.
 #include "viewkit/linklist.h"
 
 #include <gtest/gtest.h>

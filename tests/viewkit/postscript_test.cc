@@ -1,4 +1,5 @@
-/// @file Pictures of graphs as PostScript.
+/// @file
+/// Pictures of graphs as PostScript.
 #include "viewkit/postscript.h"
 
 #include <gmock/gmock.h>

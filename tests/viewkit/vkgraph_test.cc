@@ -1,4 +1,5 @@
-/// @file Graphs of VkNodes: building, finding, laying out, the strip, printing.
+/// @file
+/// Graphs of VkNodes: building, finding, laying out, the strip, printing.
 #include <gtest/gtest.h>  // before X's headers
 
 #include "viewkit/vkgraph.h"

@@ -1,4 +1,5 @@
-/// @file The class of the graph widget.
+/// @file
+/// The class of the graph widget.
 #include "viewkit/sggraph/Graph.h"
 
 #include <X11/StringDefs.h>

@@ -1,5 +1,5 @@
-/// @file The graph widget: nodes and arcs on a plane of their own, seen through a viewport with two scroll
-/// bars.
+/// @file
+/// The graph widget: nodes and arcs on a plane of their own, seen through a viewport with two scroll bars.
 ///
 /// The plane is measured in plane units, one of which is a pixel at 100 %; x grows to the right, y down.
 /// Window coordinates are pixels from the widget's upper left corner. Nodes are light window-less children

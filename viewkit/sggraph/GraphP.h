@@ -1,4 +1,5 @@
-/// @file Instance and class records of the graph widget, its nodes, and the shelf that the nodes are kept on.
+/// @file
+/// Instance and class records of the graph widget, its nodes, and the shelf that the nodes are kept on.
 #pragma once
 
 // In this order: each needs the one before.

@@ -1,4 +1,5 @@
-/// @file Ports, parallel lanes and loops.
+/// @file
+/// Ports, parallel lanes and loops.
 #include "viewkit/sggraph/arcpath.h"
 
 #include <algorithm>

@@ -1,4 +1,5 @@
-/// @file The lines that arcs are drawn as.
+/// @file
+/// The lines that arcs are drawn as.
 #pragma once
 
 #include <span>

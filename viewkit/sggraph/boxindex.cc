@@ -1,4 +1,5 @@
-/// @file The grids of BoxIndex.
+/// @file
+/// The grids of BoxIndex.
 #include "viewkit/sggraph/boxindex.h"
 
 #include <algorithm>

@@ -1,4 +1,5 @@
-/// @file Finds the rectangles that touch an area without looking at all of them.
+/// @file
+/// Finds the rectangles that touch an area without looking at all of them.
 #pragma once
 
 #include <array>

@@ -1,4 +1,5 @@
-/// @file Keeping nodes, arcs and their places together.
+/// @file
+/// Keeping nodes, arcs and their places together.
 #include "viewkit/sggraph/drawing.h"
 
 #include <algorithm>

@@ -1,4 +1,5 @@
-/// @file The picture of a graph on its plane: boxes, arcs between them, and what lies where.
+/// @file
+/// The picture of a graph on its plane: boxes, arcs between them, and what lies where.
 #pragma once
 
 #include <cstddef>

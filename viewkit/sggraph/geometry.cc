@@ -1,4 +1,5 @@
-/// @file Clipping, distances and bounds.
+/// @file
+/// Clipping, distances and bounds.
 #include "viewkit/sggraph/geometry.h"
 
 #include <algorithm>

@@ -1,4 +1,5 @@
-/// @file Points, rectangles and lines of the plane; nothing of the window system.
+/// @file
+/// Points, rectangles and lines of the plane; nothing of the window system.
 #pragma once
 
 #include <span>

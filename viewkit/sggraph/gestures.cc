@@ -1,4 +1,5 @@
-/// @file What pointer and keyboard do to a graph.
+/// @file
+/// What pointer and keyboard do to a graph.
 #include <X11/cursorfont.h>
 #include <X11/keysym.h>
 #include <Xm/VirtKeys.h>

@@ -1,4 +1,5 @@
-/// @file The functions of Graph.h: from widgets to nodes and arcs.
+/// @file
+/// The functions of Graph.h: from widgets to nodes and arcs.
 
 #include "viewkit/sggraph/Graph.h"
 #include "viewkit/sggraph/GraphP.h"

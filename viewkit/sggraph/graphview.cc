@@ -1,4 +1,5 @@
-/// @file Nodes, arcs, scroll bars and repainting of a graph widget.
+/// @file
+/// Nodes, arcs, scroll bars and repainting of a graph widget.
 #include "viewkit/sggraph/graphview.h"
 
 #include <X11/cursorfont.h>

@@ -1,4 +1,5 @@
-/// @file What one graph widget holds: its picture, its view of it, and the gesture under way.
+/// @file
+/// What one graph widget holds: its picture, its view of it, and the gesture under way.
 #pragma once
 
 #include <X11/IntrinsicP.h>

@@ -1,4 +1,5 @@
-/// @file The classes of the graph's nodes and of the shelf that they are kept on.
+/// @file
+/// The classes of the graph's nodes and of the shelf that they are kept on.
 #include <X11/StringDefs.h>
 
 #include <string_view>

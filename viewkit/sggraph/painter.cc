@@ -1,4 +1,5 @@
-/// @file Arcs in batches of lines, nodes as boxes, labels and pictures.
+/// @file
+/// Arcs in batches of lines, nodes as boxes, labels and pictures.
 #include "viewkit/sggraph/painter.h"
 
 #include <algorithm>

@@ -1,4 +1,5 @@
-/// @file Draws the visible part of a Drawing into pixmaps.
+/// @file
+/// Draws the visible part of a Drawing into pixmaps.
 #pragma once
 
 #include <X11/Xlib.h>

@@ -1,4 +1,5 @@
-/// @file Scaling of pixmaps on the client's side.
+/// @file
+/// Scaling of pixmaps on the client's side.
 #include "viewkit/sggraph/picture.h"
 
 #include <Xm/Xm.h>

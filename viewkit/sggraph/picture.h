@@ -1,4 +1,5 @@
-/// @file A node's picture at the size that the zoom asks for.
+/// @file
+/// A node's picture at the size that the zoom asks for.
 #pragma once
 
 #include <X11/Xlib.h>

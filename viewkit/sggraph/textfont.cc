@@ -1,4 +1,5 @@
-/// @file Fonts out of render tables, and other sizes of them.
+/// @file
+/// Fonts out of render tables, and other sizes of them.
 #include "viewkit/sggraph/textfont.h"
 
 #include <algorithm>

@@ -1,4 +1,5 @@
-/// @file The graph's text: measured at 100 %, drawn at any zoom.
+/// @file
+/// The graph's text: measured at 100 %, drawn at any zoom.
 #pragma once
 
 #include <X11/Xft/Xft.h>

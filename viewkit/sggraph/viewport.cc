@@ -1,4 +1,5 @@
-/// @file Zooming and scrolling arithmetic.
+/// @file
+/// Zooming and scrolling arithmetic.
 #include "viewkit/sggraph/viewport.h"
 
 #include <algorithm>

@@ -1,4 +1,5 @@
-/// @file The part of the plane that a window shows: offset, zoom and their limits.
+/// @file
+/// The part of the plane that a window shows: offset, zoom and their limits.
 #pragma once
 
 #include "viewkit/sggraph/geometry.h"

@@ -1,4 +1,5 @@
-/// @file The picture of a graph: what lies where, arcs side by side, tickets, selection.
+/// @file
+/// The picture of a graph: what lies where, arcs side by side, tickets, selection.
 #include "viewkit/sggraph/drawing.h"
 
 #include <gmock/gmock.h>

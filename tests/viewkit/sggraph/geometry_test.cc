@@ -1,4 +1,5 @@
-/// @file Clipping, distances and the lines of arcs.
+/// @file
+/// Clipping, distances and the lines of arcs.
 #include "viewkit/sggraph/geometry.h"
 
 #include <gtest/gtest.h>

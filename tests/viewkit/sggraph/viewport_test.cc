@@ -1,4 +1,5 @@
-/// @file Zooming and scrolling over a plane.
+/// @file
+/// Zooming and scrolling over a plane.
 #include "viewkit/sggraph/viewport.h"
 
 #include <gtest/gtest.h>
