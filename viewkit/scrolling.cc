@@ -27,12 +27,21 @@ Widget areaAround(const XButtonEvent& event) {
   return nullptr;
 }
 
-bool isWheel(const XButtonEvent& event) { return event.button == Button4 || event.button == Button5; }
+// A wheel that tilts has two more buttons.
+constexpr unsigned kTiltLeft = 6, kTiltRight = 7;
 
-void scroll(Widget area, int distance) {
-  Widget bar = nullptr;
-  XtVaGetValues(area, XmNverticalScrollBar, &bar, nullptr);
-  if (!bar || !XtIsManaged(bar)) return;
+bool isWheel(const XButtonEvent& event) { return event.button >= Button4 && event.button <= kTiltRight; }
+
+/// The bar that a turn of the wheel moves; null when the area shows all there is in that direction.
+Widget barFor(Widget area, const XButtonEvent& press) {
+  Widget vertical = nullptr, horizontal = nullptr;
+  XtVaGetValues(area, XmNverticalScrollBar, &vertical, XmNhorizontalScrollBar, &horizontal, nullptr);
+  const bool sideways = press.button >= kTiltLeft || (press.state & ShiftMask) || !XtIsManaged(vertical);
+  const Widget bar = sideways ? horizontal : vertical;
+  return XtIsManaged(bar) ? bar : nullptr;
+}
+
+void scroll(Widget bar, int distance) {
   int value = 0, slider = 0, step = 0, page = 0, maximum = 0;
   XmScrollBarGetValues(bar, &value, &slider, &step, &page);
   XtVaGetValues(bar, XmNmaximum, &maximum, nullptr);
@@ -43,7 +52,8 @@ Boolean dispatchPress(XEvent* event) {
   const XButtonEvent& press = event->xbutton;
   const Widget area = isWheel(press) ? areaAround(press) : nullptr;
   if (!area) return nextPressDispatcher(event);
-  scroll(area, press.button == Button4 ? -kWheelStep : kWheelStep);
+  const bool back = press.button == Button4 || press.button == kTiltLeft;
+  if (const Widget bar = barFor(area, press)) scroll(bar, back ? -kWheelStep : kWheelStep);
   return True;
 }
 

@@ -7,7 +7,8 @@
 namespace viewkit {
 
 /// Makes an area, unmanaged, that shows its one child through a view with scroll bars where they are needed.
-/// The wheel scrolls it wherever the pointer is in it, and a widget that gets the focus comes into view.
+/// The wheel scrolls it wherever the pointer is in it, sideways with Shift or where that is the only way, and
+/// a widget that gets the focus comes into view.
 Widget createScrolledArea(Widget parent, const char* name);
 
 /// Makes the area's view so large that it shows a child of that size without scroll bars, but no larger than

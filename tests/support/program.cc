@@ -173,9 +173,14 @@ WidgetInfo Program::await(std::string_view where) {
 void Program::click(std::string_view where) { driver_.click(await(where).box.centre()); }
 
 void Program::fillIn(std::string_view where, const std::string& text) {
-  click(where);
-  await("the focus in the field",
-        [&](const WidgetInfo& w) { return w.isAt(where) && w.active && w.focused; });
+  // The window manager may still be moving a window that has just come up: then the click goes astray.
+  const auto has_focus = [&](const WidgetInfo& w) { return w.isAt(where) && w.active && w.focused; };
+  waitFor([&] {
+    click(where);
+    settle();
+    return find(has_focus).has_value();
+  });
+  await("the focus in the field", has_focus);
   driver_.key("slash", {"Control_L"});  // selects what is there
   driver_.type(text);
   await("the text in the field", [&](const WidgetInfo& w) { return w.isAt(where) && w.text == text; });

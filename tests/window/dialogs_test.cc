@@ -2,7 +2,12 @@
 /// The property dialogs in the built editor: opened from nodes, filled in by pointer and keyboard, applied,
 /// and what that makes of the file.
 #include <filesystem>
+#include <functional>
+#include <map>
+#include <optional>
+#include <set>
 #include <sstream>
+#include <utility>
 #include <vector>
 
 #include "tests/support/case_name.h"
@@ -21,6 +26,8 @@ using testing::StartsWith;
 
 class Dialogs : public EditorTest {
  protected:
+  explicit Dialogs(int width = 1280, int height = 1000) : EditorTest(24, {}, width, height) {}
+
   /// Opens a scene in Edit Mode.
   void edit(const std::string& file) {
     file_ = file;
@@ -32,6 +39,9 @@ class Dialogs : public EditorTest {
   /// Double-clicks a node and waits for its dialog. @param dialog  such as "matDialog".
   void openDialog(const std::string& node, const std::string& dialog) {
     editor_.doubleClickNode(node);
+    awaitDialog(dialog);
+  }
+  void awaitDialog(const std::string& dialog) {
     dialog_ = dialog;
     editor_.await("the focus in " + dialog, [&](const WidgetInfo& w) {
       return w.focused && w.viewable && w.path.find(dialog) != w.path.npos;
@@ -264,6 +274,123 @@ TEST_P(EveryDialog, ShowsItsRecordAndWritesItBack) {
 }
 
 INSTANTIATE_TEST_SUITE_P(All, EveryDialog, testing::ValuesIn(kCases), CaseName());
+
+bool isWithin(const support::Box& inner, const support::Box& outer) {
+  return inner.x >= outer.x && inner.y >= outer.y && inner.x + inner.width <= outer.x + outer.width &&
+         inner.y + inner.height <= outer.y + outer.height;
+}
+
+/// On a screen that many dialogs are larger than.
+class SmallScreen : public Dialogs {
+ protected:
+  SmallScreen() : Dialogs(kScreen.width, kScreen.height) {}
+
+  WidgetInfo widgetAt(const std::string& where) {
+    return editor_.await(where, [&](const WidgetInfo& w) { return w.isAt(where); });
+  }
+  /// What one can use in the dialog, its buttons apart.
+  std::vector<WidgetInfo> fields() { return fieldsAndSight().first; }
+  /// And the part of the screen where one can see them, at the same moment.
+  std::pair<std::vector<WidgetInfo>, support::Box> fieldsAndSight() {
+    std::vector<WidgetInfo> found;
+    support::Box sight;
+    for (const WidgetInfo& w : editor_.widgets()) {
+      if (w.isAt(dialog_ + "/items/ClipWindow")) sight = w.box;
+      if (w.path.find(dialog_ + "/items/") != w.path.npos && w.viewable && w.sensitive &&
+          (w.class_name == "XmTextField" || w.class_name == "XmToggleButton" || w.name() == "OptionButton"))
+        found.push_back(w);
+    }
+    return {found, sight};
+  }
+  support::Box view() { return widgetAt(dialog_ + "/items/ClipWindow").box; }
+
+  void wheel(int clicks, support::Held held = {}) {
+    editor_.driver().wheel(view().centre(), clicks, held);
+    editor_.settle();
+  }
+  /// Turns the wheel a little, again and again, until that moves nothing any more.
+  void scrollOn(const support::Held& held, const std::function<void()>& look) {
+    std::optional<support::Point> last;
+    for (auto box = fields().front().box; !last || last->x != box.x || last->y != box.y;
+         box = fields().front().box) {
+      last = support::Point{box.x, box.y};
+      look();
+      wheel(-4, held);
+    }
+  }
+  /// The fields that come into sight as one turns the wheel everywhere.
+  std::set<std::string> seenByWheel() {
+    constexpr int kFar = 40;
+    std::set<std::string> seen;
+    const auto see = [&] {
+      const auto [all, sight] = fieldsAndSight();
+      for (const WidgetInfo& field : all)
+        if (isWithin(field.box, sight)) seen.insert(field.id);
+    };
+    wheel(kFar, {"Shift_L"});
+    scrollOn({"Shift_L"}, [&] {
+      wheel(kFar);
+      scrollOn({}, see);
+    });
+    return seen;
+  }
+
+  void expectToReachEverything() {
+    EXPECT_TRUE(isWithin(widgetAt(dialog_).box, kScreen));
+    for (const char* button : {"OK", "Apply", "Cancel"})
+      EXPECT_TRUE(isWithin(widgetAt(dialog_ + "/buttons/" + button).box, kScreen)) << button;
+    const auto all = fields();
+    ASSERT_FALSE(all.empty());
+    for (const WidgetInfo& field : all) {
+      const auto focused =
+          editor_.await(field.path, [&](const WidgetInfo& w) { return w.id == field.id && w.focused; });
+      EXPECT_TRUE(isWithin(focused.box, view())) << focused.path;
+      editor_.driver().key("Tab");
+    }
+    EXPECT_TRUE(editor_
+                    .await("the focus in OK",
+                           [&](const WidgetInfo& w) { return w.isAt(dialog_ + "/buttons/OK") && w.focused; })
+                    .viewable);
+    const auto seen = seenByWheel();
+    for (const WidgetInfo& field : all) EXPECT_TRUE(seen.contains(field.id)) << field.path;
+    editor_.driver().key("Escape");
+    EXPECT_TRUE(support::waitFor([&] { return !isOpen(); }));
+  }
+
+  static constexpr support::Box kScreen{0, 0, 640, 480};
+};
+
+class EveryDialogOnASmallScreen : public SmallScreen, public testing::WithParamInterface<const char*> {};
+
+TEST_P(EveryDialogOnASmallScreen, EveryItemIsReachedByTabAndByWheel) {
+  edit(data(GetParam()));
+  for (const Case& c : kCases) {
+    if (std::string(c.scene) != GetParam()) continue;
+    SCOPED_TRACE(c.name);
+    // The frame of the last dialog may lie above the node for a moment more.
+    support::waitFor([&] {
+      editor_.doubleClickNode(c.node);
+      editor_.settle();
+      return editor_.find([&](const WidgetInfo& w) { return w.isAt(c.dialog) && w.managed; }).has_value();
+    });
+    awaitDialog(c.dialog);
+    expectToReachEverything();
+  }
+}
+
+TEST_F(SmallScreen, EveryOptionOfTheConvertersIsReachedByTabAndByWheel) {
+  for (const auto& [dialog, menu] : std::map<std::string, std::vector<std::string>>{
+           {"quil2gfxDialog", {"KAVO tool", "Convert to KAVO DL", "Set Options and Go"}},
+           {"quil2zexDialog", {"QUIL2 tool", "Convert to ZEX", "Set Options and Go"}}}) {
+    SCOPED_TRACE(dialog);
+    editor_.chooseMenu(menu);
+    awaitDialog(dialog);
+    expectToReachEverything();
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(Scenes, EveryDialogOnASmallScreen, testing::Values("robot", "skeleton"),
+                         [](const auto& row) { return std::string(row.param); });
 
 TEST_F(Dialogs, OpenOnReturnToo) {
   editor_.open(data("tiny_v1"));

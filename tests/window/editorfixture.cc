@@ -23,8 +23,8 @@ testing::AssertionResult sameBytes(const std::string& found, const std::string& 
                                      << " bytes at " << at - found.begin();
 }
 
-EditorTest::EditorTest(int depth, support::Program::Start how)
-    : server_(depth), editor_(server_, start(std::move(how))) {}
+EditorTest::EditorTest(int depth, support::Program::Start how, int width, int height)
+    : server_(depth, width, height), editor_(server_, start(std::move(how))) {}
 
 support::Program::Start EditorTest::start(support::Program::Start how) const {
   const fs::path bin = files_ / "bin";

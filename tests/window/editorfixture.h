@@ -17,9 +17,10 @@ testing::AssertionResult sameBytes(const std::string& found, const std::string& 
 /// are fakes that write their names down.
 class EditorTest : public testing::Test {
  protected:
-  /// @param depth  of the screen
-  /// @param how    arguments and the like; see start()
-  explicit EditorTest(int depth = 24, support::Program::Start how = {});
+  /// @param depth          of the screen
+  /// @param how            arguments and the like; see start()
+  /// @param width, height  of the screen in pixels
+  explicit EditorTest(int depth = 24, support::Program::Start how = {}, int width = 1280, int height = 1000);
 
   /// What a fresh editor is started with: `how`, and the fake commands in its PATH. A relative
   /// working directory lies in the test's.
