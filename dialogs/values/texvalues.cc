@@ -72,6 +72,11 @@ std::string palette_use(const qi::Tex& tex) {
   return tex.ext->head.color_palette != 0 ? "Use Color Palette" : "No Use Color Palette";
 }
 
+/// "wrap_s" adds nothing to the word and is not traced.
+void trace_clamp_or_mirror(const Item& toggle) {
+  if (toggle.name() != "wrap_s") trace_value(toggle);
+}
+
 struct TexRows : Rows<qi::Tex> {
   static std::vector<Row> all() {
     return {title("tex", &F::name),
@@ -90,7 +95,7 @@ struct TexRows : Rows<qi::Tex> {
                        lowest_bit, trace_value),
             separator("sep3"),
             flag_radio("tex_wrap_s", &F::wrap_s, {{"wrap_s", 0}, {"clamp_s", 0x1}, {"mirror_s", 0x2}},
-                       lowest_bit, trace_value),
+                       lowest_bit, trace_clamp_or_mirror),
             separator("sep4"),
             flag_radio("tex_wrap_t", &F::wrap_t, {{"wrap_t", 0}, {"clamp_t", 0x100}, {"mirror_t", 0x200}},
                        lowest_bit),

@@ -56,7 +56,7 @@ const Trace kTraces[] = {
          walk("13 prefList, 2 title, 0 sep1, 6 form") +
          "value = 0\nvalue = 0\nvalue = 0\nvalue = 0\nvalue = 0\nvalue = 1\n" + walk("0 sep2, 4 depth") +
          "value = 0\nvalue = 0\nvalue = 0\nvalue = 1\n" + walk("0 sep3, 3 tex_wrap_s") +
-         "value = 0\nvalue = 1\nvalue = 0\n" +
+         "value = 1\nvalue = 0\n" +
          walk("0 sep4, 3 tex_wrap_t, 0 sep5, 2 quil2, 0 mipmaplevel, 0 usepalette") +
          "tex_type = 405\nwrap_s = 1\nwrap_t = 200\n"},
     {"Obj", "obj_1", "group.groupid", "0x20", "render\nrenderfog\n",
