@@ -64,7 +64,7 @@ struct CamRows : Rows<qi::Cam> {
 };
 
 constexpr DialogFacts kFacts{
-    .name = "camDialog", .kind_word = "Cam", .kind = qi::kCamTag, .lines = kLines, .traces_name_index = true};
+    .name = "camDialog", .kind_word = "Cam", .kind = qi::kCamTag, .lines = kLines, .traces_node_index = true};
 
 }  // namespace
 

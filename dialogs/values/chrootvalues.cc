@@ -17,7 +17,7 @@ constexpr DialogFacts kFacts{.name = "chrootDialog",
                              .kind_word = "Chainroot",
                              .kind = qi::kChainRootTag,
                              .lines = kLines,
-                             .traces_name_index = true};
+                             .traces_node_index = true};
 
 }  // namespace
 

@@ -47,8 +47,7 @@ std::optional<Item> Dialog::open(Word number) const {
   if (!top) return top;
   for (std::size_t i = 0; i < top->size(); ++i)
     if (top->item(i).kind() == ItemKind::list) std::printf("%s\n", top->item(i).name().c_str());
-  if (facts_.traces_name_index && name_index(number) != kUnset)
-    std::printf("node_index = %u\n", name_index(number));
+  if (facts_.traces_node_index && name_index(number) != kUnset) std::printf("node_index = %u\n", number);
   return top;
 }
 

@@ -23,7 +23,7 @@ struct DialogFacts {
   Word kind;              ///< of the nodes that open it (a record tag); 0 for level-of-detail nodes
   LabelLines lines;
   const char* traced_call = nullptr;  ///< the write-back's name, where the dispatch prints it
-  bool traces_name_index = false;     ///< prints "node_index = ..." when it opens on a record with a name
+  bool traces_node_index = false;     ///< prints the record's number when it opens on one with a name
   bool traces_top = false;            ///< a write-back says the name and number of items of the list first
 };
 

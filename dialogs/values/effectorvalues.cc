@@ -17,7 +17,7 @@ constexpr DialogFacts kFacts{.name = "effectorDialog",
                              .kind_word = "Effector",
                              .kind = qi::kEffectorTag,
                              .lines = kLines,
-                             .traces_name_index = true};
+                             .traces_node_index = true};
 
 }  // namespace
 

@@ -71,7 +71,7 @@ struct EnvRows : Rows<qi::Env> {
 };
 
 constexpr DialogFacts kFacts{
-    .name = "envDialog", .kind_word = "Env", .kind = qi::kEnvTag, .lines = kLines, .traces_name_index = true};
+    .name = "envDialog", .kind_word = "Env", .kind = qi::kEnvTag, .lines = kLines, .traces_node_index = true};
 
 }  // namespace
 

@@ -18,7 +18,7 @@ constexpr DialogFacts kFacts{.name = "jointDialog",
                              .kind_word = "Joint",
                              .kind = qi::kJointTag,
                              .lines = kLines,
-                             .traces_name_index = true};
+                             .traces_node_index = true};
 
 }  // namespace
 

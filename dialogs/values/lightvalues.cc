@@ -48,7 +48,7 @@ constexpr DialogFacts kFacts{.name = "lightDialog",
                              .kind_word = "Light",
                              .kind = qi::kLightTag,
                              .lines = kLines,
-                             .traces_name_index = true};
+                             .traces_node_index = true};
 
 }  // namespace
 

@@ -16,7 +16,7 @@ constexpr DialogFacts kFacts{.name = "partDialog",
                              .kind_word = "Part",
                              .kind = qi::kPartTag,
                              .lines = kLines,
-                             .traces_name_index = true};
+                             .traces_node_index = true};
 
 }  // namespace
 

@@ -143,7 +143,13 @@ TEST_F(ValuesTest, ApplyWithNothingChangedOnlySaysWhereItWent) {
   EXPECT_EQ(scene_words(), before);
 }
 
-TEST_F(ValuesTest, RecordsWithoutNameTraceNoNameIndex) {
+TEST_F(ValuesTest, NamedRecordsTraceTheirOwnNumberNotThatOfTheirName) {
+  qis->cam_list.records[1].fixed.name = 0;
+  EXPECT_EQ(open("cam_1").traces, "node_index = 1\n");
+  EXPECT_EQ(open("cam_0").traces, "node_index = 0\n");
+}
+
+TEST_F(ValuesTest, RecordsWithoutNameTraceNoNumber) {
   qis->cam_list.records[1].fixed.name = kUnset;
   const Opened cam = open("cam_1");
   EXPECT_EQ(cam.traces, "");
