@@ -102,28 +102,6 @@ class QuietErrors {
   static inline bool failed_ = false;
 };
 
-/// A running Xt timer; removed when it goes. Call expired() first thing in the timer's procedure.
-class Timer {
- public:
-  Timer() = default;
-  Timer(XtAppContext app, unsigned long milliseconds, XtTimerCallbackProc procedure, XtPointer clientData)
-      : id_(XtAppAddTimeOut(app, milliseconds, procedure, clientData)) {}
-  Timer(Timer&& other) noexcept : id_(std::exchange(other.id_, 0)) {}
-  Timer& operator=(Timer&& other) noexcept {
-    std::swap(id_, other.id_);
-    return *this;
-  }
-  ~Timer() {
-    if (id_) XtRemoveTimeOut(id_);
-  }
-
-  void expired() { id_ = 0; }
-  bool running() const { return id_ != 0; }
-
- private:
-  XtIntervalId id_ = 0;
-};
-
 /// A compound string of `text` in the user's locale; line feeds separate lines.
 XmStr xmString(std::string text);
 
