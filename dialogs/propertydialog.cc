@@ -15,7 +15,7 @@ Widget PropertyDialog::createFrom(const values::Dialog& dialog, Widget parent) {
   return made;
 }
 
-void PropertyDialog::addSwatch(VkPrefItem* behind, std::vector<VkPrefItem*> components,
+void PropertyDialog::addSwatch(VkPrefItem* behind, const std::vector<VkPrefItem*>& components,
                                ColorSwatch::Read read) {
   if (behind) swatches_.push_back(std::make_unique<ColorSwatch>(*behind, components, std::move(read)));
 }

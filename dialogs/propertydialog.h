@@ -26,7 +26,7 @@ class PropertyDialog : public VkPrefDialog {
   Widget createFrom(const values::Dialog& dialog, Widget parent);
 
   /// Shows the colour of some items behind them, while the windows are there.
-  void addSwatch(VkPrefItem* behind, std::vector<VkPrefItem*> components, ColorSwatch::Read read);
+  void addSwatch(VkPrefItem* behind, const std::vector<VkPrefItem*>& components, ColorSwatch::Read read);
 
   void widgetDestroyed() override;
 

@@ -237,7 +237,7 @@ void GraphView::unschedule() {
   work_ = 0;
 }
 
-Boolean GraphView::updateWhenIdle(XtPointer self) {
+Boolean GraphView::updateWhenIdle(XtPointer self) noexcept {
   auto* view = static_cast<GraphView*>(self);
   view->work_ = 0;
   view->update();
@@ -347,7 +347,7 @@ void GraphView::setScrollBars() {
   set(verticalBar_, viewport_.vertical(), verticalShown_);
 }
 
-void GraphView::scrollBarMoved(Widget scrollBar, XtPointer self, XtPointer data) {
+void GraphView::scrollBarMoved(Widget scrollBar, XtPointer self, XtPointer data) noexcept {
   static_cast<GraphView*>(self)->scrolled(scrollBar, static_cast<XmScrollBarCallbackStruct*>(data)->value);
 }
 

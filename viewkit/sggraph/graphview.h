@@ -132,8 +132,8 @@ class GraphView {
     friend bool operator==(const ViewState&, const ViewState&) = default;
   };
 
-  static Boolean updateWhenIdle(XtPointer self);
-  static void scrollBarMoved(Widget scrollBar, XtPointer self, XtPointer data);
+  static Boolean updateWhenIdle(XtPointer self) noexcept;
+  static void scrollBarMoved(Widget scrollBar, XtPointer self, XtPointer data) noexcept;
   Widget widget() const { return reinterpret_cast<Widget>(widget_); }
   Display* display() const { return XtDisplay(widget()); }
   bool editable() const { return widget_->graph.editableArcs; }
