@@ -245,7 +245,17 @@ const Case kCases[] = {
      {{"title.nodeName", "grip"}, {"title.type", "0x2a"}}},
 };
 
-class EveryDialog : public Dialogs, public testing::WithParamInterface<Case> {};
+class EveryDialog : public Dialogs, public testing::WithParamInterface<Case> {
+ protected:
+  void expectToShowTheRecord() {
+    std::istringstream lines(quilscene({"show", file_, GetParam().node}));
+    for (std::string line; std::getline(lines, line);) {
+      const auto equals = line.find(" = ");
+      const std::string item = line.substr(line.find(' ') + 1, equals - line.find(' ') - 1);
+      EXPECT_EQ(shown(item), line.substr(equals + 3)) << line;
+    }
+  }
+};
 
 TEST_P(EveryDialog, ShowsItsRecordAndWritesItBack) {
   const Case& c = GetParam();
@@ -253,13 +263,7 @@ TEST_P(EveryDialog, ShowsItsRecordAndWritesItBack) {
   openDialog(c.node, c.dialog);
   EXPECT_THAT(newOutput(),
               StartsWith("In defaultActionCallback\n" + editor_.graph().node(c.node).label + "\n"));
-  std::istringstream lines(quilscene({"show", file_, c.node}));
-  for (std::string line; std::getline(lines, line);) {
-    const auto equals = line.find(" = ");
-    const std::string item = line.substr(line.find(' ') + 1, equals - line.find(' ') - 1);
-    const std::string value = line.substr(equals + 3);
-    EXPECT_EQ(shown(item), value) << line;
-  }
+  expectToShowTheRecord();
 
   for (const auto& [item, value] : c.entries) enter(item, value);
   EXPECT_EQ(newOutput(), "");
@@ -271,6 +275,25 @@ TEST_P(EveryDialog, ShowsItsRecordAndWritesItBack) {
   EXPECT_FALSE(isOpen());
   EXPECT_THAT(newOutput(), EndsWith("OK.\n"));
   EXPECT_TRUE(sameBytes(saved(), edited(file_, c.command() + "\n").bytes));
+}
+
+TEST_P(EveryDialog, ChangesNothingOutsideEditModeNorWhenItIsCancelled) {
+  const Case& c = GetParam();
+  file_ = data(c.scene);
+  editor_.open(file_);
+  openDialog(c.node, c.dialog);
+  newOutput();
+  for (const auto& [item, value] : c.entries) enter(item, value);
+  press("Apply");
+  press("Cancel");
+  EXPECT_FALSE(isOpen());
+  EXPECT_EQ(newOutput(), "APPLY.\nCanceled.\n");
+  editor_.toggleEditMode();
+  openDialog(c.node, c.dialog);
+  expectToShowTheRecord();
+  press("OK");
+  EXPECT_THAT(newOutput(), testing::Not(HasSubstr("is changed.")));
+  EXPECT_TRUE(sameBytes(saved(), edited(file_, "").bytes));
 }
 
 INSTANTIATE_TEST_SUITE_P(All, EveryDialog, testing::ValuesIn(kCases), CaseName());
