@@ -24,8 +24,8 @@ struct Layers {
   Neighbours up, down;                     ///< per item the items it has segments to, one rank above or below
 
   std::vector<std::uint32_t> item_of;  ///< per node its item
-  std::vector<std::size_t>
-      passage_starts;                   ///< arc i passes passages[passage_starts[i]] ... [i + 1], from above
+  /// Arc i passes passages[passage_starts[i]] to passages[passage_starts[i + 1]], from above.
+  std::vector<std::size_t> passage_starts;
   std::vector<std::uint32_t> passages;  ///< dummies, arc by arc
 
   std::size_t rank_count() const { return rank_starts.size() - 1; }

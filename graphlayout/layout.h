@@ -47,8 +47,8 @@ struct Options {
 /// The inner points of each arc, in the direction of the arc; one flat array for all arcs.
 struct Bends {
   std::vector<Point> points;
-  std::vector<std::size_t>
-      starts;  ///< one more entry than arcs: arc i owns points starts[i] to starts[i + 1]
+  /// One more entry than arcs: arc i owns points starts[i] to starts[i + 1].
+  std::vector<std::size_t> starts;
 
   /// The bends of arc `arc`; none for a straight arc, a self-link, an ignored one or a number beyond the
   /// last.
@@ -61,8 +61,8 @@ struct Bends {
 struct Layout {
   std::vector<Point> nodes;  ///< top left corners, one per node
   /// An arc is meant to be drawn from the middle of its upper node's bottom edge over the bends to the middle
-  /// of its lower node's top edge. Duplicates of one arc have the same bends, unless
-  /// they would be millions: then the last of them have none.
+  /// of its lower node's top edge. Duplicates of one arc have the same bends, unless they would be millions:
+  /// then the last of them have none.
   Bends bends;
   double width = 0, height = 0;  ///< the smallest size that holds every node and bend
 };

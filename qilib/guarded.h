@@ -1,5 +1,5 @@
 /// @file
-/// Nothing is thrown across the library's interface.
+/// Opening and saving fail when memory runs out; other calls let std::bad_alloc through.
 #pragma once
 
 #include <cstdio>
