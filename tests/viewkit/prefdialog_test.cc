@@ -235,6 +235,29 @@ INSTANTIATE_TEST_SUITE_P(All, PrefDialogCancel,
                                          Cancel{"WindowManagersClose", "F4", true}),
                          [](const auto& row) { return row.param.name; });
 
+TEST_F(PrefDialog, CancelPutsTheItemsBackToWhatWasLastApplied) {
+  open("All");
+  type("applied ");
+  click("oneBase");
+  click("buttons/Apply");
+  awaitFocus("buttons/Apply");
+  click("twoBase");
+  click("plainBase");
+  pick("LAST");
+  click("nodeNameBase");
+  type("forgotten");
+  click("buttons/Cancel");
+  expectClosed("testDialog");
+  open("Again");
+  EXPECT_EQ(item("nodeNameBase").text, "applied old name");
+  EXPECT_TRUE(item("oneBase").set);
+  EXPECT_FALSE(item("twoBase").set);
+  EXPECT_FALSE(item("plainBase").set);
+  EXPECT_NE(item("choiceBase/OptionButton").label, "LAST");
+  click("buttons/Apply");
+  EXPECT_EQ(newOutput(), "testDialog told 2\n");
+}
+
 TEST_F(PrefDialog, ReturnInATextPressesOk) {
   open("All");
   type("x");

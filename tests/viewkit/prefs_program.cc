@@ -99,6 +99,7 @@ class PrefsWindow : public VkWindow {
  public:
   explicit PrefsWindow(const char* name) : VkWindow(name) {
     const VkMenuDesc open[] = {{ACTION, "All", &Forward<&PrefsWindow::openAll>::call},
+                               {ACTION, "Again", &Forward<&PrefsWindow::openAgain>::call},
                                {ACTION, "Two", &Forward<&PrefsWindow::openTwo>::call},
                                {ACTION, "Many", &Forward<&PrefsWindow::openMany>::call},
                                {ACTION, "Wait", &Forward<&PrefsWindow::wait>::call},
@@ -118,6 +119,7 @@ class PrefsWindow : public VkWindow {
     return dialog;
   }
   void openAll() { add("testDialog", allItems(), kLines).show(); }
+  void openAgain() { dialogs_.back()->show(); }
   void openTwo() {
     openAll();
     add("otherDialog", allItems(), kOtherLines).show();
