@@ -223,6 +223,23 @@ TEST_F(PropertyDialogTest, AnEnvironmentsSwatchesReadHexadecimal) {
   EXPECT_EQ(colorBehind(fill), 0xABCDEFU);
 }
 
+/// Where no window manager cuts it down.
+TEST_F(PropertyDialogTest, IsNoTallerThanTheScreen) {
+  open("robot");
+  auto& obj = qis->obj_list.records[13];
+  obj.fixed.lod_count = 200;
+  obj.lod_distances.resize(200);
+  obj.lod_objs.resize(200);
+  const auto dialog = shown("lod_13");
+  const auto heightOf = [](Widget widget) {
+    Dimension height = 0;
+    XtVaGetValues(widget, XmNheight, &height, nullptr);
+    return height;
+  };
+  EXPECT_LT(heightOf(dialog->baseWidget()), HeightOfScreen(XtScreen(dialog->baseWidget())));
+  EXPECT_GT(heightOf(dialog->item()->baseWidget()), HeightOfScreen(XtScreen(dialog->baseWidget())));
+}
+
 TEST_F(PropertyDialogTest, HasNoItemsOnceItIsClosed) {
   open("robot");
   const auto dialog = shown("mat_0");
