@@ -8,6 +8,15 @@
 
 namespace qi {
 
+File open_regular(const std::string& path) {
+  const int fd = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);  // doesn't wait for a pipe's writer
+  struct stat status {};
+  File file;
+  if (fd >= 0 && fstat(fd, &status) == 0 && S_ISREG(status.st_mode)) file.reset(fdopen(fd, "rb"));
+  if (fd >= 0 && !file) close(fd);
+  return file;
+}
+
 std::uint64_t bytes_left(std::FILE* file) {
   struct stat status {};
   const off_t here = ftello(file);
@@ -18,15 +27,8 @@ std::uint64_t bytes_left(std::FILE* file) {
 }  // namespace qi
 
 qi::File qiQbReadOpen(const std::string& filename) {
-  // Without O_NONBLOCK a pipe that nobody writes to would hold the program for good.
-  const int fd = open(filename.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
-  struct stat status {};
-  qi::File file;
-  if (fd >= 0 && fstat(fd, &status) == 0 && S_ISREG(status.st_mode)) file.reset(fdopen(fd, "rb"));
-  if (!file) {
-    if (fd >= 0) close(fd);
-    std::fprintf(stderr, "Input File Open Error\n");
-  }
+  qi::File file = qi::open_regular(filename);
+  if (!file) std::fprintf(stderr, "Input File Open Error\n");
   return file;
 }
 

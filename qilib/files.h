@@ -12,6 +12,10 @@
 
 namespace qi {
 
+/// Opens a regular file for reading. @returns no file when it can't be had or is something else: a pipe that
+/// nobody writes to, or a device without an end, would hold the program for good.
+File open_regular(const std::string& path);
+
 /// Bytes between the place where the file stands and its end; 0 when that can't be told.
 std::uint64_t bytes_left(std::FILE* file);
 

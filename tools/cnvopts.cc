@@ -11,7 +11,7 @@
 #include <cstdlib>
 #include <optional>
 
-#include "qilib/filehandle.h"
+#include "qilib/files.h"
 #include "qilib/replacefile.h"
 
 NgOps ngops;
@@ -103,7 +103,7 @@ std::string_view without_end_blanks(std::string_view line) {
 /// The options file while it is read: lines of at most 99 characters and words that cross lines.
 class OptionsReader {
  public:
-  explicit OptionsReader(const std::string& path) : file_(std::fopen(path.c_str(), "r")) {}
+  explicit OptionsReader(const std::string& path) : file_(qi::open_regular(path)) {}
 
   bool failed() const { return !file_ || std::ferror(file_.get()); }
   bool at_end() const { return failed() || std::feof(file_.get()); }

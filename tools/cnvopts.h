@@ -78,7 +78,7 @@ std::string set_abs_path(std::string_view dir, std::string_view name);
 std::string getdir(std::string_view path);
 
 /// Fills `ngops` from an options file; the script and preview file are empty when it doesn't hold them.
-/// @returns whether it could be read.
+/// @returns whether it could be read; nothing but a regular file can.
 bool read_options_file(const std::string& path);
 
 /// Fills `ngops` from the user's options file and echoes it to standard output. The program can't run without

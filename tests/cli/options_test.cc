@@ -37,7 +37,7 @@ TEST_F(Quilscene, OptionsOfTheTemplateAddNothing) {
 }
 
 TEST_F(Quilscene, OptionsThatCannotBeReadAreSaid) {
-  for (const char* file : {"absent", "."}) {
+  for (const char* file : {"absent", ".", "/dev/zero"}) {
     const Ran ran = run(std::string("options ") + file);
     EXPECT_EQ(ran.status, 1);
     EXPECT_THAT(ran.out, IsEmpty());

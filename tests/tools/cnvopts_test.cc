@@ -4,6 +4,7 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <filesystem>
 #include <string>
@@ -239,6 +240,13 @@ TEST_F(ConvertOptions, DirectoryInTheFilesPlaceEndsTheProcess) {
   EXPECT_EXIT(read_convert_options(), testing::ExitedWithCode(255), "Can't read convert options\\.");
 }
 
+TEST_F(ConvertOptions, APipeThatNobodyWritesToEndsTheProcessInsteadOfWaiting) {
+  ASSERT_EQ(mkfifo(home_.options_file().c_str(), 0600), 0);
+  EXPECT_EXIT(read_convert_options(), testing::ExitedWithCode(255), "Can't read convert options\\.");
+}
+
+TEST_F(ConvertOptions, AnEndlessDeviceIsNoOptionsFile) { EXPECT_FALSE(read_options_file("/dev/zero")); }
+
 TEST_F(ConvertOptions, FailedWriteLeavesTheFileThatIsThere) {
   std::filesystem::create_directories(home_.options_file() / "in the way");
   CaptureStdout();
@@ -248,6 +256,16 @@ TEST_F(ConvertOptions, FailedWriteLeavesTheFileThatIsThere) {
               HasSubstr("Can't write convert options. " + home_.options_file().string() + "\n"));
   GetCapturedStdout();
   EXPECT_TRUE(std::filesystem::exists(home_.options_file() / "in the way"));
+}
+
+TEST_F(ConvertOptions, AFullDeviceFailsTheWrite) {
+  std::filesystem::create_symlink("/dev/full", home_.options_file());
+  CaptureStdout();
+  CaptureStderr();
+  EXPECT_EQ(write_convert_options(), 0);
+  EXPECT_THAT(GetCapturedStderr(),
+              HasSubstr("Can't write convert options. " + home_.options_file().string() + "\n"));
+  GetCapturedStdout();
 }
 
 TEST_F(ConvertOptions, WritingLeavesNothingBesideTheFile) {
