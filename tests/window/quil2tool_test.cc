@@ -135,6 +135,24 @@ TEST_F(Quil2Tool, TheScriptWithoutPathsGetsAScratchSceneInModeOneAndRunsInTheBac
   EXPECT_EQ(ran(1), (Lines{"zexview: prev | model.quil &"}));
 }
 
+TEST_F(Quil2Tool, TheScriptGetsStructuresAsTheyWereReadAndThePreviewAsTheyAreEdited) {
+  openScene("skeleton");
+  editor_.toggleEditMode();
+  editor_.doubleClickNode("tex_0");
+  editor_.click("texDialog/quil2Base/persBase");
+  editor_.click("texDialog/OK");
+  editor_.settle();
+  choose("Execute Script");
+  EXPECT_EQ(ran(1), (Lines{"zexview: prev | model.quil &"}));
+
+  const std::string read = read_file(path("skeleton.quil"));
+  const std::string edits = edited(path("skeleton.quil"), "set tex_0 quil2.pers=0\n").bytes;
+  ASSERT_FALSE(sameBytes(edits, read));
+  expectScene(edits);
+  choose("Preview(DX-VIEWER)");
+  EXPECT_THAT(ran(), testing::Contains("zexview: quil2zex model.quil model.zex | model.quil"));
+}
+
 TEST_F(Quil2Tool, ScriptAndFileAreChosenKeptAndUsed) {
   openScene("skeleton");
   fs::create_directories(path("viewer"));
@@ -174,6 +192,18 @@ TEST_F(Quil2Tool, TheNextChoiceStartsAtTheLastOne) {
   EXPECT_EQ(newOutput(), path("zexview/") + "\n");
   editor_.answer(kFiles, "Cancel");
   EXPECT_EQ(newOutput(), "");
+}
+
+TEST_F(Quil2Tool, AnyFileCanBeAScriptAndScenesAreShownEverywhereElse) {
+  const auto pattern_of = [&](const std::vector<std::string>& menu) {
+    editor_.chooseMenu(menu);
+    const std::string pattern = editor_.resource(editor_.await(kFiles), "pattern");
+    editor_.answer(kFiles, "Cancel");
+    return pattern;
+  };
+  EXPECT_EQ(pattern_of({"QUIL2 tool", "Preview Script"}), "*");
+  EXPECT_EQ(pattern_of({"QUIL2 tool", "Preview File"}), "*.quil");
+  EXPECT_EQ(pattern_of({"File", "Open"}), "*.quil");
 }
 
 TEST_F(Quil2Tool, ACancelledChoiceKeepsThePathAndWritesNothing) {

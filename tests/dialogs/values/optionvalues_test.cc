@@ -163,7 +163,8 @@ TEST_F(OptionValues, EveryTextAndFlagGoesToItsOwnField) {
         if (row.only_shown)
           EXPECT_THAT(set, testing::IsEmpty());
         else
-          EXPECT_THAT(set, ElementsAre(row.name + std::string("=") + (row.flag ? row.flag : "12")));
+          EXPECT_THAT(set, ElementsAre(row.name + std::string("=") +
+                                       (row.flag ? "-" + std::string(row.name) : "12")));
       }
     }
   }
