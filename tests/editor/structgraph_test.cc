@@ -2,6 +2,10 @@
 /// A scene built into the window's graph.
 #include <gmock/gmock.h>
 
+// Its X headers come behind the test framework.
+#include <X11/Xresource.h>
+#include <Xm/ToggleBG.h>
+
 #include <filesystem>
 
 #include "editor/graphwindow.h"
@@ -73,6 +77,37 @@ TEST_F(StructGraph, TheDisplacedChildIsTheFirstOtherOfItsKindUnderASingleParent)
   window_->addChild(obj, "obj_6");
   window_->deleteDupChild(obj, graph().find("obj_6"));
   EXPECT_TRUE(obj->hasChild(graph().find("obj_5"))) << "of objs there may be many";
+}
+
+TEST_F(StructGraph, ATextureNodeKeepsThePictureThatItWasFirstBuiltWith) {
+  XrmDatabase resources = XtDatabase(app->display());
+  XrmPutLineResource(&resources, "*trueColorTextures: True");
+  window_ = std::make_unique<GraphWindow>("QUILeditor2");
+  const auto toggle = [&] {
+    XmToggleButtonGadgetSetState(
+        window_->menu()->findNamedItem<VkMenuToggle>("Display Texture Image")->baseWidget(), True, True);
+  };
+  qis = std::make_unique<Qis>();
+  auto& size = qis->tex_list.records.emplace_back().table.untiled;
+  size.width = size.height = 1;
+  qis->teximg_list.records.emplace_back().texels.resize(4);
+
+  toggle();
+  window_->addChild(window_->getQuilVkNode(&graph(), "mat_0"), "tex_0");
+  VkNode* node = graph().find("tex_0");
+  const auto picture = [&] {
+    Pixmap pixmap = None;
+    XtVaGetValues(node->baseWidget(), XmNlabelPixmap, &pixmap, nullptr);
+    return pixmap;
+  };
+  const Pixmap first = picture();
+  EXPECT_NE(first, Pixmap{None});
+  EXPECT_NE(first, Pixmap{XmUNSPECIFIED_PIXMAP});
+  node->build(graph().graphWidget());
+  EXPECT_EQ(picture(), first);
+  qis->teximg_list.records.clear();
+  node->build(graph().graphWidget());
+  EXPECT_EQ(picture(), first);
 }
 
 TEST_F(StructGraph, IsTheWindowsClassAndPrints) {
