@@ -1,5 +1,5 @@
 /// @file
-/// Key presses on their way to the toolkit.
+/// Key presses and releases on their way to the toolkit.
 #include "viewkit/keys.h"
 
 #include <X11/Intrinsic.h>
@@ -12,6 +12,8 @@ namespace viewkit {
 namespace {
 
 XtEventDispatchProc nextDispatcher;
+XtEventDispatchProc nextReleaseDispatcher;
+XKeyEvent lastPress;
 
 bool isEditingKey(KeySym symbol) {
   return IsCursorKey(symbol) || symbol == XK_Delete || symbol == XK_BackSpace || symbol == XK_Insert;
@@ -30,6 +32,7 @@ Widget focusedText(const XKeyEvent& key) {
 
 Boolean dispatchKey(XEvent* event) {
   XKeyEvent& key = event->xkey;
+  lastPress = key;
   const bool plain = !(key.state & (ControlMask | Mod1Mask));
   if (plain && isEditingKey(XLookupKeysym(&key, 0))) {
     if (const Widget text = focusedText(key)) {
@@ -40,10 +43,19 @@ Boolean dispatchKey(XEvent* event) {
   return nextDispatcher(event);
 }
 
+Boolean dispatchRelease(XEvent* event) {
+  XKeyEvent& key = event->xkey;
+  // A menu bar opens its menus when the key comes up, and only if Alt is still down: hands let go of it
+  // first.
+  if (key.keycode == lastPress.keycode) key.state |= lastPress.state;
+  return nextReleaseDispatcher(event);
+}
+
 }  // namespace
 
 void installKeyDispatcher(Display* display) {
   nextDispatcher = XtSetEventDispatcher(display, KeyPress, &dispatchKey);
+  nextReleaseDispatcher = XtSetEventDispatcher(display, KeyRelease, &dispatchRelease);
 }
 
 }  // namespace viewkit

@@ -1,5 +1,5 @@
 /// @file
-/// Key presses on their way to the toolkit.
+/// Key presses and releases on their way to the toolkit.
 #pragma once
 
 #include <X11/Xlib.h>
@@ -7,7 +7,8 @@
 namespace viewkit {
 
 /// From now on a text field with the focus gets the plain editing keys (Delete, say) even if a menu item has
-/// one of them as its accelerator.
+/// one of them as its accelerator, and a key's release comes with the modifiers that it was pressed with: a
+/// menu opens by its mnemonic whether Alt or the letter is let go first.
 void installKeyDispatcher(Display* display);
 
 }  // namespace viewkit

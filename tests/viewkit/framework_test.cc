@@ -90,6 +90,17 @@ TEST_F(Framework, MenuItemsRunByMnemonics) {
   awaitOutput("DeleteLink\n");
 }
 
+TEST_F(Framework, AMnemonicWorksWithAltLetGoFirst) {
+  support::XDriver& driver = program.driver();
+  driver.hold("Alt_L");
+  driver.hold("e");
+  driver.letGo("Alt_L");
+  driver.letGo("e");
+  program.await("EditMode");
+  key("d");
+  awaitOutput("DeleteLink\n");
+}
+
 struct Lock {
   const char* name;
   const char* keysym;  ///< pressed first; null for none
