@@ -37,6 +37,22 @@ TEST_F(GraphWidget, NodesAreWidgetsWithResources) {
   EXPECT_EQ(XtNameToWidget(graph_, "*obj_0"), n);
 }
 
+TEST_F(GraphWidget, ARenditionWithoutAFontIsPassedOver) {
+  const Widget n = node("a label of some length", 0, 0);
+  const double width = SgGraphNodeBounds(n).width;
+  const auto before = XmRenderTableCopy(resource<XmRenderTable>(graph_, XmNrenderTable), nullptr, 0);
+  std::string tag = "fontless";
+  XmRendition rendition = XmRenditionCreate(graph_, tag.data(), nullptr, 0);
+  const auto fontless = XmRenderTableAddRenditions(nullptr, &rendition, 1, XmMERGE_NEW);
+  XtVaSetValues(graph_, XmNrenderTable, fontless, nullptr);
+  EXPECT_LT(SgGraphNodeBounds(n).width, width);
+  XtVaSetValues(graph_, XmNrenderTable, before, nullptr);
+  EXPECT_EQ(SgGraphNodeBounds(n).width, width);
+  XmRenditionFree(rendition);
+  XmRenderTableFree(fontless);
+  XmRenderTableFree(before);
+}
+
 TEST_F(GraphWidget, ANodeShowsItsPictureInsteadOfItsLabel) {
   const Widget n = node("tex_0", 20, 20);
   const SgRectangle named = SgGraphNodeBounds(n);

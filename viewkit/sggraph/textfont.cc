@@ -74,7 +74,7 @@ TextFont::TextFont(Screen* screen, XmRenderTable table) : display_(DisplayOfScre
     if (!rendition || xft_ || set_ || single_) continue;
     XtPointer font = nullptr;
     XtPointer xft = nullptr;
-    XmFontType type = XmFONT_IS_FONT;
+    int type = XmFONT_IS_FONT;  // or XmAS_IS, which is no XmFontType
     std::array<Arg, 3> args{Arg{XmNfontType, reinterpret_cast<XtArgVal>(&type)},
                             Arg{XmNfont, reinterpret_cast<XtArgVal>(&font)},
                             Arg{XmNxftFont, reinterpret_cast<XtArgVal>(&xft)}};
