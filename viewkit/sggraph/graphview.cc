@@ -122,7 +122,7 @@ void GraphView::measure(NodeId node) {
 }
 
 void GraphView::clear() {
-  gesture_ = {};
+  endGesture();
   lastClick_ = {};
   current_ = hoverNode_ = hoverArc_ = 0;
   for (const Widget widget : widgets_) {
