@@ -27,6 +27,7 @@ VkSimpleWindow::VkSimpleWindow(const char* name) : VkComponent(name) {
       XtVaCreateManagedWidget("status", xmLabelWidgetClass, mainWindow_, XmNalignment, XmALIGNMENT_BEGINNING,
                               XmNrecomputeSize, False, XmNlabelString, viewkit::xmString(" ").get(), nullptr);
   XtVaSetValues(mainWindow_, XmNmessageWindow, statusLine_, nullptr);
+  XtAddEventHandler(statusLine_, StructureNotifyMask, False, &statusResizedHandler, this);
 }
 
 VkSimpleWindow::~VkSimpleWindow() {
@@ -60,9 +61,30 @@ void VkSimpleWindow::setStatus(const char* text) {
 }
 
 void VkSimpleWindow::showOnStatusLine(const std::string& text) {
+  onStatusLine_ = text;
+  fitStatusLine();
+}
+
+void VkSimpleWindow::fitStatusLine() {
+  if (!statusLine_) return;
+  XmRenderTable fonts = nullptr;
+  Dimension width = 0, margin = 0, highlight = 0;
+  XtVaGetValues(statusLine_, XmNrenderTable, &fonts, XmNwidth, &width, XmNmarginWidth, &margin,
+                XmNhighlightThickness, &highlight, nullptr);
+  const int room = width - 2 * (margin + highlight);
+  std::string text = onStatusLine_;
+  const auto fits = [&] { return XmStringWidth(fonts, viewkit::xmString(text).get()) <= room; };
+  for (auto end = text.rfind(kStatusSeparator); end != std::string::npos && !fits();
+       end = text.rfind(kStatusSeparator))
+    text.resize(end);
   // A blank keeps the line's height when there is nothing to say.
-  if (statusLine_)
-    XtVaSetValues(statusLine_, XmNlabelString, viewkit::xmString(text.empty() ? " " : text).get(), nullptr);
+  if (text.empty()) text = " ";
+  if (viewkit::textResource(statusLine_, XmNlabelString) != text)
+    XtVaSetValues(statusLine_, XmNlabelString, viewkit::xmString(text).get(), nullptr);
+}
+
+void VkSimpleWindow::statusResizedHandler(Widget, XtPointer self, XEvent* event, Boolean*) {
+  if (event->type == ConfigureNotify) static_cast<VkSimpleWindow*>(self)->fitStatusLine();
 }
 
 void VkSimpleWindow::handleWmDeleteMessage() { theApplication->quitYourself(); }

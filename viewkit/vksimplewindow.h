@@ -28,7 +28,9 @@ class VkSimpleWindow : public VkComponent {
   /// The text of the window's title bar; at first the window's name.
   void setTitle(const char* title);
 
-  /// The one-line text under the view.
+  /// Stands between the parts of a status text.
+  static constexpr const char* kStatusSeparator = "  |  ";
+  /// The one-line text under the view. Where it is too long for the window, parts at its end aren't shown.
   void setStatus(const char* text);
   const std::string& status() const { return status_; }
 
@@ -44,8 +46,11 @@ class VkSimpleWindow : public VkComponent {
   void showBusyMessage(const char* message) { showOnStatusLine(message); }
   void hideBusyMessage() { showOnStatusLine(status_); }
   void showOnStatusLine(const std::string& text);
+  void fitStatusLine();
+  static void statusResizedHandler(Widget widget, XtPointer self, XEvent* event, Boolean* goOn);
 
   Widget mainWindow_ = nullptr;
   Widget statusLine_ = nullptr;
   std::string status_;
+  std::string onStatusLine_;  // all of it, whether it fits or not
 };

@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "tests/support/wait.h"
 #include "tests/viewkit/display_test.h"
 #include "viewkit/forward.h"
 #include "viewkit/look.h"
@@ -50,6 +51,28 @@ TEST_F(Component, ADestroyedWidgetClearsItsComponent) {
   EXPECT_EQ(label.destroyed, 1);
   label.show();
   label.hide();
+}
+
+TEST_F(Component, AStatusThatIsTooLongLosesWholeParts) {
+  const std::string separator = VkSimpleWindow::kStatusSeparator;
+  const std::string first = "Click: select", two = first + separator + "wheel: scroll",
+                    all = two + separator + std::string(60, 'm');
+  VkSimpleWindow window("window");
+  window.setStatus(all.c_str());
+  window.show();
+  const Widget status = XtNameToWidget(window.mainWindowWidget(), "status");
+  const auto shows = [&](Dimension width, const std::string& expected) {
+    XtVaSetValues(window.baseWidget(), XmNwidth, width, nullptr);
+    return support::waitFor([&] {
+      while (XtAppPending(app->appContext()) != 0) XtAppProcessEvent(app->appContext(), XtIMAll);
+      return viewkit::textResource(status, XmNlabelString) == expected;
+    });
+  };
+  EXPECT_TRUE(shows(1100, all));
+  EXPECT_TRUE(shows(400, two));
+  EXPECT_TRUE(shows(40, first));
+  EXPECT_TRUE(shows(1100, all));
+  EXPECT_EQ(window.status(), all);
 }
 
 TEST_F(Component, ADestroyedComponentTakesItsWidgetAlong) {
