@@ -481,17 +481,6 @@ TEST_F(Gestures, EscapeGivesUpEveryDrag) {
   EXPECT_EQ(SgGraphArcCount(graph_), 1u);
 }
 
-TEST_F(Gestures, LosingTheKeyboardDuringADragGivesItUp) {
-  editMode(true);
-  beginDrag(at(a_), {at(a_).x + 70, at(a_).y + 10});
-  XSetInputFocus(display(), PointerRoot, RevertToPointerRoot, CurrentTime);
-  EXPECT_TRUE(eventually([&] { return corner(a_) == SgPoint{50, 40}; }));
-  hands().moveTo(at(c_));
-  drop();
-  EXPECT_EQ(corner(a_), (SgPoint{50, 40}));
-  EXPECT_THAT(calls_, IsEmpty());
-}
-
 // What goes meanwhile
 
 TEST_F(Gestures, ANodeMayGoWhileItIsDragged) {

@@ -314,8 +314,6 @@ void GraphView::pointerLeft() {
 void GraphView::focus(bool in) {
   if (focused_ == in) return;
   focused_ = in;
-  // The end of a drag never comes when it is a modal dialog that has taken the keyboard.
-  if (!in && gesture_.kind != Gesture::Kind::Idle) giveUp();
   overlayChanged();
 }
 
