@@ -54,6 +54,8 @@ Boolean dispatchPress(XEvent* event) {
   if (!area) return nextPressDispatcher(event);
   const bool back = press.button == Button4 || press.button == kTiltLeft;
   if (const Widget bar = barFor(area, press)) scroll(bar, back ? -kWheelStep : kWheelStep);
+  // A press on an option menu freezes the pointer until the menu, which never sees this one, lets it go on.
+  XAllowEvents(press.display, AsyncPointer, CurrentTime);
   return True;
 }
 
