@@ -42,6 +42,14 @@ class ConvertOptions : public testing::Test {
     GetCapturedStderr();
     return GetCapturedStdout();
   }
+  void expectWriteToFail() const {
+    CaptureStderr();
+    CaptureStdout();
+    EXPECT_EQ(write_convert_options(), 0);
+    EXPECT_THAT(GetCapturedStderr(),
+                HasSubstr("Can't write convert options. " + home_.options_file().string() + "\n"));
+    GetCapturedStdout();
+  }
   /// Reads a file of these lines behind the two first words.
   void read_lines(const std::string& lines) const {
     put("out/\nmodel.c\n" + lines);
@@ -249,23 +257,13 @@ TEST_F(ConvertOptions, AnEndlessDeviceIsNoOptionsFile) { EXPECT_FALSE(read_optio
 
 TEST_F(ConvertOptions, FailedWriteLeavesTheFileThatIsThere) {
   std::filesystem::create_directories(home_.options_file() / "in the way");
-  CaptureStdout();
-  CaptureStderr();
-  EXPECT_EQ(write_convert_options(), 0);
-  EXPECT_THAT(GetCapturedStderr(),
-              HasSubstr("Can't write convert options. " + home_.options_file().string() + "\n"));
-  GetCapturedStdout();
+  expectWriteToFail();
   EXPECT_TRUE(std::filesystem::exists(home_.options_file() / "in the way"));
 }
 
 TEST_F(ConvertOptions, AFullDeviceFailsTheWrite) {
   std::filesystem::create_symlink("/dev/full", home_.options_file());
-  CaptureStdout();
-  CaptureStderr();
-  EXPECT_EQ(write_convert_options(), 0);
-  EXPECT_THAT(GetCapturedStderr(),
-              HasSubstr("Can't write convert options. " + home_.options_file().string() + "\n"));
-  GetCapturedStdout();
+  expectWriteToFail();
 }
 
 TEST_F(ConvertOptions, WritingLeavesNothingBesideTheFile) {

@@ -6,6 +6,7 @@
 
 #include <filesystem>
 #include <sstream>
+#include <utility>
 
 #include "tests/support/wait.h"
 #include "tests/window/screen.h"
@@ -48,7 +49,8 @@ echo "$call${scratch:+ |}$scratch$awaited" >>"$root/noted"
 
 }  // namespace
 
-ConverterTest::ConverterTest() : EditorTest(24, {.executable = {}, .directory = "scenes"}) {
+ConverterTest::ConverterTest(std::string dialog)
+    : EditorTest(24, {.executable = {}, .directory = "scenes"}), dialog_(std::move(dialog)) {
   for (const char* directory : {"kavoprev/quickprev", "zexview"}) fs::create_directories(path(directory));
   write_file(path("editor"), std::to_string(editor_.process().id()) + "\n");
   write_file(path("noted"), "");

@@ -19,7 +19,24 @@
 /// it. ("| " is left out when there is no scratch scene.)
 class ConverterTest : public EditorTest {
  protected:
-  ConverterTest();
+  explicit ConverterTest(std::string dialog = {});
+
+  /// @name The options dialog that the test names in its constructor.
+  /// @{
+  void press(const std::string& button) {
+    editor_.click(dialog_ + "/" + button);
+    editor_.settle();
+  }
+  void enter(const std::string& item, const std::string& text) {
+    editor_.fillIn(dialog_ + "/" + item + "Base", text);
+  }
+  /// Chooses the menu item that brings it up, and waits for it.
+  void chooseDialog(const std::vector<std::string>& menu) {
+    editor_.chooseMenu(menu);
+    editor_.await(dialog_ + "/OK");
+  }
+  const std::string dialog_;
+  /// @}
 
   /// Opens a copy of a scene of tests/data, which is then the one expected in the scratch files.
   void openScene(const std::string& name);

@@ -20,24 +20,14 @@ constexpr auto kQuickEmuBoard = "KAVO Quick preview(Emu-Board)";
 constexpr auto kFullDxViewer = "Kavo preview(DX-VIEWER)";
 constexpr auto kFullEmuBoard = "Kavo preview(Emu-Board)";
 
-constexpr auto kDialog = "quil2gfxDialog";
-
 class KavoTool : public ConverterTest {
  protected:
+  KavoTool() : ConverterTest("quil2gfxDialog") {}
+
   void choose(const std::string& item) { editor_.chooseMenu({"KAVO tool", item}); }
-  void chooseConvert() {
-    editor_.chooseMenu({"KAVO tool", "Convert to KAVO DL", "Set Options and Go"});
-    editor_.await(std::string(kDialog) + "/OK");
-  }
-  void press(const std::string& button) {
-    editor_.click(std::string(kDialog) + "/" + button);
-    editor_.settle();
-  }
-  void enter(const std::string& item, const std::string& text) {
-    editor_.fillIn(std::string(kDialog) + "/" + item + "Base", text);
-  }
+  void chooseConvert() { chooseDialog({"KAVO tool", "Convert to KAVO DL", "Set Options and Go"}); }
   void toggle(const std::string& item) {
-    editor_.click(std::string(kDialog) + "/" + item + "Base");
+    editor_.click(dialog_ + "/" + item + "Base");
     editor_.settle();
   }
   std::string options() { return read_file(editor_.home() / ".quilcnvops"); }
@@ -176,8 +166,8 @@ TEST_F(KavoTool, ApplyWritesTheOptionsAtOnceAndCancelThenRunsNothing) {
   press("Cancel");
   EXPECT_EQ(ran(), Lines{});
   chooseConvert();
-  EXPECT_EQ(editor_.await(std::string(kDialog) + "/scaleBase").text, "2.5");
-  EXPECT_EQ(editor_.await(std::string(kDialog) + "/dirNameBase").text, "./");
+  EXPECT_EQ(editor_.await(dialog_ + "/scaleBase").text, "2.5");
+  EXPECT_EQ(editor_.await(dialog_ + "/dirNameBase").text, "./");
 }
 
 TEST_F(KavoTool, ACancelledDialogRunsNothingAndWritesNothing) {
@@ -307,7 +297,7 @@ TEST_F(KavoTool, BusyIsShownAndTheDialogGoneWhileASceneIsConverted) {
   hold("kavoprev: quil2gfx quilpv ./model.c");
   chooseConvert();
   EXPECT_FALSE(pictureOf(server_.display()).within(graph) == before) << "the dialog is above it";
-  editor_.click(std::string(kDialog) + "/OK");
+  editor_.click(dialog_ + "/OK");
   awaitHeld();
   EXPECT_TRUE(isBusy());
   EXPECT_TRUE(pictureOf(server_.display()).within(graph) == before);

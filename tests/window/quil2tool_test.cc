@@ -12,23 +12,14 @@ namespace fs = std::filesystem;
 using support::Editor;
 using testing::HasSubstr;
 
-constexpr auto kDialog = "quil2zexDialog";
 constexpr auto kFiles = Editor::kFiles;
 
 class Quil2Tool : public ConverterTest {
  protected:
+  Quil2Tool() : ConverterTest("quil2zexDialog") {}
+
   void choose(const std::string& item) { editor_.chooseMenu({"QUIL2 tool", item}); }
-  void chooseConvert() {
-    editor_.chooseMenu({"QUIL2 tool", "Convert to ZEX", "Set Options and Go"});
-    editor_.await(std::string(kDialog) + "/OK");
-  }
-  void press(const std::string& button) {
-    editor_.click(std::string(kDialog) + "/" + button);
-    editor_.settle();
-  }
-  void enter(const std::string& item, const std::string& text) {
-    editor_.fillIn(std::string(kDialog) + "/" + item + "Base", text);
-  }
+  void chooseConvert() { chooseDialog({"QUIL2 tool", "Convert to ZEX", "Set Options and Go"}); }
   std::string options() { return read_file(editor_.home() / ".quilcnvops"); }
   std::string directory() { return fs::canonical(path("scenes")); }
 };
@@ -73,7 +64,7 @@ TEST_F(Quil2Tool, ConversionAsksForOptionsAndThenUsesThem) {
   enter("output", "dog.zex");
   enter("scale", "2");
   enter("envseg", "4");
-  editor_.click(std::string(kDialog) + "/fogoffBase");
+  editor_.click(dialog_ + "/fogoffBase");
   press("OK");
   EXPECT_THAT(newOutput(),
               HasSubstr("APPLY.\nCall applyOptions.\nngops(before) = model.c\nngops(after) = dog.zex\n"
