@@ -15,6 +15,8 @@ TEST_P(MatRule, Holds) { check(); }
 
 constexpr char kColor0[] = "cc_g.cc_quil.quil_color_type0";
 #define IN_COLOR0(toggle) "cc_g.cc_quil.quil_color_type0." toggle
+#define IN_KAVO0(button) "cc_g.cc_kavo.kavo_color_type0." button
+#define IN_QUIL_FOG0(toggle) "cc_g_fog.cc_quil.quil_color_type0." toggle
 #define IN_FOG0(button) "cc_g_fog.cc_kavo.kavo_color_type0." button
 #define IN_FOG1(button) "cc_g_fog.cc_kavo.kavo_color_type1." button
 
@@ -50,6 +52,12 @@ const Rule kMat[] = {
      {},
      {{"mat_type_fog.quil_fog", "1"}, {IN_COLOR0("vtx"), "0"}},
      {{6, 0x00010002}, {kExt + 12, 0}, {kExt + 13, 0}, {kExt + 14, 0}, {kExt + 15, 0}, {kExt + 16, 0}}},
+    {"MatStyleDoesNotKeepTheFogPanelsFromBeingStored",
+     "mat_1",
+     {},
+     {},
+     {{"mat_type.kavo", "1"}, {IN_FOG0("cc_a"), "Noise"}, {IN_FOG1("cc_d"), "prim"}},
+     {{4, 0x01010101}, {6, 0}, {7, 0}, {8, 0}, {9, 0}, {kExt + 13, 0x12030405}, {kExt + 14, 0x0E0F1103}}},
     {"MatOfAnotherTypeShowsKavoWithoutPanels",
      "mat_1",
      {{4, 5}, {6, 77}},
@@ -78,6 +86,26 @@ const Rule kMat[] = {
      {{IN_COLOR0("vtx"), "0"}, {IN_COLOR0("tex1_alpha"), "0"}},
      {{"prim_color.alpha", "1"}},
      {{13, f(1)}}},
+    {"MatFogQuilWordsShowTheirBitsAndAreStored",
+     "mat_1",
+     {{kExt + 12, 0}, {kExt + 13, 0x00010003}},
+     {{IN_QUIL_FOG0("vtx"), "1"},
+      {IN_QUIL_FOG0("tri"), "1"},
+      {IN_QUIL_FOG0("prim"), "0"},
+      {IN_QUIL_FOG0("vtx_alpha"), "1"},
+      {IN_FOG0("cc_a"), "(no such item)"}},
+     {{IN_QUIL_FOG0("tex1_alpha"), "1"}, {IN_QUIL_FOG0("tri"), "0"}},
+     {{kExt + 13, 0x00110001}, {kExt + 14, 0x000F0012}, {kExt + 15, 0x00150001}, {kExt + 16, kUnset}}},
+    {"MatMainKavoWordShowsItsInputsAndReadsBack",
+     "mat_1",
+     {{4, 0x01010101}, {6, 0x01030405}, {7, 0x01030405}, {8, 0x01030405}, {9, 0x01030405}},
+     {{IN_KAVO0("cc_a"), "Tex0"},
+      {IN_KAVO0("cc_b"), "prim"},
+      {IN_KAVO0("cc_c"), "Shade"},
+      {IN_KAVO0("cc_d"), "Env"},
+      {kColor0, "(no such item)"}},
+     {{"cc_g.cc_kavo.kavo_alpha_type1.cc_d", "K4"}},
+     {{9, 0x01030414}}},
     {"MatKavoWordShowsItsInputs",
      "mat_1",
      {{kExt + 13, 0x01030405}},
@@ -194,6 +222,29 @@ TEST_F(ValuesTest, OfTwoDialogsOnOneRecordTheLaterApplyWins) {
   EXPECT_EQ(qis->mat_list.records[1].fixed.prim_color.red, 0.125f) << "unchanged in the second dialog";
   EXPECT_EQ(qis->mat_list.records[1].fixed.usr_flags[0], 1u);
   EXPECT_EQ(qis->mat_list.records[1].fixed.usr_flags[4], 9u);
+}
+
+/// A dialog that is open goes on showing the panels of the old style.
+TEST_F(ValuesTest, PanelsOfANewStyleAppearWhenTheDialogIsOpenedAgain) {
+  Opened mat = open("mat_1");
+  edit(mat, "mat_type.kavo", "1");
+  edit(mat, "mat_type_fog.quil_fog", "1");
+  apply(mat);
+  EXPECT_EQ(shown(mat, IN_KAVO0("cc_a")), "(no such item)");
+  EXPECT_EQ(shown(mat, IN_QUIL_FOG0("vtx")), "(no such item)");
+
+  Opened again = open("mat_1");
+  EXPECT_EQ(shown(again, kColor0), "(no such item)");
+  EXPECT_EQ(shown(again, IN_FOG0("cc_a")), "(no such item)");
+  for (const char* word : {"color_type0", "color_type1", "alpha_type0", "alpha_type1"}) {
+    EXPECT_EQ(shown(again, std::string("cc_g.cc_kavo.kavo_") + word + ".cc_d"), "comb") << word;
+    EXPECT_EQ(shown(again, std::string("cc_g_fog.cc_quil.quil_") + word + ".tex1_alpha"), "0") << word;
+  }
+  edit(again, IN_KAVO0("cc_a"), "Tex0");
+  edit(again, IN_QUIL_FOG0("vtx"), "1");
+  apply(again);
+  EXPECT_EQ(qis->mat_list.records[1].fixed.combiner.color_type0, 0x01000000u);
+  EXPECT_EQ(qis->mat_list.records[1].ext->head.combiner_fog.color_type0, 1u);
 }
 
 /// The other dialog still shows the panels of the style that the first one changed.

@@ -132,6 +132,20 @@ const Outline kOutlines[] = {
 };
 INSTANTIATE_TEST_SUITE_P(Values, DialogOutline, testing::ValuesIn(kOutlines), CaseName());
 
+TEST_F(ValuesTest, EachCombinerOfAMaterialHasThePanelsOfItsOwnStyle) {
+  auto& mat = qis->mat_list.records[1];
+  constexpr Word kQuilStyle = 0, kKavoStyle = 0x01010101;
+  for (const Word style : {kQuilStyle, kKavoStyle}) {
+    for (const Word fog_style : {kQuilStyle, kKavoStyle}) {
+      mat.fixed.mat_type = style;
+      mat.ext->head.mat_type_fog = fog_style;
+      const Opened dialog = open("mat_1");
+      EXPECT_EQ(outline(*dialog.top.find("cc_g")), "cc_g!(" + (style ? kKavo : kQuil) + ")");
+      EXPECT_EQ(outline(*dialog.top.find("cc_g_fog")), "cc_g_fog!(" + (fog_style ? kKavo : kQuil) + ")");
+    }
+  }
+}
+
 struct Channels {
   const char* name;
   Word flags;

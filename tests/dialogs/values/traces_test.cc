@@ -143,6 +143,22 @@ TEST_F(ValuesTest, ApplyWithNothingChangedOnlySaysWhereItWent) {
   EXPECT_EQ(scene_words(), before);
 }
 
+/// Only the words that are written are traced.
+TEST_F(ValuesTest, AnUnchangedGroupAndPriorityPrintNoNumber) {
+  qis->obj_list.records[1].fixed.priority = 8;
+  const std::string start =
+      "This is objDialog, index = 1.\nCall objChanged.\nThis node is obj_1 (member func)\n"
+      "Obj is changed.\n" +
+      walk("2 title, 0 sep1, 2 type_g, 0 sep2, 2 group");
+  const std::string middle = walk("0 sep3, 2 pri");
+  const std::string end = walk("0 sep4, 2 render") + "\tobj_render_pri = 4700000\n" +
+                          walk("0 sep5, 0 obj_render_label, 2 renderfog") + "\tobj_render_pri = d00000\n" +
+                          walk("0 sep5, 1 have_bd");
+  EXPECT_EQ(change("obj_1", "type_g.type", "NULL"), start + middle + end);
+  EXPECT_EQ(change("obj_1", "group.groupid", "0x20"), start + "\t32\n" + middle + end);
+  EXPECT_EQ(change("obj_1", "pri.priority", "0x9"), start + middle + "\t9\n" + end);
+}
+
 TEST_F(ValuesTest, NamedRecordsTraceTheirOwnNumberNotThatOfTheirName) {
   qis->cam_list.records[1].fixed.name = 0;
   EXPECT_EQ(open("cam_1").traces, "node_index = 1\n");
