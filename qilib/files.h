@@ -8,7 +8,7 @@
 #include <string>
 
 #include "qilib/filehandle.h"
-#include "qilib/replacefile.h"
+#include "storage/replacefile.h"
 
 namespace qi {
 

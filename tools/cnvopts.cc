@@ -12,7 +12,7 @@
 #include <optional>
 
 #include "qilib/files.h"
-#include "qilib/replacefile.h"
+#include "storage/replacefile.h"
 
 NgOps ngops;
 

@@ -1,6 +1,6 @@
 /// @file
 /// Write beside, flush, rename over.
-#include "qilib/replacefile.h"
+#include "storage/replacefile.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>

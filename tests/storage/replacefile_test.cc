@@ -1,6 +1,6 @@
 /// @file
 /// Replacing a file: what is there before, during and after, and when something fails.
-#include "qilib/replacefile.h"
+#include "storage/replacefile.h"
 
 #include <gtest/gtest.h>
 

@@ -4,9 +4,8 @@
 
 #include <cstdio>
 #include <filesystem>
+#include <memory>
 #include <string>
-
-#include "qilib/filehandle.h"
 
 /// Writes to a temporary file in the target's directory and renames it over the target on `commit`.
 /// The target keeps its permissions; a symbolic link stays and what it points at is replaced. A target that
@@ -28,7 +27,10 @@ class ReplacingFile {
   bool commit();
 
  private:
+  struct Close {
+    void operator()(std::FILE* file) const { std::fclose(file); }
+  };
   std::filesystem::path target_;
   std::filesystem::path temporary_;  ///< empty: written directly, or nothing to remove
-  qi::File file_;
+  std::unique_ptr<std::FILE, Close> file_;
 };
