@@ -4,7 +4,9 @@
 #include <cstdio>
 #include <utility>
 
+#include "dialogs/prefitems.h"
 #include "dialogs/propertydialogs.h"
+#include "dialogs/values/optionvalues.h"
 #include "editor/graphwindow.h"
 
 void GraphWindow::defaultAction(Widget, XtPointer data) {
@@ -48,6 +50,14 @@ void GraphWindow::handlePrefs(VkComponent* component, void*, void* reason) {
       else
         dialog->refuseApply();
   }
+}
+
+void GraphWindow::applyOptions(VkPrefDialog* dialog) {
+  if (dialog->item()) values::quil2gfx_dialog().apply(valuesOf(*dialog->item()));
+}
+
+void GraphWindow::applyOptions2(VkPrefDialog* dialog) {
+  if (dialog->item()) values::quil2zex_dialog().apply(valuesOf(*dialog->item()));
 }
 
 bool GraphWindow::editsArcs() const {

@@ -1,16 +1,14 @@
 /// @file
-/// The commands of the File menu, and Set Output Directory.
+/// The commands of the File menu.
 #include <fcntl.h>
 #include <unistd.h>
 
 #include <cstdio>
 
-#include "editor/busy.h"
 #include "editor/graphwindow.h"
 #include "editor/model/currentscene.h"
 #include "editor/scenefiles.h"
 #include "qilib/sizes.h"
-#include "tools/cnvopts.h"
 #include "viewkit/vkfileselectiondialog.h"
 #include "viewkit/vkmessagedialogs.h"
 
@@ -42,7 +40,7 @@ void GraphWindow::open() {
   const std::string path = chooser->fileName();
   bool opened = false;
   {
-    const Busy busy("Opening...");
+    const Busy busy(prompts_, "Opening...");
     opened = quilread(path) == 1;
     if (opened) {
       std::printf("File name: %s\n", path.c_str());
@@ -83,17 +81,11 @@ void GraphWindow::saveAs() {
 
 void GraphWindow::quit() { theApplication->quitYourself(); }
 
-void GraphWindow::setDir() {
-  auto* chooser = getTheFileSelectionDialog();
-  if (chooser->postAndWait("Set Output Directory") != VkDialogReason::OK) return;
-  set_option(ngops.output_dir, getdir(chooser->fileName()));
-}
-
 bool GraphWindow::print(const std::string& path) { return graph_->saveToFile(path.c_str()); }
 
 void GraphWindow::saveToFileName() {
   const bool saved = !file_name_.empty() && [&] {
-    const Busy busy("Saving...");
+    const Busy busy(prompts_, "Saving...");
     return quilsave(file_name_) == 0;
   }();
   if (!saved) getTheWarningDialog()->postAndWait("Can't write QUIL data!");

@@ -5,7 +5,9 @@
 #include <Xm/ToggleB.h>
 
 #include "editor/colortable.h"
+#include "editor/scenefiles.h"
 #include "tools/cnvopts.h"
+#include "tools/shell.h"
 
 namespace {
 
@@ -30,7 +32,8 @@ bool true_color_textures(Widget shell) {
 
 }  // namespace
 
-GraphWindow::GraphWindow(const char* name) : VkWindow(name) {
+GraphWindow::GraphWindow(const char* name)
+    : VkWindow(name), prompts_(*this), converters_(prompts_, quilsave, run_shell) {
   addMenus();
 
   graph_ = std::make_unique<VkGraph>("graph", mainWindowWidget());
@@ -132,6 +135,10 @@ void GraphWindow::setDefault() {
 }
 
 void GraphWindow::dpyimg() { _displayTexImg = _displayTexImg > 0 ? 0 : 1; }
+
+void GraphWindow::killpbxsend() {
+  for (const char* const line : kKillLoaders) run_shell(line);
+}
 
 void GraphWindow::displayLost(VkApp*, void*, void*) { killpbxsend(); }
 

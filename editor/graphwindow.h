@@ -8,8 +8,8 @@
 #include <vector>
 
 #include "dialogs/propertydialog.h"
-#include "tools/kavoprev.h"
-#include "tools/quil2prev.h"
+#include "editor/converters.h"
+#include "editor/windowprompts.h"
 #include "viewkit/forward.h"
 #include "viewkit/vkapp.h"
 #include "viewkit/vkgraph.h"
@@ -112,35 +112,26 @@ class GraphWindow : public VkWindow {
   void deleteLinkMenu();
   void setDefault();
   void dpyimg();
-  void setDir();
-  void killpb();
 
   // Display-list conversion and its previews on a board.
-  void quickpvi();
-  void quickpv();
-  void kavopvi();
-  void kavopv();
-  void toDL();
-  /// What comes before every conversion: ends the loaders and writes the scratch scene.
-  void kavopvpp();
-  void fullPreview(const KavoBoard& board);
-  void quickPreview(const KavoBoard& board);
+  void setDir() { converters_.setOutputDirectory(); }
+  void killpb() { converters_.killLoaders(); }
+  void quickpvi() { converters_.quickPreview(kKavoDxViewer); }
+  void quickpv() { converters_.quickPreview(kKavoEmuBoard); }
+  void kavopvi() { converters_.fullPreview(kKavoDxViewer); }
+  void kavopv() { converters_.fullPreview(kKavoEmuBoard); }
+  void toDL() { converters_.convertToDisplayLists(); }
+  void kavopvpp() { converters_.prepareDisplayLists(); }
 
   // Viewer-format conversion, its previews, and the user's own script.
-  void zexview();
-  void zexviewg();
-  void quil2zexoption();
+  void zexview() { converters_.viewerPreview(ZexBoard::dx_viewer); }
+  void zexviewg() { converters_.viewerPreview(ZexBoard::emu_board); }
+  void quil2zexoption() { converters_.convertToViewerFile(); }
   void setDir2() { setDir(); }
-  void q2view();
-  void setscript();
-  void setfile();
-  void zexpvpp();
-  void zexPreview(ZexBoard board);
-
-  /// Shows the dialog until the user has answered. @returns whether the answer is OK.
-  bool setsOptions(VkPrefDialog& dialog, const char* title);
-  /// Writes the scene for a converter, in place of what is there, and says so when that fails.
-  void writeScratch(const char* path);
+  void q2view() { converters_.executeScript(); }
+  void setscript() { converters_.chooseScript(); }
+  void setfile() { converters_.chooseScriptScene(); }
+  void zexpvpp() { converters_.prepareViewerFile(); }
 
   // The graph's gestures; `data` is an SgGraphCallbackStruct.
   void newNode(Widget graph, XtPointer data);
@@ -192,6 +183,8 @@ class GraphWindow : public VkWindow {
   void showGestures(bool editing);
   void displayLost(VkApp* app, void* client_data, void* call_data);
 
+  WindowPrompts prompts_;
+  Converters converters_;
   std::unique_ptr<VkGraph> graph_;
   std::vector<std::unique_ptr<PropertyDialog>> dialogs_;  ///< every one that was ever opened
   std::string file_name_;                                 ///< of the last Open or Save As; empty before

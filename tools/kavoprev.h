@@ -10,6 +10,9 @@
 /// The scene as the converter reads it; written before every conversion.
 inline constexpr const char* kKavoScratch = "../kavoprev/quilpv";
 
+/// End the loaders that send previews to a board.
+inline constexpr const char* kKillLoaders[] = {"killpxsend", "killbxsend"};
+
 /// A development board, with the command lines of its loader.
 struct KavoBoard {
   const char* load_clean;    ///< clears the board's memory before a full preview

@@ -74,6 +74,18 @@ TEST_F(Quil2Tool, ConversionAsksForOptionsAndThenUsesThem) {
   EXPECT_THAT(options(), HasSubstr("\n-fogoff\n"));
 }
 
+TEST_F(Quil2Tool, ConversionKeepsTheWindowBusyUntilItsEnd) {
+  openScene("skeleton");
+  hold("zexview: quil2zex model.quil ./model.c");
+  chooseConvert();
+  editor_.click(dialog_ + "/OK");
+  awaitHeld();
+  EXPECT_TRUE(isBusy());
+  release();
+  editor_.settle();
+  EXPECT_FALSE(isBusy());
+}
+
 TEST_F(Quil2Tool, ConversionWithoutALoaderToEndLeavesThemRunning) {
   openScene("skeleton");
   chooseConvert();

@@ -1,0 +1,50 @@
+/// @file
+/// What the commands of the editor tell their user and ask of him, so that a command needs no window.
+#pragma once
+
+#include <optional>
+#include <string>
+
+/// Where the choice of a file starts.
+struct FileStart {
+  std::string directory = {};      ///< empty: where the last choice ended
+  std::string selection = {};      ///< a path that is filled in; a directory is where it starts
+  const char* pattern = "*.quil";  ///< the files that are shown
+};
+
+/// The converters that have options to set.
+enum class Converter { quil2gfx, quil2zex };
+
+/// The questions, warnings and waits of the commands. What asks returns when the user has answered.
+class Prompts {
+ public:
+  virtual ~Prompts() = default;
+
+  /// Tells about a failure.
+  virtual void warn(const char* text) = 0;
+  /// @returns whether the answer is OK.
+  virtual bool confirm(const char* question) = 0;
+  /// @returns the absolute path of a file, which need not exist; nothing when there is to be none.
+  virtual std::optional<std::string> chooseFile(const char* title, const FileStart& start = {}) = 0;
+  /// Lets the user set the options in `ngops`. @returns whether the converter is to run with them.
+  virtual bool setOptions(Converter converter, const char* title) = 0;
+
+  /// Shows the program as busy, with a message unless that is null, until as many calls of `notBusy`.
+  /// Everything is painted when it returns: the caller may block at once.
+  virtual void busy(const char* message) = 0;
+  virtual void notBusy() = 0;
+};
+
+/// Shows the program as busy while it lives.
+class Busy {
+ public:
+  explicit Busy(Prompts& prompts, const char* message = nullptr) : prompts_(prompts) {
+    prompts_.busy(message);
+  }
+  ~Busy() { prompts_.notBusy(); }
+  Busy(const Busy&) = delete;
+  Busy& operator=(const Busy&) = delete;
+
+ private:
+  Prompts& prompts_;
+};

@@ -1,0 +1,37 @@
+/// @file
+/// Posting the dialogs and waiting for their answers.
+#include "editor/windowprompts.h"
+
+#include "dialogs/optionsdialog.h"
+#include "editor/graphwindow.h"
+#include "viewkit/vkapp.h"
+#include "viewkit/vkfileselectiondialog.h"
+#include "viewkit/vkmessagedialogs.h"
+
+void WindowPrompts::warn(const char* text) { getTheWarningDialog()->postAndWait(text); }
+
+bool WindowPrompts::confirm(const char* question) {
+  return getTheQuestionDialog()->postAndWait(question) == VkDialogReason::OK;
+}
+
+std::optional<std::string> WindowPrompts::chooseFile(const char* title, const FileStart& start) {
+  auto* const chooser = getTheFileSelectionDialog();
+  if (!start.directory.empty()) chooser->setDirectory(start.directory);
+  if (!start.selection.empty()) chooser->setSelection(start.selection);
+  chooser->setFilterPattern(start.pattern);
+  if (chooser->postAndWait(title) != VkDialogReason::OK) return std::nullopt;
+  return chooser->fileName();
+}
+
+bool WindowPrompts::setOptions(Converter converter, const char* title) {
+  const auto ask = [&](VkPrefDialog&& dialog) {
+    dialog.addCallback(VkPrefDialog::prefCallback, &window_, &GraphWindow::handlePrefs);
+    return dialog.postAndWait(title) == VkDialogReason::OK;
+  };
+  return converter == Converter::quil2gfx ? ask(Quil2gfxDialog("quil2gfxDialog"))
+                                          : ask(Quil2zexDialog("quil2zexDialog"));
+}
+
+void WindowPrompts::busy(const char* message) { theApplication->busy(message); }
+
+void WindowPrompts::notBusy() { theApplication->notBusy(); }

@@ -1,0 +1,37 @@
+/// @file
+/// Prompts that answer by themselves, and note what happens between them and the rest of the world.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "editor/prompts.h"
+
+/// Notes each prompt as a line of its name and its text. A test lets other things be noted among them.
+class RecordingPrompts final : public Prompts {
+ public:
+  void warn(const char* text) override { note("warn", text); }
+  bool confirm(const char* question) override { return note("confirm", question), answer; }
+  std::optional<std::string> chooseFile(const char* title, const FileStart& asked) override {
+    note("choose", title);
+    start = asked;
+    return answer ? std::optional(file) : std::nullopt;
+  }
+  bool setOptions(Converter converter, const char* title) override {
+    note(converter == Converter::quil2gfx ? "set gfx options" : "set zex options", title);
+    return answer;
+  }
+  void busy(const char* message) override { note("busy", message ? message : ""); }
+  void notBusy() override { note("ready"); }
+
+  void note(const std::string& what, const std::string& text = {}) {
+    lines.push_back(text.empty() ? what : what + ": " + text);
+  }
+
+  using Lines = std::vector<std::string>;
+  Lines lines;
+  bool answer = true;  ///< OK, or else Cancel
+  std::string file;    ///< what is chosen
+  FileStart start;     ///< of the last choice
+};
