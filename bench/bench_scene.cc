@@ -18,8 +18,8 @@
 #include "editor/model/scenegraph.h"
 #include "qilib/byteorder.h"
 #include "qilib/checksizes.h"
-#include "qilib/container.h"
 #include "qilib/lists.h"
+#include "qilib/opensave.h"
 #include "tests/support/files.h"
 
 namespace {

@@ -14,7 +14,7 @@
 
 #include "editor/graphwindow.h"
 #include "editor/scenefiles.h"
-#include "qilib/container.h"
+#include "qilib/opensave.h"
 #include "samples/scenes.h"
 #include "tests/support/scratch_home.h"
 #include "tests/support/xserver.h"

@@ -13,9 +13,9 @@
 #include "cli/datareferences.h"
 #include "cli/printable.h"
 #include "qilib/checksizes.h"
-#include "qilib/container.h"
 #include "qilib/lists.h"
 #include "qilib/names.h"
+#include "qilib/opensave.h"
 #include "qilib/references.h"
 
 namespace {

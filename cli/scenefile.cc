@@ -5,7 +5,7 @@
 #include <cstdio>
 
 #include "qilib/checksizes.h"
-#include "qilib/container.h"
+#include "qilib/opensave.h"
 
 bool open_scene(const std::string& file, Qis& scene) {
   if (qiOpenQb(file, scene) == 1) return true;

@@ -6,8 +6,8 @@
 
 #include "editor/model/currentscene.h"
 #include "qilib/checksizes.h"
-#include "qilib/container.h"
 #include "qilib/edit.h"
+#include "qilib/opensave.h"
 #include "qilib/sizes.h"
 
 int quilread(const std::string& path) {

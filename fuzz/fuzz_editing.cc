@@ -22,7 +22,7 @@
 #include "graphlayout/layout.h"
 #include "qilib/builders.h"
 #include "qilib/checksizes.h"
-#include "qilib/container.h"
+#include "qilib/opensave.h"
 #include "qilib/references.h"
 #include "qilib/writer.h"
 

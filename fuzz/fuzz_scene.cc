@@ -8,7 +8,7 @@
 
 #include "fuzz/scenefile.h"
 #include "qilib/checksizes.h"
-#include "qilib/container.h"
+#include "qilib/opensave.h"
 #include "qilib/writer.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {

@@ -8,7 +8,7 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "qilib/container.h"
+#include "qilib/opensave.h"
 
 MemoryFile::MemoryFile()
     : fd_(memfd_create("scene", MFD_CLOEXEC)), name_("/proc/self/fd/" + std::to_string(fd_)) {

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "graphlayout/layout.h"
-#include "graphlayout/simple.h"
+#include "graphlayout/simplegraph.h"
 
 namespace graphlayout {
 

@@ -3,7 +3,7 @@
 #include "graphlayout/layout.h"
 
 #include "graphlayout/layered.h"
-#include "graphlayout/simple.h"
+#include "graphlayout/simplegraph.h"
 
 namespace graphlayout {
 

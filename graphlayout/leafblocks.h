@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "graphlayout/layout.h"
-#include "graphlayout/simple.h"
+#include "graphlayout/simplegraph.h"
 
 namespace graphlayout {
 

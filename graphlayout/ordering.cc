@@ -7,8 +7,8 @@
 #include <random>
 #include <utility>
 
+#include "graphlayout/barycentre.h"
 #include "graphlayout/fenwick.h"
-#include "graphlayout/floating.h"
 #include "graphlayout/sifting.h"
 #include "graphlayout/sorted_neighbours.h"
 
@@ -38,9 +38,9 @@ std::uint64_t improve(Layers& layers, const Options& options, std::size_t size) 
   std::vector<std::uint32_t> best = layers.order;
   const std::size_t sweeps = std::clamp<std::size_t>(60'000'000 / size, 8, 200);
   constexpr std::size_t kSweepsPerCount = 10;
-  Floating floating(layers, options);
+  BarycentreOrdering ordering(layers, options);
   for (std::size_t i = 1; i <= sweeps && fewest > 0; ++i) {
-    floating.sweep(i % 2 == 1);
+    ordering.sweep(i % 2 == 1);
     if (i % kSweepsPerCount != 0 && i != sweeps) continue;
     const std::uint64_t now = count_crossings(layers);
     if (now < fewest) fewest = now, best = layers.order;

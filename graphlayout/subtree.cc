@@ -6,7 +6,7 @@
 #include "graphlayout/adjacency.h"
 #include "graphlayout/layered.h"
 #include "graphlayout/layout.h"
-#include "graphlayout/simple.h"
+#include "graphlayout/simplegraph.h"
 
 namespace graphlayout {
 namespace {

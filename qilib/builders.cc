@@ -7,8 +7,8 @@
 #include <type_traits>
 #include <utility>
 
+#include "qilib/appendrecord.h"
 #include "qilib/edit.h"
-#include "qilib/grow.h"
 #include "qilib/sizes.h"
 
 namespace {

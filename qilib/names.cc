@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-#include "qilib/grow.h"
+#include "qilib/appendrecord.h"
 #include "qilib/sizes.h"
 
 namespace {

@@ -1,6 +1,6 @@
 /// @file
 /// Opening scene files: header, core lists, version-2 structures, extension lists.
-#include "qilib/container.h"
+#include "qilib/opensave.h"
 
 #include <algorithm>
 

@@ -23,8 +23,8 @@
 #include <array>
 #include <vector>
 
-#include "qilib/apart.h"
 #include "qilib/extstructs.h"
+#include "qilib/heapoptional.h"
 #include "qilib/tags.h"
 #include "qilib/words.h"
 
@@ -41,7 +41,7 @@ struct Scene {
   Words fixed_rest;
   Words objs, envs, cams, lights;
   Words block1, block2;
-  Apart<SceneExt> ext;
+  HeapOptional<SceneExt> ext;
   Words tail;  ///< words of the SceneList behind the record
 };
 static_assert(sizeof(Scene::Fixed) == 44);
@@ -89,7 +89,7 @@ struct Cam {
     Word block1_size, block2_size;
   } fixed{};
   Words block1, block2;
-  Apart<CamExt> ext;
+  HeapOptional<CamExt> ext;
 };
 static_assert(sizeof(Cam::Fixed) == 76);
 
@@ -145,7 +145,7 @@ struct Obj {
   Words lod_objs;                    ///< the obj shown from that distance on
   Words children;
   Words block1, block2;
-  Apart<ObjExt> ext;
+  HeapOptional<ObjExt> ext;
 };
 static_assert(sizeof(Obj::Fixed) == 88);
 
@@ -167,7 +167,7 @@ struct Shape {
   } fixed{};
   Words parts;
   Words block1, block2;
-  Apart<ShapeExt> ext;
+  HeapOptional<ShapeExt> ext;
 };
 static_assert(sizeof(Shape::Fixed) == 40);
 
@@ -315,7 +315,7 @@ struct Mat {
   } fixed{};
   Words texs;
   Words block1, block2;
-  Apart<MatExt> ext;
+  HeapOptional<MatExt> ext;
 };
 static_assert(sizeof(Mat::Fixed) == 104);
 
@@ -351,7 +351,7 @@ struct Tex {
   Words fixed_rest;
   TexTable table;
   Words block1, block2;
-  Apart<TexExt> ext;
+  HeapOptional<TexExt> ext;
 };
 static_assert(sizeof(Tex::Fixed) == 52);
 
@@ -382,7 +382,7 @@ struct Teximg {
   } fixed{};
   std::vector<std::byte> texels;  ///< bytes in file order
   Words block1, block2;
-  Apart<TeximgExt> ext;
+  HeapOptional<TeximgExt> ext;
   /// Bytes of texels: what the record's size leaves for them. Negative in a record that lies about it.
   static constexpr std::int64_t texel_bytes(const Fixed& fixed) {
     return std::int64_t{fixed.size} - fixed.fixed_size - fixed.block1_size - fixed.block2_size;
@@ -414,7 +414,7 @@ struct Anim {
   Words fixed_rest;
   std::vector<AnimKey> keys;
   Words block1, block2;
-  Apart<AnimExt> ext;
+  HeapOptional<AnimExt> ext;
   /// Bytes that one key takes in the file; 0 for the forms that have none.
   static constexpr std::size_t key_bytes(Word type) {
     switch (type) {

@@ -4,10 +4,10 @@
 #include <cstring>
 #include <limits>
 
-#include "qilib/container.h"
 #include "qilib/files.h"
 #include "qilib/guarded.h"
 #include "qilib/lists.h"
+#include "qilib/opensave.h"
 #include "qilib/sizes.h"
 #include "qilib/writer.h"
 

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <system_error>
 
-#include "qilib/container.h"
+#include "qilib/opensave.h"
 #include "samples/scenes.h"
 
 namespace {

@@ -8,7 +8,7 @@
 #include <limits>
 
 #include "qilib/checksizes.h"
-#include "qilib/container.h"
+#include "qilib/opensave.h"
 #include "tests/support/builtscene.h"
 #include "tests/support/bytes.h"
 #include "tests/support/case_name.h"

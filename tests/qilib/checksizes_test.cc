@@ -4,10 +4,10 @@
 
 #include <gmock/gmock.h>
 
-#include "qilib/container.h"
 #include "qilib/edit.h"
 #include "qilib/lists.h"
 #include "qilib/listwalk.h"
+#include "qilib/opensave.h"
 #include "tests/qilib/kinds.h"
 #include "tests/support/case_name.h"
 #include "tests/support/files.h"

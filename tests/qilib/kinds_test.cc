@@ -5,9 +5,9 @@
 #include <gmock/gmock.h>
 
 #include "qilib/checksizes.h"
-#include "qilib/container.h"
 #include "qilib/files.h"
 #include "qilib/lists.h"
+#include "qilib/opensave.h"
 #include "qilib/reader.h"
 #include "tests/support/case_name.h"
 #include "tests/support/files.h"

@@ -6,8 +6,8 @@
 #include <bit>
 #include <numeric>
 
-#include "qilib/container.h"
 #include "qilib/names.h"
+#include "qilib/opensave.h"
 #include "tests/qilib/kinds.h"
 #include "tests/support/files.h"
 #include "tests/support/written.h"

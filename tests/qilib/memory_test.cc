@@ -9,7 +9,7 @@
 #include <new>
 
 #include "qilib/checksizes.h"
-#include "qilib/container.h"
+#include "qilib/opensave.h"
 #include "tests/qilib/kinds.h"
 #include "tests/support/case_name.h"
 #include "tests/support/files.h"

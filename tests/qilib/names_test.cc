@@ -4,7 +4,7 @@
 
 #include <gmock/gmock.h>
 
-#include "qilib/grow.h"
+#include "qilib/appendrecord.h"
 #include "tests/support/builtscene.h"
 #include "tests/support/case_name.h"
 

@@ -5,8 +5,8 @@
 
 #include <functional>
 
-#include "qilib/container.h"
 #include "qilib/files.h"
+#include "qilib/opensave.h"
 #include "qilib/sizes.h"
 #include "tests/qilib/kinds.h"
 #include "tests/support/bytes.h"

@@ -9,8 +9,8 @@
 
 #include <filesystem>
 
-#include "qilib/container.h"
 #include "qilib/edit.h"
+#include "qilib/opensave.h"
 #include "qilib/sizes.h"
 #include "qilib/writer.h"
 #include "tests/qilib/kinds.h"

@@ -4,9 +4,9 @@
 
 #include <gmock/gmock.h>
 
-#include "qilib/container.h"
 #include "qilib/lists.h"
 #include "qilib/names.h"
+#include "qilib/opensave.h"
 #include "qilib/sizes.h"
 #include "tests/support/files.h"
 

@@ -7,7 +7,7 @@
 
 #include "editor/model/scenegraph.h"
 #include "qilib/checksizes.h"
-#include "qilib/container.h"
+#include "qilib/opensave.h"
 #include "qilib/sizes.h"
 #include "samples/pictures.h"
 #include "samples/scenes.h"

@@ -8,7 +8,7 @@
 #include <cstdlib>
 #include <string>
 
-#include "qilib/container.h"
+#include "qilib/opensave.h"
 
 /// The bytes that a save of the scene in that mode writes.
 inline std::string written(const Qis& scene, int mode) {

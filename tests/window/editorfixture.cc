@@ -8,7 +8,7 @@
 #include <sstream>
 #include <utility>
 
-#include "qilib/container.h"
+#include "qilib/opensave.h"
 #include "samples/scenes.h"
 
 namespace fs = std::filesystem;

@@ -13,7 +13,7 @@
 #include <string>
 #include <vector>
 
-#include "qilib/container.h"
+#include "qilib/opensave.h"
 #include "samples/scenebuilder.h"
 #include "tests/support/case_name.h"
 #include "tests/window/editorfixture.h"

@@ -9,14 +9,14 @@ namespace sggraph {
 
 namespace {
 
-Ticket ticketOf(std::uint32_t number, std::uint32_t generation) {
+StableId stableIdOf(std::uint32_t number, std::uint32_t generation) {
   return std::uint64_t{generation} << 32 | (std::uint64_t{number} + 1);
 }
 
 template <class Item>
-std::uint32_t numberOf(Ticket ticket, const std::vector<Item>& items) {
-  const std::uint32_t number = static_cast<std::uint32_t>(ticket) - 1;  // 0, none, becomes kNone
-  const bool valid = number < items.size() && items[number].used && items[number].generation == ticket >> 32;
+std::uint32_t numberOf(StableId id, const std::vector<Item>& items) {
+  const std::uint32_t number = static_cast<std::uint32_t>(id) - 1;  // 0, none, becomes kNone
+  const bool valid = number < items.size() && items[number].used && items[number].generation == id >> 32;
   return valid ? number : kNone;
 }
 
@@ -34,7 +34,7 @@ std::uint32_t takeSlot(std::vector<Item>& items, std::vector<std::uint32_t>& fre
   return slot;
 }
 
-/// Empties a slot so that tickets to it become void.
+/// Empties a slot so that stable ids of it become void.
 template <class Item>
 void freeSlot(Item& item) {
   const std::uint32_t generation = item.generation + 1;
@@ -61,11 +61,11 @@ void Drawing::removeNode(NodeId node) {
   --nodeCount_;
 }
 
-Ticket Drawing::nodeTicket(NodeId node) const {
-  return hasNode(node) ? ticketOf(node, nodes_[node].generation) : 0;
+StableId Drawing::stableNodeId(NodeId node) const {
+  return hasNode(node) ? stableIdOf(node, nodes_[node].generation) : 0;
 }
 
-NodeId Drawing::nodeOf(Ticket ticket) const { return numberOf(ticket, nodes_); }
+NodeId Drawing::nodeOf(StableId id) const { return numberOf(id, nodes_); }
 
 void Drawing::moveNode(NodeId node, SgPoint corner) {
   Node& moved = nodes_[node];
@@ -141,9 +141,11 @@ void Drawing::removeArc(ArcId arc) {
   --arcCount_;
 }
 
-Ticket Drawing::arcTicket(ArcId arc) const { return hasArc(arc) ? ticketOf(arc, arcs_[arc].generation) : 0; }
+StableId Drawing::stableArcId(ArcId arc) const {
+  return hasArc(arc) ? stableIdOf(arc, arcs_[arc].generation) : 0;
+}
 
-ArcId Drawing::arcOf(Ticket ticket) const { return numberOf(ticket, arcs_); }
+ArcId Drawing::arcOf(StableId id) const { return numberOf(id, arcs_); }
 
 const std::vector<ArcId>* Drawing::arcsFromTo(NodeId from, NodeId to) const {
   const auto pair = pairs_.find(pairKey(from, to));

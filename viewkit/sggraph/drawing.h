@@ -19,9 +19,9 @@ using NodeId = std::uint32_t;
 using ArcId = std::uint32_t;
 inline constexpr std::uint32_t kNone = 0xffffffff;
 
-/// A node or arc for keeping: 0 is none, and the ticket of a removed one never becomes valid again. Ids, in
+/// A node or arc for keeping: 0 is none, and that of a removed one never becomes valid again. Plain ids, in
 /// contrast, are small numbers that are used again.
-using Ticket = std::uint64_t;
+using StableId = std::uint64_t;
 
 /// Nodes and arcs with their places and selection. Ids given must exist unless a function says otherwise.
 /// Arcs are there for the eye only if both their nodes are shown; what can be found and visited is what is
@@ -37,9 +37,9 @@ class Drawing {
   void removeNode(NodeId node);
   bool hasNode(NodeId node) const { return node < nodes_.size() && nodes_[node].used; }
   std::size_t nodeCount() const { return nodeCount_; }
-  Ticket nodeTicket(NodeId node) const;
-  /// kNone for a ticket of a node that is gone.
-  NodeId nodeOf(Ticket ticket) const;
+  StableId stableNodeId(NodeId node) const;
+  /// kNone for the stable id of a node that is gone.
+  NodeId nodeOf(StableId id) const;
 
   const SgRectangle& box(NodeId node) const { return nodes_[node].box; }
   /// Moving straightens the node's arcs.
@@ -56,9 +56,9 @@ class Drawing {
   bool hasArc(ArcId arc) const { return arc < arcs_.size() && arcs_[arc].used; }
   std::size_t arcCount() const { return arcCount_; }
   std::size_t arcSlots() const { return arcs_.size(); }
-  Ticket arcTicket(ArcId arc) const;
-  /// kNone for a ticket of an arc that is gone.
-  ArcId arcOf(Ticket ticket) const;
+  StableId stableArcId(ArcId arc) const;
+  /// kNone for the stable id of an arc that is gone.
+  ArcId arcOf(StableId id) const;
   NodeId from(ArcId arc) const { return arcs_[arc].from; }
   NodeId to(ArcId arc) const { return arcs_[arc].to; }
   std::size_t countArcs(NodeId from, NodeId to) const;
@@ -111,7 +111,7 @@ class Drawing {
   NodeId neighbour(NodeId node, int directionX, int directionY);
   /// @}
 
-  /// Removes everything. Tickets stay invalid.
+  /// Removes everything. Stable ids stay invalid.
   void clear();
 
  private:

@@ -49,7 +49,7 @@ GraphView::Hit GraphView::hit(SgPoint window) {
 void GraphView::setHover(SgPoint window) {
   const bool inside = SgRectangle{0, 0, viewport_.width(), viewport_.height()}.contains(window);
   const Hit under = inside ? hit(window) : Hit{};
-  const Ticket node = drawing.nodeTicket(under.node), arc = drawing.arcTicket(under.arc);
+  const StableId node = drawing.stableNodeId(under.node), arc = drawing.stableArcId(under.arc);
   if (node == hoverNode_ && arc == hoverArc_) return;
   hoverNode_ = node;
   hoverArc_ = arc;
@@ -71,10 +71,10 @@ void GraphView::endGesture() {
 void GraphView::giveUp() {
   if (gesture_.dragging) {
     if (gesture_.kind == Gesture::Kind::Pan) viewport_.scrollTo(gesture_.viewAtPress, {0, 0});
-    for (const auto& [ticket, corner] : gesture_.before)
-      if (const NodeId node = drawing.nodeOf(ticket); node != kNone) drawing.moveNode(node, corner);
-    for (const auto& [ticket, bends] : gesture_.straightened)
-      if (const ArcId arc = drawing.arcOf(ticket); arc != kNone) drawing.setBends(arc, bends);
+    for (const auto& [stable, corner] : gesture_.before)
+      if (const NodeId node = drawing.nodeOf(stable); node != kNone) drawing.moveNode(node, corner);
+    for (const auto& [stable, bends] : gesture_.straightened)
+      if (const ArcId arc = drawing.arcOf(stable); arc != kNone) drawing.setBends(arc, bends);
     changed();
   }
   // What follows of the drag, up to the release, does nothing.
@@ -130,8 +130,8 @@ void GraphView::press(const XButtonEvent& event) {
   if (event.button == Button2) return;
 
   const Hit under = hit(place);
-  gesture_.node = drawing.nodeTicket(under.node);
-  gesture_.arc = drawing.arcTicket(under.arc);
+  gesture_.node = drawing.stableNodeId(under.node);
+  gesture_.arc = drawing.stableArcId(under.arc);
   const bool again = lastClick_.valid &&
                      event.time - lastClick_.time <= Time(XtGetMultiClickTime(display())) &&
                      distance(lastClick_.place, place) <= kClickSlack && lastClick_.node == gesture_.node;
@@ -195,11 +195,11 @@ void GraphView::startDrag() {
     case Gesture::Kind::MoveNodes:
       for (const auto& [order, node] : drawing.selectedNodes()) {
         const SgRectangle& box = drawing.box(node);
-        gesture_.before.push_back({drawing.nodeTicket(node), {box.x, box.y}});
+        gesture_.before.push_back({drawing.stableNodeId(node), {box.x, box.y}});
         drawing.visitArcsOf(node, [&](ArcId arc) {
           const auto bends = drawing.bends(arc);
           if (!bends.empty())
-            gesture_.straightened.push_back({drawing.arcTicket(arc), {bends.begin(), bends.end()}});
+            gesture_.straightened.push_back({drawing.stableArcId(arc), {bends.begin(), bends.end()}});
         });
       }
       break;
@@ -218,17 +218,17 @@ void GraphView::drag() {
       changed();
       break;
     case Gesture::Kind::MoveNodes:
-      for (const auto& [ticket, corner] : gesture_.before)
-        if (const NodeId node = drawing.nodeOf(ticket); node != kNone)
+      for (const auto& [stable, corner] : gesture_.before)
+        if (const NodeId node = drawing.nodeOf(stable); node != kNone)
           drawing.moveNode(node, {corner.x + plane.x - gesture_.pressedPlane.x,
                                   corner.y + plane.y - gesture_.pressedPlane.y});
       changed();
       break;
     case Gesture::Kind::DrawArc: {
       const NodeId under = drawing.nodeAt(plane);
-      const Ticket ticket = drawing.nodeTicket(under);
-      if (ticket != gesture_.node) gesture_.leftNode = true;
-      gesture_.target = gesture_.leftNode ? ticket : 0;
+      const StableId stable = drawing.stableNodeId(under);
+      if (stable != gesture_.node) gesture_.leftNode = true;
+      gesture_.target = gesture_.leftNode ? stable : 0;
       overlayChanged();
       break;
     }
@@ -236,7 +236,7 @@ void GraphView::drag() {
       const ArcId arc = drawing.arcOf(gesture_.arc);
       const NodeId under = drawing.nodeAt(plane);
       const bool same = arc != kNone && under == (gesture_.childEnd ? drawing.to(arc) : drawing.from(arc));
-      gesture_.target = same ? 0 : drawing.nodeTicket(under);
+      gesture_.target = same ? 0 : drawing.stableNodeId(under);
       overlayChanged();
       break;
     }
@@ -420,7 +420,7 @@ void GraphView::newNode(XEvent* event) {
 }
 
 void GraphView::newArc(NodeId parent, NodeId child, XEvent* event) {
-  const Ticket parentTicket = drawing.nodeTicket(parent), childTicket = drawing.nodeTicket(child);
+  const StableId stableParent = drawing.stableNodeId(parent), stableChild = drawing.stableNodeId(child);
   SgGraphCallbackStruct data{};
   data.reason = SgCR_NEW_ARC;
   data.event = event;
@@ -429,27 +429,27 @@ void GraphView::newArc(NodeId parent, NodeId child, XEvent* event) {
   data.child = widgetOf(child);
   data.position = viewport_.toPlane(placeOf(event->xbutton));
   if (!call(&SgGraphPart::newArcCallback, data) || !data.doit) return;
-  if (drawing.nodeOf(parentTicket) == kNone || drawing.nodeOf(childTicket) == kNone) return;
-  data.arc = drawing.arcTicket(addArc(parent, child, {}));
+  if (drawing.nodeOf(stableParent) == kNone || drawing.nodeOf(stableChild) == kNone) return;
+  data.arc = drawing.stableArcId(addArc(parent, child, {}));
   call(&SgGraphPart::changedCallback, data);
 }
 
 void GraphView::arcMoved(ArcId arc, NodeId parent, NodeId child, XEvent* event) {
-  const Ticket arcTicket = drawing.arcTicket(arc);
-  const Ticket parentTicket = drawing.nodeTicket(parent), childTicket = drawing.nodeTicket(child);
+  const StableId stableArc = drawing.stableArcId(arc);
+  const StableId stableParent = drawing.stableNodeId(parent), stableChild = drawing.stableNodeId(child);
   SgGraphCallbackStruct data{};
   data.reason = SgCR_ARC_MOVED;
   data.event = event;
   data.doit = True;
-  data.arc = arcTicket;
+  data.arc = stableArc;
   data.oldParent = widgetOf(drawing.from(arc));
   data.oldChild = widgetOf(drawing.to(arc));
   data.newParent = widgetOf(parent);
   data.newChild = widgetOf(child);
   data.position = viewport_.toPlane(placeOf(event->xbutton));
   if (!call(&SgGraphPart::arcMovedCallback, data) || !data.doit) return;
-  if (drawing.arcOf(arcTicket) == kNone || drawing.nodeOf(parentTicket) == kNone ||
-      drawing.nodeOf(childTicket) == kNone)
+  if (drawing.arcOf(stableArc) == kNone || drawing.nodeOf(stableParent) == kNone ||
+      drawing.nodeOf(stableChild) == kNone)
     return;
   const auto known = arcLabels_.find(arc);
   const std::string label = known == arcLabels_.end() ? std::string() : known->second;
@@ -457,7 +457,7 @@ void GraphView::arcMoved(ArcId arc, NodeId parent, NodeId child, XEvent* event) 
   drawing.removeArc(arc);
   const ArcId moved = addArc(parent, child, label);
   drawing.selectArc(moved);
-  data.arc = drawing.arcTicket(moved);
+  data.arc = drawing.stableArcId(moved);
   if (call(&SgGraphPart::changedCallback, data)) selectionChanged();
 }
 

@@ -69,7 +69,7 @@ SgArc SgGraphAddArc(Widget graph, Widget from, Widget to, const char* label) {
   GraphView* view = sggraph::viewOf(graph);
   const NodeId parent = idIn(view, from), child = idIn(view, to);
   if (parent == kNone || child == kNone) return 0;
-  return view->drawing.arcTicket(view->addArc(parent, child, label ? label : ""));
+  return view->drawing.stableArcId(view->addArc(parent, child, label ? label : ""));
 }
 
 bool SgGraphGetArcNodes(Widget graph, SgArc arc, Widget* from, Widget* to) {
@@ -126,7 +126,7 @@ std::vector<SgArc> SgGraphArcs(Widget graph) {
   if (!view) return arcs;
   arcs.reserve(view->drawing.arcCount());
   for (ArcId arc = 0; arc < view->drawing.arcSlots(); ++arc)
-    if (view->drawing.hasArc(arc)) arcs.push_back(view->drawing.arcTicket(arc));
+    if (view->drawing.hasArc(arc)) arcs.push_back(view->drawing.stableArcId(arc));
   return arcs;
 }
 
@@ -136,7 +136,7 @@ std::vector<SgArc> SgGraphGetSelectedArcs(Widget graph) {
   std::vector<SgArc> arcs;
   if (const GraphView* view = sggraph::viewOf(graph))
     for (const auto& [order, arc] : view->drawing.selectedArcs())
-      arcs.push_back(view->drawing.arcTicket(arc));
+      arcs.push_back(view->drawing.stableArcId(arc));
   return arcs;
 }
 
@@ -279,7 +279,7 @@ Widget SgGraphNodeAt(Widget graph, SgPoint window) {
 SgArc SgGraphArcAt(Widget graph, SgPoint window) {
   GraphView* view = sggraph::viewOf(graph);
   if (!view || view->nodeAt(window) != kNone) return 0;
-  return view->drawing.arcTicket(view->arcAt(window));
+  return view->drawing.stableArcId(view->arcAt(window));
 }
 
 void SgGraphUpdate(Widget graph) {

@@ -408,7 +408,7 @@ bool GraphView::announceSelection() {
 }
 
 void GraphView::makeCurrent(NodeId node) {
-  current_ = drawing.nodeTicket(node);
+  current_ = drawing.stableNodeId(node);
   overlayChanged();
 }
 

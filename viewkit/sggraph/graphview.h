@@ -24,15 +24,15 @@ struct FreeRenderTable {
 };
 using RenderTable = std::unique_ptr<std::remove_pointer_t<XmRenderTable>, FreeRenderTable>;
 
-/// A drag or click from button press to release. Nodes and arcs are held by ticket: they may go meanwhile.
+/// A drag or click from button press to release. Nodes and arcs are held by stable id: they may go meanwhile.
 struct Gesture {
   enum class Kind { Idle, Pan, MoveNodes, DrawArc, MoveArcEnd, Refused };
   struct MovedNode {
-    Ticket node;
+    StableId node;
     SgPoint corner;
   };
   struct StraightenedArc {
-    Ticket arc;
+    StableId arc;
     std::vector<SgPoint> bends;
   };
 
@@ -43,10 +43,10 @@ struct Gesture {
   bool dragging = false;                   // moved too far for a click
   bool doubleClick = false;
   bool adds = false;              // Shift was held
-  Ticket node = 0, arc = 0;       // under the pointer at the press
+  StableId node = 0, arc = 0;     // under the pointer at the press
   bool childEnd = false;          // MoveArcEnd: which end
   bool leftNode = false;          // DrawArc: a loop takes a way out and back
-  Ticket target = 0;              // the node that would be taken now
+  StableId target = 0;            // the node that would be taken now
   std::vector<MovedNode> before;  // MoveNodes: where they were
   std::vector<StraightenedArc> straightened;
 };
@@ -55,7 +55,7 @@ struct Gesture {
 struct LastClick {
   Time time = 0;
   SgPoint place;
-  Ticket node = 0;
+  StableId node = 0;
   bool valid = false;
 };
 
@@ -75,7 +75,7 @@ class GraphView {
   void nodeLooksChanged(SgNodeObject node);
   const NodeLook& look(NodeId node) const { return looks_[node]; }
   Widget widgetOf(NodeId node) const { return node == kNone ? nullptr : widgets_[node]; }
-  Widget widgetOf(Ticket node) const { return widgetOf(drawing.nodeOf(node)); }
+  Widget widgetOf(StableId node) const { return widgetOf(drawing.nodeOf(node)); }
   /// Some nodes were managed or unmanaged.
   void managedChanged() { managedStale_ = true; }
   void clear();
@@ -191,8 +191,8 @@ class GraphView {
 
   Gesture gesture_;
   LastClick lastClick_;
-  Ticket current_ = 0;  // the node that the keyboard works on
-  Ticket hoverNode_ = 0, hoverArc_ = 0;
+  StableId current_ = 0;  // the node that the keyboard works on
+  StableId hoverNode_ = 0, hoverArc_ = 0;
   bool focused_ = false;
   viewkit::CursorId cursor_;
 };

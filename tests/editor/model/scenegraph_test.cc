@@ -4,7 +4,7 @@
 
 #include <gmock/gmock.h>
 
-#include "qilib/container.h"
+#include "qilib/opensave.h"
 #include "tests/support/builtscene.h"
 #include "tests/support/shared_scenes.h"
 

@@ -1,5 +1,5 @@
 /// @file
-/// The picture of a graph: what lies where, arcs side by side, tickets, selection.
+/// The picture of a graph: what lies where, arcs side by side, stable ids, selection.
 #include "viewkit/sggraph/drawing.h"
 
 #include <gmock/gmock.h>
@@ -168,25 +168,26 @@ TEST_F(Picture, ASelfLinkIsALoopBesideItsNode) {
   EXPECT_EQ(drawing.arcCount(), 0u);
 }
 
-TEST_F(Picture, TicketsOfWhatIsGoneStayVoid) {
+TEST_F(Picture, StableIdsOfWhatIsGoneStayVoid) {
   const NodeId a = node(0, 0), b = node(0, 100);
   const ArcId arc = drawing.addArc(a, b);
-  const auto nodeTicket = drawing.nodeTicket(a), arcTicket = drawing.arcTicket(arc);
-  EXPECT_EQ(drawing.nodeOf(nodeTicket), a);
-  EXPECT_EQ(drawing.arcOf(arcTicket), arc);
+  const auto stableNode = drawing.stableNodeId(a), stableArc = drawing.stableArcId(arc);
+  EXPECT_EQ(drawing.nodeOf(stableNode), a);
+  EXPECT_EQ(drawing.arcOf(stableArc), arc);
   drawing.removeNode(a);
   EXPECT_EQ(drawing.arcCount(), 0u);
   const NodeId reused = node(0, 0);
   EXPECT_EQ(reused, a);
   EXPECT_EQ(drawing.addArc(reused, b), arc);
-  EXPECT_EQ(drawing.nodeOf(nodeTicket), kNone);
-  EXPECT_EQ(drawing.arcOf(arcTicket), kNone);
-  const auto kept = drawing.nodeTicket(b);
+  EXPECT_EQ(drawing.nodeOf(stableNode), kNone);
+  EXPECT_EQ(drawing.arcOf(stableArc), kNone);
+  const auto kept = drawing.stableNodeId(b);
   drawing.clear();
   EXPECT_EQ(drawing.nodeOf(kept), kNone);
   EXPECT_EQ(node(0, 0), 0u);
   EXPECT_EQ(drawing.nodeOf(kept), kNone);
-  for (const sggraph::Ticket nonsense : {0ull, 1ull << 40, ~0ull}) EXPECT_EQ(drawing.nodeOf(nonsense), kNone);
+  for (const sggraph::StableId nonsense : {0ull, 1ull << 40, ~0ull})
+    EXPECT_EQ(drawing.nodeOf(nonsense), kNone);
 }
 
 TEST_F(Picture, SelectionKeepsItsOrderAndLosesWhatIsRemoved) {

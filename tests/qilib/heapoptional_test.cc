@@ -1,6 +1,6 @@
 /// @file
 /// A part held apart is a value: copies are independent, and absent is absent.
-#include "qilib/apart.h"
+#include "qilib/heapoptional.h"
 
 #include <gtest/gtest.h>
 
@@ -8,10 +8,10 @@
 
 namespace {
 
-using qi::Apart;
+using qi::HeapOptional;
 
-TEST(Apart, IsAbsentUntilMade) {
-  Apart<std::string> part;
+TEST(HeapOptional, IsAbsentUntilMade) {
+  HeapOptional<std::string> part;
   EXPECT_FALSE(part);
   EXPECT_FALSE(part.has_value());
   EXPECT_THROW(part.value(), std::bad_optional_access);
@@ -23,28 +23,28 @@ TEST(Apart, IsAbsentUntilMade) {
   EXPECT_FALSE(part);
 }
 
-TEST(Apart, EmplaceBeginsAfresh) {
-  Apart<std::string> part;
+TEST(HeapOptional, EmplaceBeginsAfresh) {
+  HeapOptional<std::string> part;
   part.emplace() = "made";
   EXPECT_EQ(part.emplace(), "");
 }
 
-TEST(Apart, CopiesAreIndependent) {
-  Apart<std::string> part;
+TEST(HeapOptional, CopiesAreIndependent) {
+  HeapOptional<std::string> part;
   part.emplace() = "first";
-  Apart<std::string> copy = part;
+  HeapOptional<std::string> copy = part;
   *copy = "second";
   EXPECT_EQ(*part, "first");
   part = copy;
   copy->clear();
   EXPECT_EQ(*part, "second");
-  const Apart<std::string>& same = part;
+  const HeapOptional<std::string>& same = part;
   part = same;
   EXPECT_EQ(*part, "second");
-  part = Apart<std::string>{};
+  part = HeapOptional<std::string>{};
   EXPECT_FALSE(part);
 }
 
-TEST(Apart, TakesTheRoomOfAPointer) { EXPECT_EQ(sizeof(Apart<std::string>), sizeof(void*)); }
+TEST(HeapOptional, TakesTheRoomOfAPointer) { EXPECT_EQ(sizeof(HeapOptional<std::string>), sizeof(void*)); }
 
 }  // namespace

@@ -1,6 +1,6 @@
 /// @file
 /// Checks and simplifies a caller's input.
-#include "graphlayout/simple.h"
+#include "graphlayout/simplegraph.h"
 
 #include <algorithm>
 #include <cmath>

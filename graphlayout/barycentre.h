@@ -13,10 +13,10 @@ namespace graphlayout {
 /// Every item wants to be in the middle of its neighbours above and below, its rank keeps it at a distance
 /// from the others, and the rank is put in the order of the wishes. Seeing both sides and true distances,
 /// rather than positions in one neighbouring rank, is what makes this find good orders.
-class Floating {
+class BarycentreOrdering {
  public:
   /// Both are kept by reference. The sweeps begin with the present order.
-  Floating(Layers& layers, const Options& options);
+  BarycentreOrdering(Layers& layers, const Options& options);
 
   /// Goes once over all ranks, from above or from below, and reorders each.
   void sweep(bool down);

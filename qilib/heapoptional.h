@@ -10,17 +10,17 @@ namespace qi {
 /// Used like std::optional, for a large part that most records don't have: what a scene of many records costs
 /// is the memory to be touched. A value like its content: copying it copies that.
 template <class T>
-class Apart {
+class HeapOptional {
  public:
-  Apart() = default;
-  Apart(const Apart& other) : content_(other ? std::make_unique<T>(*other) : nullptr) {}
-  Apart(Apart&&) noexcept = default;
-  Apart& operator=(const Apart& other) {
+  HeapOptional() = default;
+  HeapOptional(const HeapOptional& other) : content_(other ? std::make_unique<T>(*other) : nullptr) {}
+  HeapOptional(HeapOptional&&) noexcept = default;
+  HeapOptional& operator=(const HeapOptional& other) {
     if (this != &other) content_ = other ? std::make_unique<T>(*other) : nullptr;
     return *this;
   }
-  Apart& operator=(Apart&&) noexcept = default;
-  ~Apart() = default;
+  HeapOptional& operator=(HeapOptional&&) noexcept = default;
+  ~HeapOptional() = default;
 
   explicit operator bool() const { return has_value(); }
   bool has_value() const { return content_ != nullptr; }

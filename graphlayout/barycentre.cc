@@ -1,12 +1,12 @@
 /// @file
 /// Sweeps of floating items.
-#include "graphlayout/floating.h"
+#include "graphlayout/barycentre.h"
 
 #include <algorithm>
 
 namespace graphlayout {
 
-Floating::Floating(Layers& layers, const Options& options)
+BarycentreOrdering::BarycentreOrdering(Layers& layers, const Options& options)
     : layers_(layers), options_(options), x_(layers.item_count()) {
   for (std::size_t r = 0; r < layers_.rank_count(); ++r) {
     double x = 0;
@@ -19,12 +19,12 @@ Floating::Floating(Layers& layers, const Options& options)
   }
 }
 
-void Floating::sweep(bool down) {
+void BarycentreOrdering::sweep(bool down) {
   const std::size_t ranks = layers_.rank_count();
   for (std::size_t k = 0; k < ranks; ++k) settle(down ? k : ranks - 1 - k);
 }
 
-void Floating::settle(std::size_t r) {
+void BarycentreOrdering::settle(std::size_t r) {
   const auto items = layers_.rank(r);
   wishes_.clear();
   for (const std::uint32_t item : items) wishes_.push_back({wish(item), item});
@@ -37,7 +37,7 @@ void Floating::settle(std::size_t r) {
   spacing_.finish([&](std::size_t i, double x) { x_[items[i]] = x; });
 }
 
-double Floating::wish(std::uint32_t item) const {
+double BarycentreOrdering::wish(std::uint32_t item) const {
   const auto above = layers_.up.of(item), below = layers_.down.of(item);
   if (above.empty() && below.empty()) return x_[item];
   double sum = 0;
