@@ -1,5 +1,5 @@
 /// @file
-/// Starting a program with the agent in it, and asking that.
+/// Starting a program with the probe in it, and asking that.
 #include "tests/support/program.h"
 
 #include <poll.h>
@@ -8,7 +8,7 @@
 
 #include <stdexcept>
 
-#include "tests/support/agent_words.h"
+#include "tests/support/probe_words.h"
 
 namespace support {
 
@@ -74,7 +74,7 @@ Program::Program(const XServer& server, const Start& start)
       {"XENVIRONMENT", ""},
       {"XAPPLRESDIR", ""},
       {"LD_PRELOAD", preloads(scratch_.path())},
-      {"QUIL_AGENT_FD", std::to_string(theirs.get())},
+      {"QUIL_PROBE_FD", std::to_string(theirs.get())},
   });
   process.output = scratch_.path() / "output";
   process.errors = scratch_.path() / "errors";
@@ -95,14 +95,14 @@ std::string Program::errors() {
 void Program::settle() { ask({"settle"}); }
 
 std::vector<std::vector<std::string>> Program::ask(const std::vector<std::string>& question) {
-  const std::string line = agent::joined(question) + "\n";
+  const std::string line = probe::joined(question) + "\n";
   std::string reply;
   bool open =
       send(socket_.get(), line.data(), line.size(), MSG_NOSIGNAL) == static_cast<ssize_t>(line.size());
   std::vector<std::vector<std::string>> answer;
   while (open) {
     for (std::size_t end; (end = reply.find('\n')) != reply.npos; reply.erase(0, end + 1)) {
-      answer.push_back(agent::split(reply.substr(0, end)));
+      answer.push_back(probe::split(reply.substr(0, end)));
     }
     if (!answer.empty() && answer.back()[0] == "end") {
       answer.pop_back();

@@ -104,7 +104,7 @@ class Program {
   /// The text in a variable of the program, or at its beginning, by the variable's name.
   std::string symbol(const std::string& name);
 
-  /// Asks the agent in the program. @returns the lines of its answer. Throws std::runtime_error when the
+  /// Asks the probe in the program. @returns the lines of its answer. Throws std::runtime_error when the
   /// program has ended or refuses the question.
   std::vector<std::vector<std::string>> ask(const std::vector<std::string>& question);
 

@@ -1,5 +1,5 @@
 /// @file
-/// The test support itself: servers, fake devices, and the agent in a small program.
+/// The test support itself: servers, fake devices, and the probe in a small program.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -182,7 +182,7 @@ TEST_F(Tiny, AnswersInsideAModalLoop) {
   EXPECT_FALSE(program_.find([](const WidgetInfo& w) { return w.isAt("question"); }));
 }
 
-TEST_F(Tiny, TheAgentStaysOutOfItsCommands) {
+TEST_F(Tiny, TheProbeStaysOutOfItsCommands) {
   program_.chooseMenu({"File", "Quit"});
   EXPECT_EQ(program_.process().waitForExit(), 0);
 }

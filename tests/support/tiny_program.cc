@@ -91,5 +91,5 @@ int main(int argc, char** argv) {
   XtManageChild(bar);
   XtRealizeWidget(shell);
   XtAppMainLoop(app);
-  return std::system("test -z \"$LD_PRELOAD$QUIL_AGENT_FD\"") == 0 ? 0 : 1;
+  return std::system("test -z \"$LD_PRELOAD$QUIL_PROBE_FD\"") == 0 ? 0 : 1;
 }

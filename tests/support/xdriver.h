@@ -1,5 +1,5 @@
 /// @file
-/// A person's hands: pointer and keyboard events as the X server makes them from real devices.
+/// What a person does with pointer and keyboard: events as the X server makes them from real devices.
 #pragma once
 
 #include <initializer_list>

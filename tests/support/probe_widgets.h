@@ -1,5 +1,5 @@
 /// @file
-/// What the agent knows of the widgets of the program it sits in.
+/// What the probe knows of the widgets of the program it sits in.
 #pragma once
 
 #include <X11/Intrinsic.h>
@@ -7,9 +7,9 @@
 #include <string>
 #include <vector>
 
-#include "tests/support/agent_words.h"
+#include "tests/support/probe_words.h"
 
-namespace agent {
+namespace probe {
 
 /// Every widget and gadget of the application, parents before children, as answer lines. Window-less objects
 /// of our own (a graph's nodes) are left out.
@@ -22,4 +22,4 @@ Widget findWidget(XtAppContext app, const std::string& id);
 /// widget has no such resource.
 std::string resourceValue(Widget widget, const std::string& name);
 
-}  // namespace agent
+}  // namespace probe

@@ -1,7 +1,7 @@
 /// @file
 /// Asking the program's own graph widget. Its functions are the program's: this library only knows their
 /// names, so they are null in a program without graphs.
-#include "tests/support/agent_graph.h"
+#include "tests/support/probe_graph.h"
 
 #include <Xm/Xm.h>
 
@@ -25,7 +25,7 @@ bool SgGraphGetArcNodes(Widget graph, SgArc arc, Widget* from, Widget* to) __att
 bool SgGraphArcPoint(Widget graph, SgArc arc, SgPoint* middle, SgPoint* parentHandle, SgPoint* childHandle)
     __attribute__((weak));
 
-namespace agent {
+namespace probe {
 
 namespace {
 
@@ -118,4 +118,4 @@ std::vector<Words> describeGraph(Widget graph) {
   return result;
 }
 
-}  // namespace agent
+}  // namespace probe

@@ -1,9 +1,9 @@
 /// @file
-/// The ear of the tests inside an unmodified Xt program: a library loaded before it (LD_PRELOAD) that joins
-/// its event loop, nested modal loops included, and answers questions about its widgets over an inherited
-/// socket.
+/// The probe: a library that the tests load before an unmodified Xt program (LD_PRELOAD). It joins the
+/// program's event loop, nested modal loops included, and answers questions about its widgets over an
+/// inherited socket.
 ///
-/// The socket's number stands in QUIL_AGENT_FD. A question is a line of words; the answer is lines of words,
+/// The socket's number stands in QUIL_PROBE_FD. A question is a line of words; the answer is lines of words,
 /// the last one "end", or "error" and a text. A question is answered once the program has handled all events
 /// that the X server has for it, with its standard output flushed: "nothing changed" can be told from
 /// "nothing changed yet".
@@ -12,7 +12,7 @@
 ///     tree               widget ID PATH CLASS X Y WIDTH HEIGHT FLAGS LABEL TEXT, for every widget
 ///     symbol NAME        value TEXT, the text that a variable of the program begins with
 ///     resource ID NAME   value VALUE
-///     graph ID           see agent_graph.h
+///     graph ID           see probe_graph.h
 ///
 /// The library also hides the login name, so that a program under test falls back to HOME and never finds the
 /// files of the person who runs the tests.
@@ -27,22 +27,22 @@
 #include <stdexcept>
 #include <string>
 
-#include "tests/support/agent_graph.h"
-#include "tests/support/agent_widgets.h"
+#include "tests/support/probe_graph.h"
+#include "tests/support/probe_widgets.h"
 
-namespace agent {
+namespace probe {
 namespace {
 
 /// The one conversation with the test, for the life of the process.
-class Agent {
+class Probe {
  public:
-  Agent() {
-    const char* number = std::getenv("QUIL_AGENT_FD");
+  Probe() {
+    const char* number = std::getenv("QUIL_PROBE_FD");
     if (number == nullptr) return;
     fd_ = std::atoi(number);
-    fcntl(fd_, F_SETFD,
-          FD_CLOEXEC);  // neither the socket nor this library is for the commands that the program runs
-    unsetenv("QUIL_AGENT_FD");
+    // Neither the socket nor this library is for the commands that the program runs.
+    fcntl(fd_, F_SETFD, FD_CLOEXEC);
+    unsetenv("QUIL_PROBE_FD");
     unsetenv("LD_PRELOAD");
   }
 
@@ -52,7 +52,7 @@ class Agent {
     app_ = app;
     input_ = XtAppAddInput(
         app, fd_, reinterpret_cast<XtPointer>(XtInputReadMask),  // NOLINT: Xt takes the mask as a pointer
-        [](XtPointer self, int*, XtInputId*) { static_cast<Agent*>(self)->read(); }, this);
+        [](XtPointer self, int*, XtInputId*) { static_cast<Probe*>(self)->read(); }, this);
   }
 
  private:
@@ -67,7 +67,7 @@ class Agent {
     if (pending_.find('\n') == std::string::npos) return;
     XtAppAddWorkProc(
         app_,
-        [](XtPointer self) { return static_cast<Boolean>(static_cast<Agent*>(self)->answerWhenIdle()); },
+        [](XtPointer self) { return static_cast<Boolean>(static_cast<Probe*>(self)->answerWhenIdle()); },
         this);
   }
 
@@ -126,33 +126,33 @@ class Agent {
   std::string pending_;
 };
 
-Agent theAgent;
+Probe theProbe;
 
-/// The toolkit's own function behind one that this library stands in front of.
+/// The toolkit's own function of a name that this library defines, too.
 template <class Function>
 Function* original(const char* name) {
   return reinterpret_cast<Function*>(dlsym(RTLD_NEXT, name));
 }
 
 }  // namespace
-}  // namespace agent
+}  // namespace probe
 
 extern "C" {
 #pragma GCC visibility push(default)
 
 void XtAppMainLoop(XtAppContext app) {
-  agent::theAgent.join(app);
-  agent::original<decltype(XtAppMainLoop)>("XtAppMainLoop")(app);
+  probe::theProbe.join(app);
+  probe::original<decltype(XtAppMainLoop)>("XtAppMainLoop")(app);
 }
 
 void XtAppNextEvent(XtAppContext app, XEvent* event) {
-  agent::theAgent.join(app);
-  agent::original<decltype(XtAppNextEvent)>("XtAppNextEvent")(app, event);
+  probe::theProbe.join(app);
+  probe::original<decltype(XtAppNextEvent)>("XtAppNextEvent")(app, event);
 }
 
 void XtAppProcessEvent(XtAppContext app, XtInputMask mask) {
-  agent::theAgent.join(app);
-  agent::original<decltype(XtAppProcessEvent)>("XtAppProcessEvent")(app, mask);
+  probe::theProbe.join(app);
+  probe::original<decltype(XtAppProcessEvent)>("XtAppProcessEvent")(app, mask);
 }
 
 char* getlogin() { return nullptr; }

@@ -1,12 +1,12 @@
 /// @file
-/// What the agent knows of a graph widget in the program it sits in.
+/// What the probe knows of a graph widget in the program it sits in.
 #pragma once
 
 #include <X11/Intrinsic.h>
 
-#include "tests/support/agent_words.h"
+#include "tests/support/probe_words.h"
 
-namespace agent {
+namespace probe {
 
 /// The nodes, arcs and view of a graph, as answer lines; all places are pixels on the screen:
 ///
@@ -17,4 +17,4 @@ namespace agent {
 /// Throws std::invalid_argument when the program has no graph widgets or this widget is none.
 std::vector<Words> describeGraph(Widget graph);
 
-}  // namespace agent
+}  // namespace probe

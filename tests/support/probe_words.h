@@ -1,12 +1,12 @@
 /// @file
-/// The lines that the agent and the tests exchange: words separated by tabs.
+/// The lines that the probe and the tests exchange: words separated by tabs.
 #pragma once
 
 #include <string>
 #include <string_view>
 #include <vector>
 
-namespace agent {
+namespace probe {
 
 using Words = std::vector<std::string>;
 
@@ -50,4 +50,4 @@ inline Words split(std::string_view line) {
   return words;
 }
 
-}  // namespace agent
+}  // namespace probe

@@ -1,6 +1,6 @@
 /// @file
 /// Walking the widget tree from inside the program.
-#include "tests/support/agent_widgets.h"
+#include "tests/support/probe_widgets.h"
 
 #include <X11/IntrinsicP.h>
 
@@ -19,7 +19,7 @@
 
 #include "viewkit/xraii.h"
 
-namespace agent {
+namespace probe {
 
 namespace {
 
@@ -231,4 +231,4 @@ std::string resourceValue(Widget widget, const std::string& name) {
   throw std::invalid_argument("no resource " + name);
 }
 
-}  // namespace agent
+}  // namespace probe
