@@ -1,16 +1,13 @@
 /// @file
-/// The commands of the File menu.
+/// Reading and writing the current scene as the user asks for it.
+#include "editor/filecommands.h"
+
 #include <fcntl.h>
 #include <unistd.h>
 
 #include <cstdio>
 
-#include "editor/graphwindow.h"
-#include "editor/model/currentscene.h"
 #include "editor/scenefiles.h"
-#include "qilib/sizes.h"
-#include "viewkit/vkfileselectiondialog.h"
-#include "viewkit/vkmessagedialogs.h"
 
 namespace {
 
@@ -20,79 +17,46 @@ bool can_be_read(const std::string& path) {
   return file >= 0;
 }
 
-bool overwrite_is_ok() { return getTheQuestionDialog()->postAndWait("Overwrite OK?") == VkDialogReason::OK; }
-
 }  // namespace
 
-void GraphWindow::newGraph() {
-  if (getTheQuestionDialog()->postAndWait("All data is deleted. OK?") != VkDialogReason::OK) return;
-  // Only the picture is cleared: the scene stays in memory, and Save still writes it.
-  graph_->clearAll();
+void FileCommands::clear() {
+  if (prompts_.confirm("All data is deleted. OK?")) display_.showNoScene();
 }
 
-void GraphWindow::open() {
-  auto* chooser = getTheFileSelectionDialog();
-  if (chooser->postAndWait("Open") != VkDialogReason::OK) {
+void FileCommands::open() {
+  const auto path = prompts_.chooseFile("Open");
+  if (!path)
     std::printf("User canceled.\n");
-    return;
-  }
-  // A copy: the same dialog serves other commands.
-  const std::string path = chooser->fileName();
-  bool opened = false;
-  {
-    const Busy busy(prompts_, "Opening...");
-    opened = quilread(path) == 1;
-    if (opened) {
-      std::printf("File name: %s\n", path.c_str());
-      file_name_ = path;
-      closeDialogs();
-      graph_->clearAll();
-      struct_graph(graph_.get());
-      graph_->displayAll();
-      graph_->doLayout();
-    }
-  }
-  if (!opened) {
-    getTheWarningDialog()->postAndWait("Can't Read QUIL File!");
-    return;
-  }
-  showTitle();
-  if (auto* kavo_tool = menu()->findNamedItem("KAVO tool")) {
-    if (qiQUILver(qis->header) < qi::kVersion2)
-      kavo_tool->activate();
-    else
-      kavo_tool->deactivate();
-  }
+  else if (!read(*path))
+    prompts_.warn("Can't Read QUIL File!");
 }
 
-void GraphWindow::save() {
-  if (overwrite_is_ok()) saveToFileName();
-}
-
-void GraphWindow::saveAs() {
-  auto* chooser = getTheFileSelectionDialog();
-  if (chooser->postAndWait("Save As") != VkDialogReason::OK) return;
-  const std::string path = chooser->fileName();
-  if (can_be_read(path) && !overwrite_is_ok()) return;
+bool FileCommands::read(const std::string& path) {
+  const Busy busy(prompts_, "Opening...");
+  if (quilread(path) != 1) return false;
+  std::printf("File name: %s\n", path.c_str());
   file_name_ = path;
-  showTitle();
-  saveToFileName();
+  display_.showScene();
+  display_.showFileName(path);
+  return true;
 }
 
-void GraphWindow::quit() { theApplication->quitYourself(); }
+void FileCommands::save() {
+  if (overwriteIsOk()) write();
+}
 
-bool GraphWindow::print(const std::string& path) { return graph_->saveToFile(path.c_str()); }
+void FileCommands::saveAs() {
+  const auto path = prompts_.chooseFile("Save As");
+  if (!path || (can_be_read(*path) && !overwriteIsOk())) return;
+  file_name_ = *path;
+  display_.showFileName(file_name_);
+  write();
+}
 
-void GraphWindow::saveToFileName() {
+void FileCommands::write() {
   const bool saved = !file_name_.empty() && [&] {
     const Busy busy(prompts_, "Saving...");
     return quilsave(file_name_) == 0;
   }();
-  if (!saved) getTheWarningDialog()->postAndWait("Can't write QUIL data!");
-}
-
-void GraphWindow::showTitle() {
-  const std::string title =
-      file_name_.empty() ? name() : file_name_.substr(file_name_.rfind('/') + 1) + " - " + name();
-  setTitle(title.c_str());
+  if (!saved) prompts_.warn("Can't write QUIL data!");
 }

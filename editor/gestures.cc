@@ -1,50 +1,57 @@
 /// @file
-/// What the user draws in the graph: each gesture goes to the link rules first, and only what they accept
-/// changes the picture.
+/// From a gesture to the link rules, and from their answer to the picture.
+#include "editor/gestures.h"
+
 #include <cinttypes>
 #include <cstdio>
 
-#include "editor/graphwindow.h"
 #include "editor/model/modifygraph.h"
 #include "editor/model/nodenames.h"
-#include "viewkit/vkmessagedialogs.h"
 
-namespace {
+bool GraphGestures::editing() const {
+  Boolean editable = False;
+  XtVaGetValues(graph_.graphWidget(), SgNeditableArcs, &editable, nullptr);
+  return editable;
+}
 
-/// The call data of a gesture, with the widget told not to change the picture by itself.
-SgGraphCallbackStruct& gesture(XtPointer data) {
-  auto& call = *static_cast<SgGraphCallbackStruct*>(data);
+void GraphGestures::setEditing(bool on) {
+  const Boolean editable = on ? True : False;
+  XtVaSetValues(graph_.graphWidget(), SgNeditableArcs, editable, SgNokToAdd, editable, nullptr);
+}
+
+const char* GraphGestures::hint() const {
+  return editing()
+             ? "Ctrl+drag node to node: new arc  |  drag end of selected arc: move it  |  "
+               "double-click background: new node  |  Delete: delete link"
+             : "Click: select, Shift adds  |  drag: move a node, pan  |  wheel: scroll, Ctrl+wheel: zoom  |  "
+               "double-click, Return: open  |  Ctrl+E: edit mode";
+}
+
+void GraphGestures::newNode(SgGraphCallbackStruct& call) {
   call.doit = False;
-  return call;
-}
-
-}  // namespace
-
-void GraphWindow::newNode(Widget, XtPointer data) {
-  gesture(data);
   std::printf("In newNodeCallback\n");
-  graph_->add(graph_->make<VkNode>("newNode", "New Node"));
-  graph_->displayAll();
-  graph_->doLayout();
+  graph_.add(graph_.make<VkNode>("newNode", "New Node"));
+  graph_.displayAll();
+  graph_.doLayout();
 }
 
-void GraphWindow::newArc(Widget, XtPointer data) {
-  const auto& call = gesture(data);
+void GraphGestures::newArc(SgGraphCallbackStruct& call) {
+  call.doit = False;
   std::printf("In newArcCallback\n");
   VkNode* const parent = VkNode::of(call.parent);
   VkNode* const child = VkNode::of(call.child);
-  if (quilAddLink(parent, child) != 1) {
-    getTheWarningDialog()->postAndWait("Can't add link!");
+  if (quilAddLink(parent->name(), child->name()) != 1) {
+    prompts_.warn("Can't add link!");
     return;
   }
-  graph_->add(parent, child);
-  graph_->displayAll();
-  graph_->doLayout();
-  graph_->displayWithChildren(parent);
+  graph_.add(parent, child);
+  graph_.displayAll();
+  graph_.doLayout();
+  graph_.displayWithChildren(parent);
 }
 
-void GraphWindow::arcMoved(Widget graph, XtPointer data) {
-  const auto& call = gesture(data);
+void GraphGestures::arcMoved(SgGraphCallbackStruct& call) {
+  call.doit = False;
   std::printf("In arcMovedCallback\n");
   VkNode* const old_parent = VkNode::of(call.oldParent);
   VkNode* const old_child = VkNode::of(call.oldChild);
@@ -54,28 +61,26 @@ void GraphWindow::arcMoved(Widget graph, XtPointer data) {
   std::printf("new Child %s\n", new_child->label());
   std::printf("old Parent %s\n", old_parent->label());
   std::printf("old Child %s\n", old_child->label());
-  if (quilModifyLink(old_parent, old_child, new_parent, new_child) != 1) {
-    graph_->displayWithChildren(new_parent);
-    graph_->doSubtreeLayout(new_parent);
-    getTheWarningDialog()->postAndWait("Can't change link!");
+  if (quilModifyLink(old_parent->name(), old_child->name(), new_parent->name(), new_child->name()) != 1) {
+    graph_.displayWithChildren(new_parent);
+    graph_.doSubtreeLayout(new_parent);
+    prompts_.warn("Can't change link!");
     return;
   }
-  graph_->add(new_parent, new_child);
-  old_parent->removeChild(old_child);
-  old_child->removeParent(old_parent);
-  SgGraphRemoveArcBetweenNodes(graph, old_parent->baseWidget(), old_child->baseWidget());
-  deleteDupChild(new_parent, new_child);
-  graph_->displayWithChildren(new_parent);
-  graph_->doSubtreeLayout(new_parent);
+  graph_.add(new_parent, new_child);
+  removeArc(old_parent, old_child);
+  removeDisplaced(new_parent, new_child);
+  graph_.displayWithChildren(new_parent);
+  graph_.doSubtreeLayout(new_parent);
 }
 
-void GraphWindow::deleteLinkMenu() {
-  if (!editsArcs()) return;
-  const Widget graph = graph_->graphWidget();
+void GraphGestures::deleteSelectedLink() {
+  if (!editing()) return;
+  const Widget graph = graph_.graphWidget();
   std::printf("Delete Link.\n");
   const auto arcs = SgGraphGetSelectedArcs(graph);
   if (arcs.empty()) {
-    getTheWarningDialog()->postAndWait("No link selected!");
+    prompts_.warn("No link selected!");
     return;
   }
   Widget from_widget = nullptr;
@@ -87,39 +92,26 @@ void GraphWindow::deleteLinkMenu() {
               static_cast<void*>(from_widget), static_cast<void*>(to_widget));
   std::printf("from %s\n", from->name());
   std::printf("to   %s\n", to->name());
-  if (quilDeleteLink(from, to) == 1)
-    deleteLink(from, to);
+  if (quilDeleteLink(from->name(), to->name()) == 1)
+    removeArc(from, to);
   else
-    getTheWarningDialog()->postAndWait("Can't delete link!");
+    prompts_.warn("Can't delete link!");
 }
 
-void GraphWindow::deleteLink(VkNode* parent, VkNode* child) {
+void GraphGestures::removeArc(VkNode* parent, VkNode* child) {
   parent->removeChild(child);
   child->removeParent(parent);
-  SgGraphRemoveArcBetweenNodes(graph_->graphWidget(), parent->baseWidget(), child->baseWidget());
+  SgGraphRemoveArcBetweenNodes(graph_.graphWidget(), parent->baseWidget(), child->baseWidget());
 }
 
-void GraphWindow::deleteDupChild(VkNode* parent, VkNode* child) {
+void GraphGestures::removeDisplaced(VkNode* parent, const VkNode* child) {
   const Word child_kind = tagofnd(child->name());
   if (!isOnly1child(tagofnd(parent->name()), child_kind)) return;
   const long child_number = indexofnd(child->name());
   for (int i = 0; i < parent->nChildren(); ++i) {
     VkNode* const other = parent->child(i);
     if (tagofnd(other->name()) != child_kind || indexofnd(other->name()) == child_number) continue;
-    deleteLink(parent, other);
+    removeArc(parent, other);
     return;
   }
-}
-
-int GraphWindow::quilAddLink(const VkNode* parent, const VkNode* child) {
-  return ::quilAddLink(parent->name(), child->name());
-}
-
-int GraphWindow::quilDeleteLink(const VkNode* parent, const VkNode* child) {
-  return ::quilDeleteLink(parent->name(), child->name());
-}
-
-int GraphWindow::quilModifyLink(const VkNode* old_parent, const VkNode* old_child, const VkNode* new_parent,
-                                const VkNode* new_child) {
-  return ::quilModifyLink(old_parent->name(), old_child->name(), new_parent->name(), new_child->name());
 }

@@ -1,11 +1,16 @@
 /// @file
-/// The main window's construction: menus, graph view, options, colour table.
+/// The main window's construction, and what concerns more than one of its parts.
 #include "editor/graphwindow.h"
 
 #include <Xm/ToggleB.h>
 
+#include <cstdio>
+
+#include "dialogs/values/dispatch.h"
 #include "editor/colortable.h"
+#include "editor/model/currentscene.h"
 #include "editor/scenefiles.h"
+#include "qilib/sizes.h"
 #include "tools/cnvopts.h"
 #include "tools/shell.h"
 
@@ -19,7 +24,7 @@ constexpr VkMenuDesc kEnd = {VkMenuItemType::END};
 
 constexpr const char* kTextureImageLabel = "Display Texture Image";
 
-bool true_color_textures(Widget shell) {
+bool reads_true_color_textures(Widget shell) {
   struct Resources {
     Boolean on;
   } resources{};
@@ -33,32 +38,39 @@ bool true_color_textures(Widget shell) {
 }  // namespace
 
 GraphWindow::GraphWindow(const char* name)
-    : VkWindow(name), prompts_(*this), converters_(prompts_, quilsave, run_shell) {
-  addMenus();
+    : VkWindow(name),
+      graph_(makeView()),
+      prompts_(*this),
+      gestures_(*graph_, prompts_),
+      files_(prompts_, *this),
+      converters_(prompts_, quilsave, run_shell) {
+  read_convert_options();
+  if (auto* toggle = textureImageToggle()) toggle->setVisualState(false);
+  make256table(theApplication->display(), c256);
+  true_color_textures = reads_true_color_textures(baseWidget());
 
-  graph_ = std::make_unique<VkGraph>("graph", mainWindowWidget());
-  const Widget graph = graph_->graphWidget();
+  theApplication->addCallback(VkApp::displayLostCallback, this, &GraphWindow::displayLost);
+  setTitle(name);
+  setStatus(gestures_.hint());
+}
+
+GraphWindow::~GraphWindow() { killpbxsend(); }
+
+std::unique_ptr<VkGraph> GraphWindow::makeView() {
+  addMenus();
+  auto view = std::make_unique<VkGraph>("graph", mainWindowWidget());
+  const Widget graph = view->graphWidget();
   XtVaSetValues(graph, SgNeditableArcs, False, SgNokToAdd, False, SgNarcWidth, 20, SgNarcDirection,
                 SgARC_DOWN, nullptr);
   XtAddCallback(graph, SgNnewNodeCallback, newNodeCallback, this);
   XtAddCallback(graph, SgNnewArcCallback, newArcCallback, this);
   XtAddCallback(graph, SgNarcMovedCallback, arcMovedCallback, this);
   XtAddCallback(graph, SgNdefaultActionCallback, defaultActionCallback, this);
-  graph_->displayAll();
-  graph_->doLayout();
-  addView(graph_.get());
-
-  read_convert_options();
-  if (auto* toggle = textureImageToggle()) toggle->setVisualState(false);
-  make256table(theApplication->display(), c256);
-  true_color_textures_ = true_color_textures(baseWidget());
-
-  theApplication->addCallback(VkApp::displayLostCallback, this, &GraphWindow::displayLost);
-  showTitle();
-  showGestures(false);
+  view->displayAll();
+  view->doLayout();
+  addView(view.get());
+  return view;
 }
-
-GraphWindow::~GraphWindow() { killpbxsend(); }
 
 void GraphWindow::addMenus() {
   static const VkMenuDesc file[] = {
@@ -122,11 +134,9 @@ VkMenuToggle* GraphWindow::textureImageToggle() const {
   return pane ? pane->findNamedItem<VkMenuToggle>(kTextureImageLabel) : nullptr;
 }
 
-void GraphWindow::edit(Widget, XtPointer data) {
-  const bool on = static_cast<const XmToggleButtonCallbackStruct*>(data)->set != XmUNSET;
-  const Boolean editable = on ? True : False;
-  XtVaSetValues(graph_->graphWidget(), SgNeditableArcs, editable, SgNokToAdd, editable, nullptr);
-  showGestures(on);
+void GraphWindow::edit(XmToggleButtonCallbackStruct& toggle) {
+  gestures_.setEditing(toggle.set != XmUNSET);
+  setStatus(gestures_.hint());
 }
 
 void GraphWindow::setDefault() {
@@ -134,19 +144,57 @@ void GraphWindow::setDefault() {
   if (auto* toggle = textureImageToggle()) toggle->setVisualState(false);
 }
 
-void GraphWindow::dpyimg() { _displayTexImg = _displayTexImg > 0 ? 0 : 1; }
+void GraphWindow::defaultAction(SgGraphCallbackStruct& call) {
+  std::printf("In defaultActionCallback\n");
+  nodeAction(call);
+}
 
-void GraphWindow::killpbxsend() {
-  for (const char* const line : kKillLoaders) run_shell(line);
+void GraphWindow::nodeAction(const SgGraphCallbackStruct& call) {
+  if (call.reason != SgCR_DEFAULT_ACTION) return;
+  const VkNode* const node = VkNode::of(call.node);
+  if (!node) return;
+  std::printf("%s\n", node->label());
+  if (auto* const dialog = dialogs_.open(node->name()))
+    dialog->addCallback(VkPrefDialog::prefCallback, this, &GraphWindow::handlePrefs);
+}
+
+void GraphWindow::handlePrefs(VkComponent* component, void*, void* reason) {
+  auto* const dialog = dynamic_cast<VkPrefDialog*>(component);
+  const auto answer = *static_cast<const VkDialogReason*>(reason);
+  if (!dialog) return;
+  switch (values::handlePrefs(dialog->name(), static_cast<int>(answer))) {
+    case values::PrefAction::nothing:
+      break;
+    case values::PrefAction::applyOptions:
+      applyOptions(dialog);
+      break;
+    case values::PrefAction::applyOptions2:
+      applyOptions2(dialog);
+      break;
+    case values::PrefAction::applyChanges:
+      if (gestures_.editing())
+        applyChanges(dialog, 0, 0);
+      else
+        dialog->refuseApply();
+  }
+}
+
+void GraphWindow::showScene() {
+  dialogs_.closeAll();
+  graph_->clearAll();
+  struct_graph(graph_.get());
+  graph_->displayAll();
+  graph_->doLayout();
+  if (auto* kavo_tool = menu()->findNamedItem("KAVO tool")) {
+    if (qiQUILver(qis->header) < qi::kVersion2)
+      kavo_tool->activate();
+    else
+      kavo_tool->deactivate();
+  }
+}
+
+void GraphWindow::showFileName(const std::string& path) {
+  setTitle((path.substr(path.rfind('/') + 1) + " - " + name()).c_str());
 }
 
 void GraphWindow::displayLost(VkApp*, void*, void*) { killpbxsend(); }
-
-void GraphWindow::showGestures(bool editing) {
-  setStatus(
-      editing
-          ? "Ctrl+drag node to node: new arc  |  drag end of selected arc: move it  |  "
-            "double-click background: new node  |  Delete: delete link"
-          : "Click: select, Shift adds  |  drag: move a node, pan  |  wheel: scroll, Ctrl+wheel: zoom  |  "
-            "double-click, Return: open  |  Ctrl+E: edit mode");
-}

@@ -1,14 +1,15 @@
 /// @file
-/// The one main window: menus, graph view, and the commands behind them.
+/// The one main window: what it consists of, and which part does what the menus and the graph ask for.
 #pragma once
 
 #include <memory>
-#include <span>
 #include <string>
-#include <vector>
 
-#include "dialogs/propertydialog.h"
 #include "editor/converters.h"
+#include "editor/editflags.h"
+#include "editor/filecommands.h"
+#include "editor/gestures.h"
+#include "editor/texturedisplay.h"
 #include "editor/windowprompts.h"
 #include "viewkit/forward.h"
 #include "viewkit/vkapp.h"
@@ -16,9 +17,10 @@
 #include "viewkit/vkmenu.h"
 #include "viewkit/vkwindow.h"
 
-/// The editor's main window. Menu and graph callbacks are static members that forward to the ordinary member
-/// of the same meaning; their client data is the window.
-class GraphWindow : public VkWindow {
+/// The editor's main window. It owns the parts that do the work, each of which knows only what it is given,
+/// and puts them together: menu and graph callbacks are static members that forward to the ordinary member
+/// of the same meaning, their client data is the window, and that member to a part.
+class GraphWindow : public VkWindow, private SceneDisplay, private TextureDisplay {
  public:
   explicit GraphWindow(const char* name);
   ~GraphWindow() override;
@@ -27,41 +29,6 @@ class GraphWindow : public VkWindow {
 
   /// The window's view.
   VkGraph& graph() { return *graph_; }
-
-  /// @name How nodes show textures; asked when a node is built.
-  /// @{
-  /// Whether as pictures.
-  bool displaysTextureImages() const { return _displayTexImg != 0; }
-  /// Pixel values for the 8-bit colours that the pictures consist of, see make256table.
-  std::span<const unsigned char, 256> colorTable() const { return c256; }
-  /// Whether a TrueColor screen of depth 24, which has no pictures otherwise, shows them in their own
-  /// colours: the application's resource "trueColorTextures".
-  bool trueColorTextures() const { return true_color_textures_; }
-  /// @}
-
-  /// Builds the current scene into `graph`: a node per record that takes part in a reference and an arc per
-  /// reference, in their fixed order. Nodes that the graph has already are reused, but those for levels of
-  /// detail are always new.
-  void struct_graph(VkGraph* graph);
-  /// The node of that name in `graph`, or else a new one that is not in the graph yet; it enters with its
-  /// first arc.
-  VkNode* getQuilVkNode(VkGraph* graph, const std::string& name) const;
-  /// Adds the arc from `parent` to the node named `child_name`, which is made when the graph lacks it.
-  void addChild(VkNode* parent, const std::string& child_name);
-
-  /// Makes the records refer to each other as an arc parent -> child says.
-  /// @returns 1, or 0 when refused. The graph is the caller's to change; likewise for the two below.
-  int quilAddLink(const VkNode* parent, const VkNode* child);
-  /// Removes the reference behind an arc. @returns 1, or 0 when there is no rule for the pair.
-  int quilDeleteLink(const VkNode* parent, const VkNode* child);
-  /// Changes one end of the reference behind an arc. @returns 1, or 0 when refused.
-  int quilModifyLink(const VkNode* old_parent, const VkNode* old_child, const VkNode* new_parent,
-                     const VkNode* new_child);
-
-  /// Removes one arc parent -> child from the graph only; the nodes stay.
-  void deleteLink(VkNode* parent, VkNode* child);
-  /// After a move to `parent`: removes the arc of the child that `child` displaced from a single slot.
-  void deleteDupChild(VkNode* parent, VkNode* child);
 
   /// What a dialog's answer asks for; attached to every dialog's VkPrefDialog::prefCallback.
   /// @param reason  a `const VkDialogReason*`.
@@ -90,6 +57,24 @@ class GraphWindow : public VkWindow {
   int effectorChanged(VkPrefItem* top, unsigned long index);
   /// @}
 
+  /// @name Forwards for their names, see windownames.cc.
+  /// @{
+
+  /// The current scene into a graph, node by node; see structgraph.h.
+  void struct_graph(VkGraph* graph);
+  VkNode* getQuilVkNode(VkGraph* graph, const std::string& name) const;
+  /// Adds the arc from `parent` to the node named `child_name`, which is made when the graph lacks it.
+  void addChild(VkNode* parent, const std::string& child_name);
+
+  /// The link rules (see modifygraph.h) for the records that nodes stand for. @returns 1, or 0 when refused.
+  int quilAddLink(const VkNode* parent, const VkNode* child);
+  int quilDeleteLink(const VkNode* parent, const VkNode* child);
+  int quilModifyLink(const VkNode* old_parent, const VkNode* old_child, const VkNode* new_parent,
+                     const VkNode* new_child);
+  /// The graph alone, see GraphGestures.
+  void deleteLink(VkNode* parent, VkNode* child);
+  void deleteDupChild(VkNode* parent, VkNode* child);
+
   /// Take the options of the display-list converter, or of the viewer-format converter, from their dialog,
   /// and write the options file.
   void applyOptions(VkPrefDialog* dialog);
@@ -100,20 +85,25 @@ class GraphWindow : public VkWindow {
 
   /// Stops the loaders that send previews to a development board.
   static void killpbxsend();
+  /// @}
 
  private:
-  // The menu items' commands, in the order of the menus.
-  void newGraph();
-  void open();
-  void save();
-  void saveAs();
-  void quit();
-  void edit(Widget toggle, XtPointer data);
-  void deleteLinkMenu();
-  void setDefault();
-  void dpyimg();
+  // File.
+  void newGraph() { files_.clear(); }
+  void open() { files_.open(); }
+  void save() { files_.save(); }
+  void saveAs() { files_.saveAs(); }
+  void quit() { theApplication->quitYourself(); }
 
-  // Display-list conversion and its previews on a board.
+  // Edit.
+  void edit(XmToggleButtonCallbackStruct& toggle);
+  void deleteLinkMenu() { gestures_.deleteSelectedLink(); }
+
+  // View.
+  void setDefault();
+  void dpyimg() { _displayTexImg = _displayTexImg > 0 ? 0 : 1; }
+
+  // KAVO tool.
   void setDir() { converters_.setOutputDirectory(); }
   void killpb() { converters_.killLoaders(); }
   void quickpvi() { converters_.quickPreview(kKavoDxViewer); }
@@ -123,7 +113,7 @@ class GraphWindow : public VkWindow {
   void toDL() { converters_.convertToDisplayLists(); }
   void kavopvpp() { converters_.prepareDisplayLists(); }
 
-  // Viewer-format conversion, its previews, and the user's own script.
+  // QUIL2 tool.
   void zexview() { converters_.viewerPreview(ZexBoard::dx_viewer); }
   void zexviewg() { converters_.viewerPreview(ZexBoard::emu_board); }
   void quil2zexoption() { converters_.convertToViewerFile(); }
@@ -133,12 +123,12 @@ class GraphWindow : public VkWindow {
   void setfile() { converters_.chooseScriptScene(); }
   void zexpvpp() { converters_.prepareViewerFile(); }
 
-  // The graph's gestures; `data` is an SgGraphCallbackStruct.
-  void newNode(Widget graph, XtPointer data);
-  void newArc(Widget graph, XtPointer data);
-  void arcMoved(Widget graph, XtPointer data);
-  void defaultAction(Widget graph, XtPointer data);
-  void nodeAction(const SgGraphCallbackStruct& action);
+  // The graph's gestures.
+  void newNode(SgGraphCallbackStruct& call) { gestures_.newNode(call); }
+  void newArc(SgGraphCallbackStruct& call) { gestures_.newArc(call); }
+  void arcMoved(SgGraphCallbackStruct& call) { gestures_.arcMoved(call); }
+  void defaultAction(SgGraphCallbackStruct& call);
+  void nodeAction(const SgGraphCallbackStruct& call);
 
   template <auto Member>
   static constexpr XtCallbackProc forward = viewkit::Forward<Member>::call;
@@ -171,24 +161,21 @@ class GraphWindow : public VkWindow {
   static constexpr auto arcMovedCallback = forward<&GraphWindow::arcMoved>;
   static constexpr auto defaultActionCallback = forward<&GraphWindow::defaultAction>;
 
-  bool editsArcs() const;
-  /// Takes down the dialogs for records of a scene that is no longer there.
-  void closeDialogs();
+  void showScene() override;
+  void showNoScene() override { graph_->clearAll(); }
+  void showFileName(const std::string& path) override;
 
   void addMenus();
+  /// The menus, and then the graph view, as the window's widgets stand.
+  std::unique_ptr<VkGraph> makeView();
   VkMenuToggle* textureImageToggle() const;
-  /// Saves to the current file name, and says so when that fails.
-  void saveToFileName();
-  void showTitle();
-  void showGestures(bool editing);
   void displayLost(VkApp* app, void* client_data, void* call_data);
 
-  WindowPrompts prompts_;
-  Converters converters_;
+  // Each part outlives those after it, which it may be given to.
   std::unique_ptr<VkGraph> graph_;
-  std::vector<std::unique_ptr<PropertyDialog>> dialogs_;  ///< every one that was ever opened
-  std::string file_name_;                                 ///< of the last Open or Save As; empty before
-  unsigned char _displayTexImg = 0;  ///< 1: nodes built from now on show their textures' pictures
-  unsigned char c256[256] = {};      ///< the colour table
-  bool true_color_textures_ = false;
+  WindowPrompts prompts_;
+  GraphGestures gestures_;
+  NodeDialogs dialogs_;
+  FileCommands files_;
+  Converters converters_;
 };

@@ -11,7 +11,6 @@
 #include <utility>
 #include <vector>
 
-#include "editor/graphwindow.h"
 #include "editor/model/currentscene.h"
 #include "editor/model/nodenames.h"
 #include "editor/model/texturepicture.h"
@@ -32,20 +31,20 @@ std::vector<char> pixel_bytes(const std::vector<std::uint32_t>& pixels, unsigned
 
 /// The picture's pixels for a screen on which the colour table counts: each table value in the top byte of
 /// its pixel. On deep screens that gives no true colours, and is meant to.
-std::vector<std::uint32_t> table_pixels(const TexturePicture& picture, const GraphWindow& window,
+std::vector<std::uint32_t> table_pixels(const TexturePicture& picture, const TextureDisplay& textures,
                                         unsigned depth) {
-  const std::vector<std::uint8_t> indices = table_colors(picture, window.colorTable());
+  const std::vector<std::uint8_t> indices = table_colors(picture, textures.c256);
   std::vector<std::uint32_t> pixels(indices.begin(), indices.end());
   for (std::uint32_t& pixel : pixels) pixel <<= depth - 8;
   return pixels;
 }
 
 /// The picture of the texture that a node name stands for; none when it has none or the screen can't show it.
-viewkit::PixmapId texture_pixmap(Screen* screen, const GraphWindow& window, const char* node_name) {
+viewkit::PixmapId texture_pixmap(Screen* screen, const TextureDisplay& textures, const char* node_name) {
   const auto depth = static_cast<unsigned>(DefaultDepthOfScreen(screen));
   const Visual* const visual = DefaultVisualOfScreen(screen);
   const bool by_table = depth == 8 || depth == 16 || depth == 32;
-  const bool own = depth == 24 && visual->c_class == TrueColor && window.trueColorTextures();
+  const bool own = depth == 24 && visual->c_class == TrueColor && textures.true_color_textures;
   if (!by_table && !own) return {};
   const auto picture = texture_picture(*qis, indexofnd(node_name));
   if (!picture) return {};
@@ -53,7 +52,7 @@ viewkit::PixmapId texture_pixmap(Screen* screen, const GraphWindow& window, cons
                          static_cast<std::uint32_t>(visual->green_mask),
                          static_cast<std::uint32_t>(visual->blue_mask)};
   std::vector<char> data = pixel_bytes(
-      own ? own_colors(*picture, masks) : table_pixels(*picture, window, depth), bits_per_pixel(depth));
+      own ? own_colors(*picture, masks) : table_pixels(*picture, textures, depth), bits_per_pixel(depth));
   Display* const display = DisplayOfScreen(screen);
   return CreatePixmapFromQUILTexImg(display, DefaultRootWindow(display), data, picture->width,
                                     picture->height, WhitePixelOfScreen(screen), BlackPixelOfScreen(screen),
@@ -62,17 +61,17 @@ viewkit::PixmapId texture_pixmap(Screen* screen, const GraphWindow& window, cons
 
 }  // namespace
 
-QuilVkNode::QuilVkNode(const GraphWindow& window, const char* name, const char* label)
+QuilVkNode::QuilVkNode(const TextureDisplay& textures, const char* name, const char* label)
     : VkNode(name, label),
-      window_(window),
+      textures_(textures),
       prefix_(std::string_view(name).substr(0, std::string_view(name).find('_'))) {}
 
 void QuilVkNode::build(Widget parent) {
   VkNode::build(parent);
   if (std::string_view(name()).find("tex_") == std::string_view::npos) return;
   std::printf("Here is in build();%s\n", name());
-  if (!window_.displaysTextureImages()) return;
-  if (!pixmap_) pixmap_ = texture_pixmap(XtScreen(parent), window_, name());
+  if (textures_._displayTexImg == 0) return;
+  if (!pixmap_) pixmap_ = texture_pixmap(XtScreen(parent), textures_, name());
   if (pixmap_) XtVaSetValues(baseWidget(), XmNlabelPixmap, pixmap_.get(), nullptr);
 }
 

@@ -5,20 +5,19 @@
 #include <span>
 #include <string>
 
+#include "editor/texturedisplay.h"
 #include "viewkit/vknode.h"
 #include "viewkit/xraii.h"
-
-class GraphWindow;
 
 /// A node whose name ("obj_3") carries the kind and number of its record.
 class QuilVkNode : public VkNode {
  public:
-  /// @param window  outlives the node; says whether and how pictures of textures are shown.
-  QuilVkNode(const GraphWindow& window, const char* name, const char* label = nullptr);
+  /// @param textures  outlives the node.
+  QuilVkNode(const TextureDisplay& textures, const char* name, const char* label = nullptr);
   const char* className() const override { return "QuilVkNode"; }
 
   /// Makes the widget. That of a texture of the current scene shows the texture's picture instead of the
-  /// label while the window displays texture images; the picture is made once and kept. The label stays where
+  /// label while pictures are on; the picture is made once and kept. The label stays where
   /// the texture has no picture or the screen has another depth than 8, 16 and 32 (or, in own colours, 24).
   void build(Widget parent) override;
 
@@ -26,7 +25,7 @@ class QuilVkNode : public VkNode {
   const char* tintName() const override { return prefix_.c_str(); }
 
  private:
-  const GraphWindow& window_;
+  const TextureDisplay& textures_;
   std::string prefix_;
   viewkit::PixmapId pixmap_;  // none while no picture has been made
 };

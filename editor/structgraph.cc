@@ -1,29 +1,24 @@
 /// @file
-/// From the current scene to the nodes and arcs of the window's graph.
-#include "editor/graphwindow.h"
-#include "editor/model/currentscene.h"
+/// Walking the scene's references.
+#include "editor/structgraph.h"
+
 #include "editor/model/nodenames.h"
 #include "editor/model/scenegraph.h"
 #include "editor/newquilnode.h"
 
-VkNode* GraphWindow::getQuilVkNode(VkGraph* graph, const std::string& name) const {
-  if (VkNode* const node = graph->find(name)) return node;
-  return graph->make<QuilVkNode>(*this, name.c_str());
+VkNode* quil_node(VkGraph& graph, const std::string& name, const TextureDisplay& textures) {
+  if (VkNode* const node = graph.find(name)) return node;
+  return graph.make<QuilVkNode>(textures, name.c_str());
 }
 
-void GraphWindow::addChild(VkNode* parent, const std::string& child_name) {
-  graph_->add(parent, getQuilVkNode(graph_.get(), child_name));
-}
-
-void GraphWindow::struct_graph(VkGraph* graph) {
-  const SceneGraph scene = scene_graph(*qis);
-  graph->add(getQuilVkNode(graph, scene.nodes.front().name));
-  for (const auto& arc : scene.arcs) {
-    VkNode* const parent = getQuilVkNode(graph, scene.nodes[arc.parent].name);
-    const auto& child = scene.nodes[arc.child];
-    if (child.label == kLodLabel)
-      graph->add(parent, graph->make<QuilVkNode>(*this, child.name.c_str(), child.label.c_str()));
-    else
-      addChild(parent, child.name);
+void struct_graph(const Qis& scene, VkGraph& graph, const TextureDisplay& textures) {
+  const SceneGraph built = scene_graph(scene);
+  graph.add(quil_node(graph, built.nodes.front().name, textures));
+  for (const auto& arc : built.arcs) {
+    VkNode* const parent = quil_node(graph, built.nodes[arc.parent].name, textures);
+    const auto& child = built.nodes[arc.child];
+    graph.add(parent, child.label == kLodLabel
+                          ? graph.make<QuilVkNode>(textures, child.name.c_str(), child.label.c_str())
+                          : quil_node(graph, child.name, textures));
   }
 }

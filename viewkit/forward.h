@@ -18,6 +18,14 @@ struct Forward<Member> {
   }
 };
 
+/// The same for a member that takes the call data as what they are.
+template <class C, class CallData, void (C::*Member)(CallData&)>
+struct Forward<Member> {
+  static void call(Widget, XtPointer self, XtPointer data) noexcept {
+    (static_cast<C*>(self)->*Member)(*static_cast<CallData*>(data));
+  }
+};
+
 /// The same for a member that needs neither the widget nor the call data.
 template <class C, void (C::*Member)()>
 struct Forward<Member> {

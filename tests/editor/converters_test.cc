@@ -1,6 +1,6 @@
 /// @file
-/// The steps of every conversion in their order: what runs, what is written, what the user is told, and during
-/// which of them the window is busy.
+/// The steps of every conversion in their order: what runs, what is written, what the user is told, and
+/// during which of them the window is busy.
 #include "editor/converters.h"
 
 #include <algorithm>
@@ -67,12 +67,16 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(
         Command{"Kill", [](Converters& c) { c.killLoaders(); }, kKill},
         Command{"FullPreviewOnTheEmuBoard", [](Converters& c) { c.fullPreview(kKavoEmuBoard); },
-                joined({busy("pxsend -s -o0x200000 ../kavoprev/quickprev/clean.bin"), kKill, kKavoScratch,
+                joined({busy("pxsend -s -o0x200000 ../kavoprev/quickprev/clean.bin"),
+                        kKill,
+                        kKavoScratch,
                         making("(cd ../kavoprev ; ./quil2gfx  -label prev -header model.h quilpv model.c ; "
                                "make)"),
                         {"run: (cd ../kavoprev ; pxsend) &"}})},
         Command{"FullPreviewOnTheDxViewer", [](Converters& c) { c.fullPreview(kKavoDxViewer); },
-                joined({busy("bxsend -n -v -s0x200000 ../kavoprev/quickprev/clean.bin"), kKill, kKavoScratch,
+                joined({busy("bxsend -n -v -s0x200000 ../kavoprev/quickprev/clean.bin"),
+                        kKill,
+                        kKavoScratch,
                         {"busy: making KAVO data...", "run: " + std::string(kMake), "run: cd ../kavoprev",
                          "ready", "run: (cd ../kavoprev ; bxsend rom)&"}})},
         Command{"QuickPreviewOnTheEmuBoard", [](Converters& c) { c.quickPreview(kKavoEmuBoard); },
@@ -88,22 +92,24 @@ INSTANTIATE_TEST_SUITE_P(
                         making(kQuickMake),
                         busy("(cd ../kavoprev/quickprev ; bxsend -n -v -s0x200000 model.bin)")})},
         Command{"DisplayLists", [](Converters& c) { c.convertToDisplayLists(); },
-                joined({{"set gfx options: Convert to KAVO DL"}, kKill, kKavoScratch,
+                joined({{"set gfx options: Convert to KAVO DL"},
+                        kKill,
+                        kKavoScratch,
                         busy("(cd ../kavoprev ; ./quil2gfx  quilpv )")})},
-        Command{"ViewerPreviewOnTheEmuBoard",
-                [](Converters& c) { c.viewerPreview(ZexBoard::emu_board); },
+        Command{"ViewerPreviewOnTheEmuBoard", [](Converters& c) { c.viewerPreview(ZexBoard::emu_board); },
                 joined({kKill, kZexScratch,
                         busy("cd ../zexview; ./quil2zex  model.quil model.zex; ./zex2bin scene.zex model.zex "
                              "zexview.bin; pxsend -s zexview.KAVO; pxsend -s -o 0x200000 zexview.bin")})},
-        Command{"ViewerPreviewOnTheDxViewer",
-                [](Converters& c) { c.viewerPreview(ZexBoard::dx_viewer); },
+        Command{"ViewerPreviewOnTheDxViewer", [](Converters& c) { c.viewerPreview(ZexBoard::dx_viewer); },
                 joined({kKill, kZexScratch,
                         busy("cd ../zexview; ./quil2zex  model.quil model.zex; ./zex2bin scene.zex model.zex "
                              "zexview.bin; bxsend -n -e zexview.KAVO; bxsend -n -s 0x200000 zexview.bin")})},
         Command{"ViewerFile", [](Converters& c) { c.convertToViewerFile(); },
-                joined({{"set zex options: Convert to ZEX"}, kZexScratch,
+                joined({{"set zex options: Convert to ZEX"},
+                        kZexScratch,
                         busy("cd ../zexview; ./quil2zex  model.quil ")})},
-        Command{"Script", [](Converters& c) { c.executeScript(); },
+        Command{"Script",
+                [](Converters& c) { c.executeScript(); },
                 {"busy", "save mode 1: ../zexview/model.quil", "ready",
                  "run: (cd ../zexview/; ../zexview/prev) &"}}),
     CaseName());
@@ -112,7 +118,8 @@ TEST_F(Conversions, AreGivenUpWithTheirDialog) {
   prompts_.answer = false;
   converters_.convertToDisplayLists();
   converters_.convertToViewerFile();
-  EXPECT_EQ(prompts_.lines, (Lines{"set gfx options: Convert to KAVO DL", "set zex options: Convert to ZEX"}));
+  EXPECT_EQ(prompts_.lines,
+            (Lines{"set gfx options: Convert to KAVO DL", "set zex options: Convert to ZEX"}));
 }
 
 TEST_F(Conversions, TellWhatIsNotWrittenAndGoOn) {

@@ -1,0 +1,21 @@
+/// @file
+/// The property dialogs that the user opens from the graph.
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include "dialogs/propertydialog.h"
+
+/// Opens a dialog of its own each time, and owns them all.
+class NodeDialogs {
+ public:
+  /// Opens a dialog on the record that the node with this name stands for.
+  /// @returns the dialog, so that the caller hears its answers; null when there is none for the node.
+  PropertyDialog* open(const char* node);
+  /// Takes all of them down, unanswered: the records that they show are gone.
+  void closeAll();
+
+ private:
+  std::vector<std::unique_ptr<PropertyDialog>> dialogs_;  ///< every one that was ever opened
+};

@@ -1,0 +1,19 @@
+/// @file
+/// From a scene to the nodes and arcs of a graph.
+#pragma once
+
+#include <string>
+
+#include "editor/texturedisplay.h"
+#include "qilib/qis.h"
+#include "viewkit/vkgraph.h"
+
+/// Builds the scene into `graph`: a node per record that takes part in a reference and an arc per reference,
+/// in their fixed order. Nodes that the graph has already are reused, but those for levels of detail are
+/// always new.
+/// @param textures  outlives the graph's nodes.
+void struct_graph(const Qis& scene, VkGraph& graph, const TextureDisplay& textures);
+
+/// The node of that name in `graph`, or else a new one that is not in the graph yet; it enters with its first
+/// arc.
+VkNode* quil_node(VkGraph& graph, const std::string& name, const TextureDisplay& textures);
