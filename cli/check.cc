@@ -4,11 +4,11 @@
 #include <array>
 #include <cstdint>
 #include <cstdio>
+#include <sstream>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "cli/capturederrors.h"
 #include "cli/commands.h"
 #include "cli/datareferences.h"
 #include "cli/printable.h"
@@ -214,23 +214,20 @@ void note_unused_records(const Qis& scene, Kinds& kinds, const Report& report) {
 
 /// Compares the sizes that the scene holds with what a writer would write of it as it was read.
 void check_sizes(Qis& scene, Report& report) {
-  qi::correct_sizes(scene, 1, [&](const qi::WrongSize& size) {
-    report.finding("size", size.where + ": " + std::string{size.what} + " is " + std::to_string(size.held) +
-                               ", the contents take " + std::to_string(size.written));
+  qi::correct_sizes(scene, 1, [&](const qi::Message& size) {
+    report.finding("size", place_of(size) + ": " + std::string{size.what} + " is " +
+                               std::to_string(size.found) + ", the contents take " +
+                               std::to_string(size.expected));
   });
-}
-
-bool open_and_report(const std::string& file, Qis& scene, Report& report) {
-  CapturedErrors errors;
-  const bool opened = qiOpenQb(file, scene) == 1;
-  for (const std::string& line : errors.lines()) report.finding("message", line);
-  return opened;
 }
 
 bool check_file(const std::string& file) {
   Report report{file};
   Qis scene;
-  const bool opened = open_and_report(file, scene, report);
+  const bool opened = qi::open_scene(file, scene, [&](const qi::Message& message) {
+    std::istringstream lines{text_of(message)};
+    for (std::string line; std::getline(lines, line);) report.finding("message", line);
+  });
   if (!opened) {
     report.finding("message", "can't be opened");
     return false;

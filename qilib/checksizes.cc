@@ -2,9 +2,6 @@
 /// Sizes held against sizes written.
 #include "qilib/checksizes.h"
 
-#include <cinttypes>
-#include <cstdio>
-#include <string>
 #include <utility>
 
 #include "qilib/lists.h"
@@ -13,11 +10,9 @@
 
 namespace {
 
-using Report = std::function<void(const qi::WrongSize&)>;
-
 class SizeCheck {
  public:
-  SizeCheck(Qis& scene, int mode, const Report& report) : scene_(scene), mode_(mode), report_(report) {}
+  SizeCheck(Qis& scene, int mode, const qi::MessageSink& sink) : scene_(scene), mode_(mode), sink_(sink) {}
 
   int corrected() const { return corrected_; }
 
@@ -26,7 +21,7 @@ class SizeCheck {
     std::uint64_t lists = 0;
     qi::for_each_list(scene_, [&](const qi::ListInfo& info, auto& list) { lists += check_list(info, list); });
 
-    where_ = "FileHeader";
+    about_list("FileHeader");
     const bool table_alone = mode_ == qi::kFromStructures && qi::has_ext_sizes(scene_.header);
     if (table_alone && header.ext_block1_size != 0)
       correct("ext_block1_size", header.ext_block1_size, sizeof(qi::Header::ExtSizes));
@@ -37,9 +32,15 @@ class SizeCheck {
   }
 
  private:
-  void correct(const char* what, Word& held, std::uint64_t written) {
+  /// The next corrections are about a list, or the header.
+  void about_list(std::string_view name) { about_ = {.code = qi::MessageCode::size_corrected, .list = name}; }
+
+  void correct(std::string_view what, Word& held, std::uint64_t written) {
     if (held == static_cast<Word>(written)) return;
-    report_({where_, what, held, written});
+    about_.what = what;
+    about_.found = held;
+    about_.expected = written;
+    sink_(about_);
     held = static_cast<Word>(written);
     ++corrected_;
   }
@@ -49,8 +50,9 @@ class SizeCheck {
   std::uint64_t check_list(const qi::ListInfo& info, L& list) {
     Word& listed = qi::list_bytes(scene_.header, info);
     if (listed == 0 || (info.extension && !qi::has_ext_sizes(scene_.header))) return 0;
-    check_records(std::string(info.name), list);
-    where_ = info.name;
+    about_list(info.name);
+    check_records(list);
+    about_list(info.name);
     qi::CountSink count;
     qi::Emitter emitter(count, mode_);
     walk_list(emitter, static_cast<const L&>(list));
@@ -72,39 +74,40 @@ class SizeCheck {
     correct("size in header block 1", in_block, listed);
   }
 
-  void check_records(const std::string& name, qi::Scene& scene) { check_record(name, scene); }
+  void check_records(qi::Scene& scene) { check_record(scene); }
   template <qi::OneKindList L>
-  void check_records(const std::string& name, L& list) {
-    check_kind(name, list.records, list.sizes);
+  void check_records(L& list) {
+    check_kind(list.records, list.sizes);
   }
   template <qi::TwoKinds L>
-  void check_records(const std::string& name, L& list) {
-    check_kind(name, list.records1, list.sizes1);
-    check_kind(name, list.records2, list.sizes2);
+  void check_records(L& list) {
+    check_kind(list.records1, list.sizes1);
+    check_kind(list.records2, list.sizes2);
   }
   template <class R>
-  void check_kind(const std::string& name, std::vector<R>& records, Words& sizes) {
+  void check_kind(std::vector<R>& records, Words& sizes) {
     for (std::size_t i = 0; i < records.size(); ++i) {
-      check_record(name + ": record " + std::to_string(i), records[i]);
+      about_.record = i;
+      check_record(records[i]);
       if (i < sizes.size()) correct("size in the size table", sizes[i], records[i].fixed.size);
     }
   }
 
   template <class R>
-  void check_record(const std::string& name, R& record) {
-    where_ = name;
+  void check_record(R& record) {
     const std::uint64_t bytes = check_block1_and_count(record);
     correct("size", record.fixed.size, bytes);
   }
-  void check_record(const std::string& name, qi::Envelope& envelope) {
-    const auto parts = [&](const char* kind, auto& records) {
-      for (std::size_t i = 0; i < records.size(); ++i)
-        check_record(name + ": " + kind + " " + std::to_string(i), records[i]);
+  void check_record(qi::Envelope& envelope) {
+    const auto parts = [&](std::string_view kind, auto& records) {
+      about_.part = kind;
+      for (about_.part_number = 0; about_.part_number < records.size(); ++about_.part_number)
+        check_record(records[about_.part_number]);
     };
     parts("full-weighted part", envelope.full_weighted);
     parts("weighted part", envelope.weighted);
     parts("morph part", envelope.morphs);
-    where_ = name;
+    about_.part = {};
     correct("size", envelope.fixed.size, check_block1_and_count(envelope));
   }
 
@@ -127,22 +130,17 @@ class SizeCheck {
 
   Qis& scene_;
   int mode_;
-  const Report& report_;
+  const qi::MessageSink& sink_;
   int corrected_ = 0;
-  std::string where_;  ///< what the next correction is about, for its line
+  qi::Message about_;  ///< what the next correction is about
 };
 
 }  // namespace
 
-int qi::correct_sizes(Qis& scene, int mode, const Report& report) {
-  SizeCheck check(scene, mode, report);
+int qi::correct_sizes(Qis& scene, int mode, const MessageSink& sink) {
+  SizeCheck check(scene, mode, sink);
   check.check_all();
   return check.corrected();
 }
 
-int qiCheckSizes(Qis& scene, int mode) {
-  return qi::correct_sizes(scene, mode, [](const qi::WrongSize& size) {
-    std::fprintf(stderr, "%s: %s %" PRIu32 " corrected to %" PRIu64 "\n", size.where.c_str(),
-                 size.what.data(), size.held, size.written);
-  });
-}
+int qiCheckSizes(Qis& scene, int mode) { return qi::correct_sizes(scene, mode, qi::print_message); }

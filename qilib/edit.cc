@@ -3,7 +3,6 @@
 #include "qilib/edit.h"
 
 #include <algorithm>
-#include <cstdio>
 
 #include "qilib/sizes.h"
 
@@ -14,10 +13,22 @@ int add(Qis& scene, Word parent_kind, Word parent, Word child_kind, Word child) 
 }
 
 int remove(Qis& scene, Word parent_kind, Word parent, Word child_kind, Word child = kUnset) {
-  return qi::delete_reference(scene, *qi::find_reference(parent_kind, child_kind), parent, child);
+  return qi::delete_reference(scene, *qi::find_reference(parent_kind, child_kind), parent, child,
+                              qi::print_message);
 }
 
 bool exists(const Qis& scene, Word tag, Word number) { return number < qi::record_count(scene, tag); }
+
+int take_out(Word value, Words& array, Word& count, const qi::MessageSink& sink) {
+  const auto entry = std::find(array.begin(), array.end(), value);
+  if (entry == array.end()) {
+    sink({.code = qi::MessageCode::no_link, .found = value});
+    return 0;
+  }
+  array.erase(entry);
+  --count;
+  return 1;
+}
 
 int set_deformer(Qis& scene, Word shape_number, Word tag, Word deformer) {
   if (!exists(scene, qi::kShapeTag, shape_number) || !exists(scene, tag, deformer)) return 0;
@@ -68,14 +79,14 @@ int add_reference(Qis& scene, const Reference& kinds, Word parent, Word child) {
   return 1;
 }
 
-int delete_reference(Qis& scene, const Reference& kinds, Word parent, Word child) {
+int delete_reference(Qis& scene, const Reference& kinds, Word parent, Word child, const MessageSink& sink) {
   const Place place = kinds.place(scene, parent);
   if (!place) return 0;
   if (place.slot) {
     *place.slot = kinds.unset;
     return 1;
   }
-  if (!qiDeleteLink(child, *place.entries, *place.count)) return 0;
+  if (!take_out(child, *place.entries, *place.count, sink)) return 0;
   resize_place(scene, kinds, place, parent, -static_cast<std::int32_t>(sizeof(Word)));
   return 1;
 }
@@ -94,14 +105,7 @@ int qiAddLink(Word value, Words& array, Word& count) {
 }
 
 int qiDeleteLink(Word value, Words& array, Word& count) {
-  const auto entry = std::find(array.begin(), array.end(), value);
-  if (entry == array.end()) {
-    std::printf("Error: no link to index %d.\n", static_cast<int>(value));
-    return 0;
-  }
-  array.erase(entry);
-  --count;
-  return 1;
+  return take_out(value, array, count, qi::print_message);
 }
 
 void qiSetIndex(QisNodeIndex& node_index, Word tag, Word index) { node_index = {tag, index}; }

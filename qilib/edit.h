@@ -9,6 +9,7 @@
 
 #include <memory>
 
+#include "qilib/messages.h"
 #include "qilib/qis.h"
 #include "qilib/references.h"
 
@@ -96,8 +97,9 @@ namespace qi {
 /// The edit behind the qiAdd functions above, for any row of the table of references.
 int add_reference(Qis& scene, const Reference& kinds, Word parent, Word child);
 
-/// The edit behind the qiDelete functions above: `child` out of an array, or a slot unset.
-int delete_reference(Qis& scene, const Reference& kinds, Word parent, Word child);
+/// The edit behind the qiDelete functions above: `child` out of an array, or a slot unset. A child that isn't
+/// in the array is refused with a message.
+int delete_reference(Qis& scene, const Reference& kinds, Word parent, Word child, const MessageSink& sink);
 
 /// Grows (or shrinks) by `delta` bytes the record that `place` belongs to, with all that contains it.
 void resize_place(Qis& scene, const Reference& kinds, const Place& place, Word parent, std::int32_t delta);

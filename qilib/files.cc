@@ -17,6 +17,21 @@ File open_regular(const std::string& path) {
   return file;
 }
 
+File open_to_read(const std::string& path, const MessageSink& sink) {
+  File file = open_regular(path);
+  if (!file) sink({.code = MessageCode::no_input});
+  return file;
+}
+
+std::unique_ptr<ReplacingFile> open_to_write(const std::string& path, const MessageSink& sink) {
+  auto file = std::make_unique<ReplacingFile>(path);
+  if (!file->stream()) {
+    sink({.code = MessageCode::no_output});
+    file.reset();
+  }
+  return file;
+}
+
 std::uint64_t bytes_left(std::FILE* file) {
   struct stat status {};
   const off_t here = ftello(file);
@@ -26,17 +41,8 @@ std::uint64_t bytes_left(std::FILE* file) {
 
 }  // namespace qi
 
-qi::File qiQbReadOpen(const std::string& filename) {
-  qi::File file = qi::open_regular(filename);
-  if (!file) std::fprintf(stderr, "Input File Open Error\n");
-  return file;
-}
+qi::File qiQbReadOpen(const std::string& filename) { return qi::open_to_read(filename, qi::print_message); }
 
 std::unique_ptr<ReplacingFile> qiQbWriteOpen(const std::string& filename) {
-  auto file = std::make_unique<ReplacingFile>(filename);
-  if (!file->stream()) {
-    std::fprintf(stderr, "Output File Open Error\n");
-    file.reset();
-  }
-  return file;
+  return qi::open_to_write(filename, qi::print_message);
 }

@@ -8,6 +8,7 @@
 #include <string>
 
 #include "qilib/filehandle.h"
+#include "qilib/messages.h"
 #include "storage/replacefile.h"
 
 namespace qi {
@@ -16,16 +17,20 @@ namespace qi {
 /// nobody writes to, or a device without an end, would hold the program for good.
 File open_regular(const std::string& path);
 
+/// The same, with a message when there is no file.
+File open_to_read(const std::string& path, const MessageSink& sink);
+
+/// Opens a file for writing; it appears under its name when it is committed.
+/// @returns no file, after a message, when it can't be written.
+std::unique_ptr<ReplacingFile> open_to_write(const std::string& path, const MessageSink& sink);
+
 /// Bytes between the place where the file stands and its end; 0 when that can't be told.
 std::uint64_t bytes_left(std::FILE* file);
 
 }  // namespace qi
 
-/// Opens a regular file for reading. @returns no file, after "Input File Open Error", when it can't be had.
+// The same, printing "Input File Open Error" or "Output File Open Error".
 qi::File qiQbReadOpen(const std::string& filename);
-
-/// Opens a file for writing; it appears under its name when it is committed.
-/// @returns no file, after "Output File Open Error", when it can't be written.
 std::unique_ptr<ReplacingFile> qiQbWriteOpen(const std::string& filename);
 
 // Text files are opened like binary ones.

@@ -1,112 +1,147 @@
 /// @file
 /// Opening scene files: header, core lists, version-2 structures, extension lists.
-#include "qilib/opensave.h"
-
 #include <algorithm>
+#include <cstddef>
 
 #include "qilib/files.h"
 #include "qilib/guarded.h"
 #include "qilib/lists.h"
+#include "qilib/opensave.h"
 #include "qilib/reader.h"
 #include "qilib/sizes.h"
 
+namespace qi {
 namespace {
 
-/// printf's %d of an unsigned number: sizes are printed as signed words.
-int as_int(std::uint64_t n) { return static_cast<int>(static_cast<Word>(n)); }
+constexpr std::string_view kFileHeader = "FileHeader";
 
-/// The checks of the header's words against each other and the file's length.
-bool check_header(const qi::Header& header, std::uint64_t file_length) {
-  const qi::Header::Fixed& fixed = header.fixed;
-  const Word version = qiQUILver(header);
+/// The checks of the header's words against each other and the file's length. Every one runs.
+bool check_header(const Header& header, std::uint64_t file_length, const MessageSink& sink) {
+  using Fixed = Header::Fixed;
+  const Fixed& fixed = header.fixed;
   bool good = true;
-  if (version != qi::kVersion1 && version != qi::kVersion2) {
-    std::fprintf(stderr, "%8x\nUnknown version number.\n", fixed.version);
+  const auto check = [&](bool holds, MessageCode code, std::size_t offset, std::uint64_t found,
+                         std::uint64_t expected) {
+    if (holds) return;
     good = false;
-  }
-  if (file_length != fixed.file_size) {
-    std::fprintf(stderr, "file size %d %d\nData file size is incorrect - %s data.\n", as_int(file_length),
-                 as_int(fixed.file_size), file_length < fixed.file_size ? "missing" : "extra");
-    good = false;
-  }
-  if (sizeof fixed + std::uint64_t{fixed.ext_block1_size} + fixed.ext_block2_size != fixed.header_size) {
-    std::fprintf(stderr, "Incorrect file header size.\n");
-    good = false;
-  }
+    sink({.code = code,
+          .list = kFileHeader,
+          .found = found,
+          .expected = expected,
+          .offset = offset,
+          .base = 0});
+  };
+  const Word version = qiQUILver(header);
+  check(version == kVersion1 || version == kVersion2, MessageCode::unknown_version, offsetof(Fixed, version),
+        fixed.version, 0);
+  check(file_length >= fixed.file_size, MessageCode::missing_data, offsetof(Fixed, file_size), file_length,
+        fixed.file_size);
+  check(file_length <= fixed.file_size, MessageCode::extra_data, offsetof(Fixed, file_size), file_length,
+        fixed.file_size);
+  const std::uint64_t parts = sizeof fixed + std::uint64_t{fixed.ext_block1_size} + fixed.ext_block2_size;
+  check(fixed.header_size == parts, MessageCode::wrong_header_size, offsetof(Fixed, header_size),
+        fixed.header_size, parts);
   // In version 2 the extension lists lie outside the directory, so there the sum says nothing.
-  if (version == qi::kVersion1 && qiSizeofQUIL1file(header) != fixed.file_size) {
-    std::fprintf(stderr, "file size=%d,sum of list=%d\nSome of list_num data is incorrect.\n",
-                 as_int(fixed.file_size), as_int(qiSizeofQUIL1file(header)));
-    good = false;
-  }
-  if (fixed.header_tag != 0) {
-    std::fprintf(stderr, "tag error.\n");
-    good = false;
-  }
+  const std::uint64_t sum = qiSizeofQUIL1file(header);
+  check(version != kVersion1 || sum == fixed.file_size, MessageCode::wrong_sum_of_lists,
+        offsetof(Fixed, list_num), sum, fixed.file_size);
+  check(fixed.header_tag == 0, MessageCode::wrong_header_tag, offsetof(Fixed, header_tag), fixed.header_tag,
+        0);
   return good;
 }
 
-/// Whether n bytes more stand in the file; a message about the header when they don't.
-bool has_bytes(std::FILE* file, std::uint64_t n, const char* what) {
-  const std::uint64_t left = qi::bytes_left(file);
-  if (n <= left) return true;
-  qi::report({.fault = qi::ReadError::Fault::too_large,
-              .what = what,
-              .needed = n,
-              .left = left,
-              .offset = static_cast<std::size_t>(std::ftell(file))},
-             "FileHeader", {});
-  return false;
+/// Whether a piece of the header of so many bytes stands in the file; a message when it doesn't.
+bool has_bytes(std::FILE* file, std::uint64_t bytes, std::string_view what, const MessageSink& sink) {
+  const std::uint64_t left = bytes_left(file);
+  if (bytes > left)
+    sink({.code = MessageCode::too_large,
+          .list = kFileHeader,
+          .what = what,
+          .found = bytes,
+          .expected = left,
+          .offset = static_cast<std::uint64_t>(std::ftell(file)),
+          .base = 0});
+  return bytes <= left;
 }
 
-bool read_block(std::FILE* file, Words& block, Word size, const char* what) {
+bool read_block(std::FILE* file, Words& block, Word size, std::string_view what, const MessageSink& sink) {
   if (size % sizeof(Word) != 0) {
-    qi::report({.fault = qi::ReadError::Fault::not_words, .what = what, .needed = size}, "FileHeader", {});
+    sink({.code = MessageCode::no_whole_words,
+          .list = kFileHeader,
+          .what = what,
+          .found = size,
+          .offset = static_cast<std::uint64_t>(std::ftell(file)),
+          .base = 0});
     return false;
   }
-  if (!has_bytes(file, size, what)) return false;
+  if (!has_bytes(file, size, what, sink)) return false;
   block.resize(size / sizeof(Word));
   return freadEndianSwap4(block.data(), size, file) == size;
 }
 
+int read_file_header(std::FILE* file, Header& header, const MessageSink& sink) {
+  header = {};
+  const std::uint64_t file_length = bytes_left(file);
+  const bool whole = freadEndianSwap4(&header.fixed, sizeof header.fixed, file) == sizeof header.fixed;
+  const bool good = check_header(header, file_length, sink);
+  if (!whole) has_bytes(file, sizeof header.fixed, "fixed part", sink);
+  return whole && read_block(file, header.block1, header.fixed.ext_block1_size, "extension block 1", sink) &&
+         read_block(file, header.block2, header.fixed.ext_block2_size, "extension block 2", sink) &&
+         qiSetupFileHeaderExt(header) && good;
+}
+
 /// Reads the core lists or the extension lists, up to the first that fails.
-int read_lists(std::FILE* file, Qis& scene, bool extension) {
+int read_lists(std::FILE* file, Qis& scene, bool extension, const MessageSink& sink) {
   int result = 1;
-  qi::for_each_list(scene, [&](const qi::ListInfo& info, auto& /*list*/) {
+  for_each_list(scene, [&](const ListInfo& info, auto& /*list*/) {
     if (info.extension == extension)
-      result = result && qiReadList(file, qi::list_bytes(scene.header, info), scene, info.name);
+      result = result && read_list(file, list_bytes(scene.header, info), scene, info.name, sink);
   });
   return result;
 }
 
-/// Empties the scene and reads the version-1 part into it.
-int read_version1_part(std::FILE* file, const std::string& filename, Qis& scene) {
+/// Empties the scene, once the file could be opened, and reads the version-1 part into it.
+/// @returns nothing when the file could not be opened: what the scene holds is not this file's.
+std::optional<int> open_version1(const std::string& filename, Qis& scene, const MessageSink& sink) {
+  const File file = open_to_read(filename, sink);
+  if (!file) return std::nullopt;
   Qis empty;
   empty.filename = filename;  // aside: the name may be the scene's own
   scene = std::move(empty);
-  if (!qiReadFileHeader(file, scene)) return 0;
-  return read_lists(file, scene, false);
+  return read_file_header(file.get(), scene.header, sink) && read_lists(file.get(), scene, false, sink);
 }
 
-int setup_version2_structures(Qis& scene) {
-  return qiSetupSceneListExt(scene.scene) && qiSetupCamExt(scene.cam_list) && qiSetupObjExt(scene.obj_list) &&
-         qiSetupShapeExt(scene.shape_list) && qiSetupMatExt(scene.mat_list) &&
-         qiSetupTexExt(scene.tex_list) && qiSetupTeximgExt(scene.teximg_list) &&
-         qiSetupAnimGroupExt(scene.anim_list);
+int setup_version2_structures(Qis& scene, const MessageSink& sink) {
+  return qiSetupSceneListExt(scene.scene, sink) && qiSetupCamExt(scene.cam_list, sink) &&
+         qiSetupObjExt(scene.obj_list, sink) && qiSetupShapeExt(scene.shape_list, sink) &&
+         qiSetupMatExt(scene.mat_list, sink) && qiSetupTexExt(scene.tex_list, sink) &&
+         qiSetupTeximgExt(scene.teximg_list, sink) && qiSetupAnimGroupExt(scene.anim_list, sink);
+}
+
+int open_extension_lists(Qis& scene, const MessageSink& sink) {
+  const File file = open_to_read(scene.filename, sink);
+  if (!file) return 0;
+  if (fseeko(file.get(), static_cast<off_t>(qiSizeofQUIL1file(scene.header)), SEEK_SET) != 0) return 0;
+  return read_lists(file.get(), scene, true, sink);
 }
 
 }  // namespace
 
+int open_scene(const std::string& filename, Qis& scene, const MessageSink& sink) {
+  return guarded(sink, [&] {
+    const std::optional<int> result = open_version1(filename, scene, sink);
+    if (!result) return 0;
+    if (qiQUILver(scene.header) != kVersion2) return *result;
+    if (!setup_version2_structures(scene, sink)) return 0;
+    if (!has_ext_sizes(scene.header)) return *result;
+    return open_extension_lists(scene, sink) ? *result : 0;
+  });
+}
+
+}  // namespace qi
+
 int qiReadFileHeader(std::FILE* file, Qis& scene) {
-  qi::Header& header = scene.header;
-  header = {};
-  const std::uint64_t file_length = qi::bytes_left(file);
-  const bool whole = freadEndianSwap4(&header.fixed, sizeof header.fixed, file) == sizeof header.fixed;
-  const bool good = check_header(header, file_length);
-  if (!whole) has_bytes(file, sizeof header.fixed, "fixed part");
-  return whole && read_block(file, header.block1, header.fixed.ext_block1_size, "extension block 1") &&
-         read_block(file, header.block2, header.fixed.ext_block2_size, "extension block 2") &&
-         qiSetupFileHeaderExt(header) && good;
+  return qi::read_file_header(file, scene.header, qi::print_message);
 }
 
 int qiSetupFileHeaderExt(qi::Header& header) {
@@ -118,39 +153,21 @@ int qiSetupFileHeaderExt(qi::Header& header) {
 }
 
 int qiSetFilename(const std::string& filename, Qis& scene) {
-  return qi::guarded([&] {
+  return qi::guarded(qi::print_message, [&] {
     scene.filename = filename;
     return 1;
   });
 }
 
 int qiOpenQb1(const std::string& filename, Qis& scene) {
-  return qi::guarded([&] {
-    const qi::File file = qiQbReadOpen(filename);
-    return file ? read_version1_part(file.get(), filename, scene) : 0;
-  });
+  return qi::guarded(qi::print_message,
+                     [&] { return qi::open_version1(filename, scene, qi::print_message).value_or(0); });
 }
 
 int qiOpenQb2Ext(Qis& scene) {
-  return qi::guarded([&] {
-    const qi::File file = qiQbReadOpen(scene.filename);
-    if (!file) return 0;
-    if (fseeko(file.get(), static_cast<off_t>(qiSizeofQUIL1file(scene.header)), SEEK_SET) != 0) return 0;
-    return read_lists(file.get(), scene, true);
-  });
+  return qi::guarded(qi::print_message, [&] { return qi::open_extension_lists(scene, qi::print_message); });
 }
 
 int qiOpenQb(const std::string& filename, Qis& scene) {
-  return qi::guarded([&] {
-    int result = 0;
-    {
-      const qi::File file = qiQbReadOpen(filename);
-      if (!file) return 0;  // what the scene holds is not this file's: no set-up may touch it
-      result = read_version1_part(file.get(), filename, scene);
-    }
-    if (qiQUILver(scene.header) != qi::kVersion2) return result;
-    if (!setup_version2_structures(scene)) return 0;
-    if (!qi::has_ext_sizes(scene.header)) return result;
-    return qiOpenQb2Ext(scene) ? result : 0;
-  });
+  return qi::open_scene(filename, scene, qi::print_message);
 }

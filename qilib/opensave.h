@@ -5,11 +5,27 @@
 #include <cstdio>
 #include <string>
 
+#include "qilib/messages.h"
 #include "qilib/qis.h"
 
+namespace qi {
+
 /// Opens a file of either version. The scene is emptied once the file could be opened, and filled.
-/// @returns 1, or 0 after messages on standard error; the scene then holds what was read so far, or what
-///          it held before when the file could not be opened at all.
+/// @returns 1, or 0 after messages; the scene then holds what was read so far, or what it held before when
+///          the file could not be opened at all.
+int open_scene(const std::string& filename, Qis& scene, const MessageSink& sink);
+
+/// Saves the scene to its file name. The file that was there is untouched until the new one is complete.
+/// @param mode  1 for the records' extension blocks as they were read, 2 for the edits of the version-2
+///              structures.
+/// @returns 1, or 0 after a message when the file can't be written.
+int save_scene(const Qis& scene, int mode, const MessageSink& sink);
+
+}  // namespace qi
+
+// Everything below prints its messages, on standard error.
+
+/// As qi::open_scene.
 int qiOpenQb(const std::string& filename, Qis& scene);
 
 /// The version-1 part of opening: header and core lists.
@@ -25,10 +41,7 @@ int qiReadFileHeader(std::FILE* file, Qis& scene);
 /// @returns 0 when block 1 is empty.
 int qiSetupFileHeaderExt(qi::Header& header);
 
-/// Save the scene to its file name: in mode 1 (qiWriteQb) the records' extension blocks as they were read,
-/// in mode 2 (qiWriteQb2) with the edits of the version-2 structures.
-/// The file that was there is untouched until the new one is complete.
-/// @returns 1, or 0 after a message when the file can't be written.
+// As qi::save_scene, in mode 1 and in mode 2.
 int qiWriteQb(const Qis& scene);
 int qiWriteQb2(const Qis& scene);
 

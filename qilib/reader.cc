@@ -1,40 +1,12 @@
 /// @file
-/// Reading: the messages, the table of the lists, and a list's way from the file into its set-up.
+/// Reading: the table of the lists, and a list's way from the file into its set-up.
 #include "qilib/reader.h"
 
-#include <cinttypes>
 #include <memory>
-#include <string>
 
 #include "qilib/files.h"
 
 namespace qi {
-
-void report(const ReadError& error, std::string_view list_name, std::optional<std::size_t> record) {
-  std::string where(list_name);
-  if (record) where += ": record " + std::to_string(*record);
-  const std::string what(error.what);
-  switch (error.fault) {
-    case ReadError::Fault::too_large:
-      std::fprintf(stderr, "%s: %s of %" PRIu64 " bytes at offset %zu exceeds the %" PRIu64 " bytes left\n",
-                   where.c_str(), what.c_str(), error.needed, error.offset, error.left);
-      break;
-    case ReadError::Fault::not_words:
-      std::fprintf(stderr, "%s: %s of %" PRId64 " bytes is no whole number of words\n", where.c_str(),
-                   what.c_str(), static_cast<std::int64_t>(error.needed));
-      break;
-    case ReadError::Fault::wrong_length:
-      std::fprintf(stderr, "%s: fixed part of %" PRIu64 " bytes, expected %" PRIu64 "\n", where.c_str(),
-                   error.needed, error.left);
-      break;
-    case ReadError::Fault::tag:
-      std::fprintf(stderr, "irregular tag ! %0#10x != %0#10x\n", error.found, error.expected);
-      break;
-    case ReadError::Fault::name_tag:
-      std::fprintf(stderr, "irregular tag ! %0#10x\n", error.found);
-      break;
-  }
-}
 
 namespace {
 
@@ -42,11 +14,12 @@ namespace {
 struct TableWalk {
   std::string_view list_name;
   std::span<const Word> buffer;
+  const MessageSink& sink;
   int result = 0;
 
   template <class Setup, class Reset, class L>
   void row(const Setup& setup, const Reset& reset, L& list) {
-    if (setup.list_name == list_name) result = buffer.empty() ? reset(list) : setup(buffer, list);
+    if (setup.list_name == list_name) result = buffer.empty() ? reset(list) : setup(buffer, list, sink);
   }
 
   int operator()(Qis& scene) {
@@ -83,11 +56,38 @@ struct TableWalk {
 };
 
 }  // namespace
+
+int read_list(std::FILE* file, Word size, Qis& scene, std::string_view list_name, const MessageSink& sink) {
+  const auto begin = static_cast<std::uint64_t>(std::ftell(file));
+  const MessageSink placing_sink = [&](Message message) {
+    message.base = begin;
+    sink(message);
+  };
+  if (size == 0) return TableWalk{list_name, {}, placing_sink}(scene);
+  Message message{.code = MessageCode::too_large,
+                  .list = list_name,
+                  .what = "list",
+                  .found = size,
+                  .expected = bytes_left(file),
+                  .offset = begin,
+                  .base = 0};
+  if (size % sizeof(Word) != 0) {
+    message.code = MessageCode::no_whole_words;
+  } else if (size <= message.expected) {
+    const auto words = std::make_unique_for_overwrite<Word[]>(size / sizeof(Word));
+    message.expected = freadEndianSwap4(words.get(), size, file);
+    if (message.expected == size)
+      return TableWalk{list_name, {words.get(), size / sizeof(Word)}, placing_sink}(scene);
+  }
+  sink(message);
+  return 0;
+}
+
 }  // namespace qi
 
 int qiCheckTag(Word found, Word expected) {
   if (found == expected) return 1;
-  qi::report({.fault = qi::ReadError::Fault::tag, .found = found, .expected = expected}, {}, {});
+  qi::print_message({.code = qi::MessageCode::wrong_tag, .found = found, .expected = expected});
   return 0;
 }
 
@@ -107,19 +107,5 @@ int qiReadExtBlk1(qi::ListCursor& cursor, Words& destination1, Word size1, Words
 }
 
 int qiReadList(std::FILE* file, Word size, Qis& scene, std::string_view list_name) {
-  if (size == 0) return qi::TableWalk{list_name, {}}(scene);
-  qi::ReadError error{.fault = qi::ReadError::Fault::too_large,
-                      .what = "list",
-                      .needed = size,
-                      .left = qi::bytes_left(file),
-                      .offset = static_cast<std::size_t>(std::ftell(file))};
-  if (size % sizeof(Word) != 0) {
-    error.fault = qi::ReadError::Fault::not_words;
-  } else if (size <= error.left) {
-    const auto words = std::make_unique_for_overwrite<Word[]>(size / sizeof(Word));
-    error.left = freadEndianSwap4(words.get(), size, file);
-    if (error.left == size) return qi::TableWalk{list_name, {words.get(), size / sizeof(Word)}}(scene);
-  }
-  qi::report(error, list_name, {});
-  return 0;
+  return qi::read_list(file, size, scene, list_name, qi::print_message);
 }

@@ -15,29 +15,10 @@
 
 #include "qilib/byteorder.h"
 #include "qilib/listwalk.h"
+#include "qilib/messages.h"
 #include "qilib/qis.h"
 
 namespace qi {
-
-/// What is wrong with a list. `report` turns it into a message.
-struct ReadError {
-  enum class Fault {
-    too_large,     ///< `needed` bytes, but only `left` stand in the list
-    not_words,     ///< a size of `needed` bytes is no whole number of words
-    wrong_length,  ///< a fixed part of `needed` bytes, which must be (or be at least) `left`
-    tag,           ///< `found` stands where `expected` should
-    name_tag,      ///< the name list's tag is `found`
-  };
-  Fault fault;
-  std::string_view what = {};  ///< the piece that was too large, in words for the reader of the message
-  std::uint64_t needed = 0, left = 0;
-  std::size_t offset = 0;  ///< bytes into the list
-  Word found = 0, expected = 0;
-};
-
-/// Prints the error on standard error, with the list's name and, where one was being read, the record's
-/// number in it.
-void report(const ReadError& error, std::string_view list_name, std::optional<std::size_t> record);
 
 /// A place in a block of words. The first failure sticks: from then on nothing moves any more.
 class ListCursor {
@@ -55,7 +36,7 @@ class ListCursor {
   std::span<const Word> take_bytes(std::int64_t n, std::string_view what) {
     if (n >= 0 && n % std::int64_t{sizeof(Word)} == 0)
       return take(static_cast<std::uint64_t>(n) / sizeof(Word), what);
-    fail({.fault = ReadError::Fault::not_words, .what = what, .needed = static_cast<std::uint64_t>(n)});
+    fail({.code = MessageCode::no_whole_words, .what = what, .found = static_cast<std::uint64_t>(n)});
     return {};
   }
   /// Whether n items are left; an error about `what` when they are not.
@@ -64,29 +45,32 @@ class ListCursor {
     if (n <= left() / words_each) return true;
     const std::uint64_t item_bytes = words_each * sizeof(Word);
     const std::uint64_t most = std::numeric_limits<std::uint64_t>::max() / item_bytes;
-    fail({.fault = ReadError::Fault::too_large,
+    fail({.code = MessageCode::too_large,
           .what = what,
-          .needed = std::min(n, most) * item_bytes,
-          .left = left() * sizeof(Word)});
+          .found = std::min(n, most) * item_bytes,
+          .expected = left() * sizeof(Word)});
     return false;
   }
-  void fail(ReadError error) {
+  /// Keeps the message, about what begins here unless it says where, if it is the first.
+  void fail(Message message) {
     if (error_) return;
-    error.offset = pos_ * sizeof(Word);
-    error_ = error;
+    if (!message.offset) message.offset = offset();
+    error_ = message;
   }
   std::size_t left() const { return words_.size() - pos_; }
-  const std::optional<ReadError>& error() const { return error_; }
+  /// Bytes from the beginning of the block.
+  std::size_t offset() const { return pos_ * sizeof(Word); }
+  const std::optional<Message>& error() const { return error_; }
 
  private:
   std::span<const Word> words_;
   std::size_t pos_ = 0;
-  std::optional<ReadError> error_;
+  std::optional<Message> error_;
 };
 
 }  // namespace qi
 
-/// 1 if the tags are equal; else prints both and returns 0.
+/// 1 if the tags are equal; else prints both, as "irregular tag", and returns 0.
 int qiCheckTag(Word found, Word expected);
 
 /// Copies the next words into `destination`. @returns 1, or 0 when the cursor has fewer left.
@@ -121,27 +105,32 @@ inline void qiSetPoly(QisPoly& poly, Word w0, Word w1, Word w2, Word w3, Word w4
 
 namespace qi {
 
-/// Fills records from a list's words: the Io of the walks (see records.h) that reads.
+/// Fills records from words of a list, or of one of its records: the Io of the walks (see records.h) that
+/// reads.
 class Reader {
  public:
-  explicit Reader(std::span<const Word> words) : cursor_(words) {}
+  Reader(std::span<const Word> words, std::string_view list, std::optional<std::size_t> record = {})
+      : cursor_(words), list_(list), record_(record) {}
 
   bool ok() const { return !cursor_.error(); }
-  /// Prints what went wrong, if anything did. @returns 1 when nothing did.
-  int finish(std::string_view list_name) const { return finish(list_name, record_); }
-  int finish(std::string_view list_name, std::optional<std::size_t> record) const {
-    if (!ok()) report(*cursor_.error(), list_name, record);
-    return ok();
+  /// Says what went wrong, if anything did. @returns 1 when nothing did.
+  int finish(const MessageSink& sink) const {
+    if (ok()) return 1;
+    Message message = *cursor_.error();
+    message.list = list_;
+    message.record = record_;
+    sink(message);
+    return 0;
   }
 
   template <class F>
   void fixed(F& f) {
+    fixed_at_ = cursor_.offset();
     const auto words = cursor_.take(sizeof(F) / sizeof(Word), "fixed part");
     if (!words.empty()) copy_out(words, f);
   }
   void tag(Word found, Word expected) {
-    if (found != expected)
-      cursor_.fail({.fault = ReadError::Fault::tag, .found = found, .expected = expected});
+    if (found != expected) fail_fixed(MessageCode::wrong_tag, found, expected);
   }
   void name_list_tag(Word found) {
     name_list_tag_ = found;
@@ -246,16 +235,21 @@ class Reader {
     static_assert(std::is_trivially_copyable_v<T>);
     std::memcpy(std::as_writable_bytes(std::span(&item, 1)).data(), words.data(), words.size_bytes());
   }
+  /// A failure of the fixed words that were read last.
+  void fail_fixed(MessageCode code, Word found, std::size_t expected) {
+    cursor_.fail({.code = code, .found = found, .expected = expected, .offset = fixed_at_});
+  }
   void wrong_length(Word found, std::size_t expected) {
-    cursor_.fail({.fault = ReadError::Fault::wrong_length, .needed = found, .left = expected});
+    fail_fixed(MessageCode::wrong_length, found, expected);
   }
   void name_tag_is(Word found, Word tag1, Word tag2) {
-    if (found != tag1 && found != tag2)
-      cursor_.fail({.fault = ReadError::Fault::name_tag, .found = name_list_tag_});
+    if (found != tag1 && found != tag2) fail_fixed(MessageCode::wrong_name_tag, name_list_tag_, 0);
   }
 
   ListCursor cursor_;
+  std::string_view list_;
   std::optional<std::size_t> record_;
+  std::size_t fixed_at_ = 0;  ///< bytes from the beginning to the fixed words that were read last
   bool inside_record_ = false;
   Word name_list_tag_ = 0;
 };
@@ -275,16 +269,16 @@ void make_whole(L& list) {
   list.sizes2.resize(list.records2.size());
 }
 
-/// Parses a list's words into the list object. @returns 1, or 0 after a message on standard error.
+/// Parses a list's words into the list object. @returns 1, or 0 after a message, by default a printed one.
 template <class L>
 struct SetupList {
   std::string_view list_name;
-  int operator()(std::span<const Word> buffer, L& list) const {
+  int operator()(std::span<const Word> buffer, L& list, const MessageSink& sink = print_message) const {
     list = L{};
-    Reader reader(buffer);
+    Reader reader(buffer, list_name);
     walk_list(reader, list);
     if (!reader.ok()) make_whole(list);
-    return reader.finish(list_name);
+    return reader.finish(sink);
   }
 };
 
@@ -309,24 +303,24 @@ struct EmptyList {
 template <class R>
 struct SetupExt {
   std::string_view list_name;
-  int operator()(List<R>& list) const {
+  int operator()(List<R>& list, const MessageSink& sink = print_message) const {
     int result = 1;
     for (std::size_t i = 0; i < list.records.size(); ++i)
-      if (!one(list.records[i], i)) result = 0;
+      if (!one(list.records[i], i, sink)) result = 0;
     return result;
   }
-  int operator()(R& record) const { return one(record, 0); }
+  int operator()(R& record, const MessageSink& sink = print_message) const { return one(record, 0, sink); }
 
  private:
-  int one(R& record, std::size_t number) const {
+  int one(R& record, std::size_t number, const MessageSink& sink) const {
     record.ext.reset();
     if (record.fixed.block1_size == 0) return 0;
-    Reader reader(record.block1);
+    Reader reader(record.block1, list_name, number);
     auto& ext = record.ext.emplace();
     walk(reader, ext, tiles_of(record));
     reader.rest(ext.tail);
     if (!reader.ok()) record.ext.reset();
-    return reader.finish(list_name, number);
+    return reader.finish(sink);
   }
 };
 
@@ -376,9 +370,16 @@ inline constexpr qi::SetupExt<qi::Tex> qiSetupTexExt{"TexList"};
 inline constexpr qi::SetupExt<qi::Teximg> qiSetupTeximgExt{"TeximgList"};
 inline constexpr qi::SetupExt<qi::Anim> qiSetupAnimGroupExt{"AnimList"};
 
+namespace qi {
+
 /// Reads one list from where the file stands.
 /// @param size  bytes of the list; 0: it is absent, and reset.
 /// @param list_name  the list's name, such as "ObjList".
 /// @returns what the list's set-up or reset returns; 0 when there is no such list, or when the file ends
 ///          before the list does.
+int read_list(std::FILE* file, Word size, Qis& scene, std::string_view list_name, const MessageSink& sink);
+
+}  // namespace qi
+
+/// The same, printing its message.
 int qiReadList(std::FILE* file, Word size, Qis& scene, std::string_view list_name);

@@ -1,7 +1,6 @@
 /// @file
 /// Saving scene files: header, core lists, extension lists.
 #include <cerrno>
-#include <cstring>
 #include <limits>
 
 #include "qilib/files.h"
@@ -31,17 +30,17 @@ bool size_fits(std::FILE* file) {
   return false;
 }
 
-int save(const Qis& scene, int mode) {
-  return qi::guarded([&] {
-    const auto file = qiQbWriteOpen(scene.filename);
+}  // namespace
+
+int qi::save_scene(const Qis& scene, int mode, const MessageSink& sink) {
+  return guarded(sink, [&] {
+    const auto file = open_to_write(scene.filename, sink);
     if (!file) return 0;
     if (qiWriteScene(file->stream(), scene, mode) && file->commit()) return 1;
-    std::fprintf(stderr, "Output File Write Error: %s\n", std::strerror(errno));
+    sink({.code = MessageCode::output_failed, .error = errno});
     return 0;
   });
 }
-
-}  // namespace
 
 int qiWriteFileHeaderExt(std::FILE* file, const qi::Header& header, int mode) {
   qi::FileSink sink(file);
@@ -72,8 +71,8 @@ int qiWriteScene(std::FILE* file, const Qis& scene, int mode) {
          qiWriteQb2Ext(file, scene) && size_fits(file);
 }
 
-int qiWriteQb(const Qis& scene) { return save(scene, qi::kBlocksAsRead); }
-int qiWriteQb2(const Qis& scene) { return save(scene, qi::kFromStructures); }
+int qiWriteQb(const Qis& scene) { return qi::save_scene(scene, qi::kBlocksAsRead, qi::print_message); }
+int qiWriteQb2(const Qis& scene) { return qi::save_scene(scene, qi::kFromStructures, qi::print_message); }
 
 int qiSaveAsQb(Qis& scene, const std::string& filename) {
   return qiSetFilename(filename, scene) && qiWriteQb(scene);

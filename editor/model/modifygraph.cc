@@ -125,7 +125,7 @@ int delete_by_rule(const LinkRule& rule, Word parent, Word child) {
   if (!place) return 0;
   if (rule.odd.absent == Absent::drops_last) return delete_entry_or_last(kinds, place, parent, child);
   const bool accepted = rule.odd.absent == Absent::accepted && !place.entries->empty();
-  return delete_reference(*qis, kinds, parent, child) || accepted ? 1 : 0;
+  return delete_reference(*qis, kinds, parent, child, print_message) || accepted ? 1 : 0;
 }
 
 bool refers_to(const Reference& kinds, Word parent, Word child) {
@@ -149,7 +149,7 @@ int delete_link(Word parent_kind, Word parent, const std::string& child) {
 
 int unset_slot(Word parent_kind, Word parent, Word child_kind) {
   const Reference& kinds = *find_reference(parent_kind, child_kind);
-  return delete_reference(*qis, kinds, parent, kinds.unset);
+  return delete_reference(*qis, kinds, parent, kinds.unset, print_message);
 }
 
 int take_from_old_parent(Word old_kind, Word old_parent, Word child_kind, Word child, OldParent manner) {
