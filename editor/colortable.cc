@@ -1,5 +1,5 @@
 /// @file
-/// Fills the colour table: what the colormap has, then what can be allocated, then neighbours.
+/// Fills the colour table from the colormap, then with colours that can be allocated, then with neighbours.
 #include "editor/colortable.h"
 
 #include <X11/Xmu/WinUtil.h>
@@ -20,27 +20,28 @@ constexpr std::array<unsigned short, 8> kRedGreenLevels = {0x0000, 0x2525, 0x494
                                                            0x9292, 0xb6b6, 0xdbdb, 0xffff};
 constexpr std::array<unsigned short, 4> kBlueLevels = {0x0000, 0x5555, 0xaaaa, 0xffff};
 
-/// The steps of each channel of a colour index.
-struct Steps {
+/// A colour index taken apart: levels of red and green from 0 to 7, of blue from 0 to 3.
+struct Levels {
   int red, green, blue;
 };
-constexpr Steps steps_of(int index) { return {index >> 5, (index >> 2) & 7, index & 3}; }
-constexpr int index_of(Steps s) { return s.red << 5 | s.green << 2 | s.blue; }
+constexpr Levels levels_of(int index) { return {index >> 5, (index >> 2) & 7, index & 3}; }
+constexpr int index_of(Levels s) { return s.red << 5 | s.green << 2 | s.blue; }
 
 int quantise(const XColor& color) {
   return index_of({(color.red + 4681) / 9362, (color.green + 4681) / 9362, (color.blue + 10922) / 21845});
 }
 
 XColor color_of(int index) {
-  const Steps steps = steps_of(index);
+  const Levels levels = levels_of(index);
   XColor color{};
-  color.red = kRedGreenLevels[static_cast<std::size_t>(steps.red)];
-  color.green = kRedGreenLevels[static_cast<std::size_t>(steps.green)];
-  color.blue = kBlueLevels[static_cast<std::size_t>(steps.blue)];
+  color.red = kRedGreenLevels[static_cast<std::size_t>(levels.red)];
+  color.green = kRedGreenLevels[static_cast<std::size_t>(levels.green)];
+  color.blue = kBlueLevels[static_cast<std::size_t>(levels.blue)];
   return color;
 }
 
-/// Enters every colormap cell that falls on a colour of the table; the lowest pixel of a colour wins.
+/// Enters every cell of the colormap under the colour of the table that it is nearest to; where several are
+/// nearest to one, the cell with the lowest pixel value.
 void take_colormap(Display* display, unsigned char table[kColors], int used[kColors]) {
   std::array<XColor, kColors> cells{};
   const Visual* visual = DefaultVisual(display, 0);
@@ -76,13 +77,13 @@ void make256table(Display* display, unsigned char table[256]) {
   for (int index = 0; index < kColors; ++index) {
     if (used[index] == 1) continue;
     table[index] = table[scanRGB8space(index, used)];
-    used[index] = 1;  // so that it serves as a neighbour of those that follow
+    used[index] = 1;  // so that it can serve as a neighbour of those after it
   }
 }
 
 int scanRGB8space(int index, const int used[256]) {
-  const Steps at = steps_of(index);
-  const std::array<std::pair<bool, Steps>, 6> neighbours = {{
+  const Levels at = levels_of(index);
+  const std::array<std::pair<bool, Levels>, 6> neighbours = {{
       {at.blue > 0, {at.red, at.green, at.blue - 1}},
       {at.blue < 3, {at.red, at.green, at.blue + 1}},
       {at.green > 0, {at.red, at.green - 1, at.blue}},
@@ -90,8 +91,8 @@ int scanRGB8space(int index, const int used[256]) {
       {at.red > 0, {at.red - 1, at.green, at.blue}},
       {at.red < 7, {at.red + 1, at.green, at.blue}},
   }};
-  for (const auto& [exists, steps] : neighbours)
-    if (exists && used[index_of(steps)] == 1) return index_of(steps);
+  for (const auto& [exists, levels] : neighbours)
+    if (exists && used[index_of(levels)] == 1) return index_of(levels);
   return 0;
 }
 

@@ -1,13 +1,14 @@
 /// @file
 /// The 256-entry colour table that texture pictures are drawn with, and the search for another editor that
-/// has already allocated its cells on this display.
+/// has already allocated these colours on this display.
 #pragma once
 
 #include <X11/Xlib.h>
 
 /// Fills `table` with the X pixel value to draw each 8-bit colour with (3 bits red, 3 bits green, 2 bits
 /// blue, red in the high bits). Colours that the default colormap of screen 0 lacks are allocated, unless
-/// another editor runs on the display and has done so already; what cannot be had takes its neighbour's.
+/// another editor runs on the display and has done so already. A colour that can't be had takes the pixel
+/// value of a neighbouring colour.
 void make256table(Display* display, unsigned char table[256]);
 
 /// @returns a neighbour of colour `index` whose `used` entry is exactly 1 (one step in blue, green or red,

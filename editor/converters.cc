@@ -37,7 +37,7 @@ void Converters::writeScratch(const char* path) {
     run_(std::string("rm -f ") + path);
     return save_(path, 2) == 0;
   }();
-  // The converters run all the same, and say what they miss.
+  // The converter is run all the same; it says itself what it misses.
   if (!written) prompts_.warn("Can't output QUIL data!");
 }
 
@@ -100,7 +100,8 @@ void Converters::viewerPreview(ZexBoard board) {
 void Converters::executeScript() {
   std::printf("%s\n", ngops.preview_path);
   {
-    // Unlike every other save: the scripts take version-2 structures as they were read.
+    // Unlike in every other save, the version-2 structures are written as they were read: scripts expect
+    // that.
     const Busy busy(prompts_);
     save_(script_scene(), 1);
   }

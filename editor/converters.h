@@ -11,9 +11,10 @@
 #include "tools/kavoprev.h"
 #include "tools/quil2prev.h"
 
-/// Takes the scene through the console's converters and onto a development board, by the options in `ngops`.
-/// A command ends when its programs have; only full previews are loaded, and the user's script runs, in the
-/// background. What fails is told and does not stop the command, unless there is then nothing to load.
+/// Converts the scene with the console's programs, as the options in `ngops` say, and loads it onto a
+/// development board. A command waits for the programs that it runs, except for the loader of a full preview
+/// and the user's script, which go on in the background. A failure is told to the user; the command goes on
+/// all the same unless there is nothing that it could load.
 class Converters {
  public:
   /// Writes the scene to a path, in a mode of the writer. @returns 0 when it is written.
@@ -27,15 +28,16 @@ class Converters {
 
   /// Ends the loaders that send previews to a board.
   void killLoaders();
-  /// Keeps the directory of a file that the user chooses as the one for output, in this run of the program.
+  /// Lets the user choose a file, and takes its directory for the converters' output. The options file is not
+  /// written.
   void setOutputDirectory();
 
   /// @name Display lists.
   /// @{
   void convertToDisplayLists();
-  /// Makes the scene into a program of its own and loads that.
+  /// Builds a previewer that contains the scene, and loads it.
   void fullPreview(const KavoBoard& board);
-  /// Loads the scene beside a previewer that is the same for all scenes.
+  /// Loads a previewer that is the same for all scenes, and then the scene as data.
   void quickPreview(const KavoBoard& board);
   /// What comes before every conversion: ends the loaders and writes the scratch scene.
   void prepareDisplayLists();
@@ -61,7 +63,7 @@ class Converters {
   Prompts& prompts_;
   const Save save_;
   const Run run_;
-  /// What a quick preview, or whatever came before us, left in the board's memory must be cleared before the
-  /// next full preview.
+  /// Whether the next full preview must clear the board's memory first: it may hold a quick preview or, when
+  /// the program starts, anything.
   bool board_is_dirty_ = true;
 };

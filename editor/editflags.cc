@@ -12,7 +12,7 @@ PropertyDialog* NodeDialogs::open(const char* node) {
   auto dialog = record ? makePropertyDialog(*record) : nullptr;
   if (!dialog) return nullptr;
   dialog->show();
-  // Dialogs come up in the middle of the window, where this one would hide the last.
+  // Every dialog comes up in the middle of the window, where it would hide the one opened before.
   const auto last =
       std::find_if(dialogs_.rbegin(), dialogs_.rend(), [](const auto& d) { return d->isPosted(); });
   if (last != dialogs_.rend()) dialog->placeBeside(**last);

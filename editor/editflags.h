@@ -7,13 +7,13 @@
 
 #include "dialogs/propertydialog.h"
 
-/// Opens a dialog of its own each time, and owns them all.
+/// Makes a new dialog at each opening, also for the same record, and owns them all.
 class NodeDialogs {
  public:
   /// Opens a dialog on the record that the node with this name stands for.
   /// @returns the dialog, so that the caller hears its answers; null when there is none for the node.
   PropertyDialog* open(const char* node);
-  /// Takes all of them down, unanswered: the records that they show are gone.
+  /// Closes all of them and applies nothing: for when the records that they show are gone.
   void closeAll();
 
  private:

@@ -11,14 +11,14 @@ class SceneDisplay {
  public:
   virtual ~SceneDisplay() = default;
 
-  /// Shows the current scene; whatever belongs to another one goes.
+  /// Shows the current scene, and closes what belongs to the one before.
   virtual void showScene() = 0;
   virtual void showNoScene() = 0;
   virtual void showFileName(const std::string& path) = 0;
 };
 
-/// Knows which file the current scene is of. Scene, picture and file name change together, and only when a
-/// file is good.
+/// Knows the name of the current scene's file. Open changes scene, picture and file name together, and only
+/// when the file could be read.
 class FileCommands {
  public:
   /// @param prompts, display  outlive this.
@@ -27,9 +27,9 @@ class FileCommands {
   /// Clears the picture alone: the scene stays in memory, and Save still writes it.
   void clear();
   void open();
-  /// Without a file name that is a failure.
+  /// Saves under the current file name; when there is none yet, warns that it can't.
   void save();
-  /// The chosen name is the scene's from then on, even if it can't be written.
+  /// The chosen name becomes the current file name, even when the file can't be written.
   void saveAs();
 
  private:

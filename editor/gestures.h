@@ -1,24 +1,24 @@
 /// @file
-/// What the user draws in the graph.
+/// The gestures with which the user edits links in the graph.
 #pragma once
 
 #include "editor/prompts.h"
 #include "viewkit/vkgraph.h"
 
-/// Edits the links of the current scene by gestures in its graph, in Edit Mode. A gesture goes to the link
-/// rules first, and only what they accept changes the picture; the graph widget never does by itself.
+/// Carries out the gestures of Edit Mode. A gesture goes to the link rules first, and only when they accept
+/// it is the picture changed. The graph widget never changes the picture by itself.
 class GraphGestures {
  public:
   /// @param graph, prompts  outlive this.
   GraphGestures(VkGraph& graph, Prompts& prompts) : graph_(graph), prompts_(prompts) {}
 
-  /// Edit Mode.
+  /// Edit Mode: whether the user can change arcs and add nodes.
   bool editing() const;
   void setEditing(bool on);
-  /// One line about the gestures there are just now, its parts apart for VkSimpleWindow::setStatus.
+  /// A line of help on the gestures that are possible now, for VkSimpleWindow::setStatus.
   const char* hint() const;
 
-  /// @name What the graph widget tells.
+  /// @name The graph widget's callbacks.
   /// @{
   /// Adds a node that stands for no record.
   void newNode(SgGraphCallbackStruct& call);
@@ -29,11 +29,12 @@ class GraphGestures {
   /// Deletes the first of the selected links, in Edit Mode.
   void deleteSelectedLink();
 
-  /// @name The picture alone.
+  /// @name Changes of the picture alone.
   /// @{
   /// Removes one arc parent -> child; the nodes stay.
   void removeArc(VkNode* parent, VkNode* child);
-  /// After a move to `parent`: removes the arc of the child that `child` displaced from a single slot.
+  /// After `child` has moved to `parent`: where a parent can have only one child of that kind, removes the
+  /// arc to the child that was there before.
   void removeDisplaced(VkNode* parent, const VkNode* child);
   /// @}
 

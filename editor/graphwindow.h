@@ -17,9 +17,9 @@
 #include "viewkit/vkmenu.h"
 #include "viewkit/vkwindow.h"
 
-/// The editor's main window. It owns the parts that do the work, each of which knows only what it is given,
-/// and puts them together: menu and graph callbacks are static members that forward to the ordinary member
-/// of the same meaning, their client data is the window, and that member to a part.
+/// The editor's main window: owns the parts that do the work, and connects them. What the user asks for
+/// arrives in a static member (menu and graph callbacks, with the window as their client data), which
+/// forwards to the ordinary member of the same meaning, and this to the part.
 class GraphWindow : public VkWindow, private SceneDisplay, private TextureDisplay {
  public:
   explicit GraphWindow(const char* name);
@@ -33,7 +33,7 @@ class GraphWindow : public VkWindow, private SceneDisplay, private TextureDispla
   /// What a dialog's answer asks for; attached to every dialog's VkPrefDialog::prefCallback.
   /// @param reason  a `const VkDialogReason*`.
   void handlePrefs(VkComponent* dialog, void* clientData, void* reason);
-  /// Writes what a property dialog shows into its record; the two numbers mean nothing.
+  /// Writes what a property dialog shows into its record; the two numbers are not used.
   /// @returns 1, or 0 when there is no such kind of dialog or record.
   int applyChanges(VkPrefDialog* dialog, int, int);
 
@@ -60,7 +60,7 @@ class GraphWindow : public VkWindow, private SceneDisplay, private TextureDispla
   /// @name Forwards for their names, see windownames.cc.
   /// @{
 
-  /// The current scene into a graph, node by node; see structgraph.h.
+  /// The functions of structgraph.h for the current scene.
   void struct_graph(VkGraph* graph);
   VkNode* getQuilVkNode(VkGraph* graph, const std::string& name) const;
   /// Adds the arc from `parent` to the node named `child_name`, which is made when the graph lacks it.
@@ -71,7 +71,7 @@ class GraphWindow : public VkWindow, private SceneDisplay, private TextureDispla
   int quilDeleteLink(const VkNode* parent, const VkNode* child);
   int quilModifyLink(const VkNode* old_parent, const VkNode* old_child, const VkNode* new_parent,
                      const VkNode* new_child);
-  /// The graph alone, see GraphGestures.
+  /// Changes of the picture alone, see GraphGestures::removeArc and removeDisplaced.
   void deleteLink(VkNode* parent, VkNode* child);
   void deleteDupChild(VkNode* parent, VkNode* child);
 
@@ -166,12 +166,12 @@ class GraphWindow : public VkWindow, private SceneDisplay, private TextureDispla
   void showFileName(const std::string& path) override;
 
   void addMenus();
-  /// The menus, and then the graph view, as the window's widgets stand.
+  /// Adds the menus and then the view, which is the order that the window's widgets have.
   std::unique_ptr<VkGraph> makeView();
   VkMenuToggle* textureImageToggle() const;
   void displayLost(VkApp* app, void* client_data, void* call_data);
 
-  // Each part outlives those after it, which it may be given to.
+  // A part may use those that stand before it, which outlive it.
   std::unique_ptr<VkGraph> graph_;
   WindowPrompts prompts_;
   GraphGestures gestures_;

@@ -1,5 +1,5 @@
 /// @file
-/// Graph nodes of records, and pixmaps of textures.
+/// The widgets of nodes, and the pixmaps of textures.
 #include "editor/newquilnode.h"
 
 #include <X11/Xutil.h>
@@ -29,8 +29,8 @@ std::vector<char> pixel_bytes(const std::vector<std::uint32_t>& pixels, unsigned
   return bytes;
 }
 
-/// The picture's pixels for a screen on which the colour table counts: each table value in the top byte of
-/// its pixel. On deep screens that gives no true colours, and is meant to.
+/// The picture's pixels for a screen that uses the colour table: each value of the table stands in the top
+/// byte of its pixel. On screens with more than 8 bits these are not the texture's colours; that is intended.
 std::vector<std::uint32_t> table_pixels(const TexturePicture& picture, const TextureDisplay& textures,
                                         unsigned depth) {
   const std::vector<std::uint8_t> indices = table_colors(picture, textures.c256);

@@ -16,9 +16,9 @@ class QuilVkNode : public VkNode {
   QuilVkNode(const TextureDisplay& textures, const char* name, const char* label = nullptr);
   const char* className() const override { return "QuilVkNode"; }
 
-  /// Makes the widget. That of a texture of the current scene shows the texture's picture instead of the
-  /// label while pictures are on; the picture is made once and kept. The label stays where
-  /// the texture has no picture or the screen has another depth than 8, 16 and 32 (or, in own colours, 24).
+  /// Makes the widget. When the node stands for a texture of the current scene and pictures are on, it shows
+  /// the texture's picture, made once and kept, in place of the label. The label stays when the texture has
+  /// no picture or the screen has another depth than 8, 16 and 32 (or 24, for pictures in their own colours).
   void build(Widget parent) override;
 
   /// The name's prefix ("obj"), so that a graph tints its nodes by kind.

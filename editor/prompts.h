@@ -1,5 +1,5 @@
 /// @file
-/// What the commands of the editor tell their user and ask of him, so that a command needs no window.
+/// What the commands of the editor tell and ask the user, so that a command needs no window.
 #pragma once
 
 #include <optional>
@@ -15,7 +15,7 @@ struct FileStart {
 /// The converters that have options to set.
 enum class Converter { quil2gfx, quil2zex };
 
-/// The questions, warnings and waits of the commands. What asks returns when the user has answered.
+/// The questions, warnings and waits of the commands. Each waits until the user has answered.
 class Prompts {
  public:
   virtual ~Prompts() = default;
@@ -24,13 +24,13 @@ class Prompts {
   virtual void warn(const char* text) = 0;
   /// @returns whether the answer is OK.
   virtual bool confirm(const char* question) = 0;
-  /// @returns the absolute path of a file, which need not exist; nothing when there is to be none.
+  /// @returns an absolute path, of a file that need not exist; nothing when the user cancels.
   virtual std::optional<std::string> chooseFile(const char* title, const FileStart& start = {}) = 0;
   /// Lets the user set the options in `ngops`. @returns whether the converter is to run with them.
   virtual bool setOptions(Converter converter, const char* title) = 0;
 
-  /// Shows the program as busy, with a message unless that is null, until as many calls of `notBusy`.
-  /// Everything is painted when it returns: the caller may block at once.
+  /// Shows the program as busy until `notBusy` has been called as often; the message may be null. Everything
+  /// is painted when it returns: the caller may block at once.
   virtual void busy(const char* message) = 0;
   virtual void notBusy() = 0;
 };

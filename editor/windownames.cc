@@ -1,5 +1,5 @@
 /// @file
-/// Forwards for their names: members of GraphWindow whose work its parts do.
+/// Forwards that exist for their names: members of GraphWindow whose work its parts do.
 #include "dialogs/prefitems.h"
 #include "dialogs/values/optionvalues.h"
 #include "editor/graphwindow.h"

@@ -2,7 +2,7 @@
 /// A scene built into the window's graph.
 #include <gmock/gmock.h>
 
-// Its X headers come behind the test framework.
+// X headers come after the test framework: their macros would change it.
 #include <X11/Xresource.h>
 #include <Xm/ToggleBG.h>
 

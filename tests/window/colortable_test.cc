@@ -3,7 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-// X's macros come behind those of the test framework.
+// X headers come after the test framework: their macros would change it.
 #include <X11/Xlib.h>
 #include <X11/Xutil.h>
 

@@ -15,7 +15,7 @@
 ///     DIRECTORY: NAME ARGUMENTS | SCRATCH... &
 ///
 /// where SCRATCH is "quilpv" or "model.quil" for each scratch scene that is there just then, with a "?"
-/// behind it when its bytes are not those of `expectScene`, and "&" stands when the editor doesn't wait for
+/// after it when its bytes are not those of `expectScene`, and "&" stands when the editor doesn't wait for
 /// it. ("| " is left out when there is no scratch scene.)
 class ConverterTest : public EditorTest {
  protected:

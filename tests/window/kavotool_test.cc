@@ -100,7 +100,7 @@ TEST_F(KavoTool, QuickPreviewOfTheDxViewerWaitsForEveryLoader) {
                           "kavoprev/quickprev: bxsend -n -v -s0x200000 model.bin | quilpv"}));
 }
 
-TEST_F(KavoTool, OnlyTheFirstFullPreviewAndTheOneBehindAQuickOneLoadTheCleanImage) {
+TEST_F(KavoTool, OnlyTheFirstFullPreviewAndTheOneAfterAQuickOneLoadTheCleanImage) {
   openScene("tiny_v1");
   const std::string clean = "pxsend -s -o0x200000 ../kavoprev/quickprev/clean.bin\n";
   const auto first_line = [&] {

@@ -3,7 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-// Its X headers come behind the test framework.
+// X headers come after the test framework: their macros would change it.
 #include "editor/newquilnode.h"
 
 #include <X11/Xutil.h>
