@@ -11,8 +11,8 @@
 #include "cli/script.h"
 #include "cli/setvalues.h"
 #include "editor/model/currentscene.h"
-#include "editor/model/modifygraph.h"
 #include "editor/model/recordnames.h"
+#include "editor/model/tracedlinks.h"
 
 namespace {
 
@@ -22,11 +22,11 @@ std::int64_t run(const ScriptLine& line) {
   const auto& operands = line.operands;
   switch (line.verb) {
     case Verb::add:
-      return quilAddLink(operands[0], operands[1]);
+      return quilAddLink(*qis, operands[0], operands[1]);
     case Verb::remove:
-      return quilDeleteLink(operands[0], operands[1]);
+      return quilDeleteLink(*qis, operands[0], operands[1]);
     case Verb::move:
-      return quilModifyLink(operands[0], operands[1], operands[2], operands[3]);
+      return quilModifyLink(*qis, operands[0], operands[1], operands[2], operands[3]);
     case Verb::name:
       return name_node(operands[0], operands[1]);
     case Verb::set:

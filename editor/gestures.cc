@@ -5,8 +5,10 @@
 #include <cinttypes>
 #include <cstdio>
 
+#include "editor/model/currentscene.h"
 #include "editor/model/modifygraph.h"
 #include "editor/model/nodenames.h"
+#include "editor/model/tracedlinks.h"
 
 bool GraphGestures::editing() const {
   Boolean editable = False;
@@ -40,7 +42,7 @@ void GraphGestures::newArc(SgGraphCallbackStruct& call) {
   std::printf("In newArcCallback\n");
   VkNode* const parent = VkNode::of(call.parent);
   VkNode* const child = VkNode::of(call.child);
-  if (quilAddLink(parent->name(), child->name()) != 1) {
+  if (quilAddLink(*qis, parent->name(), child->name()) != 1) {
     prompts_.warn("Can't add link!");
     return;
   }
@@ -61,7 +63,8 @@ void GraphGestures::arcMoved(SgGraphCallbackStruct& call) {
   std::printf("new Child %s\n", new_child->label());
   std::printf("old Parent %s\n", old_parent->label());
   std::printf("old Child %s\n", old_child->label());
-  if (quilModifyLink(old_parent->name(), old_child->name(), new_parent->name(), new_child->name()) != 1) {
+  if (quilModifyLink(*qis, old_parent->name(), old_child->name(), new_parent->name(), new_child->name()) !=
+      1) {
     graph_.displayWithChildren(new_parent);
     graph_.doSubtreeLayout(new_parent);
     prompts_.warn("Can't change link!");
@@ -92,7 +95,7 @@ void GraphGestures::deleteSelectedLink() {
               static_cast<void*>(from_widget), static_cast<void*>(to_widget));
   std::printf("from %s\n", from->name());
   std::printf("to   %s\n", to->name());
-  if (quilDeleteLink(from->name(), to->name()) == 1)
+  if (quilDeleteLink(*qis, from->name(), to->name()) == 1)
     removeArc(from, to);
   else
     prompts_.warn("Can't delete link!");

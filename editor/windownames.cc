@@ -4,7 +4,7 @@
 #include "dialogs/values/optionvalues.h"
 #include "editor/graphwindow.h"
 #include "editor/model/currentscene.h"
-#include "editor/model/modifygraph.h"
+#include "editor/model/tracedlinks.h"
 #include "editor/structgraph.h"
 #include "tools/shell.h"
 
@@ -19,16 +19,16 @@ void GraphWindow::addChild(VkNode* parent, const std::string& child_name) {
 }
 
 int GraphWindow::quilAddLink(const VkNode* parent, const VkNode* child) {
-  return ::quilAddLink(parent->name(), child->name());
+  return ::quilAddLink(*qis, parent->name(), child->name());
 }
 
 int GraphWindow::quilDeleteLink(const VkNode* parent, const VkNode* child) {
-  return ::quilDeleteLink(parent->name(), child->name());
+  return ::quilDeleteLink(*qis, parent->name(), child->name());
 }
 
 int GraphWindow::quilModifyLink(const VkNode* old_parent, const VkNode* old_child, const VkNode* new_parent,
                                 const VkNode* new_child) {
-  return ::quilModifyLink(old_parent->name(), old_child->name(), new_parent->name(), new_child->name());
+  return ::quilModifyLink(*qis, old_parent->name(), old_child->name(), new_parent->name(), new_child->name());
 }
 
 void GraphWindow::deleteLink(VkNode* parent, VkNode* child) { gestures_.removeArc(parent, child); }

@@ -14,10 +14,10 @@
 #include "dialogs/values/dispatch.h"
 #include "dialogs/values/itemtext.h"
 #include "editor/model/currentscene.h"
-#include "editor/model/modifygraph.h"
 #include "editor/model/nodenames.h"
 #include "editor/model/scenegraph.h"
 #include "editor/model/texturepicture.h"
+#include "editor/model/tracedlinks.h"
 #include "fuzz/scenefile.h"
 #include "graphlayout/layout.h"
 #include "qilib/builders.h"
@@ -54,21 +54,21 @@ class Person {
     switch (below(4)) {
       case 0: {
         const auto [parent, child] = likely_pair();
-        quilAddLink(parent, child);
+        quilAddLink(*qis, parent, child);
         break;
       }
       case 1: {
         const auto [parent, child] = drawn_pair();
-        quilDeleteLink(parent, child);
+        quilDeleteLink(*qis, parent, child);
         break;
       }
       case 2: {
         const auto [parent, child] = drawn_pair();
         const auto [other_parent, other_child] = likely_pair();
         if (below(2) == 0)
-          quilModifyLink(parent, child, parent, other_child);
+          quilModifyLink(*qis, parent, child, parent, other_child);
         else
-          quilModifyLink(parent, child, other_parent, child);
+          quilModifyLink(*qis, parent, child, other_parent, child);
         break;
       }
       default:

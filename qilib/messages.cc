@@ -65,8 +65,8 @@ Line words(const Message& m) {
     case MessageCode::wrong_header_size:
       return line("Incorrect file header size.");
     case MessageCode::wrong_sum_of_lists:
-      return line("file size=%d,sum of list=%d\nSome of list_num data is incorrect.",
-                  signed_word(m.expected), signed_word(m.found));
+      return line("file size=%d,sum of list=%d\nSome of list_num data is incorrect.", signed_word(m.expected),
+                  signed_word(m.found));
     case MessageCode::wrong_header_tag:
       return line("tag error.");
     case MessageCode::too_large:

@@ -11,7 +11,7 @@
 
 namespace qi {
 
-/// What a message is about. Behind each, what its figures `found` and `expected` are.
+/// What a message is about. After each, what its figures `found` and `expected` are.
 enum class MessageCode {
   out_of_memory,
   no_input,       ///< a file that can't be read
@@ -19,12 +19,12 @@ enum class MessageCode {
   output_failed,  ///< a file that could not be written to its end; `error` says why
 
   // What opening finds wrong with the header.
-  unknown_version,       ///< found: the version word
-  missing_data,          ///< the file's bytes, and those that its header tells of
-  extra_data,            ///< the same
-  wrong_header_size,     ///< the header's size, and what its parts take
-  wrong_sum_of_lists,    ///< bytes of header and lists, and those of the file, by the header's words
-  wrong_header_tag,      ///< found: the tag
+  unknown_version,     ///< found: the version word
+  missing_data,        ///< the file's bytes, and those that its header tells of
+  extra_data,          ///< the same
+  wrong_header_size,   ///< the header's size, and what its parts take
+  wrong_sum_of_lists,  ///< bytes of header and lists, and those of the file, by the header's words
+  wrong_header_tag,    ///< found: the tag
 
   // What opening finds wrong with a piece of a list, or with the list as a whole.
   too_large,       ///< bytes of the piece, and those that are left

@@ -46,6 +46,7 @@ std::string nodename(const QisNodeIndex& node_index);
 struct NodeId {
   Word kind = 0;
   Word number = 0;  ///< record number; may lie outside its list
+  friend bool operator==(const NodeId&, const NodeId&) = default;
 };
 
 /// The kind and record number that a name stands for, or nothing when no node has this name: an unknown

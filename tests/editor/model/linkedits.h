@@ -9,7 +9,20 @@
 
 #include "editor/model/currentscene.h"
 #include "editor/model/scenegraph.h"
+#include "editor/model/tracedlinks.h"
 #include "tests/support/builtscene.h"
+
+// Edits of the current scene.
+inline int quilAddLink(const std::string& parent, const std::string& child) {
+  return quilAddLink(*qis, parent, child);
+}
+inline int quilDeleteLink(const std::string& parent, const std::string& child) {
+  return quilDeleteLink(*qis, parent, child);
+}
+inline int quilModifyLink(const std::string& old_parent, const std::string& old_child,
+                          const std::string& new_parent, const std::string& new_child) {
+  return quilModifyLink(*qis, old_parent, old_child, new_parent, new_child);
+}
 
 /// Runs an edit and returns its answer; what it printed goes to `printed`.
 template <class Edit>

@@ -2,6 +2,7 @@
 /// The link rules where one differs from the others, their trace lines, and the functions by parent kind.
 #include <gmock/gmock.h>
 
+#include "editor/model/forwards.h"
 #include "editor/model/modifygraph.h"
 #include "editor/model/nodenames.h"
 #include "tests/editor/model/linkedits.h"
