@@ -32,7 +32,3 @@ std::uint64_t bytes_left(std::FILE* file);
 // The same, printing "Input File Open Error" or "Output File Open Error".
 qi::File qiQbReadOpen(const std::string& filename);
 std::unique_ptr<ReplacingFile> qiQbWriteOpen(const std::string& filename);
-
-// Text files are opened like binary ones.
-inline constexpr auto& qiQdReadOpen = qiQbReadOpen;
-inline constexpr auto& qiQdWriteOpen = qiQbWriteOpen;

@@ -111,11 +111,14 @@ std::optional<int> open_version1(const std::string& filename, Qis& scene, const 
   return read_file_header(file.get(), scene.header, sink) && read_lists(file.get(), scene, false, sink);
 }
 
+/// Makes the version-2 structures, list by list, up to the first list that fails.
 int setup_version2_structures(Qis& scene, const MessageSink& sink) {
-  return qiSetupSceneListExt(scene.scene, sink) && qiSetupCamExt(scene.cam_list, sink) &&
-         qiSetupObjExt(scene.obj_list, sink) && qiSetupShapeExt(scene.shape_list, sink) &&
-         qiSetupMatExt(scene.mat_list, sink) && qiSetupTexExt(scene.tex_list, sink) &&
-         qiSetupTeximgExt(scene.teximg_list, sink) && qiSetupAnimGroupExt(scene.anim_list, sink);
+  int result = 1;
+  for_each_list(scene, [&]<class L>(const ListInfo& info, L& list) {
+    using Record = typename RecordIn<L>::Type;
+    if constexpr (requires(Record r) { r.ext; }) result = result && SetupExt<Record>{info.name}(list, sink);
+  });
+  return result;
 }
 
 int open_extension_lists(Qis& scene, const MessageSink& sink) {

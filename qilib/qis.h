@@ -15,52 +15,16 @@ namespace qi {
 inline constexpr Word kVersion1 = 0x0100;
 inline constexpr Word kVersion2 = 0x0200;
 
-/// Where each core list's size stands in the header's directory. (The TriList is stored behind the VtxList,
-/// but its directory entry stands behind the StList's.)
-enum class CoreList : std::size_t {
-  scene,
-  env,
-  cam,
-  light,
-  obj,
-  shape,
-  vtx,
-  color,
-  vector,
-  st,
-  tri,
-  part,
-  mat,
-  tex,
-  teximg,
-  anim,
-  coll,
-  switch_,
-  name
-};
 inline constexpr std::size_t kCoreLists = 19;
-
-/// Where each extension list's size stands in the extension list size table; also their order in the file.
-enum class ExtList : std::size_t {
-  ciimg,
-  color_palette,
-  envelope,
-  cluster,
-  weight,
-  chain_root,
-  joint,
-  effector,
-  external_name
-};
 inline constexpr std::size_t kExtLists = 9;
 
 /// The file header, its two extension blocks and, in version 2, the extension list size table.
 struct Header {
-  /// Bytes of each extension list, in table order; 0: the list is absent.
+  /// Bytes of each extension list, in file order; 0: the list is absent.
   using ExtSizes = std::array<Word, kExtLists>;
   struct Fixed {
     Word version, file_size, header_tag, header_size;
-    std::array<Word, kCoreLists> list_num;  ///< bytes of each core list, by CoreList; 0: absent
+    std::array<Word, kCoreLists> list_num;  ///< bytes of each core list; 0: absent. See lists.h
     Word ext_block1_size, ext_block2_size;
   } fixed{};
   Words block1, block2;
@@ -82,7 +46,7 @@ struct List {
   Words sizes;  ///< bytes of each record in the file
   std::vector<R> records;
   Words block1, block2;
-  Words tail;  ///< words of the list behind its last block
+  Words tail;  ///< words of the list after its last block
 };
 
 /// A list of two kinds of record, those of the first kind first.
@@ -96,7 +60,7 @@ struct TwoKindList {
   std::vector<R1> records1;
   std::vector<R2> records2;
   Words block1, block2;
-  Words tail;  ///< words of the list behind its last block
+  Words tail;  ///< words of the list after its last block
 };
 
 /// The nine extension lists of a version-2 file.

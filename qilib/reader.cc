@@ -1,59 +1,26 @@
 /// @file
-/// Reading: the table of the lists, and a list's way from the file into its set-up.
+/// Reading: a list's way from the file into the scene.
 #include "qilib/reader.h"
 
 #include <memory>
 
 #include "qilib/files.h"
+#include "qilib/lists.h"
 
 namespace qi {
 
 namespace {
 
-/// The last row of the table of the lists whose name matches decides.
-struct TableWalk {
-  std::string_view list_name;
-  std::span<const Word> buffer;
-  const MessageSink& sink;
+/// Fills the list of that name from its words; without words it is absent, and reset.
+int set_up(Qis& scene, std::string_view list_name, std::span<const Word> words, const MessageSink& sink) {
   int result = 0;
-
-  template <class Setup, class Reset, class L>
-  void row(const Setup& setup, const Reset& reset, L& list) {
-    if (setup.list_name == list_name) result = buffer.empty() ? reset(list) : setup(buffer, list, sink);
-  }
-
-  int operator()(Qis& scene) {
-    row(qiSetupSceneList, qiSetScene0, scene.scene);
-    row(qiSetupEnvList, qiSetEnv0, scene.env_list);
-    row(qiSetupCamList, qiSetCam0, scene.cam_list);
-    row(qiSetupLightList, qiSetLight0, scene.light_list);
-    row(qiSetupObjList, qiSetObj0, scene.obj_list);
-    row(qiSetupShapeList, qiSetShape0, scene.shape_list);
-    row(qiSetupVtxList, qiSetVtx0, scene.vtx_list);
-    row(qiSetupTriList, qiSetTri0, scene.tri_list);
-    row(qiSetupColorList, qiSetColor0, scene.color_list);
-    row(qiSetupVectorList, qiSetVector0, scene.vector_list);
-    row(qiSetupStList, qiSetSt0, scene.st_list);
-    row(qiSetupPartList, qiSetPart0, scene.part_list);
-    row(qiSetupMatList, qiSetMat0, scene.mat_list);
-    row(qiSetupTexList, qiSetTex0, scene.tex_list);
-    row(qiSetupTeximgList, qiSetTeximg0, scene.teximg_list);
-    row(qiSetupAnimList, qiSetAnim0, scene.anim_list);
-    row(qiSetupCollList, qiSetColl0, scene.coll_list);
-    row(qiSetupSwitchList, qiSetSwitch0, scene.switch_list);
-    row(qiSetupNameList, qiSetName0, scene.name_list);
-    row(qiSetupCiimgList, qiSetCiimg0, scene.ext.ciimg_list);
-    row(qiSetupColorPaletteList, qiSetColorPalette0, scene.ext.color_palette_list);
-    row(qiSetupEnvelopeList, qiSetEnvelope0, scene.ext.envelope_list);
-    row(qiSetupClusterList, qiSetCluster0, scene.ext.cluster_list);
-    row(qiSetupWeightList, qiSetWeight0, scene.ext.weight_list);
-    row(qiSetupChainRootList, qiSetChainRoot0, scene.ext.chain_root_list);
-    row(qiSetupJointList, qiSetJoint0, scene.ext.joint_list);
-    row(qiSetupEffectorList, qiSetEffector0, scene.ext.effector_list);
-    row(qiSetupExternalNameList, qiSetExternalName0, scene.ext.external_name_list);
-    return result;
-  }
-};
+  for_each_list(scene, [&]<class L>(const ListInfo& info, L& list) {
+    if (info.name == list_name)
+      result =
+          words.empty() ? ResetList<L>{info.extension}(list) : SetupList<L>{info.name}(words, list, sink);
+  });
+  return result;
+}
 
 }  // namespace
 
@@ -63,7 +30,7 @@ int read_list(std::FILE* file, Word size, Qis& scene, std::string_view list_name
     message.base = begin;
     sink(message);
   };
-  if (size == 0) return TableWalk{list_name, {}, placing_sink}(scene);
+  if (size == 0) return set_up(scene, list_name, {}, placing_sink);
   Message message{.code = MessageCode::too_large,
                   .list = list_name,
                   .what = "list",
@@ -77,19 +44,13 @@ int read_list(std::FILE* file, Word size, Qis& scene, std::string_view list_name
     const auto words = std::make_unique_for_overwrite<Word[]>(size / sizeof(Word));
     message.expected = freadEndianSwap4(words.get(), size, file);
     if (message.expected == size)
-      return TableWalk{list_name, {words.get(), size / sizeof(Word)}, placing_sink}(scene);
+      return set_up(scene, list_name, {words.get(), size / sizeof(Word)}, placing_sink);
   }
   sink(message);
   return 0;
 }
 
 }  // namespace qi
-
-int qiCheckTag(Word found, Word expected) {
-  if (found == expected) return 1;
-  qi::print_message({.code = qi::MessageCode::wrong_tag, .found = found, .expected = expected});
-  return 0;
-}
 
 int qiReadArray(qi::ListCursor& cursor, Words& destination, std::uint64_t word_count, std::string_view what) {
   const auto words = cursor.take(word_count, what);

@@ -70,20 +70,12 @@ class ListCursor {
 
 }  // namespace qi
 
-/// 1 if the tags are equal; else prints both, as "irregular tag", and returns 0.
-int qiCheckTag(Word found, Word expected);
-
 /// Copies the next words into `destination`. @returns 1, or 0 when the cursor has fewer left.
 int qiReadArray(qi::ListCursor& cursor, Words& destination, std::uint64_t word_count,
                 std::string_view what = "array");
-/// The same, under the name that the version-2 set-ups use.
-inline int qiSetupArray(qi::ListCursor& cursor, Words& destination, std::uint64_t word_count) {
-  return qiReadArray(cursor, destination, word_count);
-}
 
 /// Copies two extension blocks, sizes in bytes; the second only if the first could be had.
 int qiReadExtBlk1(qi::ListCursor& cursor, Words& destination1, Word size1, Words& destination2, Word size2);
-inline constexpr auto& qiSetupExtBlk1 = qiReadExtBlk1;
 
 /// Reads n pairs, stored as n first halves, then n second halves.
 template <class Pair>
@@ -93,14 +85,6 @@ int qiSetupExternal(qi::ListCursor& cursor, std::vector<Pair>& destination, std:
   for (std::size_t i = 0; i < destination.size(); ++i)
     destination[i] = Pair{words[i], words[destination.size() + i]};
   return !cursor.error();
-}
-
-/// Makes the reference refer to nothing.
-inline void qiSetNoExternal(QisExternal& reference) { reference = QisExternal{}; }
-
-/// Stores five words into a polygon entry.
-inline void qiSetPoly(QisPoly& poly, Word w0, Word w1, Word w2, Word w3, Word w4) {
-  poly = QisPoly{{w0, w1, w2, w3, w4}};
 }
 
 namespace qi {
@@ -282,24 +266,19 @@ struct SetupList {
   }
 };
 
-/// What becomes of a list that is absent from the file: nothing, it stays as the empty scene made it.
-struct KeepList {
-  template <class L>
-  int operator()(L& /*list*/) const {
-    return 1;
-  }
-};
-/// What becomes of an absent extension list: it has no records.
-struct EmptyList {
-  template <class L>
+/// What becomes of a list that is absent from the file: a core list stays as the empty scene made it, an
+/// extension list has no records.
+template <class L>
+struct ResetList {
+  bool extension;
   int operator()(L& list) const {
-    list = L{};
+    if (extension) list = L{};
     return 1;
   }
 };
 
 /// Parses extension block 1 of version-2 records into the structures beside them. A record without a block
-/// has no structure; it fails the set-up, without a message, after the records behind it.
+/// has no structure; it fails the set-up, without a message, once the other records have been tried.
 template <class R>
 struct SetupExt {
   std::string_view list_name;
@@ -323,54 +302,6 @@ struct SetupExt {
     return reader.finish(sink);
   }
 };
-
-}  // namespace qi
-
-inline constexpr qi::SetupList<qi::Scene> qiSetupSceneList{"SceneList"};
-inline constexpr qi::SetupList<qi::List<qi::Env>> qiSetupEnvList{"EnvList"};
-inline constexpr qi::SetupList<qi::List<qi::Cam>> qiSetupCamList{"CamList"};
-inline constexpr qi::SetupList<qi::List<qi::Light>> qiSetupLightList{"LightList"};
-inline constexpr qi::SetupList<qi::List<qi::Obj>> qiSetupObjList{"ObjList"};
-inline constexpr qi::SetupList<qi::List<qi::Shape>> qiSetupShapeList{"ShapeList"};
-inline constexpr qi::SetupList<qi::List<qi::Vtx>> qiSetupVtxList{"VtxList"};
-inline constexpr qi::SetupList<qi::List<qi::Tri>> qiSetupTriList{"TriList"};
-inline constexpr qi::SetupList<qi::TwoKindList<qi::Color1, qi::Color2>> qiSetupColorList{"ColorList"};
-inline constexpr qi::SetupList<qi::TwoKindList<qi::Vector1, qi::Vector2>> qiSetupVectorList{"VectorList"};
-inline constexpr qi::SetupList<qi::List<qi::St>> qiSetupStList{"StList"};
-inline constexpr qi::SetupList<qi::List<qi::Part>> qiSetupPartList{"PartList"};
-inline constexpr qi::SetupList<qi::List<qi::Mat>> qiSetupMatList{"MatList"};
-inline constexpr qi::SetupList<qi::List<qi::Tex>> qiSetupTexList{"TexList"};
-inline constexpr qi::SetupList<qi::List<qi::Teximg>> qiSetupTeximgList{"TeximgList"};
-inline constexpr qi::SetupList<qi::List<qi::Anim>> qiSetupAnimList{"AnimList"};
-inline constexpr qi::SetupList<qi::List<qi::Coll>> qiSetupCollList{"CollList"};
-inline constexpr qi::SetupList<qi::List<qi::Switch>> qiSetupSwitchList{"SwitchList"};
-inline constexpr qi::SetupList<qi::List<qi::Name>> qiSetupNameList{"NameList"};
-inline constexpr qi::SetupList<qi::List<qi::CiImg>> qiSetupCiimgList{"CiImgList"};
-inline constexpr qi::SetupList<qi::List<qi::ColorPalette>> qiSetupColorPaletteList{"ColorPaletteList"};
-inline constexpr qi::SetupList<qi::List<qi::Envelope>> qiSetupEnvelopeList{"EnvelopeList"};
-inline constexpr qi::SetupList<qi::List<qi::Cluster>> qiSetupClusterList{"ClusterList"};
-inline constexpr qi::SetupList<qi::List<qi::Weight>> qiSetupWeightList{"WeightList"};
-inline constexpr qi::SetupList<qi::List<qi::ChainRoot>> qiSetupChainRootList{"ChainRootList"};
-inline constexpr qi::SetupList<qi::List<qi::Joint>> qiSetupJointList{"JointList"};
-inline constexpr qi::SetupList<qi::List<qi::Effector>> qiSetupEffectorList{"EffectorList"};
-inline constexpr qi::SetupList<qi::List<qi::Name>> qiSetupExternalNameList{"ExternalNameList"};
-
-inline constexpr qi::KeepList qiSetScene0, qiSetEnv0, qiSetCam0, qiSetLight0, qiSetObj0, qiSetShape0,
-    qiSetVtx0, qiSetTri0, qiSetColor0, qiSetVector0, qiSetSt0, qiSetPart0, qiSetMat0, qiSetTex0, qiSetTeximg0,
-    qiSetAnim0, qiSetColl0, qiSetSwitch0, qiSetName0;
-inline constexpr qi::EmptyList qiSetCiimg0, qiSetColorPalette0, qiSetEnvelope0, qiSetCluster0, qiSetWeight0,
-    qiSetChainRoot0, qiSetJoint0, qiSetEffector0, qiSetExternalName0;
-
-inline constexpr qi::SetupExt<qi::Scene> qiSetupSceneListExt{"SceneList"};
-inline constexpr qi::SetupExt<qi::Cam> qiSetupCamExt{"CamList"};
-inline constexpr qi::SetupExt<qi::Obj> qiSetupObjExt{"ObjList"};
-inline constexpr qi::SetupExt<qi::Shape> qiSetupShapeExt{"ShapeList"};
-inline constexpr qi::SetupExt<qi::Mat> qiSetupMatExt{"MatList"};
-inline constexpr qi::SetupExt<qi::Tex> qiSetupTexExt{"TexList"};
-inline constexpr qi::SetupExt<qi::Teximg> qiSetupTeximgExt{"TeximgList"};
-inline constexpr qi::SetupExt<qi::Anim> qiSetupAnimGroupExt{"AnimList"};
-
-namespace qi {
 
 /// Reads one list from where the file stands.
 /// @param size  bytes of the list; 0: it is absent, and reset.

@@ -9,24 +9,10 @@
 namespace qi {
 namespace {
 
-template <class Member>
-struct RecordOf;
-template <class R, class Owner>
-struct RecordOf<List<R> Owner::*> {
-  using Type = R;
-};
-template <>
-struct RecordOf<Scene Qis::*> {
-  using Type = Scene;
-};
-
-template <auto Owner>
-inline constexpr Word kTagOf = RecordOf<decltype(Owner)>::Type::kTag;
-
 /// An index array whose count and entries stand in the record itself.
 template <auto Owner, auto Entries, auto Count>
 constexpr Reference array(Word child) {
-  return {.parent = kTagOf<Owner>,
+  return {.parent = list_info(Owner).record_tag,
           .child = child,
           .place = [](Qis& scene, Word number) -> Place {
             auto* record = record_in(scene, Owner, number);
@@ -42,7 +28,7 @@ constexpr Reference array(Word child) {
 
 template <auto Owner, auto Entries, auto Count>
 constexpr Reference ext_array(Word child) {
-  return {.parent = kTagOf<Owner>,
+  return {.parent = list_info(Owner).record_tag,
           .child = child,
           .place = [](Qis& scene, Word number) -> Place {
             auto* record = record_in(scene, Owner, number);
@@ -62,7 +48,7 @@ constexpr Reference ext_array(Word child) {
 
 template <auto Owner, auto Slot>
 constexpr Reference slot(Word child, Word unset = kUnset) {
-  return {.parent = kTagOf<Owner>,
+  return {.parent = list_info(Owner).record_tag,
           .child = child,
           .single = true,
           .unset = unset,

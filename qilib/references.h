@@ -4,6 +4,7 @@
 
 #include <span>
 
+#include "qilib/lists.h"
 #include "qilib/qis.h"
 
 namespace qi {
@@ -13,14 +14,9 @@ std::size_t record_count(const Qis& scene, Word tag);
 
 /// Record `number` of the list that a member of the scene or of its extension lists holds; null when the list
 /// has no such record. The scene record is number 0, where there is one.
-template <class S, class R>
-auto* record_in(S& scene, List<R> Qis::*list, Word number) {
-  auto& records = (scene.*list).records;
-  return number < records.size() ? &records[number] : nullptr;
-}
-template <class S, class R>
-auto* record_in(S& scene, List<R> ExtLists::*list, Word number) {
-  auto& records = (scene.ext.*list).records;
+template <class S, class Owner, class R>
+auto* record_in(S& scene, List<R> Owner::*list, Word number) {
+  auto& records = list_in(scene, list).records;
   return number < records.size() ? &records[number] : nullptr;
 }
 template <class S>

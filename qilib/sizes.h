@@ -20,14 +20,8 @@ Word qiQUILver(const qi::Header& header);
 /// Bytes of the version-1 part: header, header blocks and core lists. Extension lists begin right there.
 std::uint64_t qiSizeofQUIL1file(const qi::Header& header);
 
-/// Texel bytes of one texture image by its size words; 0 when it has none or the number is wrong.
-std::uint64_t qiSizeofTeximg(const qi::List<qi::Teximg>& list, Word record_number);
-
 /// Tiles of a texture: 1 for an untiled one.
 Word qiCiTileNum(const qi::Tex& tex);
-
-/// Words that the pixel indices of a colour-indexed image take.
-std::uint64_t qiSizeofPixelIndexArray(const qi::CiImg& image);
 
 namespace qi {
 

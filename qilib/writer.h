@@ -179,67 +179,21 @@ class Emitter {
   int mode_;
 };
 
+/// Writes what `emit(emitter)` emits. @returns 1, or 0 when a write failed.
+template <class Emit>
+int write_to(std::FILE* file, int mode, Emit emit) {
+  FileSink sink(file);
+  Emitter<FileSink> emitter(sink, mode);
+  emit(emitter);
+  return sink.ok();
+}
+
 /// Writes a list as it is held. @returns 1, or 0 when a write failed.
 template <class L>
 struct WriteList {
   int operator()(std::FILE* file, const L& list, int mode = kBlocksAsRead) const {
-    FileSink sink(file);
-    Emitter<FileSink> emitter(sink, mode);
-    walk_list(emitter, list);
-    return sink.ok();
-  }
-};
-
-/// Writes a record's extension block 1. @returns 1, or 0 when a write failed.
-template <class R>
-struct WriteExt {
-  int operator()(std::FILE* file, const R& record, int mode) const {
-    FileSink sink(file);
-    Emitter<FileSink>(sink, mode).block1(record);
-    return sink.ok();
-  }
-};
-
-/// Writes the first n pairs: n first halves, then n second halves. @returns 1, or 0 when a write failed.
-template <class Pair>
-struct WritePairs {
-  int operator()(std::FILE* file, const std::vector<Pair>& pairs, std::uint64_t n) const {
-    FileSink sink(file);
-    Emitter<FileSink>(sink, kBlocksAsRead).pairs(pairs, n);
-    return sink.ok();
+    return write_to(file, mode, [&](auto& emitter) { walk_list(emitter, list); });
   }
 };
 
 }  // namespace qi
-
-inline constexpr qi::WriteList<qi::Scene> qiWriteSceneList;
-inline constexpr qi::WriteList<qi::List<qi::Env>> qiWriteEnvList;
-inline constexpr qi::WriteList<qi::List<qi::Cam>> qiWriteCamList;
-inline constexpr qi::WriteList<qi::List<qi::Light>> qiWriteLightList;
-inline constexpr qi::WriteList<qi::List<qi::Obj>> qiWriteObjList;
-inline constexpr qi::WriteList<qi::List<qi::Shape>> qiWriteShapeList;
-inline constexpr qi::WriteList<qi::List<qi::Vtx>> qiWriteVtxList;
-inline constexpr qi::WriteList<qi::List<qi::Tri>> qiWriteTriList;
-inline constexpr qi::WriteList<qi::TwoKindList<qi::Color1, qi::Color2>> qiWriteColorList;
-inline constexpr qi::WriteList<qi::TwoKindList<qi::Vector1, qi::Vector2>> qiWriteVectorList;
-inline constexpr qi::WriteList<qi::List<qi::St>> qiWriteStList;
-inline constexpr qi::WriteList<qi::List<qi::Part>> qiWritePartList;
-inline constexpr qi::WriteList<qi::List<qi::Mat>> qiWriteMatList;
-inline constexpr qi::WriteList<qi::List<qi::Tex>> qiWriteTexList;
-inline constexpr qi::WriteList<qi::List<qi::Teximg>> qiWriteTexImgList;
-inline constexpr qi::WriteList<qi::List<qi::Anim>> qiWriteAnimList;
-inline constexpr qi::WriteList<qi::List<qi::Coll>> qiWriteCollList;
-inline constexpr qi::WriteList<qi::List<qi::Switch>> qiWriteSwitchList;
-inline constexpr qi::WriteList<qi::List<qi::Name>> qiWriteNameList;
-
-inline constexpr qi::WriteExt<qi::Scene> qiWriteSceneListExt;
-inline constexpr qi::WriteExt<qi::Cam> qiWriteCamExt;
-inline constexpr qi::WriteExt<qi::Obj> qiWriteObjExt;
-inline constexpr qi::WriteExt<qi::Shape> qiWriteShapeExt;
-inline constexpr qi::WriteExt<qi::Mat> qiWriteMatExt;
-inline constexpr qi::WriteExt<qi::Tex> qiWriteTexExt;
-inline constexpr qi::WriteExt<qi::Teximg> qiWriteTexImgExt;
-inline constexpr qi::WriteExt<qi::Anim> qiWriteAnimGroupExt;
-
-inline constexpr qi::WritePairs<QisExternal> qiWriteExternal;
-inline constexpr qi::WritePairs<QisNodeIndex> qiWriteNodeIndex;

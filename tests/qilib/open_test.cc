@@ -6,6 +6,7 @@
 #include <functional>
 
 #include "qilib/files.h"
+#include "qilib/forwards.h"
 #include "qilib/opensave.h"
 #include "qilib/sizes.h"
 #include "tests/qilib/kinds.h"

@@ -5,6 +5,7 @@
 #include <gmock/gmock.h>
 
 #include "qilib/files.h"
+#include "qilib/forwards.h"
 #include "tests/qilib/kinds.h"
 #include "tests/support/case_name.h"
 

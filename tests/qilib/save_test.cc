@@ -10,6 +10,7 @@
 #include <filesystem>
 
 #include "qilib/edit.h"
+#include "qilib/forwards.h"
 #include "qilib/opensave.h"
 #include "qilib/sizes.h"
 #include "qilib/writer.h"

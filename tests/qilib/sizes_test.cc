@@ -7,12 +7,10 @@
 #include <limits>
 #include <string>
 
+#include "qilib/forwards.h"
 #include "tests/support/case_name.h"
 
 namespace {
-
-using qi::CoreList;
-using qi::ExtList;
 
 /// A version-2 scene with one record in each list whose sizes can change.
 Qis scene_with_one_of_each() {
