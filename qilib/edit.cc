@@ -8,15 +8,6 @@
 
 namespace {
 
-int add(Qis& scene, Word parent_kind, Word parent, Word child_kind, Word child) {
-  return qi::add_reference(scene, *qi::find_reference(parent_kind, child_kind), parent, child);
-}
-
-int remove(Qis& scene, Word parent_kind, Word parent, Word child_kind, Word child = kUnset) {
-  return qi::delete_reference(scene, *qi::find_reference(parent_kind, child_kind), parent, child,
-                              qi::print_message);
-}
-
 bool exists(const Qis& scene, Word tag, Word number) { return number < qi::record_count(scene, tag); }
 
 int take_out(Word value, Words& array, Word& count, const qi::MessageSink& sink) {
@@ -93,8 +84,6 @@ int delete_reference(Qis& scene, const Reference& kinds, Word parent, Word child
 
 }  // namespace qi
 
-using namespace qi;
-
 std::unique_ptr<Qis> qiNewQis() { return std::make_unique<Qis>(); }
 
 int qiAddLink(Word value, Words& array, Word& count) {
@@ -126,110 +115,44 @@ int qiTestSet(Word& word, Word value) {
   return 1;
 }
 
-int qiAddScene_Obj(Qis& scene, Word obj) { return add(scene, kSceneTag, 0, kObjTag, obj); }
-int qiAddScene_ChainRoot(Qis& scene, Word chain_root) {
-  return add(scene, kSceneTag, 0, kChainRootTag, chain_root);
-}
-int qiAddObj_ChainRoot(Qis& scene, Word obj, Word chain_root) {
-  return add(scene, kObjTag, obj, kChainRootTag, chain_root);
-}
-int qiAddChainRoot_Obj(Qis& scene, Word chain_root, Word obj) {
-  return add(scene, kChainRootTag, chain_root, kObjTag, obj);
-}
-int qiAddJoint_Obj(Qis& scene, Word joint, Word obj) { return add(scene, kJointTag, joint, kObjTag, obj); }
-int qiAddEffector_Obj(Qis& scene, Word effector, Word obj) {
-  return add(scene, kEffectorTag, effector, kObjTag, obj);
-}
-
-int qiAddObj_Obj(Qis& scene, Word parent, Word child) { return add(scene, kObjTag, parent, kObjTag, child); }
-int qiAddMat_Tex(Qis& scene, Word mat, Word tex) { return add(scene, kMatTag, mat, kTexTag, tex); }
-
-int qiAddChainRoot_Anim(Qis& scene, Word chain_root, Word anim) {
-  return add(scene, kChainRootTag, chain_root, kAnimTag, anim);
-}
-int qiAddChainRoot_Joint(Qis& scene, Word chain_root, Word joint) {
-  return add(scene, kChainRootTag, chain_root, kJointTag, joint);
-}
-int qiAddJoint_Anim(Qis& scene, Word joint, Word anim) {
-  return add(scene, kJointTag, joint, kAnimTag, anim);
-}
-int qiAddJoint_Joint(Qis& scene, Word joint, Word child) {
-  return add(scene, kJointTag, joint, kJointTag, child);
-}
-int qiAddJoint_Effector(Qis& scene, Word joint, Word effector) {
-  return add(scene, kJointTag, joint, kEffectorTag, effector);
-}
-int qiAddEffector_Anim(Qis& scene, Word effector, Word anim) {
-  return add(scene, kEffectorTag, effector, kAnimTag, anim);
-}
-
 int qiAddShape_Envelope(Qis& scene, Word shape, Word envelope) {
-  return set_deformer(scene, shape, kEnvelopeTag, envelope);
+  return set_deformer(scene, shape, qi::kEnvelopeTag, envelope);
 }
 int qiAddShape_ClusterShape(Qis& scene, Word shape, Word cluster) {
-  return set_deformer(scene, shape, kClusterTag, cluster);
+  return set_deformer(scene, shape, qi::kClusterTag, cluster);
 }
 
 int qiAddFullWeightedPart_Obj(Qis& scene, Word envelope, Word part, Word obj) {
-  return tie_full_weighted_part(scene, envelope, part, kObjTag, obj);
+  return tie_full_weighted_part(scene, envelope, part, qi::kObjTag, obj);
 }
 int qiAddFullWeightedPart_Joint(Qis& scene, Word envelope, Word part, Word joint) {
-  return tie_full_weighted_part(scene, envelope, part, kJointTag, joint);
+  return tie_full_weighted_part(scene, envelope, part, qi::kJointTag, joint);
 }
 
 int qiAddWeightedPart_Obj(Qis& scene, Word envelope, Word number, Word obj, float weight) {
-  auto* part = envelope_part(scene, envelope, &Envelope::weighted, number);
-  if (!part || !exists(scene, kObjTag, obj)) return 0;
+  auto* part = envelope_part(scene, envelope, &qi::Envelope::weighted, number);
+  if (!part || !exists(scene, qi::kObjTag, obj)) return 0;
   const std::size_t nodes = part->nodes.size();
   if (nodes != part->fixed.node_count || nodes > part->weights.size() || nodes > part->polys.size()) return 0;
   for (std::size_t i = 0; i < nodes; ++i)
-    if (qiTestIndex(part->nodes[i], list_of(kObjTag), obj) && part->weights[i] == weight) return 0;
+    if (qiTestIndex(part->nodes[i], qi::list_of(qi::kObjTag), obj) && part->weights[i] == weight) return 0;
 
-  part->nodes.push_back({list_of(kObjTag), obj});
+  part->nodes.push_back({qi::list_of(qi::kObjTag), obj});
   part->weights.insert(part->weights.begin() + static_cast<std::ptrdiff_t>(nodes), weight);
   part->polys.insert(part->polys.begin() + static_cast<std::ptrdiff_t>(nodes), QisPoly{});
   ++part->fixed.node_count;
   constexpr Word kEntryBytes = sizeof(QisNodeIndex) + sizeof weight + sizeof(QisPoly);
   static_assert(kEntryBytes == 32);
   part->fixed.size += kEntryBytes;
-  qiAdjustListSizeData(scene, envelope, kEntryBytes, kEnvelopeTag);
+  qiAdjustListSizeData(scene, envelope, kEntryBytes, qi::kEnvelopeTag);
   return 1;
 }
 
 int qiAddMorphPart_Node(Qis& scene, Word envelope, Word number, Word tag_a, Word index_a, Word tag_b,
                         Word index_b) {
-  auto* part = envelope_part(scene, envelope, &Envelope::morphs, number);
+  auto* part = envelope_part(scene, envelope, &qi::Envelope::morphs, number);
   if (!part || !exists(scene, tag_a, index_a) || !exists(scene, tag_b, index_b)) return 0;
   qiSetIndex(part->fixed.node_a, tag_a, index_a);
   qiSetIndex(part->fixed.node_b, tag_b, index_b);
   return 1;
-}
-
-int qiDeleteScene_ChainRoot(Qis& scene, Word chain_root) {
-  return remove(scene, kSceneTag, 0, kChainRootTag, chain_root);
-}
-int qiDeleteObj_ChainRoot(Qis& scene, Word obj, Word chain_root) {
-  return remove(scene, kObjTag, obj, kChainRootTag, chain_root);
-}
-int qiDeleteChainRoot_Obj(Qis& scene, Word chain_root, Word obj) {
-  return remove(scene, kChainRootTag, chain_root, kObjTag, obj);
-}
-int qiDeleteJoint_Obj(Qis& scene, Word joint, Word obj) {
-  return remove(scene, kJointTag, joint, kObjTag, obj);
-}
-int qiDeleteEffector_Obj(Qis& scene, Word effector, Word obj) {
-  return remove(scene, kEffectorTag, effector, kObjTag, obj);
-}
-
-int qiDeleteChainRoot_Anim(Qis& scene, Word chain_root) {
-  return remove(scene, kChainRootTag, chain_root, kAnimTag);
-}
-int qiDeleteChainRoot_Joint(Qis& scene, Word chain_root) {
-  return remove(scene, kChainRootTag, chain_root, kJointTag);
-}
-int qiDeleteJoint_Anim(Qis& scene, Word joint) { return remove(scene, kJointTag, joint, kAnimTag); }
-int qiDeleteJoint_Joint(Qis& scene, Word joint) { return remove(scene, kJointTag, joint, kJointTag); }
-int qiDeleteJoint_Effector(Qis& scene, Word joint) { return remove(scene, kJointTag, joint, kEffectorTag); }
-int qiDeleteEffector_Anim(Qis& scene, Word effector) {
-  return remove(scene, kEffectorTag, effector, kAnimTag);
 }

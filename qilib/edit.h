@@ -36,30 +36,6 @@ int qiTestSetIndex(QisNodeIndex& node_index, Word tag, Word index);
 /// Stores `value` unless the word holds just this value (0). Whatever else it held is replaced.
 int qiTestSet(Word& word, Word value);
 
-// Entries of an index array: refused when the child is among the entries already; +4 bytes.
-int qiAddScene_Obj(Qis& scene, Word obj);
-int qiAddScene_ChainRoot(Qis& scene, Word chain_root);
-int qiAddObj_ChainRoot(Qis& scene, Word obj, Word chain_root);
-int qiAddChainRoot_Obj(Qis& scene, Word chain_root, Word obj);
-int qiAddJoint_Obj(Qis& scene, Word joint, Word obj);
-int qiAddEffector_Obj(Qis& scene, Word effector, Word obj);
-
-/// Adds a child obj. Refused when the parent is a child of the child, and when it has 32 children. A child
-/// that it has already is not added again, but the answer is 1 and the sizes grow by 4 all the same.
-int qiAddObj_Obj(Qis& scene, Word parent, Word child);
-
-/// Adds a texture. Refused when the material has 3. A texture that it has already: as in qiAddObj_Obj.
-int qiAddMat_Tex(Qis& scene, Word mat, Word tex);
-
-// Slots: refused when the slot holds this very child; another child that it held is replaced. No size
-// changes.
-int qiAddChainRoot_Anim(Qis& scene, Word chain_root, Word anim);
-int qiAddChainRoot_Joint(Qis& scene, Word chain_root, Word joint);
-int qiAddJoint_Anim(Qis& scene, Word joint, Word anim);
-int qiAddJoint_Joint(Qis& scene, Word joint, Word child);
-int qiAddJoint_Effector(Qis& scene, Word joint, Word effector);
-int qiAddEffector_Anim(Qis& scene, Word effector, Word anim);
-
 // A shape's deformer; refused when the shape has this very one already.
 int qiAddShape_Envelope(Qis& scene, Word shape, Word envelope);
 int qiAddShape_ClusterShape(Qis& scene, Word shape, Word cluster);
@@ -77,28 +53,13 @@ int qiAddWeightedPart_Obj(Qis& scene, Word envelope, Word part, Word obj, float 
 int qiAddMorphPart_Node(Qis& scene, Word envelope, Word part, Word tag_a, Word index_a, Word tag_b,
                         Word index_b);
 
-// Entries out of an index array: refused, with qiDeleteLink's line, when the child isn't there; -4 bytes.
-int qiDeleteScene_ChainRoot(Qis& scene, Word chain_root);
-int qiDeleteObj_ChainRoot(Qis& scene, Word obj, Word chain_root);
-int qiDeleteChainRoot_Obj(Qis& scene, Word chain_root, Word obj);
-int qiDeleteJoint_Obj(Qis& scene, Word joint, Word obj);
-int qiDeleteEffector_Obj(Qis& scene, Word effector, Word obj);
-
-// Slots unset, whatever they held.
-int qiDeleteChainRoot_Anim(Qis& scene, Word chain_root);
-int qiDeleteChainRoot_Joint(Qis& scene, Word chain_root);
-int qiDeleteJoint_Anim(Qis& scene, Word joint);
-int qiDeleteJoint_Joint(Qis& scene, Word joint);
-int qiDeleteJoint_Effector(Qis& scene, Word joint);
-int qiDeleteEffector_Anim(Qis& scene, Word effector);
-
 namespace qi {
 
-/// The edit behind the qiAdd functions above, for any row of the table of references.
+/// Adds a reference: `child` into an array or a slot, by its row of the table of references.
 int add_reference(Qis& scene, const Reference& kinds, Word parent, Word child);
 
-/// The edit behind the qiDelete functions above: `child` out of an array, or a slot unset. A child that isn't
-/// in the array is refused with a message.
+/// Takes a reference away: `child` out of an array, or a slot unset. A child that isn't in the array is
+/// refused with a message.
 int delete_reference(Qis& scene, const Reference& kinds, Word parent, Word child, const MessageSink& sink);
 
 /// Grows (or shrinks) by `delta` bytes the record that `place` belongs to, with all that contains it.

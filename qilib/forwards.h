@@ -8,6 +8,7 @@
 #include <utility>
 #include <vector>
 
+#include "qilib/edit.h"
 #include "qilib/files.h"
 #include "qilib/lists.h"
 #include "qilib/qis.h"
@@ -38,6 +39,34 @@ int write_ext(std::FILE* file, const typename RecordIn<ListOf<Member>>::Type& re
 template <class Pair>
 int write_pairs(std::FILE* file, const std::vector<Pair>& pairs, std::uint64_t n) {
   return write_to(file, kBlocksAsRead, [&](auto& emitter) { emitter.pairs(pairs, n); });
+}
+
+/// The edits of one pair of kinds. The scene record, which there is once, needs no number.
+template <Word Parent, Word Child>
+int add_child(Qis& scene, Word parent, Word child) {
+  return add_reference(scene, *find_reference(Parent, Child), parent, child);
+}
+template <Word Child>
+int add_to_scene(Qis& scene, Word child) {
+  return add_child<kSceneTag, Child>(scene, 0, child);
+}
+template <Word Parent, Word Child>
+int delete_child(Qis& scene, Word parent, Word child) {
+  return delete_reference(scene, *find_reference(Parent, Child), parent, child, print_message);
+}
+template <Word Child>
+int delete_from_scene(Qis& scene, Word child) {
+  return delete_child<kSceneTag, Child>(scene, 0, child);
+}
+template <Word Parent, Word Child>
+int unset_child(Qis& scene, Word parent) {
+  return delete_child<Parent, Child>(scene, parent, kUnset);
+}
+
+/// An edit that has a name but is not made: it changes nothing.
+template <class... Args>
+int not_made(Qis& /*scene*/, Args... /*args*/) {
+  return 0;
 }
 
 }  // namespace qi
@@ -179,5 +208,80 @@ std::uint64_t qiSizeofTeximg(const qi::List<qi::Teximg>& list, Word record_numbe
 
 /// Words that the pixel indices of a colour-indexed image take.
 std::uint64_t qiSizeofPixelIndexArray(const qi::CiImg& image);
+
+/// @}
+/// @name Editing
+/// What edit.h says of all edits holds for these.
+/// @{
+
+// Entries of an index array: refused when the child is among the entries already; +4 bytes.
+inline constexpr auto& qiAddScene_Obj = qi::add_to_scene<qi::kObjTag>;
+inline constexpr auto& qiAddScene_ChainRoot = qi::add_to_scene<qi::kChainRootTag>;
+inline constexpr auto& qiAddObj_ChainRoot = qi::add_child<qi::kObjTag, qi::kChainRootTag>;
+inline constexpr auto& qiAddChainRoot_Obj = qi::add_child<qi::kChainRootTag, qi::kObjTag>;
+inline constexpr auto& qiAddJoint_Obj = qi::add_child<qi::kJointTag, qi::kObjTag>;
+inline constexpr auto& qiAddEffector_Obj = qi::add_child<qi::kEffectorTag, qi::kObjTag>;
+
+/// Adds a child obj. Refused when the parent is a child of the child, and when it has 32 children. A child
+/// that it has already is not added again, but the answer is 1 and the sizes grow by 4 all the same.
+inline constexpr auto& qiAddObj_Obj = qi::add_child<qi::kObjTag, qi::kObjTag>;
+
+/// Adds a texture. Refused when the material has 3. A texture that it has already: as in qiAddObj_Obj.
+inline constexpr auto& qiAddMat_Tex = qi::add_child<qi::kMatTag, qi::kTexTag>;
+
+// Slots: refused when the slot holds this very child; another child that it held is replaced. No size
+// changes.
+inline constexpr auto& qiAddChainRoot_Anim = qi::add_child<qi::kChainRootTag, qi::kAnimTag>;
+inline constexpr auto& qiAddChainRoot_Joint = qi::add_child<qi::kChainRootTag, qi::kJointTag>;
+inline constexpr auto& qiAddJoint_Anim = qi::add_child<qi::kJointTag, qi::kAnimTag>;
+inline constexpr auto& qiAddJoint_Joint = qi::add_child<qi::kJointTag, qi::kJointTag>;
+inline constexpr auto& qiAddJoint_Effector = qi::add_child<qi::kJointTag, qi::kEffectorTag>;
+inline constexpr auto& qiAddEffector_Anim = qi::add_child<qi::kEffectorTag, qi::kAnimTag>;
+
+// Entries out of an index array: refused, with qiDeleteLink's line, when the child isn't there; -4 bytes.
+inline constexpr auto& qiDeleteScene_ChainRoot = qi::delete_from_scene<qi::kChainRootTag>;
+inline constexpr auto& qiDeleteObj_ChainRoot = qi::delete_child<qi::kObjTag, qi::kChainRootTag>;
+inline constexpr auto& qiDeleteChainRoot_Obj = qi::delete_child<qi::kChainRootTag, qi::kObjTag>;
+inline constexpr auto& qiDeleteJoint_Obj = qi::delete_child<qi::kJointTag, qi::kObjTag>;
+inline constexpr auto& qiDeleteEffector_Obj = qi::delete_child<qi::kEffectorTag, qi::kObjTag>;
+
+// Slots unset, whatever they held.
+inline constexpr auto& qiDeleteChainRoot_Anim = qi::unset_child<qi::kChainRootTag, qi::kAnimTag>;
+inline constexpr auto& qiDeleteChainRoot_Joint = qi::unset_child<qi::kChainRootTag, qi::kJointTag>;
+inline constexpr auto& qiDeleteJoint_Anim = qi::unset_child<qi::kJointTag, qi::kAnimTag>;
+inline constexpr auto& qiDeleteJoint_Joint = qi::unset_child<qi::kJointTag, qi::kJointTag>;
+inline constexpr auto& qiDeleteJoint_Effector = qi::unset_child<qi::kJointTag, qi::kEffectorTag>;
+inline constexpr auto& qiDeleteEffector_Anim = qi::unset_child<qi::kEffectorTag, qi::kAnimTag>;
+
+// Edits that are not made. They take what their namesakes in edit.h take, so that a caller written today
+// works when one is filled in.
+inline constexpr auto& qiAddMat_Light = qi::not_made<Word, Word>;
+inline constexpr auto& qiAddTex_ColorPalette = qi::not_made<Word, Word>;
+inline constexpr auto& qiAddTex_TLUT = qi::not_made<Word, Word>;
+inline constexpr auto& qiAddFullWeightedPart_ChainRoot = qi::not_made<Word, Word, Word>;
+inline constexpr auto& qiAddFullWeightedPart_Effector = qi::not_made<Word, Word, Word>;
+inline constexpr auto& qiAddWeightedPart_ChainRoot = qi::not_made<Word, Word, Word, float>;
+inline constexpr auto& qiAddWeightedPart_Joint = qi::not_made<Word, Word, Word, float>;
+inline constexpr auto& qiAddWeightedPart_Effector = qi::not_made<Word, Word, Word, float>;
+inline constexpr auto& qiAddMorphPart_Obj = qi::not_made<Word, Word, Word, Word>;
+inline constexpr auto& qiAddMorphPart_Joint = qi::not_made<Word, Word, Word, Word>;
+inline constexpr auto& qiAddCluster_Obj = qi::not_made<Word, Word, Word>;
+inline constexpr auto& qiDeleteShape_Envelope = qi::not_made<Word>;
+inline constexpr auto& qiDeleteShape_ClusterShape = qi::not_made<Word>;
+inline constexpr auto& qiDeleteMat_Light = qi::not_made<Word, Word>;
+inline constexpr auto& qiDeleteTex_ColorPalette = qi::not_made<Word, Word>;
+inline constexpr auto& qiDeleteTex_TLUT = qi::not_made<Word, Word>;
+inline constexpr auto& qiDeleteFullWeightedPart_Obj = qi::not_made<Word, Word, Word>;
+inline constexpr auto& qiDeleteFullWeightedPart_ChainRoot = qi::not_made<Word, Word, Word>;
+inline constexpr auto& qiDeleteFullWeightedPart_Joint = qi::not_made<Word, Word, Word>;
+inline constexpr auto& qiDeleteFullWeightedPart_Effector = qi::not_made<Word, Word, Word>;
+inline constexpr auto& qiDeleteWeightedPart_Obj = qi::not_made<Word, Word, Word, float>;
+inline constexpr auto& qiDeleteWeightedPart_ChainRoot = qi::not_made<Word, Word, Word, float>;
+inline constexpr auto& qiDeleteWeightedPart_Joint = qi::not_made<Word, Word, Word, float>;
+inline constexpr auto& qiDeleteWeightedPart_Effector = qi::not_made<Word, Word, Word, float>;
+inline constexpr auto& qiDeleteMorphPart_Obj = qi::not_made<Word, Word, Word, Word>;
+inline constexpr auto& qiDeleteMorphPart_Joint = qi::not_made<Word, Word, Word, Word>;
+inline constexpr auto& qiDeleteMorphPart_Node = qi::not_made<Word, Word, Word, Word, Word, Word>;
+inline constexpr auto& qiDeleteCluster_Obj = qi::not_made<Word, Word, Word>;
 
 /// @}

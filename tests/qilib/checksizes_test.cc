@@ -4,7 +4,7 @@
 
 #include <gmock/gmock.h>
 
-#include "qilib/edit.h"
+#include "qilib/forwards.h"
 #include "qilib/lists.h"
 #include "qilib/listwalk.h"
 #include "qilib/opensave.h"

@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <iterator>
 
-#include "qilib/reserved.h"
+#include "qilib/forwards.h"
 #include "tests/support/builtscene.h"
 #include "tests/support/case_name.h"
 

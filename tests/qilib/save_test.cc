@@ -9,7 +9,6 @@
 
 #include <filesystem>
 
-#include "qilib/edit.h"
 #include "qilib/forwards.h"
 #include "qilib/opensave.h"
 #include "qilib/sizes.h"
