@@ -4,13 +4,13 @@
 #include <array>
 #include <cstdint>
 #include <cstdio>
+#include <span>
 #include <sstream>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "cli/commands.h"
-#include "cli/datareferences.h"
 #include "cli/printable.h"
 #include "qilib/checksizes.h"
 #include "qilib/lists.h"
@@ -77,13 +77,10 @@ class References {
     number_ = number;
   }
 
-  void slot(std::string_view field, Word tag, Word value, Word unset = kUnset) {
+  void words(std::string_view field, Word tag, std::span<const Word> values) {
     kinds_.of(tag).target = true;
-    if (value != unset) follow(field, tag, value);
-  }
-  void array(std::string_view field, Word tag, const Words& values) {
-    kinds_.of(tag).target = true;
-    for (const Word value : values) slot(field, tag, value);
+    for (const Word value : values)
+      if (value != kUnset) follow(field, tag, value);
   }
   void node(std::string_view field, const QisNodeIndex& node) {
     const bool in_its_owner = (node.tag & 0xFFFF) != 0;  // a part of the same envelope or cluster shape
