@@ -28,8 +28,9 @@ inline void write_file(const std::filesystem::path& path, const std::string& byt
 /// A new empty directory that goes away, with all that is in it, at the end.
 class ScratchDirectory {
  public:
-  ScratchDirectory() {
-    std::string name = (std::filesystem::temp_directory_path() / "quil-test-XXXXXX").string();
+  /// @param where  it is made in
+  explicit ScratchDirectory(const std::filesystem::path& where = std::filesystem::temp_directory_path()) {
+    std::string name = (where / "quil-test-XXXXXX").string();
     if (!mkdtemp(name.data())) throw std::filesystem::filesystem_error("mkdtemp", {});
     path_ = name;
   }
