@@ -1,5 +1,5 @@
 /// @file
-/// Write beside, flush, rename over.
+/// Write without a name, flush, put in place.
 #include "storage/replacefile.h"
 
 #include <fcntl.h>
@@ -7,8 +7,12 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <utility>
+
+#include "storage/inplace.h"
 
 namespace fs = std::filesystem;
+using storage::Descriptor;
 
 namespace {
 
@@ -24,72 +28,133 @@ fs::path behind_links(fs::path path) {
   return path;
 }
 
-/// A new file in the directory, or -1. Its name is short, so that it fits wherever the target's does.
-int open_beside(const fs::path& directory, fs::path& path) {
-  for (int i = 0; i < 1000; ++i) {
-    path = directory / (".quil-" + std::to_string(getpid()) + "-" + std::to_string(i) + ".tmp");
-    const int fd = open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
-    if (fd >= 0 || errno != EEXIST) return fd;
-  }
-  return -1;
-}
-
-/// Opens a device or a pipe; a pipe that nobody reads is refused instead of waited for.
-std::FILE* open_special(const fs::path& path) {
-  const int fd = open(path.c_str(), O_WRONLY | O_CLOEXEC | O_NONBLOCK);
-  if (fd < 0) return nullptr;
-  fcntl(fd, F_SETFL, O_WRONLY);  // from here on a full pipe is waited for
-  std::FILE* file = fdopen(fd, "wb");
-  if (!file) close(fd);
-  return file;
-}
-
-/// Whether the file could be written in place: a read-only file is not to be replaced either.
-bool is_writable(const fs::path& path) {
-  const int fd = open(path.c_str(), O_WRONLY | O_CLOEXEC);
-  if (fd < 0) return false;
-  close(fd);
-  return true;
+/// Opens for writing what is there. A pipe that nobody reads is refused instead of waited for.
+Descriptor open_existing(const fs::path& path) {
+  return Descriptor(open(path.c_str(), O_WRONLY | O_CLOEXEC | O_NONBLOCK));
 }
 
 }  // namespace
 
-ReplacingFile::ReplacingFile(const std::string& target) {
+ReplacingFile::ReplacingFile(const std::string& target) : path_(target) {
   struct stat held {};
   // By its own name: what lies behind /dev/stdout has none that could be followed to.
-  if (stat(target.c_str(), &held) == 0 && !S_ISREG(held.st_mode)) {
-    file_.reset(open_special(target));
-    return;
-  }
-  target_ = behind_links(target);
-  std::error_code ignored;
-  if (fs::is_symlink(target_, ignored)) return;  // a loop of links
-  const bool exists = stat(target_.c_str(), &held) == 0;
-  if (!exists && (errno != ENOENT || !target_.has_filename())) return;  // there can be no such file
-  if (exists && !is_writable(target_)) return;
-  const int fd = open_beside(target_.parent_path(), temporary_);
-  if (fd < 0) {
-    temporary_.clear();
-    return;
-  }
-  // Only the mode matters to a save: an owner that can't be kept is the new writer.
-  if (exists) static_cast<void>(fchmod(fd, held.st_mode & 07777) == 0);
-  file_.reset(fdopen(fd, "wb"));
-  if (!file_) close(fd);
+  const bool special = stat(target.c_str(), &held) == 0 && !S_ISREG(held.st_mode);
+  special ? open_special() : find_target() && open_beside();
 }
 
-ReplacingFile::~ReplacingFile() {
-  if (!temporary_.empty()) unlink(temporary_.c_str());
+std::FILE* ReplacingFile::stream() const {
+  if (error_) return nullptr;
+  return safe_copy_ ? safe_copy_->writer.stream() : stream_ ? stream_->get() : nullptr;
+}
+
+WriteError ReplacingFile::error() const {
+  if (error_) return error_;
+  if (safe_copy_) return safe_copy_->writer.error();
+  return {stream_ ? stream_->error() : 0, WriteStep::write, path_.string()};
+}
+
+bool ReplacingFile::open_special() {
+  special_ = open_existing(path_);
+  if (!special_) return fail(WriteStep::open, errno);
+  fcntl(special_.get(), F_SETFL, O_WRONLY);  // from here on a full pipe is waited for
+  return open_stream(special_.get());
+}
+
+/// A read-only file is not to be replaced either.
+bool ReplacingFile::find_target() {
+  path_ = behind_links(path_);
+  held_ = open_existing(path_);
+  if (!held_ && (errno != ENOENT || !path_.has_filename())) return fail(WriteStep::open, errno);
+  const fs::path folder = path_.has_parent_path() ? path_.parent_path() : ".";
+  folder_ = Descriptor(open(folder.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
+  return folder_ || fail(WriteStep::open, errno);
+}
+
+bool ReplacingFile::open_beside() {
+  struct stat held {};
+  if (held_ && fstat(held_.get(), &held) != 0) return fail(WriteStep::open, errno);
+  if (held_ && held.st_nlink > 1) return open_safe_copy();
+  storage::remove_leftovers(folder_.get());
+  beside_.emplace(folder_.get(), 0600);
+  int error = beside_->error();
+  if (held_ && storage::is_refusal(error)) return open_safe_copy();
+  if (!held_ && error == 0) {
+    const storage::NewFile sample(folder_.get(), 0666);  // what the user and the folder give to a new file
+    error = sample.error() ? sample.error() : attributes_.read(sample.fd());
+  }
+  return error == 0 ? open_stream(beside_->fd()) : fail(WriteStep::create, error);
+}
+
+bool ReplacingFile::open_stream(int fd) {
+  stream_.emplace(fd);
+  return stream_->get() || fail(WriteStep::open, errno);
+}
+
+bool ReplacingFile::open_safe_copy() {
+  std::error_code no_such_path;
+  safe_copy_.emplace(fs::canonical(path_, no_such_path));
+  return safe_copy_->writer.stream() || fail(safe_copy_->writer.error());
 }
 
 bool ReplacingFile::commit() {
-  if (!file_) return false;
-  const bool direct = temporary_.empty();
-  bool complete = std::fflush(file_.get()) == 0 && !std::ferror(file_.get());
-  if (!direct) complete = complete && fsync(fileno(file_.get())) == 0;
-  complete = std::fclose(file_.release()) == 0 && complete;
-  if (direct || !complete) return complete;
-  if (std::rename(temporary_.c_str(), target_.c_str()) != 0) return false;
-  temporary_.clear();
-  return true;
+  if (!stream()) return false;
+  const bool done = finish();
+  stream_.reset();
+  beside_.reset();
+  safe_copy_.reset();
+  return done;
+}
+
+bool ReplacingFile::finish() {
+  if (safe_copy_) return write_in_place();
+  if (const int error = stream_->flush()) return fail(WriteStep::write, error);
+  if (special_) return special_.close() || fail(WriteStep::write, errno);
+  return replace();
+}
+
+bool ReplacingFile::replace() {
+  if (const int error = held_ ? attributes_.read(held_.get()) : 0) return fail(WriteStep::keep, error);
+  WriteStep step = WriteStep::keep;
+  int error = attributes_.give(beside_->fd());
+  if (error == 0) {
+    if (fsync(beside_->fd()) != 0) return fail(WriteStep::flush, errno);
+    step = WriteStep::replace;
+    error = beside_->put(path_.filename(), static_cast<bool>(held_));
+  }
+  if (error == 0) return flush_folder();
+  if (!held_ || !storage::is_refusal(error)) return fail(step, error);
+  return copy_beside() && write_in_place();
+}
+
+bool ReplacingFile::flush_folder() {
+  const Descriptor folder(openat(folder_.get(), ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  // Not every folder can be opened, and not every file system can do this.
+  if (!folder ? errno == EACCES : fsync(folder.get()) == 0 || storage::is_refusal(errno)) return true;
+  return fail({errno, WriteStep::flush_folder, path_.parent_path().string()});
+}
+
+bool ReplacingFile::copy_beside() {
+  if (!open_safe_copy()) return false;
+  struct stat status {};
+  int error = fstat(beside_->fd(), &status) == 0 ? 0 : errno;
+  if (error == 0) error = storage::copy_bytes(beside_->fd(), safe_copy_->writer.fd(), 0, status.st_size);
+  return error == 0 || fail(WriteStep::copy, error);
+}
+
+bool ReplacingFile::write_in_place() {
+  auto& [session, writer] = *safe_copy_;
+  if (!writer.commit()) {
+    session.remove();
+    return fail(writer.error());
+  }
+  bool damaged = false;
+  const Descriptor file = open_existing(path_);  // anew: another one may have the name by now
+  const int error = file ? storage::rewrite(writer.fd(), file.get(), damaged) : errno;
+  if (!damaged) session.remove();
+  return error == 0 || fail({error, WriteStep::rewrite, path_.string(), damaged ? session.number() : 0});
+}
+
+bool ReplacingFile::fail(WriteError error) {
+  if (!error_) error_ = std::move(error);
+  return false;
 }

@@ -14,6 +14,7 @@
 #include <vector>
 
 #include "storage/recovery.h"
+#include "storage/replacefile.h"
 #include "tests/support/files.h"
 
 inline const std::string kOld = "the old contents", kNew(100'000, 'n');
@@ -55,6 +56,14 @@ class Saving : public testing::Test {
     std::filesystem::create_directory(dir_);
   }
   ~Saving() override { unsetenv("XDG_STATE_HOME"); }
+
+  /// Saves the contents. @returns what went wrong, empty when all was well.
+  static std::string save(const std::string& target, const std::string& contents = kNew) {
+    ReplacingFile file{target};
+    if (file.stream()) std::fwrite(contents.data(), 1, contents.size(), file.stream());
+    return file.commit() ? "" : file.error().text();
+  }
+  std::string save() const { return save(target_); }
 
   /// What lies in the folder of the target, in order.
   std::vector<std::string> names() const {

@@ -1,0 +1,115 @@
+/// @file
+/// Files without a name, and temporary ones where there are none.
+#include "storage/newfile.h"
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <memory>
+#include <string_view>
+
+namespace storage {
+namespace {
+
+constexpr std::string_view kBegin = ".quil-", kEnd = ".tmp";
+
+/// Short, so that it fits wherever another name does.
+std::string temporary_name(int attempt) {
+  return std::string(kBegin) + std::to_string(getpid()) + "-" + std::to_string(attempt) + std::string(kEnd);
+}
+
+/// Calls `make` with one name after the other until one is free. @returns 0, or an errno.
+template <class Make>
+int with_free_name(std::string& name, Make make) {
+  constexpr int kMostAttempts = 1000;
+  int error = EEXIST;
+  for (int i = 0; i < kMostAttempts && error == EEXIST; ++i) {
+    name = temporary_name(i);
+    error = make() ? 0 : errno;
+  }
+  if (error != 0) name.clear();
+  return error;
+}
+
+/// How a file without a name is told to `linkat`.
+std::string path_of(int fd) { return "/proc/self/fd/" + std::to_string(fd); }
+
+/// Says that a living process writes this file; the lock ends with the process. Without locks, leftovers
+/// stay.
+bool lock(int fd) { return flock(fd, LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK; }
+
+}  // namespace
+
+NewFile::NewFile(int folder, mode_t mode)
+    : folder_(folder), fd_(openat(folder, ".", O_TMPFILE | O_RDWR | O_CLOEXEC, mode)) {
+  if (fd_ && access(path_of(fd()).c_str(), F_OK) == 0) {
+    lock(fd());
+  } else {
+    open_temporary(mode);
+  }
+}
+
+NewFile::~NewFile() { unlink_temporary(); }
+
+void NewFile::open_temporary(mode_t mode) {
+  error_ = with_free_name(temporary_, [&] {
+    fd_ = Descriptor(openat(folder_, temporary_.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, mode));
+    if (!fd_) return false;
+    // Somebody who clears leftovers away may be faster than the lock.
+    struct stat status {};
+    if (lock(fd()) && fstat(fd(), &status) == 0 && status.st_nlink != 0) return true;
+    errno = EEXIST;
+    return false;
+  });
+}
+
+int NewFile::link_temporary() {
+  return with_free_name(temporary_, [this] {
+    return linkat(AT_FDCWD, path_of(fd()).c_str(), folder_, temporary_.c_str(), AT_SYMLINK_FOLLOW) == 0;
+  });
+}
+
+void NewFile::unlink_temporary() {
+  if (!temporary_.empty()) unlinkat(folder_, temporary_.c_str(), 0);
+  temporary_.clear();
+}
+
+int NewFile::put(const std::string& name, bool taken) {
+  if (temporary_.empty()) {
+    if (!taken && linkat(AT_FDCWD, path_of(fd()).c_str(), folder_, name.c_str(), AT_SYMLINK_FOLLOW) == 0)
+      return 0;
+    if (!taken && errno != EEXIST) return errno;
+    if (const int error = link_temporary()) return error;
+  }
+  const int error = renameat(folder_, temporary_.c_str(), folder_, name.c_str()) == 0 ? 0 : errno;
+  if (error != 0) unlink_temporary();
+  temporary_.clear();
+  return error;
+}
+
+void remove_leftovers(int folder) {
+  Descriptor listed(openat(folder, ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  if (!listed) return;
+  struct Close {
+    void operator()(DIR* directory) const { closedir(directory); }
+  };
+  const std::unique_ptr<DIR, Close> directory(fdopendir(listed.get()));
+  if (!directory) return;
+  listed.release();
+  while (const dirent* entry = readdir(directory.get())) {
+    const std::string_view name = entry->d_name;
+    if (!name.starts_with(kBegin) || !name.ends_with(kEnd)) continue;
+    const Descriptor file(openat(folder, entry->d_name, O_RDWR | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
+    struct stat status {};
+    if (file && fstat(file.get(), &status) == 0 && S_ISREG(status.st_mode) && status.st_nlink == 1 &&
+        flock(file.get(), LOCK_EX | LOCK_NB) == 0)
+      unlinkat(folder, entry->d_name, 0);
+  }
+}
+
+}  // namespace storage
