@@ -9,6 +9,8 @@
 #include <string>
 #include <string_view>
 
+#include "storage/writeerror.h"
+
 namespace qi {
 
 /// What a message is about. After each, what its figures `found` and `expected` are.
@@ -16,7 +18,7 @@ enum class MessageCode {
   out_of_memory,
   no_input,       ///< a file that can't be read
   no_output,      ///< a file that can't be written
-  output_failed,  ///< a file that could not be written to its end; `error` says why
+  output_failed,  ///< a file that could not be written to its end
 
   // What opening finds wrong with the header.
   unknown_version,     ///< found: the version word
@@ -65,7 +67,9 @@ struct Message {
   /// Where what was being read begins in the file. Unknown for a version-2 structure, which is read once its
   /// record is in memory.
   std::optional<std::uint64_t> base = {};
-  int error = 0;  ///< of the system, as in errno
+  /// What failed, of a file that can't be written or not to its end. It lives as long as the call of the
+  /// sink.
+  const WriteError* write_error = nullptr;
 };
 
 /// Is told what there is to say, as it turns up. Whoever calls the library owns it; nothing keeps it for
@@ -75,10 +79,11 @@ using MessageSink = std::function<void(const Message&)>;
 /// The list, record and part that a message is about: "ObjList: record 3".
 std::string place_of(const Message& message);
 
-/// The message in words: a line, or two with a line break between them.
+/// The message in words: a line, or several with line breaks between them.
 std::string text_of(const Message& message);
 
-/// The sink that prints: traces on standard output, all else on standard error. Takes no memory.
+/// The sink that prints: traces on standard output, all else on standard error. Takes memory only for
+/// `write_error`.
 void print_message(const Message& message);
 
 }  // namespace qi

@@ -37,7 +37,9 @@ int qi::save_scene(const Qis& scene, int mode, const MessageSink& sink) {
     const auto file = open_to_write(scene.filename, sink);
     if (!file) return 0;
     if (qiWriteScene(file->stream(), scene, mode) && file->commit()) return 1;
-    sink({.code = MessageCode::output_failed, .error = errno});
+    WriteError error = file->error();
+    if (!error) error = {errno, WriteStep::write, scene.filename};  // too large for its size word
+    sink({.code = MessageCode::output_failed, .write_error = &error});
     return 0;
   });
 }

@@ -36,7 +36,8 @@ const char* words(WriteStep step) {
 }  // namespace
 
 std::string WriteError::text() const {
-  std::string line = path + ": " + words(step) + ": " + std::generic_category().message(number);
+  std::string line = (path.empty() ? "(no file name)" : path) + ": " + words(step) + ": " +
+                     std::generic_category().message(number);
   if (kept_copy != 0)
     line += "; the file may be incomplete, its new contents are recovery copy " + std::to_string(kept_copy);
   return line;

@@ -234,7 +234,7 @@ int write_convert_options() {
     }
     if (file.commit()) return 1;
   }
-  std::fprintf(stderr, "Can't write convert options. %s\n", path.c_str());
+  std::fprintf(stderr, "Can't write convert options. %s\n%s\n", path.c_str(), file.error().text().c_str());
   return 0;
 }
 

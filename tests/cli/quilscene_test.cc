@@ -411,7 +411,10 @@ TEST_F(Quilscene, FullDeviceAsOutputFileFails) {
 TEST_F(Quilscene, OutputInAMissingDirectoryFails) {
   const Ran ran = run("resave " + scene_path("robot") + " -o missing/out.quil");
   EXPECT_EQ(ran.status, 1);
-  EXPECT_THAT(ran.err, HasSubstr("Output File Open Error\n"));
+  EXPECT_EQ(
+      ran.err,
+      "Output File Open Error\nmissing/out.quil: can't be opened for writing: No such file or directory\n"
+      "quilscene: can't write missing/out.quil\n");
 }
 
 // Files made to hurt.

@@ -427,7 +427,9 @@ TEST(TextFiles, AreOpenedWithTheSameMessages) {
   CaptureStderr();
   EXPECT_FALSE(qiQdReadOpen(scratch / "missing"));
   EXPECT_FALSE(qiQdWriteOpen(scratch / "missing/file"));
-  EXPECT_EQ(GetCapturedStderr(), "Input File Open Error\nOutput File Open Error\n");
+  EXPECT_EQ(GetCapturedStderr(), "Input File Open Error\nOutput File Open Error\n" +
+                                     (scratch / "missing/file") +
+                                     ": can't be opened for writing: No such file or directory\n");
   const auto file = qiQdWriteOpen(scratch / "text");
   ASSERT_TRUE(file);
   std::fputs("text\n", file->stream());

@@ -328,9 +328,11 @@ TEST_F(Save, ReplacesWhatASymbolicLinkPointsAt) {
   EXPECT_TRUE(read_file(scratch_ / "old.quil") == bytes_);
 }
 
-TEST_F(Save, AFullDeviceFailsWithALine) {
+TEST_F(Save, AFullDeviceFailsWithALineAndOneThatTellsTheFile) {
   EXPECT_EQ(save("/dev/full"), 0);
-  EXPECT_EQ(printed_, "Output File Write Error: No space left on device\n");
+  EXPECT_EQ(printed_,
+            "Output File Write Error: No space left on device\n"
+            "/dev/full: can't write the new contents: No space left on device\n");
   EXPECT_TRUE(fs::is_character_file("/dev/full"));
 }
 
@@ -366,19 +368,29 @@ TEST_F(Save, APipeThatOnlyADescriptorNamesIsWrittenDirectly) {
 TEST_F(Save, APipeThatNobodyReadsIsRefusedInsteadOfWaitingForAReader) {
   ASSERT_EQ(mkfifo((scratch_ / "pipe").c_str(), 0600), 0);
   EXPECT_EQ(save(scratch_ / "pipe"), 0);
-  EXPECT_EQ(printed_, "Output File Open Error\n");
+  EXPECT_EQ(printed_, "Output File Open Error\n" + (scratch_ / "pipe") +
+                          ": can't be opened for writing: No such device or address\n");
 }
 
 TEST_F(Save, TargetsThatCannotBeWrittenAreRefused) {
   fs::create_directory(scratch_ / "directory");
   fs::create_symlink("loop", scratch_ / "loop");
-  for (const std::string& target : {scratch_ / "missing/file.quil", scratch_ / "directory", scratch_ / "loop",
-                                    std::string(), scratch_ / std::string(300, 'x')}) {
-    SCOPED_TRACE(target);
+  const std::string too_long(300, 'x');
+  const std::pair<std::string, std::string> refused[]{
+      {scratch_ / "missing/file.quil", "No such file or directory"},
+      {scratch_ / "directory", "Is a directory"},
+      {scratch_ / "loop", "Too many levels of symbolic links"},
+      {scratch_ / too_long, "File name too long"}};
+  for (const auto& [target, reason] : refused) {
     EXPECT_EQ(save(target), 0);
-    EXPECT_EQ(printed_, "Output File Open Error\n");
-    EXPECT_THAT(files(), testing::UnorderedElementsAre("directory", "loop"));
+    EXPECT_EQ(printed_,
+              "Output File Open Error\n" + target + ": can't be opened for writing: " + reason + "\n");
   }
+  EXPECT_EQ(save(""), 0);
+  EXPECT_EQ(
+      printed_,
+      "Output File Open Error\n(no file name): can't be opened for writing: No such file or directory\n");
+  EXPECT_THAT(files(), testing::UnorderedElementsAre("directory", "loop"));
 }
 
 TEST_F(Save, TheSceneHasTheNameOfTheLastSaveAlsoWhenItFailed) {

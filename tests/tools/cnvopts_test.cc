@@ -47,7 +47,8 @@ class ConvertOptions : public testing::Test {
     CaptureStdout();
     EXPECT_EQ(write_convert_options(), 0);
     EXPECT_THAT(GetCapturedStderr(),
-                HasSubstr("Can't write convert options. " + home_.options_file().string() + "\n"));
+                HasSubstr("Can't write convert options. " + home_.options_file().string() + "\n" +
+                          home_.options_file().string() + ": can't "));
     GetCapturedStdout();
   }
   /// Reads a file of these lines behind the two first words.
