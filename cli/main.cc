@@ -12,6 +12,7 @@
 #include <string_view>
 
 #include "cli/commands.h"
+#include "storage/signals.h"
 
 namespace {
 
@@ -140,6 +141,7 @@ void occupy_standard_descriptors() {
 int main(int count, char** words) {
   occupy_standard_descriptors();
   std::signal(SIGPIPE, SIG_IGN);  // a reader that went away is a failed write, and a save still completes
+  storage::survive_file_size_limit();
   Outcome outcome = Outcome::failed;
   try {
     outcome = run(count, words);

@@ -4,12 +4,14 @@
 #include <cstdio>
 
 #include "editor/graphwindow.h"
+#include "storage/signals.h"
 #include "viewkit/vkapp.h"
 
 /// The program's name and version, and on the following lines the notice of rights.
 std::array<char, 256> version_string;
 
 int main(int argc, char** argv) {
+  storage::survive_file_size_limit();
   // Traces appear in order with the output of the commands that the editor runs.
   std::setvbuf(stdout, nullptr, _IOLBF, 0);
   VkApp app("quileditor", &argc, argv);

@@ -417,6 +417,15 @@ TEST_F(Quilscene, OutputInAMissingDirectoryFails) {
       "quilscene: can't write missing/out.quil\n");
 }
 
+TEST_F(Quilscene, AFileSizeLimitFailsAndKeepsTheOldFile) {
+  put("out.quil", "the old file");
+  const Ran ran = run("resave " + scene_path("robot") + " -o out.quil", "", "ulimit -f 16 && ");
+  EXPECT_EQ(ran.status, 1);
+  EXPECT_THAT(ran.err,
+              HasSubstr("Output File Write Error: File too large\nout.quil: can't write the new contents"));
+  EXPECT_EQ(written("out.quil"), "the old file");
+}
+
 // Files made to hurt.
 
 TEST_F(Quilscene, FilesCutAnywhereFailWithAMessage) {

@@ -2,7 +2,6 @@
 /// Saving: what each mode writes, what a failure leaves of the file that was there.
 #include <fcntl.h>
 #include <gmock/gmock.h>
-#include <signal.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -13,6 +12,7 @@
 #include "qilib/opensave.h"
 #include "qilib/sizes.h"
 #include "qilib/writer.h"
+#include "storage/signals.h"
 #include "tests/qilib/kinds.h"
 #include "tests/support/case_name.h"
 #include "tests/support/files.h"
@@ -410,24 +410,20 @@ TEST_F(Save, APlainWriteGoesToTheNameHeld) {
 class FileSizeLimit {
  public:
   explicit FileSizeLimit(rlim_t bytes) {
-    before_ = signal(SIGXFSZ, SIG_IGN);
     getrlimit(RLIMIT_FSIZE, &limit_);
     const rlimit narrow{bytes, limit_.rlim_max};
     setrlimit(RLIMIT_FSIZE, &narrow);
   }
-  ~FileSizeLimit() {
-    setrlimit(RLIMIT_FSIZE, &limit_);
-    signal(SIGXFSZ, before_);
-  }
+  ~FileSizeLimit() { setrlimit(RLIMIT_FSIZE, &limit_); }
   FileSizeLimit(const FileSizeLimit&) = delete;
   FileSizeLimit& operator=(const FileSizeLimit&) = delete;
 
  private:
   rlimit limit_{};
-  void (*before_)(int);
 };
 
 TEST_F(Save, AFailureAtAnyPointLeavesTheOldFileAndNothingElse) {
+  storage::survive_file_size_limit();
   write_file(scratch_ / "scene.quil", "the old file");
   ASSERT_EQ(qiSetFilename(scratch_ / "scene.quil", scene_), 1);
   for (rlim_t limit = 0; limit < bytes_.size(); limit += 97) {

@@ -1,5 +1,6 @@
 /// @file
 /// The File menu and Set Output Directory.
+#include <sys/resource.h>
 #include <sys/stat.h>
 
 #include <filesystem>
@@ -107,6 +108,28 @@ TEST_F(FileCommands, SaveAnsweredCancelWritesNothing) {
   editor_.answer(kQuestion, "Cancel");
   editor_.settle();
   EXPECT_FALSE(fs::exists(file));
+}
+
+TEST_F(FileCommands, AFileSizeLimitFailsTheSaveAndTheEditorGoesOn) {
+  const std::string file = data("robot"), scene = read_file(file);
+  editor_.open(file);
+  write_file(file, "the old file");
+  rlimit whole{};
+  const pid_t editor = editor_.process().id();
+  ASSERT_EQ(prlimit(editor, RLIMIT_FSIZE, nullptr, &whole), 0);
+  const rlimit narrow{20'000, whole.rlim_max};
+  ASSERT_EQ(prlimit(editor, RLIMIT_FSIZE, &narrow, nullptr), 0);
+  editor_.chooseMenu({"File", "Save"});
+  editor_.answer(kQuestion, "OK");
+  EXPECT_EQ(editor_.message(kWarning), "Can't write QUIL data!");
+  editor_.answer(kWarning, "OK");
+  EXPECT_THAT(editor_.errors(), HasSubstr("File too large"));
+  EXPECT_EQ(read_file(file), "the old file");
+  ASSERT_EQ(prlimit(editor, RLIMIT_FSIZE, &whole, nullptr), 0);
+  editor_.chooseMenu({"File", "Save"});
+  editor_.answer(kQuestion, "OK");
+  editor_.settle();
+  EXPECT_TRUE(sameBytes(read_file(file), scene));
 }
 
 TEST_F(FileCommands, SaveBeforeAnyFileNameWarns) {
