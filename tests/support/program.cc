@@ -8,6 +8,7 @@
 
 #include <stdexcept>
 
+#include "tests/support/preload.h"
 #include "tests/support/probe_words.h"
 
 namespace support {
@@ -34,16 +35,11 @@ bool WidgetInfo::isAt(std::string_view where) const {
 
 namespace {
 
-/// What LD_PRELOAD must be. The path of the build may hold blanks, which the variable can't carry: the
-/// libraries get links in `directory`.
-std::string preloads(const fs::path& directory) {
-  std::string list;
-  for (const fs::path library : QUIL_TEST_PRELOADS) {
-    fs::create_symlink(library, directory / library.filename());
-    if (!list.empty()) list += ' ';
-    list += (directory / library.filename()).string();
-  }
-  return list;
+/// The probe, and faults if there are to be any.
+std::string preloads(const fs::path& directory, const Program::Start& start) {
+  if (start.environment.contains("QUIL_FAULTS"))
+    return preload_variable(directory, QUIL_TEST_PRELOADS_WITH_FAULTS);
+  return preload_variable(directory, QUIL_TEST_PRELOADS);
 }
 
 }  // namespace
@@ -71,9 +67,10 @@ Program::Program(const XServer& server, const Start& start)
       {"DISPLAY", server.display()},
       {"HOME", home().string()},
       {"LC_ALL", "C.UTF-8"},
+      {"XDG_STATE_HOME", ""},
       {"XENVIRONMENT", ""},
       {"XAPPLRESDIR", ""},
-      {"LD_PRELOAD", preloads(scratch_.path())},
+      {"LD_PRELOAD", preloads(scratch_.path(), start)},
       {"QUIL_PROBE_FD", std::to_string(theirs.get())},
   });
   process.output = scratch_.path() / "output";

@@ -50,9 +50,10 @@ class Program {
     std::filesystem::path executable;
     std::string name{};  ///< argv[0]; empty: the executable's path
     std::vector<std::string> arguments{};
-    std::map<std::string, std::string> environment{};  ///< set on top of the caller's
-    std::map<std::string, std::string> home_files{};   ///< name and contents of files in its home
-    std::filesystem::path directory{};                 ///< working directory; empty: a fresh one
+    /// Set on top of the caller's; with QUIL_FAULTS among them, system calls of the program fail (faults.h).
+    std::map<std::string, std::string> environment{};
+    std::map<std::string, std::string> home_files{};  ///< name and contents of files in its home
+    std::filesystem::path directory{};                ///< working directory; empty: a fresh one
   };
 
   /// Starts the program on the server's display. It may still be on its way up when this returns.

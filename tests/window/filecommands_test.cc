@@ -226,6 +226,61 @@ TEST_F(FileCommands, NewClearsTheGraphAndSaveStillWritesTheScene) {
   EXPECT_TRUE(sameBytes(read_file(file), before));
 }
 
+/// An editor whose system calls fail or end it.
+class FailingSave : public EditorTest, public testing::WithParamInterface<const char*> {
+ protected:
+  FailingSave() : EditorTest(24, {.executable = {}, .environment = {{"QUIL_FAULTS", GetParam()}}}) {}
+
+  void save() {
+    editor_.chooseMenu({"File", "Save"});
+    editor_.answer(kQuestion, "OK");
+  }
+  /// Opens a scene, and puts another file in its place.
+  void openAndReplace() {
+    const std::string file = data("robot");
+    scene_ = read_file(file);
+    editor_.open(file);
+    write_file(file, "the old file");
+  }
+  std::vector<std::string> names() const {
+    std::vector<std::string> names;
+    for (const auto& entry : fs::directory_iterator(files_.path()))
+      if (entry.is_regular_file()) names.push_back(entry.path().filename());
+    return names;
+  }
+
+  std::string scene_;
+};
+
+using SaveThatFails = FailingSave;
+
+TEST_P(SaveThatFails, WarnsAndLeavesTheOldFileAndTheNextSaveIsComplete) {
+  openAndReplace();
+  save();
+  EXPECT_EQ(editor_.message(kWarning), "Can't write QUIL data!");
+  editor_.answer(kWarning, "OK");
+  EXPECT_THAT(editor_.errors(), HasSubstr(path("robot.quil") + ": can't "));
+  EXPECT_EQ(read_file(path("robot.quil")), "the old file");
+  EXPECT_THAT(names(), testing::ElementsAre("robot.quil"));
+  save();
+  editor_.settle();
+  EXPECT_TRUE(sameBytes(read_file(path("robot.quil")), scene_));
+}
+
+INSTANTIATE_TEST_SUITE_P(Calls, SaveThatFails, testing::Values("write:2:28", "fsync:1:5", "rename:1:5"));
+
+using SaveThatIsKilled = FailingSave;
+
+TEST_P(SaveThatIsKilled, LeavesTheOldFileAndNothingElse) {
+  openAndReplace();
+  EXPECT_THROW(save(), std::runtime_error) << "it can't be asked any more";
+  EXPECT_EQ(editor_.process().waitForExit(), 128 + SIGKILL);
+  EXPECT_EQ(read_file(path("robot.quil")), "the old file");
+  EXPECT_THAT(names(), testing::ElementsAre("robot.quil"));
+}
+
+INSTANTIATE_TEST_SUITE_P(Calls, SaveThatIsKilled, testing::Values("write:2:kill", "link:1:kill"));
+
 struct DirectoryCommand {
   std::string name;
   std::vector<std::string> menu;
