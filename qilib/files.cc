@@ -26,8 +26,7 @@ File open_to_read(const std::string& path, const MessageSink& sink) {
 std::unique_ptr<ReplacingFile> open_to_write(const std::string& path, const MessageSink& sink) {
   auto file = std::make_unique<ReplacingFile>(path);
   if (!file->stream()) {
-    const WriteError error = file->error();
-    sink({.code = MessageCode::no_output, .write_error = &error});
+    sink({.code = MessageCode::no_output, .write_error = file->error()});
     file.reset();
   }
   return file;

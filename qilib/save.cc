@@ -39,7 +39,7 @@ int qi::save_scene(const Qis& scene, int mode, const MessageSink& sink) {
     if (qiWriteScene(file->stream(), scene, mode) && file->commit()) return 1;
     WriteError error = file->error();
     if (!error) error = {errno, WriteStep::write, scene.filename};  // too large for its size word
-    sink({.code = MessageCode::output_failed, .write_error = &error});
+    sink({.code = MessageCode::output_failed, .write_error = error});
     return 0;
   });
 }

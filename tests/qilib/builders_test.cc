@@ -14,6 +14,7 @@
 #include "tests/support/case_name.h"
 #include "tests/support/files.h"
 #include "tests/support/shared_scenes.h"
+#include "tests/support/told.h"
 #include "tests/support/written.h"
 
 namespace {
@@ -21,8 +22,6 @@ namespace {
 using testing::Each;
 using testing::IsEmpty;
 using testing::SizeIs;
-using testing::internal::CaptureStderr;
-using testing::internal::GetCapturedStderr;
 
 constexpr Word kNone = 0xFFFFFFFF;
 constexpr Word kOutside = 6;  ///< built_scene has 6 records of each kind
@@ -124,18 +123,18 @@ TEST_P(FirstOfItsList, StandsBehindTheFileWithListHeaderAndSizeTable) {
   EXPECT_EQ(word_of(after, 4), Bytes{}.u32(static_cast<Word>(before_.size()) + list.size()).str());
 }
 
-TEST_P(FirstOfItsList, OpensAgainWithNothingPrintedInBothModes) {
+TEST_P(FirstOfItsList, OpensAgainWithNothingSaidInBothModes) {
   GetParam().build(scene_);
   GetParam().build(scene_);
   const ScratchDirectory scratch;
   for (const int mode : {1, 2}) {
-    CaptureStderr();
-    EXPECT_EQ(qiCheckSizes(scene_, mode), 0) << mode;
+    Told told;
+    EXPECT_EQ(qi::correct_sizes(scene_, mode, told.sink()), 0) << mode;
     const std::string bytes = written(scene_, mode);
     write_file(scratch / "scene.quil", bytes);
     Qis opened;
-    EXPECT_EQ(qiOpenQb(scratch / "scene.quil", opened), 1) << mode;
-    EXPECT_EQ(GetCapturedStderr(), "");
+    EXPECT_EQ(qi::open_scene(scratch / "scene.quil", opened, told.sink()), 1) << mode;
+    EXPECT_EQ(told.words(), "");
     EXPECT_TRUE(written(opened, mode) == bytes) << mode;
   }
 }
@@ -266,7 +265,7 @@ TEST(Builders, CountsOf0OrLessAddNone) {
   EXPECT_EQ(scene->ext.cluster_list.records[6].fixed.size, 36u);
 }
 
-TEST(Builders, AllTogetherOnASkeletonOpenAgainWithNothingPrinted) {
+TEST(Builders, AllTogetherOnASkeletonOpenAgainWithNothingSaid) {
   Qis scene;
   ASSERT_EQ(qiOpenQb(shared_scene("skeleton").path, scene), 1);
   const auto counts = shared_scene("skeleton").counts;
@@ -279,12 +278,12 @@ TEST(Builders, AllTogetherOnASkeletonOpenAgainWithNothingPrinted) {
   EXPECT_EQ(qiAddEffector(scene), counts.at("Effector") + 1);
 
   const ScratchDirectory scratch;
-  CaptureStderr();
-  EXPECT_EQ(qiCheckSizes(scene, 2), 0);
+  Told told;
+  EXPECT_EQ(qi::correct_sizes(scene, 2, told.sink()), 0);
   EXPECT_EQ(qiSaveAsQb2(scene, scratch / "scene.quil"), 1);
   Qis opened;
-  EXPECT_EQ(qiOpenQb(scratch / "scene.quil", opened), 1);
-  EXPECT_EQ(GetCapturedStderr(), "");
+  EXPECT_EQ(qi::open_scene(scratch / "scene.quil", opened, told.sink()), 1);
+  EXPECT_EQ(told.words(), "");
   EXPECT_EQ(opened.shape_list.records[0].fixed.geometry, counts.at("Envelope"));
   EXPECT_THAT(opened.ext.weight_list.records.back().weights, testing::AllOf(SizeIs(100), Each(100.0f)));
 }

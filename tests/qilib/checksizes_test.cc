@@ -12,31 +12,28 @@
 #include "tests/support/case_name.h"
 #include "tests/support/files.h"
 #include "tests/support/shared_scenes.h"
+#include "tests/support/told.h"
 #include "tests/support/written.h"
 
 namespace {
-
-using testing::internal::CaptureStderr;
-using testing::internal::GetCapturedStderr;
 
 class CheckSizes : public testing::Test {
  protected:
   void open(const std::string& bytes) {
     write_file(scratch_ / "scene.quil", bytes);
-    CaptureStderr();
-    EXPECT_EQ(qiOpenQb(scratch_ / "scene.quil", scene_), 1);
-    EXPECT_EQ(GetCapturedStderr(), "");
+    Told told;
+    EXPECT_EQ(qi::open_scene(scratch_ / "scene.quil", scene_, told.sink()), 1);
+    EXPECT_EQ(told.words(), "");
   }
   void open_robot() { ASSERT_EQ(qiOpenQb(shared_scene("robot").path, scene_), 1); }
   void open_skeleton() { ASSERT_EQ(qiOpenQb(shared_scene("skeleton").path, scene_), 1); }
   int check(int mode) {
-    CaptureStderr();
-    const int corrected = qiCheckSizes(scene_, mode);
-    printed_ = GetCapturedStderr();
-    EXPECT_EQ(std::count(printed_.begin(), printed_.end(), '\n'), corrected);
+    told_ = {};
+    const int corrected = qi::correct_sizes(scene_, mode, told_.sink());
+    EXPECT_EQ(told_.messages.size(), static_cast<std::size_t>(corrected));
     return corrected;
   }
-  /// Saves in that mode and opens what was saved; nothing may be printed, and no size is left to correct.
+  /// Saves in that mode and opens what was saved; nothing may be said, and no size is left to correct.
   void reopen(int mode) {
     open(written(scene_, mode));
     EXPECT_EQ(check(mode), 0);
@@ -44,7 +41,7 @@ class CheckSizes : public testing::Test {
 
   const ScratchDirectory scratch_;
   Qis scene_;
-  std::string printed_;
+  Told told_;
 };
 
 TEST_F(CheckSizes, SaysNothingOfAGoodScene) {
@@ -59,11 +56,11 @@ TEST_F(CheckSizes, CorrectsARepeatedTexture) {
   ASSERT_EQ(scene_.mat_list.records[0].texs, Words{0});
   ASSERT_EQ(qiAddMat_Tex(scene_, 0, 0), 1);
   EXPECT_EQ(check(2), 5);
-  EXPECT_THAT(printed_, testing::HasSubstr("MatList: record 0: size "));
-  EXPECT_THAT(printed_, testing::HasSubstr("MatList: record 0: size in the size table "));
-  EXPECT_THAT(printed_, testing::HasSubstr("MatList: size "));
-  EXPECT_THAT(printed_, testing::HasSubstr("MatList: size in the directory "));
-  EXPECT_THAT(printed_, testing::HasSubstr("FileHeader: file_size 46832 corrected to 46828\n"));
+  EXPECT_THAT(told_.words(), testing::HasSubstr("MatList: record 0: size "));
+  EXPECT_THAT(told_.words(), testing::HasSubstr("MatList: record 0: size in the size table "));
+  EXPECT_THAT(told_.words(), testing::HasSubstr("MatList: size "));
+  EXPECT_THAT(told_.words(), testing::HasSubstr("MatList: size in the directory "));
+  EXPECT_THAT(told_.words(), testing::HasSubstr("FileHeader: file_size 46832 corrected to 46828\n"));
   EXPECT_TRUE(written(scene_, 2) == read_file(shared_scene("robot").path));
 }
 
@@ -76,7 +73,7 @@ TEST_F(CheckSizes, CorrectsAHeaderBlockThatMode2CutsToTheTable) {
   EXPECT_EQ(check(1), 0);
   const Word file_size = scene_.header.fixed.file_size;
   EXPECT_EQ(check(2), 3);
-  EXPECT_EQ(printed_,
+  EXPECT_EQ(told_.words(),
             "FileHeader: ext_block1_size 40 corrected to 36\n"
             "FileHeader: header_size 140 corrected to 136\n"
             "FileHeader: file_size " +
@@ -117,6 +114,8 @@ TEST_F(CheckSizes, PutsEverySizeRight) {
     scene_.ext.envelope_list.records[0].morphs[0].fixed.size = 7;
     scene_.ext.envelope_list.records[0].full_weighted[0].fixed.size = 7;
     EXPECT_EQ(check(mode), 13);
+    EXPECT_THAT(told_.words(),
+                testing::HasSubstr("EnvelopeList: record 0: morph part 0: size 7 corrected to "));
     EXPECT_TRUE(written(scene_, mode) == good) << "mode " << mode;
   }
 }

@@ -4,6 +4,7 @@
 #include <sys/stat.h>
 
 #include <functional>
+#include <optional>
 
 #include "qilib/files.h"
 #include "qilib/forwards.h"
@@ -13,6 +14,7 @@
 #include "tests/support/bytes.h"
 #include "tests/support/case_name.h"
 #include "tests/support/files.h"
+#include "tests/support/told.h"
 #include "tests/support/written.h"
 
 namespace {
@@ -27,12 +29,12 @@ constexpr std::size_t kVersionAt = 0, kFileSizeAt = 4, kTagAt = 8, kHeaderSizeAt
 
 class Open : public testing::Test {
  protected:
-  /// Opens a file of these bytes into `scene_`; `printed_` is what standard error got.
+  /// Opens a file of these bytes into `scene_`; `told_` is what there was to say, `said_` the same in words.
   int open(const std::string& bytes) {
     write_file(file_, bytes);
-    CaptureStderr();
-    const int result = qiOpenQb(file_, scene_);
-    printed_ = GetCapturedStderr();
+    told_ = {};
+    const int result = qi::open_scene(file_, scene_, told_.sink());
+    said_ = told_.words();
     return result;
   }
   int open(const Bytes& bytes) { return open(bytes.str()); }
@@ -40,7 +42,8 @@ class Open : public testing::Test {
   const ScratchDirectory scratch_;
   const std::string file_ = scratch_ / "scene.quil";
   Qis scene_;
-  std::string printed_;
+  Told told_;
+  std::string said_;
 };
 
 /// A version-1 file with a scene, two objs and a header block 2.
@@ -64,7 +67,7 @@ FileBytes version2() {
 
 TEST_F(Open, AVersion1FileWhoseSizesAddUpSaysNothing) {
   EXPECT_EQ(open(version1().bytes()), 1);
-  EXPECT_EQ(printed_, "");
+  EXPECT_EQ(said_, "");
   EXPECT_EQ(scene_.filename, file_);
   EXPECT_EQ(scene_.header.block2, (Words{0xB2B20000, 0xB2B20001}));
   EXPECT_EQ(scene_.obj_list.records.size(), 2u);
@@ -73,14 +76,14 @@ TEST_F(Open, AVersion1FileWhoseSizesAddUpSaysNothing) {
 struct HeaderCase {
   const char* name;
   std::function<std::string(Bytes)> spoil;
-  std::string printed;
+  std::string said;
 };
 
 class HeaderChecks : public Open, public testing::WithParamInterface<HeaderCase> {};
 
 TEST_P(HeaderChecks, FailTheOpenWithTheirWords) {
   EXPECT_EQ(open(GetParam().spoil(version1().bytes())), 0);
-  EXPECT_EQ(printed_, GetParam().printed);
+  EXPECT_EQ(said_, GetParam().said);
   EXPECT_TRUE(scene_.obj_list.records.empty()) << "no list is read";
 }
 
@@ -129,9 +132,31 @@ INSTANTIATE_TEST_SUITE_P(
                    "FileHeader: extension block 1 of 3 bytes is no whole number of words\n"}),
     CaseName{});
 
+TEST_F(Open, SaysWhichWordOfTheHeaderIsWrong) {
+  const std::pair<std::size_t, qi::MessageCode> kWrong[] = {
+      {kVersionAt, qi::MessageCode::unknown_version},
+      {kFileSizeAt, qi::MessageCode::missing_data},
+      {kTagAt, qi::MessageCode::wrong_header_tag},
+      {kHeaderSizeAt, qi::MessageCode::wrong_header_size},
+      {kListNumAt, qi::MessageCode::wrong_sum_of_lists}};
+  for (const auto& [offset, code] : kWrong) {
+    EXPECT_EQ(open(version1().bytes().put(offset, 0x300)), 0);
+    ASSERT_FALSE(told_.messages.empty());
+    const qi::Message& message = told_.messages.front();
+    EXPECT_EQ(message.code, code) << offset;
+    EXPECT_EQ(message.list, "FileHeader");
+    EXPECT_EQ(message.base, 0u);
+    EXPECT_EQ(message.offset, offset);
+    const std::uint64_t sum = kSize + 0x300 - 84;
+    EXPECT_EQ(code == qi::MessageCode::missing_data ? message.expected : message.found,
+              code == qi::MessageCode::wrong_sum_of_lists ? sum : 0x300)
+        << offset;
+  }
+}
+
 TEST_F(Open, AnEmptyFileFailsEveryCheckThatItCan) {
   EXPECT_EQ(open(std::string()), 0);
-  EXPECT_EQ(printed_,
+  EXPECT_EQ(said_,
             "       0\nUnknown version number.\nIncorrect file header size.\n"
             "FileHeader: fixed part of 100 bytes at offset 0 exceeds the 0 bytes left\n");
 }
@@ -142,7 +167,7 @@ TEST_F(Open, EveryFileCutShortIsRefused) {
     for (std::size_t size = 0; size < bytes.size(); ++size) {
       SCOPED_TRACE(size);
       EXPECT_EQ(open(bytes.substr(0, size)), 0);
-      EXPECT_NE(printed_, "");
+      EXPECT_NE(said_, "");
     }
   }
 }
@@ -154,7 +179,7 @@ TEST_F(Open, EveryFileCutShortThatSaysSoItselfIsRefused) {
     Bytes file = whole;
     file.put(kFileSizeAt, size);
     EXPECT_EQ(open(file.str().substr(0, size)), 0);
-    EXPECT_NE(printed_, "");
+    EXPECT_NE(said_, "");
   }
 }
 
@@ -162,7 +187,7 @@ TEST_F(Open, OnlyTheLowHalfOfTheVersionWordCounts) {
   FileBytes file = version1();
   file.version = 0x12340100;
   EXPECT_EQ(open(file.bytes()), 1);
-  EXPECT_EQ(printed_, "");
+  EXPECT_EQ(said_, "");
   EXPECT_EQ(scene_.header.fixed.version, 0x12340100u);
   EXPECT_EQ(qiQUILver(scene_.header), 0x0100u);
 }
@@ -171,13 +196,13 @@ TEST_F(Open, Version2FilesAreNotSummed) {
   Bytes file = version2().bytes();
   EXPECT_LT(100 + 36 + file.word_at(kListNumAt) + file.word_at(kListNumAt + 16), file.size());
   EXPECT_EQ(open(file), 1);
-  EXPECT_EQ(printed_, "");
+  EXPECT_EQ(said_, "");
 }
 
 TEST_F(Open, AnEmptyHeaderBlock1FailsAVersion2FileWithoutAMessage) {
   FileBytes file = version1();
   EXPECT_EQ(open(file.bytes().put(kVersionAt, 0x0200)), 0);
-  EXPECT_EQ(printed_, "");
+  EXPECT_EQ(said_, "");
 }
 
 TEST_F(Open, ExtensionListsStandBehindTheVersion1Part) {
@@ -195,7 +220,7 @@ TEST_F(Open, AHeaderBlock1TooShortForTheTableGivesStructuresButNoExtensionLists)
   file.block1_tail.fill(8, 0x40000000);  // 32 bytes, which would make absurd list sizes
   const Bytes bytes = file.bytes().put(kVersionAt, 0x0200);
   EXPECT_EQ(open(bytes), 1);
-  EXPECT_EQ(printed_, "");
+  EXPECT_EQ(said_, "");
   EXPECT_TRUE(scene_.scene.ext);
   EXPECT_TRUE(scene_.obj_list.records[1].ext);
   EXPECT_TRUE(scene_.ext.chain_root_list.records.empty());
@@ -240,7 +265,7 @@ TEST_F(Open, AWrongRecordTagKeepsTheRecordsBefore) {
   file.core[1] = env.put(24 + 8 + 68, 0x00100200);
   file.core[0] = kinds::scene();
   EXPECT_EQ(open(file.bytes()), 0);
-  EXPECT_EQ(printed_, "irregular tag ! 0x00100200 != 0x00100100\n");
+  EXPECT_EQ(said_, "irregular tag ! 0x00100200 != 0x00100100\n");
   ASSERT_GE(scene_.env_list.records.size(), 1u);
   EXPECT_EQ(scene_.env_list.records[0].fixed.tag, 0x00100100u);
   EXPECT_EQ(scene_.env_list.records[0].fixed.size, 68u);
@@ -252,7 +277,10 @@ struct TagCase {
   const char* name;
   std::size_t entry;
   Bytes list;
-  std::string printed;
+  std::string said;
+  const char* list_name;
+  std::optional<std::size_t> record;
+  Word tag;  ///< the wrong one
 };
 
 class Tags : public Open, public testing::WithParamInterface<TagCase> {};
@@ -261,37 +289,60 @@ TEST_P(Tags, ThatAreWrongFailTheOpenWithTheirWords) {
   FileBytes file = version1();
   file.core[GetParam().entry] = GetParam().list;
   EXPECT_EQ(open(file.bytes()), 0);
-  EXPECT_EQ(printed_, GetParam().printed);
+  EXPECT_EQ(said_, GetParam().said);
+  const qi::Message& message = told_.messages.at(0);
+  EXPECT_EQ(message.list, GetParam().list_name);
+  EXPECT_EQ(message.record, GetParam().record);
+  EXPECT_EQ(file.bytes().word_at(message.base.value() + message.offset.value()), GetParam().tag);
 }
 
 Bytes spoilt(Bytes list, std::size_t offset, Word word) { return list.put(offset, word); }
 
 INSTANTIATE_TEST_SUITE_P(
     Each, Tags,
-    testing::Values(TagCase{"Scene", 0, spoilt(kinds::scene(), 0, 0x00010100),
-                            "irregular tag ! 0x00010100 != 0x00010000\n"},
-                    TagCase{"SceneOfZeros", 0, Bytes{}.u32s({0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0}),
-                            "irregular tag ! 0000000000 != 0x00010000\n"},
-                    TagCase{"ListTag", 4, spoilt(kinds::list_of_two(0x00020000, kinds::obj), 0, 0x00030000),
-                            "irregular tag ! 0x00030000 != 0x00020000\n"},
+    testing::Values(TagCase{"Scene",
+                            0,
+                            spoilt(kinds::scene(), 0, 0x00010100),
+                            "irregular tag ! 0x00010100 != 0x00010000\n",
+                            "SceneList",
+                            {},
+                            0x00010100},
+                    TagCase{"SceneOfZeros",
+                            0,
+                            Bytes{}.u32s({0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0}),
+                            "irregular tag ! 0000000000 != 0x00010000\n",
+                            "SceneList",
+                            {},
+                            0},
+                    TagCase{"ListTag",
+                            4,
+                            spoilt(kinds::list_of_two(0x00020000, kinds::obj), 0, 0x00030000),
+                            "irregular tag ! 0x00030000 != 0x00020000\n",
+                            "ObjList",
+                            {},
+                            0x00030000},
                     TagCase{"LongFixedPartIsNotReachedBehindAWrongTag", 13,
                             spoilt(spoilt(kinds::list_of_two(0x000b0000, kinds::untiled_tex), 32, 7), 40, 3),
-                            "irregular tag ! 0x00000007 != 0x000b0100\n"},
+                            "irregular tag ! 0x00000007 != 0x000b0100\n", "TexList", 0, 7},
                     TagCase{"CollisionRecord", 16,
                             spoilt(kinds::list_of_two(0x000d0000, kinds::coll), 32, 0x000d0100),
-                            "irregular tag ! 0x000d0100 != 0x000d1000\n"},
+                            "irregular tag ! 0x000d0100 != 0x000d1000\n", "CollList", 0, 0x000d0100},
                     TagCase{"CollisionSubRecord", 16,
                             spoilt(kinds::list_of_two(0x000d0000, kinds::coll), 32 + 40, 0x000d1000),
-                            "irregular tag ! 0x000d1000 != 0x000d0100\n"},
+                            "irregular tag ! 0x000d1000 != 0x000d0100\n", "CollList", 0, 0x000d1000},
                     TagCase{"SecondKindTaggedAsTheFirst", 7,
                             spoilt(kinds::two_kinds<0x00050000, 4>(), 28 + 12 + 52, 0x00050100),
-                            "irregular tag ! 0x00050100 != 0x00050200\n"},
-                    TagCase{"NameList", 18,
+                            "irregular tag ! 0x00050100 != 0x00050200\n", "ColorList", 0, 0x00050100},
+                    TagCase{"NameList",
+                            18,
                             spoilt(kinds::list_of_two(0x00110000, kinds::name<0x00110100>), 0, 0x00120000),
-                            "irregular tag ! 0x00120000\n"},
+                            "irregular tag ! 0x00120000\n",
+                            "NameList",
+                            {},
+                            0x00120000},
                     TagCase{"NameRecordShowsTheListsTag", 18,
                             spoilt(kinds::list_of_two(0x00110000, kinds::name<0x00110100>), 32, 0x00120100),
-                            "irregular tag ! 0x00110000\n"}),
+                            "irregular tag ! 0x00110000\n", "NameList", 0, 0x00120100}),
     CaseName{});
 
 TEST_F(Open, NameListsAcceptEitherTag) {
@@ -299,7 +350,7 @@ TEST_F(Open, NameListsAcceptEitherTag) {
   file.core[18] = kinds::list_of_two(0x00270000, kinds::name<0x00270100>);
   file.ext[8] = kinds::list_of_two(0x00110000, kinds::name<0x00110100>);
   EXPECT_EQ(open(file.bytes()), 1);
-  EXPECT_EQ(printed_, "");
+  EXPECT_EQ(said_, "");
   EXPECT_EQ(scene_.name_list.records.size(), 2u);
   EXPECT_EQ(scene_.ext.external_name_list.records.size(), 2u);
 }
@@ -309,14 +360,14 @@ TEST_F(Open, AVersion2SceneWithoutAStructureFailsWithoutAMessage) {
   const Bytes scene = Bytes{}.u32s({0x00010000, 44, 44, 0, 0, 0, 0, 0, 0, 0, 0});
   file.core[0] = scene;
   EXPECT_EQ(open(file.bytes()), 0);
-  EXPECT_EQ(printed_, "");
+  EXPECT_EQ(said_, "");
 }
 
 TEST_F(Open, AScenesStructureMayBeNoMoreThanItsFiveWords) {
   FileBytes file = version2();
   file.core[0] = Bytes{}.u32s({0x00010000, 44, 64, 0, 0, 0, 0, 0, 0, 20, 0}).u32s({0, 0, 0, 0, 0});
   EXPECT_EQ(open(file.bytes()), 1);
-  EXPECT_EQ(printed_, "");
+  EXPECT_EQ(said_, "");
   ASSERT_TRUE(scene_.scene.ext);
   EXPECT_TRUE(scene_.scene.ext->chain_roots.empty());
 }
@@ -326,7 +377,7 @@ TEST_F(Open, ARecordWithoutAStructureFailsAfterTheRecordsBehindIt) {
   Bytes bare = Bytes{}.u32s({0x00020100, 0, 88}).fill(10).u32s({0, 0}).fill(5).u32s({0, 0});
   file.core[4] = bytes_of_list(0x00020000, {bare, kinds::obj2(1)});
   EXPECT_EQ(open(file.bytes()), 0);
-  EXPECT_EQ(printed_, "");
+  EXPECT_EQ(said_, "");
   EXPECT_FALSE(scene_.obj_list.records[0].ext);
   EXPECT_TRUE(scene_.obj_list.records[1].ext);
   EXPECT_TRUE(scene_.ext.chain_root_list.records.empty());
@@ -337,9 +388,9 @@ TEST_F(Open, AStructureThatNeedsMoreThanItsBlockFailsWithALine) {
   Bytes obj = kinds::obj2(0);
   file.core[4] = bytes_of_list(0x00020000, {kinds::obj2(0), obj.put(88 + 16, 900)});
   EXPECT_EQ(open(file.bytes()), 0);
-  EXPECT_THAT(printed_,
-              testing::MatchesRegex("ObjList: record 1: array of 3600 bytes at offset 28 exceeds the "
-                                    "[0-9]+ bytes left\n"));
+  EXPECT_THAT(said_, testing::MatchesRegex("ObjList: record 1: array of 3600 bytes at offset 28 exceeds the "
+                                           "[0-9]+ bytes left\n"));
+  EXPECT_EQ(told_.messages.at(0).base, std::nullopt) << "an offset in the block, wherever that stood";
 }
 
 TEST_F(Open, VersionTwoSetupsAfterAFailedPartAreHarmlessOnPartlyFilledLists) {
@@ -347,7 +398,7 @@ TEST_F(Open, VersionTwoSetupsAfterAFailedPartAreHarmlessOnPartlyFilledLists) {
   Bytes mat = kinds::list_of_two(0x000a0000, kinds::mat2);
   file.core[12] = mat.put(32 + 4 * 23, 0x20000000);  // the first record's textures don't fit
   EXPECT_EQ(open(file.bytes()), 0);
-  EXPECT_THAT(printed_, testing::StartsWith("MatList: record 0: array of 2147483648 bytes"));
+  EXPECT_THAT(said_, testing::StartsWith("MatList: record 0: array of 2147483648 bytes"));
   EXPECT_TRUE(scene_.scene.ext);
   EXPECT_TRUE(scene_.obj_list.records[0].ext);
   for (const qi::Mat& record : scene_.mat_list.records) EXPECT_EQ(record.fixed.tex_count, record.texs.size());

@@ -8,6 +8,7 @@
 #include "qilib/forwards.h"
 #include "tests/qilib/kinds.h"
 #include "tests/support/case_name.h"
+#include "tests/support/told.h"
 
 namespace {
 
@@ -102,7 +103,7 @@ struct LengthCase {
   Bytes bytes;
   std::size_t length_at;  ///< where a fixed part states its length, which is right in `bytes`
   Word length;            ///< too short, or too long where it must be just so
-  std::string printed;
+  std::string said;
 };
 
 class FixedPart : public testing::TestWithParam<LengthCase> {};
@@ -111,9 +112,9 @@ TEST_P(FixedPart, OfAWrongLengthFailsTheList) {
   const LengthCase& c = GetParam();
   const qi::File file = file_of(Bytes(c.bytes).put(c.length_at, c.length));
   Qis scene;
-  CaptureStderr();
-  EXPECT_EQ(qiReadList(file.get(), c.bytes.size(), scene, c.list), 0);
-  EXPECT_EQ(GetCapturedStderr(), c.printed);
+  Told told;
+  EXPECT_EQ(qi::read_list(file.get(), c.bytes.size(), scene, c.list, told.sink()), 0);
+  EXPECT_EQ(told.words(), c.said);
 }
 
 // In a list of two the first record stands at 32; the sub-records of a collision 40 bytes into it.

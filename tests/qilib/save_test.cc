@@ -16,13 +16,12 @@
 #include "tests/qilib/kinds.h"
 #include "tests/support/case_name.h"
 #include "tests/support/files.h"
+#include "tests/support/told.h"
 #include "tests/support/written.h"
 
 namespace {
 
 namespace fs = std::filesystem;
-using testing::internal::CaptureStderr;
-using testing::internal::GetCapturedStderr;
 
 Qis opened(const std::string& bytes) {
   const ScratchDirectory scratch;
@@ -298,23 +297,23 @@ class Save : public testing::Test {
     return names;
   }
   int save(const std::string& name) {
-    CaptureStderr();
-    const int result = qiSaveAsQb2(scene_, name);
-    printed_ = GetCapturedStderr();
+    Told told;
+    const int result = qiSetFilename(name, scene_) && qi::save_scene(scene_, 2, told.sink());
+    said_ = told.words();
     return result;
   }
 
   const ScratchDirectory scratch_;
   const std::string bytes_ = version2().bytes().str();
   Qis scene_ = opened(bytes_);
-  std::string printed_;
+  std::string said_;
 };
 
 TEST_F(Save, TakesThePlaceOfTheFileAndKeepsItsPermissions) {
   write_file(scratch_ / "old.quil", "old");
   fs::permissions(scratch_ / "old.quil", fs::perms(0640));
   EXPECT_EQ(save(scratch_ / "old.quil"), 1);
-  EXPECT_EQ(printed_, "");
+  EXPECT_EQ(said_, "");
   EXPECT_TRUE(read_file(scratch_ / "old.quil") == bytes_);
   EXPECT_EQ(fs::status(scratch_ / "old.quil").permissions(), fs::perms(0640));
   EXPECT_THAT(files(), testing::ElementsAre("old.quil"));
@@ -330,7 +329,7 @@ TEST_F(Save, ReplacesWhatASymbolicLinkPointsAt) {
 
 TEST_F(Save, AFullDeviceFailsWithALineAndOneThatTellsTheFile) {
   EXPECT_EQ(save("/dev/full"), 0);
-  EXPECT_EQ(printed_,
+  EXPECT_EQ(said_,
             "Output File Write Error: No space left on device\n"
             "/dev/full: can't write the new contents: No space left on device\n");
   EXPECT_TRUE(fs::is_character_file("/dev/full"));
@@ -368,8 +367,8 @@ TEST_F(Save, APipeThatOnlyADescriptorNamesIsWrittenDirectly) {
 TEST_F(Save, APipeThatNobodyReadsIsRefusedInsteadOfWaitingForAReader) {
   ASSERT_EQ(mkfifo((scratch_ / "pipe").c_str(), 0600), 0);
   EXPECT_EQ(save(scratch_ / "pipe"), 0);
-  EXPECT_EQ(printed_, "Output File Open Error\n" + (scratch_ / "pipe") +
-                          ": can't be opened for writing: No such device or address\n");
+  EXPECT_EQ(said_, "Output File Open Error\n" + (scratch_ / "pipe") +
+                       ": can't be opened for writing: No such device or address\n");
 }
 
 TEST_F(Save, TargetsThatCannotBeWrittenAreRefused) {
@@ -383,12 +382,11 @@ TEST_F(Save, TargetsThatCannotBeWrittenAreRefused) {
       {scratch_ / too_long, "File name too long"}};
   for (const auto& [target, reason] : refused) {
     EXPECT_EQ(save(target), 0);
-    EXPECT_EQ(printed_,
-              "Output File Open Error\n" + target + ": can't be opened for writing: " + reason + "\n");
+    EXPECT_EQ(said_, "Output File Open Error\n" + target + ": can't be opened for writing: " + reason + "\n");
   }
   EXPECT_EQ(save(""), 0);
   EXPECT_EQ(
-      printed_,
+      said_,
       "Output File Open Error\n(no file name): can't be opened for writing: No such file or directory\n");
   EXPECT_THAT(files(), testing::UnorderedElementsAre("directory", "loop"));
 }
@@ -429,11 +427,9 @@ TEST_F(Save, AFailureAtAnyPointLeavesTheOldFileAndNothingElse) {
   for (rlim_t limit = 0; limit < bytes_.size(); limit += 97) {
     int result = 1;
     {
-      CaptureStderr();  // its file is made before the limit, and has room for a line
       const FileSizeLimit narrow(limit);
-      result = qiWriteQb2(scene_);
+      result = qi::save_scene(scene_, 2, ignore_message);
     }
-    GetCapturedStderr();
     EXPECT_EQ(result, 0) << limit;
     EXPECT_EQ(read_file(scratch_ / "scene.quil"), "the old file");
     EXPECT_THAT(files(), testing::ElementsAre("scene.quil"));

@@ -9,6 +9,7 @@
 #include "qilib/opensave.h"
 #include "qilib/sizes.h"
 #include "tests/support/files.h"
+#include "tests/support/told.h"
 
 namespace {
 
@@ -17,11 +18,11 @@ class SharedScenes : public testing::TestWithParam<const char*> {
   const SharedScene expected = shared_scene(GetParam());
 };
 
-TEST_P(SharedScenes, OpenWithNothingPrinted) {
+TEST_P(SharedScenes, OpenWithNothingSaid) {
   Qis scene;
-  testing::internal::CaptureStderr();
-  EXPECT_EQ(qiOpenQb(expected.path, scene), 1);
-  EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+  Told told;
+  EXPECT_EQ(qi::open_scene(expected.path, scene, told.sink()), 1);
+  EXPECT_EQ(told.words(), "");
   EXPECT_EQ(scene.filename, expected.path);
   EXPECT_EQ(qiQUILver(scene.header), expected.version);
   EXPECT_EQ(scene.header.fixed.file_size, expected.bytes);

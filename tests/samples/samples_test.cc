@@ -13,6 +13,7 @@
 #include "samples/scenes.h"
 #include "tests/support/case_name.h"
 #include "tests/support/files.h"
+#include "tests/support/told.h"
 
 namespace {
 
@@ -33,19 +34,19 @@ class Samples : public testing::TestWithParam<Sample> {
 TEST_P(Samples, HaveTheSizesThatEitherModeWrites) {
   for (const int mode : {1, 2}) {
     Qis scene = GetParam().make();
-    testing::internal::CaptureStderr();
-    EXPECT_EQ(qiCheckSizes(scene, mode), 0) << "mode " << mode;
-    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+    Told told;
+    EXPECT_EQ(qi::correct_sizes(scene, mode, told.sink()), 0) << "mode " << mode;
+    EXPECT_EQ(told.words(), "");
   }
 }
 
-TEST_P(Samples, OpenWithNothingPrintedAndComeBackByteForByte) {
+TEST_P(Samples, OpenWithNothingSaidAndComeBackByteForByte) {
   Qis scene = GetParam().make();
   ASSERT_EQ(qiSaveAsQb2(scene, file), 1);
   Qis opened;
-  testing::internal::CaptureStderr();
-  EXPECT_EQ(qiOpenQb(file, opened), 1);
-  EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+  Told told;
+  EXPECT_EQ(qi::open_scene(file, opened, told.sink()), 1);
+  EXPECT_EQ(told.words(), "");
   EXPECT_EQ(qiQUILver(opened.header), GetParam().version);
   ASSERT_EQ(qiSaveAsQb2(opened, directory / "again.quil"), 1);
   EXPECT_EQ(read_file(file), read_file(directory / "again.quil"));
