@@ -19,7 +19,7 @@ void print_dot(const SceneGraph& scene) {
   std::puts("digraph scene {\n  node [shape=box];");
   for (const auto& node : scene.nodes) {
     std::printf("  \"%s\"", node.name.c_str());
-    if (node.label != node.name) std::printf(" [label=\"%s\"]", node.label.c_str());
+    if (node.label() != node.name) std::printf(" [label=\"%s\"]", node.label());
     std::puts(";");
   }
   for (const auto& arc : scene.arcs)

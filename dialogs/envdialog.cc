@@ -1,8 +1,7 @@
 /// @file
 /// The environment dialog's colours.
-#include "dialogs/envdialog.h"
+#include "dialogs/propertydialogs.h"
 
-#include "dialogs/values/kinds.h"
 #include "dialogs/values/numbers.h"
 
 namespace {
@@ -24,8 +23,9 @@ QisRGBA colorOf(const std::string& hex, bool alpha) {
 
 }  // namespace
 
+template <>
 Widget EnvDialog::createDialog(Widget parent) {
-  const Widget dialog = createFrom(values::env_dialog(), parent);
+  const Widget dialog = createFrom(values::dialog_of<qi::Env>(), parent);
   VkPrefText* const fog = textIn(item(), "fog", "fog_color");
   addSwatch(fog, {fog}, [fog] { return colorOf(fog->getValue(), true); });
   VkPrefText* const fill = textIn(item(), "fill_color", "fill_color_rgb");

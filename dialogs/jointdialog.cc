@@ -1,21 +1,22 @@
 /// @file
 /// The joint dialog's tab panel, which carries no values.
-#include "dialogs/jointdialog.h"
+#include "dialogs/propertydialogs.h"
 
 #include <Xm/Form.h>
 
-#include "dialogs/values/kinds.h"
 #include "viewkit/preflayout.h"
+#include "viewkit/vktabpanel.h"
 
+template <>
 Widget JointDialog::createDialog(Widget parent) {
-  const Widget dialog = createFrom(values::joint_dialog(), parent);
+  const Widget dialog = createFrom(values::dialog_of<qi::Joint>(), parent);
   const Widget form = XtVaCreateManagedWidget("form", xmFormWidgetClass, dialog, nullptr);
-  tab_ = std::make_unique<VkTabPanel>("tab", form, true);
-  tab_->addTab("default");
-  tab_->show();
-  XtVaSetValues(tab_->baseWidget(), XmNtopAttachment, XmATTACH_FORM, XmNbottomAttachment, XmATTACH_FORM,
+  VkTabPanel& tab = keep(std::make_unique<VkTabPanel>("tab", form, true));
+  tab.addTab("default");
+  tab.show();
+  XtVaSetValues(tab.baseWidget(), XmNtopAttachment, XmATTACH_FORM, XmNbottomAttachment, XmATTACH_FORM,
                 XmNleftAttachment, XmATTACH_FORM, XmNrightAttachment, XmATTACH_FORM, nullptr);
-  XtVaSetValues(form, XmNheight, viewkit::naturalSize(tab_->baseWidget()).height, nullptr);
+  XtVaSetValues(form, XmNheight, viewkit::naturalSize(tab.baseWidget()).height, nullptr);
   addBelowItems(form);
   return dialog;
 }

@@ -1,9 +1,8 @@
 /// @file
 /// The material dialog's colours.
-#include "dialogs/matdialog.h"
+#include "dialogs/propertydialogs.h"
 
 #include "dialogs/prefitems.h"
-#include "dialogs/values/kinds.h"
 #include "dialogs/values/numbers.h"
 
 namespace {
@@ -12,8 +11,9 @@ constexpr const char* kColors[] = {"ambient", "emission", "diffuse", "prim_color
 
 }  // namespace
 
+template <>
 Widget MatDialog::createDialog(Widget parent) {
-  const Widget dialog = createFrom(values::mat_dialog(), parent);
+  const Widget dialog = createFrom(values::dialog_of<qi::Mat>(), parent);
   for (const char* name : kColors) {
     auto* const color = item() ? dynamic_cast<VkPrefGroup*>(item()->item(std::string(name))) : nullptr;
     if (!color) continue;

@@ -2,8 +2,6 @@
 /// Label lines, items, widgets, values: in that order.
 #include "dialogs/propertydialog.h"
 
-#include <utility>
-
 #include "dialogs/prefitems.h"
 
 Widget PropertyDialog::createFrom(const values::Dialog& dialog, Widget parent) {
@@ -15,13 +13,13 @@ Widget PropertyDialog::createFrom(const values::Dialog& dialog, Widget parent) {
   return made;
 }
 
-void PropertyDialog::addSwatch(VkPrefItem* behind, const std::vector<VkPrefItem*>& components,
+void PropertyDialog::addSwatch(VkPrefItem* item, const std::vector<VkPrefItem*>& components,
                                ColorSwatch::Read read) {
-  if (behind) swatches_.push_back(std::make_unique<ColorSwatch>(*behind, components, std::move(read)));
+  if (item) keep(std::make_unique<ColorSwatch>(*item, components, std::move(read)));
 }
 
 void PropertyDialog::widgetDestroyed() {
-  swatches_.clear();
+  parts_.clear();
   VkPrefDialog::widgetDestroyed();
   setItem(nullptr);
 }

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <memory>
+#include <utility>
 #include <vector>
 
 #include "dialogs/colorswatch.h"
@@ -13,25 +14,31 @@
 /// opened once; when it has closed, its items are gone with its windows.
 class PropertyDialog : public VkPrefDialog {
  public:
+  explicit PropertyDialog(const char* name) : VkPrefDialog(name) {}
   const char* className() const override { return "PropertyDialog"; }
 
   /// The record's number in its list.
   virtual unsigned long index() const { return 0; }
 
  protected:
-  using VkPrefDialog::VkPrefDialog;
-
   /// Makes the dialog's widgets, filled from its record: the work of every createDialog.
   /// The record must exist.
   Widget createFrom(const values::Dialog& dialog, Widget parent);
 
-  /// Shows the colour of some items behind them, while the windows are there.
-  void addSwatch(VkPrefItem* behind, const std::vector<VkPrefItem*>& components, ColorSwatch::Read read);
+  /// Keeps what else the dialog shows, while the windows are there.
+  template <class Part>
+  Part& keep(std::unique_ptr<Part> part) {
+    Part& kept = *part;
+    parts_.push_back(std::move(part));
+    return kept;
+  }
+  /// Shows the colour of some items after them.
+  void addSwatch(VkPrefItem* item, const std::vector<VkPrefItem*>& components, ColorSwatch::Read read);
 
   void widgetDestroyed() override;
 
  private:
-  std::vector<std::unique_ptr<ColorSwatch>> swatches_;
+  std::vector<std::unique_ptr<VkComponent>> parts_;
 };
 
 /// The dialog of a record that is a node of the graph.

@@ -1,59 +1,29 @@
 /// @file
-/// The classes of the dialogs by their names.
+/// The dialogs by their kinds.
 #include "dialogs/propertydialogs.h"
 
-#include <algorithm>
-#include <string_view>
-
-#include "dialogs/animdialog.h"
-#include "dialogs/camdialog.h"
-#include "dialogs/chrootdialog.h"
-#include "dialogs/effectordialog.h"
-#include "dialogs/envdialog.h"
-#include "dialogs/jointdialog.h"
-#include "dialogs/lightdialog.h"
-#include "dialogs/loddialog.h"
-#include "dialogs/matdialog.h"
-#include "dialogs/objdialog.h"
-#include "dialogs/partdialog.h"
-#include "dialogs/scenedialog.h"
-#include "dialogs/shapedialog.h"
-#include "dialogs/texdialog.h"
+#include "editor/model/nodenames.h"
 
 namespace {
 
-template <class Dialog>
+template <class Key>
 std::unique_ptr<PropertyDialog> make(const char* name, unsigned long index) {
-  return std::make_unique<Dialog>(name, index);
+  if constexpr (std::is_constructible_v<KindDialog<Key>, const char*, unsigned long>) {
+    return std::make_unique<KindDialog<Key>>(name, index);
+  } else {
+    return std::make_unique<KindDialog<Key>>(name);
+  }
 }
 
-template <>
-std::unique_ptr<PropertyDialog> make<SceneDialog>(const char* name, unsigned long) {
-  return std::make_unique<SceneDialog>(name);
-}
-
-struct DialogClass {
-  std::string_view name;
-  std::unique_ptr<PropertyDialog> (*make)(const char* name, unsigned long index);
-};
-
-constexpr DialogClass kClasses[] = {
-    {"sceneDialog", make<SceneDialog>}, {"shapeDialog", make<ShapeDialog>},
-    {"texDialog", make<TexDialog>},     {"objDialog", make<ObjDialog>},
-    {"matDialog", make<MatDialog>},     {"camDialog", make<CamDialog>},
-    {"envDialog", make<EnvDialog>},     {"lightDialog", make<LightDialog>},
-    {"partDialog", make<PartDialog>},   {"animDialog", make<AnimDialog>},
-    {"lodDialog", make<LodDialog>},     {"chrootDialog", make<ChainrootDialog>},
-    {"jointDialog", make<JointDialog>}, {"effectorDialog", make<EffectorDialog>},
-};
+constexpr auto kMakers = per_kind([]<class Key>() { return &make<Key>; });
 
 }  // namespace
 
 std::unique_ptr<PropertyDialog> makePropertyDialog(const values::DialogOn& on) {
   const auto& [dialog, number] = on;
-  const auto found = std::ranges::find(kClasses, dialog->name(), &DialogClass::name);
-  if (found == std::end(kClasses) || !dialog->items(number)) return nullptr;
-  auto made = found->make(dialog->name(), number);
-  made->setTitle(dialog->node_name(number).c_str());
+  if (!dialog->items(number)) return nullptr;
+  const NodeKind& kind = dialog->kind();
+  auto made = kMakers[kind_place(kind)](kind.dialog, number);
+  made->setTitle(node_name(kind, number).c_str());
   return made;
 }

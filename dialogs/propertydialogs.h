@@ -1,11 +1,52 @@
 /// @file
-/// From a node to its dialog.
+/// From a node to its dialog, and the dialogs' classes.
 #pragma once
 
 #include <memory>
+#include <type_traits>
 
 #include "dialogs/propertydialog.h"
 #include "dialogs/values/dispatch.h"
+#include "dialogs/values/kinds.h"
+
+/// There is one scene record, so its dialog needs no number.
+template <class Key>
+using KindDialogBase = std::conditional_t<std::is_same_v<Key, qi::Scene>, PropertyDialog, QuilNodeDialog>;
+
+/// The dialog for the nodes of a kind.
+template <class Key>
+class KindDialog final : public KindDialogBase<Key> {
+ public:
+  using Base = KindDialogBase<Key>;
+  using Base::Base;
+  const char* className() const override { return kNodeKind<Key>.dialog_class; }
+
+ protected:
+  Widget createDialog(Widget parent) override { return this->createFrom(values::dialog_of<Key>(), parent); }
+};
+
+/// These show more than their items.
+template <>
+Widget KindDialog<qi::Env>::createDialog(Widget parent);
+template <>
+Widget KindDialog<qi::Mat>::createDialog(Widget parent);
+template <>
+Widget KindDialog<qi::Joint>::createDialog(Widget parent);
+
+using SceneDialog = KindDialog<qi::Scene>;
+using ObjDialog = KindDialog<qi::Obj>;
+using ShapeDialog = KindDialog<qi::Shape>;
+using TexDialog = KindDialog<qi::Tex>;
+using MatDialog = KindDialog<qi::Mat>;
+using CamDialog = KindDialog<qi::Cam>;
+using EnvDialog = KindDialog<qi::Env>;
+using LightDialog = KindDialog<qi::Light>;
+using PartDialog = KindDialog<qi::Part>;
+using AnimDialog = KindDialog<qi::Anim>;
+using ChainrootDialog = KindDialog<qi::ChainRoot>;
+using JointDialog = KindDialog<qi::Joint>;
+using EffectorDialog = KindDialog<qi::Effector>;
+using LodDialog = KindDialog<LevelsOfDetail>;
 
 /// A dialog of the kind, with the kind's name, for the record; null when there is no such record, with a line
 /// on standard error.

@@ -37,26 +37,6 @@ class GraphWindow : public VkWindow, private SceneDisplay, private TextureDispla
   /// @returns 1, or 0 when there is no such kind of dialog or record.
   int applyChanges(VkPrefDialog* dialog, int, int);
 
-  /// @name The write-backs, one for each kind of record.
-  /// Writes what the items in `top` show into the record, the one of that number in its list, if any of them
-  /// has changed. @returns 1, or 0 when there is no such record.
-  /// @{
-  int sceneChanged(VkPrefItem* top);
-  int shapeChanged(VkPrefItem* top, unsigned long index);
-  int texChanged(VkPrefItem* top, unsigned long index);
-  int objChanged(VkPrefItem* top, unsigned long index);
-  int matChanged(VkPrefItem* top, unsigned long index);
-  int camChanged(VkPrefItem* top, unsigned long index);
-  int envChanged(VkPrefItem* top, unsigned long index);
-  int lightChanged(VkPrefItem* top, unsigned long index);
-  int partChanged(VkPrefItem* top, unsigned long index);
-  int animChanged(VkPrefItem* top, unsigned long index);
-  int lodChanged(VkPrefItem* top, unsigned long index);
-  int chrootChanged(VkPrefItem* top, unsigned long index);
-  int jointChanged(VkPrefItem* top, unsigned long index);
-  int effectorChanged(VkPrefItem* top, unsigned long index);
-  /// @}
-
   /// @name Forwards for their names, see windownames.cc.
   /// @{
 
@@ -74,6 +54,22 @@ class GraphWindow : public VkWindow, private SceneDisplay, private TextureDispla
   /// Changes of the picture alone, see GraphGestures::removeArc and removeDisplaced.
   void deleteLink(VkNode* parent, VkNode* child);
   void deleteDupChild(VkNode* parent, VkNode* child);
+
+  /// The write-backs, one for each kind of node, see writeBack.
+  int sceneChanged(VkPrefItem* top);
+  int shapeChanged(VkPrefItem* top, unsigned long index);
+  int texChanged(VkPrefItem* top, unsigned long index);
+  int objChanged(VkPrefItem* top, unsigned long index);
+  int matChanged(VkPrefItem* top, unsigned long index);
+  int camChanged(VkPrefItem* top, unsigned long index);
+  int envChanged(VkPrefItem* top, unsigned long index);
+  int lightChanged(VkPrefItem* top, unsigned long index);
+  int partChanged(VkPrefItem* top, unsigned long index);
+  int animChanged(VkPrefItem* top, unsigned long index);
+  int lodChanged(VkPrefItem* top, unsigned long index);
+  int chrootChanged(VkPrefItem* top, unsigned long index);
+  int jointChanged(VkPrefItem* top, unsigned long index);
+  int effectorChanged(VkPrefItem* top, unsigned long index);
 
   /// Take the options of the display-list converter, or of the viewer-format converter, from their dialog,
   /// and write the options file.

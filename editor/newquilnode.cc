@@ -7,7 +7,6 @@
 
 #include <cstdint>
 #include <cstdio>
-#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -62,13 +61,11 @@ viewkit::PixmapId texture_pixmap(Screen* screen, const TextureDisplay& textures,
 }  // namespace
 
 QuilVkNode::QuilVkNode(const TextureDisplay& textures, const char* name, const char* label)
-    : VkNode(name, label),
-      textures_(textures),
-      prefix_(std::string_view(name).substr(0, std::string_view(name).find('_'))) {}
+    : VkNode(name, label), textures_(textures), kind_(kind_of_node(name)) {}
 
 void QuilVkNode::build(Widget parent) {
   VkNode::build(parent);
-  if (std::string_view(name()).find("tex_") == std::string_view::npos) return;
+  if (kind_ != &kNodeKind<qi::Tex>) return;
   std::printf("Here is in build();%s\n", name());
   if (textures_._displayTexImg == 0) return;
   if (!pixmap_) pixmap_ = texture_pixmap(XtScreen(parent), textures_, name());

@@ -3,8 +3,8 @@
 #pragma once
 
 #include <span>
-#include <string>
 
+#include "editor/model/kinds.h"
 #include "editor/texturedisplay.h"
 #include "viewkit/vknode.h"
 #include "viewkit/xraii.h"
@@ -21,12 +21,12 @@ class QuilVkNode : public VkNode {
   /// no picture or the screen has another depth than 8, 16 and 32 (or 24, for pictures in their own colours).
   void build(Widget parent) override;
 
-  /// The name's prefix ("obj"), so that a graph tints its nodes by kind.
-  const char* tintName() const override { return prefix_.c_str(); }
+  /// The prefix of its kind ("obj"), so that a graph tints its nodes by kind.
+  const char* tintName() const override { return kind_ ? kind_->prefix.data() : ""; }
 
  private:
   const TextureDisplay& textures_;
-  std::string prefix_;
+  const NodeKind* kind_;      // null for a name of no kind
   viewkit::PixmapId pixmap_;  // none while no picture has been made
 };
 

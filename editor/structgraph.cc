@@ -2,7 +2,6 @@
 /// Walking the scene's references.
 #include "editor/structgraph.h"
 
-#include "editor/model/nodenames.h"
 #include "editor/model/scenegraph.h"
 #include "editor/newquilnode.h"
 
@@ -17,8 +16,8 @@ void struct_graph(const Qis& scene, VkGraph& graph, const TextureDisplay& textur
   for (const auto& arc : built.arcs) {
     VkNode* const parent = quil_node(graph, built.nodes[arc.parent].name, textures);
     const auto& child = built.nodes[arc.child];
-    graph.add(parent, child.label == kLodLabel
-                          ? graph.make<QuilVkNode>(textures, child.name.c_str(), child.label.c_str())
+    graph.add(parent, child.kind == &kNodeKind<LevelsOfDetail>
+                          ? graph.make<QuilVkNode>(textures, child.name.c_str(), child.label())
                           : quil_node(graph, child.name, textures));
   }
 }

@@ -1,12 +1,23 @@
 /// @file
 /// Forwards that exist for their names: members of GraphWindow whose work its parts do.
 #include "dialogs/prefitems.h"
+#include "dialogs/values/kinds.h"
 #include "dialogs/values/optionvalues.h"
+#include "dialogs/writeback.h"
 #include "editor/graphwindow.h"
 #include "editor/model/currentscene.h"
 #include "editor/model/tracedlinks.h"
 #include "editor/structgraph.h"
 #include "tools/shell.h"
+
+namespace {
+
+template <class Key>
+int changed(VkPrefItem* top, unsigned long index) {
+  return writeBack(values::dialog_of<Key>(), *top, index);
+}
+
+}  // namespace
 
 void GraphWindow::struct_graph(VkGraph* graph) { ::struct_graph(*qis, *graph, *this); }
 
@@ -34,6 +45,27 @@ int GraphWindow::quilModifyLink(const VkNode* old_parent, const VkNode* old_chil
 void GraphWindow::deleteLink(VkNode* parent, VkNode* child) { gestures_.removeArc(parent, child); }
 
 void GraphWindow::deleteDupChild(VkNode* parent, VkNode* child) { gestures_.removeDisplaced(parent, child); }
+
+int GraphWindow::sceneChanged(VkPrefItem* top) { return changed<qi::Scene>(top, 0); }
+int GraphWindow::shapeChanged(VkPrefItem* top, unsigned long index) { return changed<qi::Shape>(top, index); }
+int GraphWindow::texChanged(VkPrefItem* top, unsigned long index) { return changed<qi::Tex>(top, index); }
+int GraphWindow::objChanged(VkPrefItem* top, unsigned long index) { return changed<qi::Obj>(top, index); }
+int GraphWindow::matChanged(VkPrefItem* top, unsigned long index) { return changed<qi::Mat>(top, index); }
+int GraphWindow::camChanged(VkPrefItem* top, unsigned long index) { return changed<qi::Cam>(top, index); }
+int GraphWindow::envChanged(VkPrefItem* top, unsigned long index) { return changed<qi::Env>(top, index); }
+int GraphWindow::lightChanged(VkPrefItem* top, unsigned long index) { return changed<qi::Light>(top, index); }
+int GraphWindow::partChanged(VkPrefItem* top, unsigned long index) { return changed<qi::Part>(top, index); }
+int GraphWindow::animChanged(VkPrefItem* top, unsigned long index) { return changed<qi::Anim>(top, index); }
+int GraphWindow::lodChanged(VkPrefItem* top, unsigned long index) {
+  return changed<LevelsOfDetail>(top, index);
+}
+int GraphWindow::chrootChanged(VkPrefItem* top, unsigned long index) {
+  return changed<qi::ChainRoot>(top, index);
+}
+int GraphWindow::jointChanged(VkPrefItem* top, unsigned long index) { return changed<qi::Joint>(top, index); }
+int GraphWindow::effectorChanged(VkPrefItem* top, unsigned long index) {
+  return changed<qi::Effector>(top, index);
+}
 
 void GraphWindow::applyOptions(VkPrefDialog* dialog) {
   if (dialog->item()) values::quil2gfx_dialog().apply(valuesOf(*dialog->item()));

@@ -174,13 +174,10 @@ struct AnimRows : Rows<qi::Anim> {
   }
 };
 
-constexpr DialogFacts kFacts{
-    .name = "animDialog", .kind_word = "Anim", .kind = qi::kAnimTag, .lines = kLines};
-
 }  // namespace
 
-const Dialog& anim_dialog() {
-  static const RecordDialog<qi::Anim, &Qis::anim_list> dialog(kFacts, AnimRows::all());
+const Dialog& dialog_of(std::type_identity<qi::Anim>) {
+  static const RecordDialog<qi::Anim> dialog({.lines = kLines}, AnimRows::all());
   return dialog;
 }
 

@@ -63,13 +63,10 @@ struct CamRows : Rows<qi::Cam> {
   }
 };
 
-constexpr DialogFacts kFacts{
-    .name = "camDialog", .kind_word = "Cam", .kind = qi::kCamTag, .lines = kLines, .traces_node_index = true};
-
 }  // namespace
 
-const Dialog& cam_dialog() {
-  static const RecordDialog<qi::Cam, &Qis::cam_list> dialog(kFacts, CamRows::all());
+const Dialog& dialog_of(std::type_identity<qi::Cam>) {
+  static const RecordDialog<qi::Cam> dialog({.lines = kLines, .traces_node_index = true}, CamRows::all());
   return dialog;
 }
 

@@ -13,17 +13,12 @@ constexpr const char* kLines[] = {
     "*tabLable.background: white",
 };
 
-constexpr DialogFacts kFacts{.name = "chrootDialog",
-                             .kind_word = "Chainroot",
-                             .kind = qi::kChainRootTag,
-                             .lines = kLines,
-                             .traces_node_index = true};
-
 }  // namespace
 
-const Dialog& chroot_dialog() {
-  static const RecordDialog<qi::ChainRoot, &qi::ExtLists::chain_root_list> dialog(
-      kFacts, {Rows<qi::ChainRoot>::title("chainroot", &qi::ChainRoot::Fixed::name)});
+const Dialog& dialog_of(std::type_identity<qi::ChainRoot>) {
+  static const RecordDialog<qi::ChainRoot> dialog(
+      {.lines = kLines, .traces_node_index = true},
+      {Rows<qi::ChainRoot>::title("chainroot", &qi::ChainRoot::Fixed::name)});
   return dialog;
 }
 

@@ -4,6 +4,7 @@
 
 #include <cstdio>
 
+#include "editor/model/currentscene.h"
 #include "editor/model/nodenames.h"
 
 namespace values {
@@ -25,13 +26,11 @@ const char* label_line(LabelLines lines, std::string_view item, std::string_view
   return nullptr;
 }
 
-std::string Dialog::node_name(Word number) const {
-  return kind() ? ::node_name(kind(), number) : string_d(kLodPrefix, number);
-}
+bool Dialog::has_record(Word number) const { return kind_.name_index(*qis, number) != nullptr; }
 
 bool Dialog::require_record(Word number) const {
   if (has_record(number)) return true;
-  std::fprintf(stderr, "%s: there is no such record\n", node_name(number).c_str());
+  std::fprintf(stderr, "%s: there is no such record\n", node_name(kind_, number).c_str());
   return false;
 }
 
@@ -47,7 +46,8 @@ std::optional<Item> Dialog::open(Word number) const {
   if (!top) return top;
   for (std::size_t i = 0; i < top->size(); ++i)
     if (top->item(i).kind() == ItemKind::list) std::printf("%s\n", top->item(i).name().c_str());
-  if (facts_.traces_node_index && name_index(number) != kUnset) std::printf("node_index = %u\n", number);
+  if (facts_.traces_node_index && *kind_.name_index(*qis, number) != kUnset)
+    std::printf("node_index = %u\n", number);
   return top;
 }
 
@@ -57,7 +57,7 @@ void Dialog::trace_item(const Item& item) {
 
 int Dialog::write_back(Item& top, Word number) const {
   if (!top.changed()) return 1;
-  std::printf("%s is changed.\n", facts_.kind_word);
+  std::printf("%s is changed.\n", kind_.word);
   if (!require_record(number)) return 0;
   if (facts_.traces_top) trace_item(top);
   store_items(top, number);

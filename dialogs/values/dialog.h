@@ -5,45 +5,38 @@
 
 #include <optional>
 #include <span>
-#include <string>
 #include <string_view>
 
 #include "dialogs/values/item.h"
-#include "qilib/words.h"
+#include "editor/model/kinds.h"
 
 namespace values {
 
 /// A dialog's label lines: X resource lines that hold all its label texts, to be installed for it alone.
 using LabelLines = std::span<const char* const>;
 
-/// What is the same for every record that a dialog is opened on.
+/// What is the same for every record that a dialog is opened on, beside what its kind says.
 struct DialogFacts {
-  const char* name;       ///< "matDialog"
-  const char* kind_word;  ///< what the trace of a write-back begins with: "Mat"
-  Word kind;              ///< of the nodes that open it (a record tag); 0 for level-of-detail nodes
   LabelLines lines;
   const char* traced_call = nullptr;  ///< the write-back's name, where the dispatch prints it
   bool traces_node_index = false;     ///< prints the record's number when it opens on one with a name
   bool traces_top = false;            ///< a write-back says the name and number of items of the list first
 };
 
-/// One of the 14 dialogs. Records are given by their number in their list; the scene's is 0.
+/// The dialog for the nodes of a kind. Records are given by their number in their list; the scene's is 0.
 class Dialog {
  public:
-  explicit Dialog(DialogFacts facts) : facts_(facts) {}
+  Dialog(const NodeKind& kind, DialogFacts facts) : kind_(kind), facts_(facts) {}
   virtual ~Dialog() = default;
   Dialog(const Dialog&) = delete;
   Dialog& operator=(const Dialog&) = delete;
 
-  const char* name() const { return facts_.name; }
-  Word kind() const { return facts_.kind; }
+  const NodeKind& kind() const { return kind_; }
+  const char* name() const { return kind_.dialog; }
   LabelLines lines() const { return facts_.lines; }
   const char* traced_call() const { return facts_.traced_call; }
 
-  virtual bool has_record(Word number) const = 0;
-
-  /// The name of the node that opens the dialog on a record: "mat_3", "lod_3".
-  std::string node_name(Word number) const;
+  bool has_record(Word number) const;
 
   /// The dialog's items, filled from the record; nothing, and a line on standard error, when there is none.
   std::optional<Item> items(Word number) const;
@@ -60,14 +53,13 @@ class Dialog {
   virtual Item make_items(Word number) const = 0;
   /// Writes the items back to a record that exists.
   virtual void store_items(Item& top, Word number) const = 0;
-  /// The name index of a record that exists.
-  virtual Word name_index(Word number) const = 0;
 
   static void trace_item(const Item& item);
 
  private:
   bool require_record(Word number) const;
 
+  const NodeKind& kind_;
   DialogFacts facts_;
 };
 

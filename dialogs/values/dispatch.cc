@@ -18,20 +18,14 @@ bool contains(std::string_view text, std::string_view part) {
 }  // namespace
 
 std::span<const Dialog* const> dialogs() {
-  static const Dialog* const kDialogs[] = {
-      &scene_dialog(), &shape_dialog(),  &tex_dialog(),   &obj_dialog(),     &mat_dialog(),
-      &cam_dialog(),   &env_dialog(),    &light_dialog(), &part_dialog(),    &anim_dialog(),
-      &lod_dialog(),   &chroot_dialog(), &joint_dialog(), &effector_dialog()};
+  static const auto kDialogs = per_kind([]<class Key>() { return &dialog_of<Key>(); });
   return kDialogs;
 }
 
-std::optional<DialogOn> dialog_of_node(std::string_view node) {
-  const auto number = static_cast<Word>(indexofnd(node));
-  if (node == lod_dialog().node_name(number)) return DialogOn{&lod_dialog(), number};
-  const auto id = find_node_id(node);
-  if (!id) return std::nullopt;
-  const auto dialog = std::ranges::find(dialogs(), id->kind, &Dialog::kind);
-  return DialogOn{*dialog, id->number};
+std::optional<DialogOn> dialog_of_node(std::string_view name) {
+  const auto node = find_node(name);
+  if (!node) return std::nullopt;
+  return DialogOn{dialogs()[kind_place(*node->kind)], node->number};
 }
 
 PrefAction handlePrefs(std::string_view dialog_name, int reason) {
@@ -61,7 +55,7 @@ const Dialog* applied_dialog(std::string_view dialog_name, Word number) {
       std::ranges::find_if(dialogs(), [&](const Dialog* d) { return contains(dialog_name, d->name()); });
   if (dialog == dialogs().end()) return nullptr;
   if (const char* const call = (*dialog)->traced_call()) std::printf("Call %s.\n", call);
-  if (*dialog == &obj_dialog()) std::printf("This node is obj_%u (member func)\n", number);
+  if (*dialog == &dialog_of<qi::Obj>()) std::printf("This node is obj_%u (member func)\n", number);
   return *dialog;
 }
 

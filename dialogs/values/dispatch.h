@@ -10,7 +10,7 @@
 
 namespace values {
 
-/// All dialogs, in the order in which their names are tested.
+/// All dialogs, in the order of the table of kinds, in which their names are tested.
 std::span<const Dialog* const> dialogs();
 
 /// A dialog, and the number of the record that it is opened on (which may not exist).
@@ -21,7 +21,7 @@ struct DialogOn {
 
 /// What the node with this name opens: "mat_0" the material dialog on record 0, "lod_3" the level-of-detail
 /// dialog on object 3. Nothing for a name that no node has.
-std::optional<DialogOn> dialog_of_node(std::string_view node);
+std::optional<DialogOn> dialog_of_node(std::string_view name);
 
 /// How a dialog was answered: the reason of its preference callback.
 enum PrefReason : int { kPrefCancel = 0, kPrefOk = 1, kPrefApply = 2 };
@@ -37,12 +37,12 @@ enum class PrefAction {
 /// Prints the trace of a dialog's answer.
 PrefAction handlePrefs(std::string_view dialog_name, int reason);
 
-/// Prints which dialog is applied. @returns the first of the 14 whose name the given one contains; null when
+/// Prints which dialog is applied. @returns the first whose name the given one contains; null when
 /// there is none.
 const Dialog* applied_dialog(std::string_view dialog_name, Word number);
 
 /// Prints which dialog is applied and writes its items back (see Dialog::write_back).
-/// @param dialog_name  contains the name of one of the 14 dialogs; otherwise nothing happens.
+/// @param dialog_name  contains the name of one of the dialogs; otherwise nothing happens.
 /// @returns 1, or 0 when there is no such dialog or record.
 int applyChanges(std::string_view dialog_name, Item& top, Word number);
 

@@ -13,17 +13,11 @@ constexpr const char* kLines[] = {
     "*typeLabel.labelString:Effector Type",
 };
 
-constexpr DialogFacts kFacts{.name = "effectorDialog",
-                             .kind_word = "Effector",
-                             .kind = qi::kEffectorTag,
-                             .lines = kLines,
-                             .traces_node_index = true};
-
 }  // namespace
 
-const Dialog& effector_dialog() {
-  static const RecordDialog<qi::Effector, &qi::ExtLists::effector_list> dialog(
-      kFacts, {typed_title<qi::Effector>("effector")});
+const Dialog& dialog_of(std::type_identity<qi::Effector>) {
+  static const RecordDialog<qi::Effector> dialog({.lines = kLines, .traces_node_index = true},
+                                                 {typed_title<qi::Effector>("effector")});
   return dialog;
 }
 

@@ -70,13 +70,10 @@ struct EnvRows : Rows<qi::Env> {
   }
 };
 
-constexpr DialogFacts kFacts{
-    .name = "envDialog", .kind_word = "Env", .kind = qi::kEnvTag, .lines = kLines, .traces_node_index = true};
-
 }  // namespace
 
-const Dialog& env_dialog() {
-  static const RecordDialog<qi::Env, &Qis::env_list> dialog(kFacts, EnvRows::all());
+const Dialog& dialog_of(std::type_identity<qi::Env>) {
+  static const RecordDialog<qi::Env> dialog({.lines = kLines, .traces_node_index = true}, EnvRows::all());
   return dialog;
 }
 

@@ -14,17 +14,11 @@ constexpr const char* kLines[] = {
     "*tabLable.background: white",
 };
 
-constexpr DialogFacts kFacts{.name = "jointDialog",
-                             .kind_word = "Joint",
-                             .kind = qi::kJointTag,
-                             .lines = kLines,
-                             .traces_node_index = true};
-
 }  // namespace
 
-const Dialog& joint_dialog() {
-  static const RecordDialog<qi::Joint, &qi::ExtLists::joint_list> dialog(kFacts,
-                                                                         {typed_title<qi::Joint>("joint")});
+const Dialog& dialog_of(std::type_identity<qi::Joint>) {
+  static const RecordDialog<qi::Joint> dialog({.lines = kLines, .traces_node_index = true},
+                                              {typed_title<qi::Joint>("joint")});
   return dialog;
 }
 

@@ -1,24 +1,34 @@
 /// @file
-/// The 14 dialogs, each described in a file of its own.
+/// The dialogs of all kinds of nodes, each described in a file of its own.
 #pragma once
+
+#include <type_traits>
 
 #include "dialogs/values/dialog.h"
 
 namespace values {
 
-const Dialog& scene_dialog();
-const Dialog& shape_dialog();
-const Dialog& tex_dialog();
-const Dialog& obj_dialog();
-const Dialog& mat_dialog();
-const Dialog& cam_dialog();
-const Dialog& env_dialog();
-const Dialog& light_dialog();
-const Dialog& part_dialog();
-const Dialog& anim_dialog();
-const Dialog& lod_dialog();
-const Dialog& chroot_dialog();
-const Dialog& joint_dialog();
-const Dialog& effector_dialog();
+const Dialog& dialog_of(std::type_identity<qi::Scene>);
+const Dialog& dialog_of(std::type_identity<qi::Shape>);
+const Dialog& dialog_of(std::type_identity<qi::Tex>);
+const Dialog& dialog_of(std::type_identity<qi::Obj>);
+const Dialog& dialog_of(std::type_identity<qi::Mat>);
+const Dialog& dialog_of(std::type_identity<qi::Cam>);
+const Dialog& dialog_of(std::type_identity<qi::Env>);
+const Dialog& dialog_of(std::type_identity<qi::Light>);
+const Dialog& dialog_of(std::type_identity<qi::Part>);
+const Dialog& dialog_of(std::type_identity<qi::Anim>);
+const Dialog& dialog_of(std::type_identity<LevelsOfDetail>);
+const Dialog& dialog_of(std::type_identity<qi::ChainRoot>);
+const Dialog& dialog_of(std::type_identity<qi::Joint>);
+const Dialog& dialog_of(std::type_identity<qi::Effector>);
+
+/// The dialog of the kind with this key.
+template <class Key>
+const Dialog& dialog_of() {
+  static_assert(
+      requires { dialog_of(std::type_identity<Key>()); }, "a kind of nodes has no dialog above");
+  return dialog_of(std::type_identity<Key>());
+}
 
 }  // namespace values

@@ -44,16 +44,10 @@ struct LightRows : Rows<qi::Light> {
   }
 };
 
-constexpr DialogFacts kFacts{.name = "lightDialog",
-                             .kind_word = "Light",
-                             .kind = qi::kLightTag,
-                             .lines = kLines,
-                             .traces_node_index = true};
-
 }  // namespace
 
-const Dialog& light_dialog() {
-  static const RecordDialog<qi::Light, &Qis::light_list> dialog(kFacts, LightRows::all());
+const Dialog& dialog_of(std::type_identity<qi::Light>) {
+  static const RecordDialog<qi::Light> dialog({.lines = kLines, .traces_node_index = true}, LightRows::all());
   return dialog;
 }
 

@@ -63,11 +63,9 @@ struct LodRows : Rows<qi::Obj> {
   }
 };
 
-constexpr DialogFacts kFacts{.name = "lodDialog", .kind_word = "LOD", .kind = 0, .lines = kLines};
-
-class LodDialog final : public RecordDialog<qi::Obj, &Qis::obj_list> {
+class LodDialog final : public RecordDialog<LevelsOfDetail> {
  public:
-  LodDialog() : RecordDialog(kFacts, LodRows::all()) {}
+  LodDialog() : RecordDialog({.lines = kLines}, LodRows::all()) {}
 
  protected:
   Item make_items(Word number) const override {
@@ -79,7 +77,7 @@ class LodDialog final : public RecordDialog<qi::Obj, &Qis::obj_list> {
 
 }  // namespace
 
-const Dialog& lod_dialog() {
+const Dialog& dialog_of(std::type_identity<LevelsOfDetail>) {
   static const LodDialog dialog;
   return dialog;
 }

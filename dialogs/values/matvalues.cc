@@ -178,16 +178,10 @@ struct MatRows : Rows<qi::Mat> {
   }
 };
 
-constexpr DialogFacts kFacts{.name = "matDialog",
-                             .kind_word = "Mat",
-                             .kind = qi::kMatTag,
-                             .lines = kLines,
-                             .traced_call = "matChanged"};
-
 }  // namespace
 
-const Dialog& mat_dialog() {
-  static const RecordDialog<qi::Mat, &Qis::mat_list> dialog(kFacts, MatRows::all());
+const Dialog& dialog_of(std::type_identity<qi::Mat>) {
+  static const RecordDialog<qi::Mat> dialog({.lines = kLines, .traced_call = "matChanged"}, MatRows::all());
   return dialog;
 }
 

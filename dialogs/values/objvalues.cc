@@ -78,16 +78,10 @@ struct ObjRows : Rows<qi::Obj> {
   }
 };
 
-constexpr DialogFacts kFacts{.name = "objDialog",
-                             .kind_word = "Obj",
-                             .kind = qi::kObjTag,
-                             .lines = kLines,
-                             .traced_call = "objChanged"};
-
 }  // namespace
 
-const Dialog& obj_dialog() {
-  static const RecordDialog<qi::Obj, &Qis::obj_list> dialog(kFacts, ObjRows::all());
+const Dialog& dialog_of(std::type_identity<qi::Obj>) {
+  static const RecordDialog<qi::Obj> dialog({.lines = kLines, .traced_call = "objChanged"}, ObjRows::all());
   return dialog;
 }
 

@@ -12,17 +12,11 @@ constexpr const char* kLines[] = {
     "*nodeNameLabel.labelString:Name:",
 };
 
-constexpr DialogFacts kFacts{.name = "partDialog",
-                             .kind_word = "Part",
-                             .kind = qi::kPartTag,
-                             .lines = kLines,
-                             .traces_node_index = true};
-
 }  // namespace
 
-const Dialog& part_dialog() {
-  static const RecordDialog<qi::Part, &Qis::part_list> dialog(
-      kFacts, {Rows<qi::Part>::title("part", &qi::Part::Fixed::name)});
+const Dialog& dialog_of(std::type_identity<qi::Part>) {
+  static const RecordDialog<qi::Part> dialog({.lines = kLines, .traces_node_index = true},
+                                             {Rows<qi::Part>::title("part", &qi::Part::Fixed::name)});
   return dialog;
 }
 

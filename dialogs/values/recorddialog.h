@@ -23,16 +23,16 @@ struct WholeWord {
   void (*complete)(R&) = nullptr;  ///< has the last word on it
 };
 
-/// The dialog for the records that the member `Owner` of the scene (or of its extension lists) holds.
-template <class R, auto Owner>
+/// The dialog for the kind of nodes with this key.
+template <class Key>
 class RecordDialog : public Dialog {
  public:
+  using R = typename KindRowOf<Key>::Record;
+
   RecordDialog(DialogFacts facts, std::vector<Row<R>> rows, std::vector<WholeWord<R>> whole_words = {})
-      : Dialog(facts),
+      : Dialog(kNodeKind<Key>, facts),
         list_{.item = Item(ItemKind::list, "prefList"), .rows = std::move(rows)},
         whole_words_(std::move(whole_words)) {}
-
-  bool has_record(Word number) const override { return qi::record_in(*qis, Owner, number) != nullptr; }
 
  protected:
   Item make_items(Word number) const override { return make_item(list_, record(number)); }
@@ -50,10 +50,9 @@ class RecordDialog : public Dialog {
       std::printf(word.trace, stored.fixed.*word.place);
     }
   }
-  Word name_index(Word number) const override { return record(number).fixed.name; }
 
  private:
-  static R& record(Word number) { return *qi::record_in(*qis, Owner, number); }
+  static R& record(Word number) { return *qi::record_in(*qis, KindRowOf<Key>::kList, number); }
 
   static const std::string& name_of(const Row<R>& row) { return row.item.name(); }
 

@@ -34,17 +34,11 @@ struct SceneRows : Rows<qi::Scene> {
   }
 };
 
-constexpr DialogFacts kFacts{.name = "sceneDialog",
-                             .kind_word = "Scene",
-                             .kind = qi::kSceneTag,
-                             .lines = kLines,
-                             .traced_call = "sceneChanged"};
-
 }  // namespace
 
-const Dialog& scene_dialog() {
-  static const RecordDialog<qi::Scene, &Qis::scene> dialog(kFacts, SceneRows::all(),
-                                                           {{&F::video, "cfg = %x\n"}});
+const Dialog& dialog_of(std::type_identity<qi::Scene>) {
+  static const RecordDialog<qi::Scene> dialog({.lines = kLines, .traced_call = "sceneChanged"},
+                                              SceneRows::all(), {{&F::video, "cfg = %x\n"}});
   return dialog;
 }
 

@@ -42,17 +42,11 @@ struct ShapeRows : Rows<qi::Shape> {
   }
 };
 
-constexpr DialogFacts kFacts{.name = "shapeDialog",
-                             .kind_word = "Shape",
-                             .kind = qi::kShapeTag,
-                             .lines = kLines,
-                             .traced_call = "shapeChanged"};
-
 }  // namespace
 
-const Dialog& shape_dialog() {
-  static const RecordDialog<qi::Shape, &Qis::shape_list> dialog(kFacts, ShapeRows::all(),
-                                                                {{&F::flags, "type = %x\n"}});
+const Dialog& dialog_of(std::type_identity<qi::Shape>) {
+  static const RecordDialog<qi::Shape> dialog({.lines = kLines, .traced_call = "shapeChanged"},
+                                              ShapeRows::all(), {{&F::flags, "type = %x\n"}});
   return dialog;
 }
 

@@ -109,20 +109,14 @@ struct TexRows : Rows<qi::Tex> {
   }
 };
 
-constexpr DialogFacts kFacts{.name = "texDialog",
-                             .kind_word = "Tex",
-                             .kind = qi::kTexTag,
-                             .lines = kLines,
-                             .traced_call = "texChanged",
-                             .traces_top = true};
-
 }  // namespace
 
-const Dialog& tex_dialog() {
-  static const RecordDialog<qi::Tex, &Qis::tex_list> dialog(kFacts, TexRows::all(),
-                                                            {{&F::tex_type, "tex_type = %x\n", correct_depth},
-                                                             {&F::wrap_s, "wrap_s = %x\n"},
-                                                             {&F::wrap_t, "wrap_t = %x\n"}});
+const Dialog& dialog_of(std::type_identity<qi::Tex>) {
+  static const RecordDialog<qi::Tex> dialog(
+      {.lines = kLines, .traced_call = "texChanged", .traces_top = true}, TexRows::all(),
+      {{&F::tex_type, "tex_type = %x\n", correct_depth},
+       {&F::wrap_s, "wrap_s = %x\n"},
+       {&F::wrap_t, "wrap_t = %x\n"}});
   return dialog;
 }
 

@@ -1,54 +1,52 @@
 /// @file
-/// Node names and kinds: a graph node's name, such as obj_3, says which record it stands for.
+/// Node names: a graph node's name, such as obj_3, says of which kind it is and which record it stands for.
 ///
-/// A node's kind is the record tag of its list, the scene's the list tag; kind 0 means a node that is shown
-/// but stands for no record that links may touch.
+/// Links know a kind by its tag, which is that of its records; 0 means a node that is shown but stands for no
+/// record that links may touch.
 #pragma once
 
 #include <optional>
-#include <span>
 #include <string>
 #include <string_view>
 
-#include "qilib/qis.h"
+#include "editor/model/kinds.h"
 
-/// A kind of node: what its names begin with, and the tag of its records.
-struct NodeKind {
-  std::string_view prefix;
-  Word tag;
-};
+/// The kind whose prefix stands before the first underscore of a name, or whose records have this tag; null
+/// when there is none.
+const NodeKind* kind_of_node(std::string_view name);
+const NodeKind* kind_of_tag(Word tag);
 
-/// Every kind that links may touch, the scene first.
-std::span<const NodeKind> node_kinds();
-
-/// The prefix of a level-of-detail node's name; such a node has kind 0 and the label kLodLabel.
-inline constexpr std::string_view kLodPrefix = "lod_";
-inline constexpr std::string_view kLodLabel = "LOD";
-
-/// The kind of the node with this name; 0 when what stands before its first underscore is no known prefix
-/// (prefixes have 9 characters at most) or it has no underscore.
+/// The tag of the kind of the node with this name; 0 when it has none.
 Word tagofnd(std::string_view name);
 
-/// The number behind the first underscore, read as atol reads: 0 when there is none.
+/// The number after the first underscore, read as atol reads: 0 when there is none.
 long indexofnd(std::string_view name);
 
 /// `prefix` and `number` as "%s%d" writes them.
 std::string string_d(std::string_view prefix, Word number);
 
-/// The name of the node for record `number` of a kind; empty for a kind that is none.
-std::string node_name(Word kind, Word number);
+/// The name of the node of a kind with this number; empty when no kind has the tag.
+std::string node_name(const NodeKind& kind, Word number);
+std::string node_name(Word tag, Word number);
 
-/// The name of the record that a reference from a deformer or an animation points at: "obj", "ChainRoot",
-/// "joint" or "effector", an underscore and the index. Any other list has an empty prefix.
+/// The name of the record that a reference from a deformer or an animation points at; of a list that such
+/// references don't point into, an underscore and the index.
 std::string nodename(const QisNodeIndex& node_index);
 
 /// A node's name taken apart.
-struct NodeId {
-  Word kind = 0;
-  Word number = 0;  ///< record number; may lie outside its list
-  friend bool operator==(const NodeId&, const NodeId&) = default;
+struct NamedNode {
+  const NodeKind* kind;
+  Word number;  ///< record number; may lie outside its list
 };
 
-/// The kind and record number that a name stands for, or nothing when no node has this name: an unknown
-/// prefix, or a number written in another way than node_name writes it ("obj_x", "obj_007").
+/// What a name stands for, or nothing when no node has this name: an unknown prefix, or a number written in
+/// another way than node_name writes it ("obj_x", "obj_007").
+std::optional<NamedNode> find_node(std::string_view name);
+
+/// The same for links, which know a kind by its tag: nothing for nodes that they may not touch, either.
+struct NodeId {
+  Word kind = 0;
+  Word number = 0;
+  friend bool operator==(const NodeId&, const NodeId&) = default;
+};
 std::optional<NodeId> find_node_id(std::string_view name);

@@ -4,9 +4,7 @@
 
 #include "editor/model/currentscene.h"
 #include "editor/model/nodenames.h"
-#include "qilib/lists.h"
 #include "qilib/names.h"
-#include "qilib/references.h"
 
 Word addQuilNode(Word kind) { return kind == qi::kNameTag ? qiAddName(*qis) - 1 : 0; }
 
@@ -22,23 +20,10 @@ std::string get_name_string(Word name_index) {
   return name_index < names.size() ? qiGetName(names[name_index]) : std::string();
 }
 
-Word* name_index_of(Qis& scene, Word kind, Word number) {
-  Word* index = nullptr;
-  if (number >= qi::record_count(scene, kind)) return index;
-  qi::for_each_list(scene, [&](const qi::ListInfo& info, auto& list) {
-    if (info.tag != qi::list_of(kind)) return;
-    if constexpr (requires { list.fixed.name; }) {
-      index = &list.fixed.name;
-    } else if constexpr (requires { list.records[number].fixed.name; }) {
-      index = &list.records[number].fixed.name;
-    }
-  });
-  return index;
-}
-
 int name_node(std::string_view node, std::string_view text) {
-  const auto id = find_node_id(node);
-  Word* const index = id ? name_index_of(*qis, id->kind, id->number) : nullptr;
+  const auto named = find_node(node);
+  if (!named || named->kind->tag == 0) return 0;
+  Word* const index = named->kind->name_index(*qis, named->number);
   if (!index || (*index != kUnset && *index >= qis->name_list.records.size())) return 0;
   *index = set_node_name(text, *index);
   return 1;

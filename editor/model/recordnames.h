@@ -18,9 +18,6 @@ Word set_node_name(std::string_view text, Word name_index);
 /// The text of name `name_index`, blanks shown as underscores; empty when there is no such name.
 std::string get_name_string(Word name_index);
 
-/// The word in which record `number` of a node kind keeps its name index; null when there is no such record.
-Word* name_index_of(Qis& scene, Word kind, Word number);
-
 /// Names the record behind a node of the current scene (`node` is the node's name, such as obj_3).
 /// @returns 1, or 0 with nothing changed when no record is behind it or the record's name index dangles.
 int name_node(std::string_view node, std::string_view text);

@@ -4,6 +4,7 @@
 
 #include <span>
 #include <unordered_map>
+#include <utility>
 
 #include "editor/model/nodenames.h"
 #include "qilib/references.h"
@@ -17,22 +18,28 @@ class Builder {
  public:
   explicit Builder(const Qis& scene) : scene_(scene) {
     // Beside the scene's own node, a node for each obj, shape and the like is the usual case.
-    for (const NodeKind& kind : node_kinds()) expected_nodes_ += qi::record_count(scene, kind.tag);
-    numbers_.reserve(expected_nodes_);
-    graph_.nodes.reserve(expected_nodes_);
-    node(qi::kSceneTag, 0);
+    std::size_t expected = 1;
+    for (const NodeKind& kind : kNodeKinds) expected += qi::record_count(scene, kind.tag);
+    numbers_.reserve(expected);
+    graph_.nodes.reserve(expected);
+    node(kNodeKind<qi::Scene>, 0);
   }
 
   /// Draws what the records of one parent kind refer to, record by record; `rows` all have that parent.
   void walk(std::span<const Reference> rows) {
-    const Word parent_kind = rows.front().parent;
-    const std::size_t records = qi::record_count(scene_, parent_kind);
+    const Word tag = rows.front().parent;
+    const NodeKind* const parent_kind = kind_of_tag(tag);
+    if (!parent_kind) return;
+    std::vector<std::pair<const Reference*, const NodeKind*>> shown;
+    for (const Reference& row : rows)
+      if (const NodeKind* const child_kind = kind_of_tag(row.child)) shown.emplace_back(&row, child_kind);
+    const std::size_t records = qi::record_count(scene_, tag);
     for (Word i = 0; i < records; ++i)
-      for (const Reference& row : rows)
-        for (const Word child : row.held(scene_, i)) {
-          if (row.single && child == row.unset) continue;
-          const std::uint32_t parent = node(parent_kind, i);
-          arc(parent, node(row.child, child));
+      for (const auto& [row, child_kind] : shown)
+        for (const Word child : row->held(scene_, i)) {
+          if (row->single && child == row->unset) continue;
+          const std::uint32_t parent = node(*parent_kind, i);
+          arc(parent, node(*child_kind, child));
         }
   }
 
@@ -41,8 +48,8 @@ class Builder {
     const auto& objs = scene_.obj_list.records;
     for (Word i = 0; i < objs.size(); ++i) {
       if (objs[i].fixed.lod_count == 0) continue;
-      const std::uint32_t parent = node(qi::kObjTag, i);
-      arc(parent, append(string_d(kLodPrefix, i), std::string(kLodLabel)));
+      const std::uint32_t parent = node(kNodeKind<qi::Obj>, i);
+      arc(parent, append(kNodeKind<LevelsOfDetail>, i));
     }
   }
 
@@ -50,25 +57,21 @@ class Builder {
 
  private:
   /// The number of a record's node, which enters the graph if it isn't there yet.
-  std::uint32_t node(Word kind, Word number) {
-    const std::uint64_t key = std::uint64_t{kind} << 32 | number;
+  std::uint32_t node(const NodeKind& kind, Word number) {
+    const std::uint64_t key = std::uint64_t{kind.tag} << 32 | number;
     const auto [found, fresh] = numbers_.try_emplace(key, static_cast<std::uint32_t>(graph_.nodes.size()));
-    if (fresh) {
-      std::string name = node_name(kind, number);
-      append(name, name);
-    }
+    if (fresh) append(kind, number);
     return found->second;
   }
 
-  std::uint32_t append(std::string name, std::string label) {
-    graph_.nodes.push_back({std::move(name), std::move(label)});
+  std::uint32_t append(const NodeKind& kind, Word number) {
+    graph_.nodes.push_back({node_name(kind, number), &kind});
     return static_cast<std::uint32_t>(graph_.nodes.size() - 1);
   }
 
   void arc(std::uint32_t parent, std::uint32_t child) { graph_.arcs.push_back({parent, child}); }
 
   const Qis& scene_;
-  std::size_t expected_nodes_ = 1;
   SceneGraph graph_;
   std::unordered_map<std::uint64_t, std::uint32_t> numbers_;  ///< by kind and record number
 };

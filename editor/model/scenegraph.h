@@ -6,12 +6,14 @@
 #include <string>
 #include <vector>
 
-#include "qilib/qis.h"
+#include "editor/model/kinds.h"
 
 struct SceneGraph {
   struct Node {
-    std::string name;   ///< unique but for level-of-detail nodes, which are never looked up
-    std::string label;  ///< what is shown: the name, but for level-of-detail nodes
+    std::string name;  ///< unique but for level-of-detail nodes, which are never looked up
+    const NodeKind* kind;
+    /// What is shown.
+    const char* label() const { return kind->label ? kind->label : name.c_str(); }
   };
   struct Arc {
     std::uint32_t parent, child;  ///< numbers in `nodes`

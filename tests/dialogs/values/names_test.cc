@@ -20,7 +20,7 @@ class NameOf : public ValuesTest, public testing::WithParamInterface<Named> {
   std::string record_ = GetParam().node;
   Word& name_index() {
     const auto on = values::dialog_of_node(record_);
-    return *name_index_of(*qis, on->dialog->kind(), on->number);
+    return *on->dialog->kind().name_index(*qis, on->number);
   }
 };
 

@@ -36,7 +36,7 @@ class EditMaker {
   }
   std::string any_node() {
     if (one_in(20)) return one_in(2) ? "lod_0" : "newNode";
-    return node(node_kinds()[below(node_kinds().size())].tag);
+    return node(kNodeKinds[below(kNodeKinds.size())].tag);
   }
   /// The ends of an arc that the rules may know.
   std::pair<std::string, std::string> likely_pair() {

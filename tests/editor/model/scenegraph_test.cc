@@ -121,8 +121,8 @@ TEST(SceneGraphs, ALevelOfDetailNodeIsLabelledLod) {
   scene->obj_list.records[4].fixed.lod_count = 2;
   const SceneGraph graph = scene_graph(*scene);
   EXPECT_THAT(names(graph), ElementsAre("scene_0", "obj_4", "lod_4"));
-  EXPECT_EQ(graph.nodes[1].label, "obj_4");
-  EXPECT_EQ(graph.nodes[2].label, "LOD");
+  EXPECT_STREQ(graph.nodes[1].label(), "obj_4");
+  EXPECT_STREQ(graph.nodes[2].label(), "LOD");
   EXPECT_THAT(arcs(graph), ElementsAre(Pair("obj_4", "lod_4")));
 }
 
