@@ -80,6 +80,14 @@ Picture pictureOf(const std::string& name) {
   return picture;
 }
 
+unsigned shownColor(const std::string& name, unsigned long pixel) {
+  const Connection display = connect(name);
+  XColor color{};
+  color.pixel = pixel;
+  XQueryColor(display.get(), DefaultColormap(display.get(), DefaultScreen(display.get())), &color);
+  return static_cast<unsigned>((color.red >> 8) << 16 | (color.green >> 8) << 8 | color.blue >> 8);
+}
+
 bool inputIsKeptFrom(const std::string& name, const std::string& title) {
   const Connection display = connect(name);
   const ::Window window = find(display.get(), DefaultRootWindow(display.get()), title);

@@ -21,5 +21,8 @@ struct Picture {
 /// The whole screen.
 Picture pictureOf(const std::string& display);
 
+/// The colour of a pixel value, eight bits for each component: 0xRRGGBB.
+unsigned shownColor(const std::string& display, unsigned long pixel);
+
 /// Whether a window that shows nothing keeps the input from the one with this title.
 bool inputIsKeptFrom(const std::string& display, const std::string& title);

@@ -1,11 +1,13 @@
 /// @file
 /// Starting and ending the editor.
+#include <algorithm>
 #include <cctype>
 #include <map>
 #include <set>
 
 #include "tests/support/case_name.h"
 #include "tests/window/editorfixture.h"
+#include "tests/window/screen.h"
 
 namespace {
 
@@ -222,11 +224,35 @@ class Depths : public EditorTest, public testing::WithParamInterface<int> {
   Depths() : EditorTest(GetParam()) {}
 };
 
+/// The colour of each kind's nodes, by what their names begin with: on the screens with smoothed text, and on
+/// the one of 8 bits.
+struct Tint {
+  const char* prefix;
+  unsigned smooth, plain;
+};
+constexpr Tint kTints[] = {
+    {"scene", 0xffe7a5, 0xffff55}, {"shape", 0xceefc6, 0xaaffaa},   {"tex", 0xf7c6de, 0xffaaff},
+    {"obj", 0xc6def7, 0xaaaaff},   {"mat", 0xffd6b5, 0xffaa55},     {"cam", 0xced6de, 0xbfbfbf},
+    {"env", 0xbdefef, 0x55ffff},   {"light", 0xfff7bd, 0xffffaa},   {"part", 0xe7f7de, 0xaaffff},
+    {"anim", 0xdecef7, 0xaaaaaa},  {"lod", 0xdedede, 0xd5d5d5},     {"ChainRoot", 0xf7bdb5, 0xffaaaa},
+    {"joint", 0xefd6bd, 0x55aaaa}, {"effector", 0xded6a5, 0xaaaa55}};
+
 TEST_P(Depths, ShowASceneWithoutComplaint) {
-  for (const char* scene : {"robot", "skeleton"}) {  // together, nodes of every kind
+  const unsigned precision = GetParam() == 16 ? 0xF8FCF8 : 0xFFFFFF;
+  std::set<std::string> kinds;
+  for (const char* scene : {"robot", "skeleton"}) {
     editor_.open(data(scene));
     EXPECT_EQ(shownArcs(), arcsOf(data(scene)));
+    for (const auto& node : editor_.graph().nodes) {
+      const std::string prefix = node.name.substr(0, node.name.find('_'));
+      const auto tint = std::ranges::find(kTints, prefix, &Tint::prefix);
+      ASSERT_NE(tint, std::end(kTints)) << node.name;
+      const unsigned expected = GetParam() == 8 ? tint->plain : tint->smooth;
+      EXPECT_EQ((shownColor(server_.display(), node.tint) ^ expected) & precision, 0U) << node.name;
+      kinds.insert(prefix);
+    }
   }
+  EXPECT_EQ(kinds.size(), std::size(kTints)) << "together, they have nodes of every kind";
   EXPECT_EQ(editor_.errors(), "Can't get login name.\n");
   EXPECT_EQ(editor_.quit(), 0) << editor_.errors();
 }
