@@ -6,9 +6,11 @@
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <cerrno>
+#include <csignal>
 #include <cstdio>
 #include <memory>
 #include <string_view>
@@ -23,16 +25,41 @@ std::string temporary_name(int attempt) {
   return std::string(kBegin) + std::to_string(getpid()) + "-" + std::to_string(attempt) + std::string(kEnd);
 }
 
-/// Calls `make` with one name after the other until one is free. @returns 0, or an errno.
+/// Calls `make` with one name after the other while it returns EEXIST. @returns 0, or an errno; if that is
+/// EEXIST, no name.
 template <class Make>
 int with_free_name(std::string& name, Make make) {
   constexpr int kMostAttempts = 1000;
   int error = EEXIST;
   for (int i = 0; i < kMostAttempts && error == EEXIST; ++i) {
     name = temporary_name(i);
-    error = make() ? 0 : errno;
+    error = make();
   }
-  if (error != 0) name.clear();
+  if (error == EEXIST) name.clear();
+  return error;
+}
+
+/// Makes calls of the system in a process of its own, so that whoever kills this one doesn't come between
+/// them.
+/// @returns what they return: 0, or an errno.
+template <class Calls>
+int in_helper(Calls calls) {
+  sigset_t all, before;
+  sigfillset(&all);
+  pthread_sigmask(SIG_SETMASK, &all, &before);  // signals are this process's to handle
+  volatile int error = EINTR;
+  const pid_t helper = vfork();  // shares the memory, and this process waits
+  if (helper == 0) {
+    setpgid(0, 0);  // nor whoever kills the group
+    error = calls();
+    _exit(0);
+  }
+  if (helper < 0) {
+    error = calls();
+  } else {
+    waitpid(helper, nullptr, 0);
+  }
+  pthread_sigmask(SIG_SETMASK, &before, nullptr);
   return error;
 }
 
@@ -59,19 +86,12 @@ NewFile::~NewFile() { unlink_temporary(); }
 void NewFile::open_temporary(mode_t mode) {
   error_ = with_free_name(temporary_, [&] {
     fd_ = Descriptor(openat(folder_, temporary_.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, mode));
-    if (!fd_) return false;
+    if (!fd_) return errno;
     // Somebody who clears leftovers away may be faster than the lock.
     struct stat status {};
-    if (lock(fd()) && fstat(fd(), &status) == 0 && status.st_nlink != 0) return true;
-    errno = EEXIST;
-    return false;
+    return lock(fd()) && fstat(fd(), &status) == 0 && status.st_nlink != 0 ? 0 : EEXIST;
   });
-}
-
-int NewFile::link_temporary() {
-  return with_free_name(temporary_, [this] {
-    return linkat(AT_FDCWD, path_of(fd()).c_str(), folder_, temporary_.c_str(), AT_SYMLINK_FOLLOW) == 0;
-  });
+  if (error_ != 0) temporary_.clear();
 }
 
 void NewFile::unlink_temporary() {
@@ -79,14 +99,26 @@ void NewFile::unlink_temporary() {
   temporary_.clear();
 }
 
+int NewFile::link_as(const std::string& name) {
+  return linkat(AT_FDCWD, path_of(fd()).c_str(), folder_, name.c_str(), AT_SYMLINK_FOLLOW) == 0 ? 0 : errno;
+}
+
+int NewFile::rename_to(const std::string& name) {
+  return renameat(folder_, temporary_.c_str(), folder_, name.c_str()) == 0 ? 0 : errno;
+}
+
 int NewFile::put(const std::string& name, bool taken) {
-  if (temporary_.empty()) {
-    if (!taken && linkat(AT_FDCWD, path_of(fd()).c_str(), folder_, name.c_str(), AT_SYMLINK_FOLLOW) == 0)
-      return 0;
-    if (!taken && errno != EEXIST) return errno;
-    if (const int error = link_temporary()) return error;
+  int error = 0;
+  if (!temporary_.empty()) {
+    error = rename_to(name);
+  } else if (error = taken ? EEXIST : link_as(name); error == EEXIST) {
+    error = with_free_name(temporary_, [&] {
+      return in_helper([&] {
+        const int failed = link_as(temporary_);
+        return failed ? failed : rename_to(name);
+      });
+    });
   }
-  const int error = renameat(folder_, temporary_.c_str(), folder_, name.c_str()) == 0 ? 0 : errno;
   if (error != 0) unlink_temporary();
   temporary_.clear();
   return error;

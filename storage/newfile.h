@@ -10,9 +10,10 @@
 
 namespace storage {
 
-/// Where a file system can't do without a name, it has a temporary one, and so it has for the moment between
-/// two system calls while it takes the place of another file. A process that is killed then leaves a file
-/// ".quil-*.tmp" behind; `remove_leftovers` takes it away.
+/// Where a file system can't do without a name, it has a temporary one, ".quil-*.tmp", and a process that is
+/// killed leaves it behind; `remove_leftovers` takes it away. It also has one for the moment between the two
+/// system calls in which it takes the place of another file, but only if the machine stops then is it left: a
+/// process of its own makes these calls.
 class NewFile {
  public:
   /// @param folder  where it will appear; stays open as long as this object lives
@@ -34,7 +35,8 @@ class NewFile {
 
  private:
   void open_temporary(mode_t mode);
-  int link_temporary();
+  int link_as(const std::string& name);    ///< @returns 0, or an errno
+  int rename_to(const std::string& name);  ///< the same
   void unlink_temporary();
 
   int folder_;

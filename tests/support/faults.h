@@ -19,7 +19,7 @@ namespace support {
 struct Fault {
   std::string call;  ///< empty: any but "tmpfile", which counts as "open" here
   int at = 1;        ///< which of these calls, from 1
-  int error = 0;     ///< the errno that it fails with; 0: the process is killed instead
+  int error = 0;  ///< the errno that it fails with; 0: the process is killed instead, but not a helper of it
   bool lasting = false;
 };
 

@@ -2,7 +2,9 @@
 /// Whole files as bytes, and a directory that a test or a measurement may fill.
 #pragma once
 
+#include <fcntl.h>
 #include <stdlib.h>
+#include <unistd.h>
 
 #include <filesystem>
 #include <fstream>
@@ -23,6 +25,13 @@ inline void write_file(const std::filesystem::path& path, const std::string& byt
   std::ofstream file(path, std::ios::binary);
   file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
   if (!file.flush()) throw std::runtime_error("can't write " + path.string());
+}
+
+/// Whether the file system of a directory has files without a name.
+inline bool has_nameless_files(const std::filesystem::path& directory) {
+  const int file = open(directory.c_str(), O_TMPFILE | O_WRONLY | O_CLOEXEC, 0600);
+  if (file >= 0) close(file);
+  return file >= 0;
 }
 
 /// A new empty directory that goes away, with all that is in it, at the end.

@@ -9,13 +9,20 @@
 #include <functional>
 #include <vector>
 
-/// Runs a step in a forked process and waits for it. @returns what the step returned (0..127), or 128 and the
-/// number of the signal that ended it.
+/// Runs a step in a forked process and waits for it and for helpers that it started. @returns what the step
+/// returned (0..127), or 128 and the number of the signal that ended it.
 inline int in_child(const std::function<int()>& step) {
+  int ends[2];
+  if (pipe(ends) != 0) return -1;
   const pid_t child = fork();
   if (child == 0) _exit(step());
+  close(ends[1]);
   int status = 0;
-  if (child < 0 || waitpid(child, &status, 0) != child) return -1;
+  const bool ended = child > 0 && waitpid(child, &status, 0) == child;
+  char nothing = 0;
+  if (ended && read(ends[0], &nothing, 1) != 0) return -1;  // the end of the pipe comes with the last of them
+  close(ends[0]);
+  if (!ended) return -1;
   return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
 }
 

@@ -279,7 +279,7 @@ TEST_P(SaveThatIsKilled, LeavesTheOldFileAndNothingElse) {
   EXPECT_THAT(names(), testing::ElementsAre("robot.quil"));
 }
 
-INSTANTIATE_TEST_SUITE_P(Calls, SaveThatIsKilled, testing::Values("write:2:kill", "link:1:kill"));
+INSTANTIATE_TEST_SUITE_P(Calls, SaveThatIsKilled, testing::Values("write:2:kill", "fsync:1:kill"));
 
 struct DirectoryCommand {
   std::string name;
