@@ -1,5 +1,6 @@
 /// @file
-/// The dialogs of all kinds of nodes, each described in a file of its own.
+/// The dialogs of all kinds of nodes, each described in one of the files beside this: matvalues.cc and the
+/// like.
 #pragma once
 
 #include <type_traits>

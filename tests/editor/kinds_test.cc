@@ -1,5 +1,6 @@
 /// @file
-/// The table of kinds, row by row: from a node's name to its record and dialog, and from the dialog's name back.
+/// The table of kinds, row by row: from a node's name to its record and dialog, and from the dialog's name
+/// back.
 #include <gmock/gmock.h>
 
 // Its X headers come after the test framework.
@@ -95,8 +96,8 @@ TEST_P(EveryKind, IsWrittenBackFromTheDialogOfItsNodes) {
   dialog->show();
   VkPrefItem* item = dialog->item();
   const bool named = GetParam().tag != 0;
-  for (const char* name : named ? std::vector{"title", "nodeName"}
-                                : std::vector{"lod_set", "lod_link_group", "lod_link0"})
+  for (const char* name :
+       named ? std::vector{"title", "nodeName"} : std::vector{"lod_set", "lod_link_group", "lod_link0"})
     item = dynamic_cast<VkPrefGroup&>(*item).item(std::string(name));
   dynamic_cast<VkPrefText&>(*item).edit(named ? "renamed" : "7");
   testing::internal::CaptureStdout();
