@@ -21,6 +21,8 @@ struct Arguments {
   int mode = 2;  ///< of the writer: 1 or 2
   bool dot = false;
   std::vector<std::string> nodes;  ///< `show`: at least one
+  int copy = 0;                    ///< `recover`: its number; 0: list them
+  bool remove = false;             ///< `recover`: the copy is to go
 };
 
 /// Version, header, lists with their record counts and bytes, names.
@@ -43,3 +45,6 @@ Outcome edit(const Arguments& arguments);
 
 /// The converters' options, by default the user's own, and the command lines' beginnings that they give.
 Outcome options(const Arguments& arguments);
+
+/// The recovery copies of unsaved work: lists them, takes one out, or forgets one.
+Outcome recover(const Arguments& arguments);

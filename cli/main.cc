@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <charconv>
 #include <csignal>
 #include <cstdio>
 #include <cstring>
@@ -17,7 +18,7 @@
 namespace {
 
 /// What stands on the command line beside the options.
-enum class Operands { file, files, file_and_nodes, file_if_any };
+enum class Operands { file, files, file_and_nodes, file_if_any, copy_if_any };
 
 /// A command: what follows its name, the letters of the options that it takes, and its function.
 struct Command {
@@ -29,7 +30,7 @@ struct Command {
   Operands operands = Operands::file;
 };
 
-// Letters without a short form on the command line: m (--mode), s (--script), d (--dot).
+// Letters without a short form on the command line: m (--mode), s (--script), d (--dot), r (--remove).
 constexpr Command kCommands[] = {
     {"info", "FILE", "", "version, header, lists with their record counts and bytes, names", info},
     {"check", "FILE...", "", "one line for everything that is wrong or odd in each file", check,
@@ -41,6 +42,8 @@ constexpr Command kCommands[] = {
     {"edit", "FILE -o OUT [--mode 1|2] [--script S]", "oms", "run a script of edits, then save", edit},
     {"options", "[FILE]", "", "the converters' options and what they add to command lines", options,
      Operands::file_if_any},
+    {"recover", "[N -o FILE | --remove N]", "or", "the copies of unsaved work; take one out, forget one",
+     recover, Operands::copy_if_any},
 };
 
 constexpr char kScriptHelp[] =
@@ -68,12 +71,29 @@ Outcome misuse(const char* problem, std::string_view culprit = {}) {
   return Outcome::wrong_use;
 }
 
+/// Reads the number of a copy, if there is one, and runs the command.
+Outcome run_on_copy(const Command& command, Arguments& arguments) {
+  if (arguments.files.empty())
+    return arguments.remove || !arguments.output.empty() ? misuse("which copy?") : command.run(arguments);
+  if (arguments.files.size() > 1) return misuse("one copy too many: ", arguments.files[1]);
+  const std::string& number = arguments.files.front();
+  const auto [end, error] = std::from_chars(number.data(), number.data() + number.size(), arguments.copy);
+  if (error != std::errc{} || *end != '\0' || arguments.copy <= 0)
+    return misuse("a copy has a number, not ", number);
+  if (arguments.remove && !arguments.output.empty()) return misuse("-o and --remove exclude each other");
+  if (!arguments.remove && arguments.output.empty()) return misuse("-o FILE is missing");
+  return command.run(arguments);
+}
+
 /// Reads the arguments behind the command's name and runs it.
 Outcome run_command(const Command& command, int count, char** words) {
-  static constexpr option kOptions[] = {
-      {"output", required_argument, nullptr, 'o'}, {"mode", required_argument, nullptr, 'm'},
-      {"script", required_argument, nullptr, 's'}, {"dot", no_argument, nullptr, 'd'},
-      {"help", no_argument, nullptr, 'h'},         {}};
+  static constexpr option kOptions[] = {{"output", required_argument, nullptr, 'o'},
+                                        {"mode", required_argument, nullptr, 'm'},
+                                        {"script", required_argument, nullptr, 's'},
+                                        {"dot", no_argument, nullptr, 'd'},
+                                        {"remove", no_argument, nullptr, 'r'},
+                                        {"help", no_argument, nullptr, 'h'},
+                                        {}};
   Arguments arguments;
   opterr = 0;
   for (int letter = 0; (letter = getopt_long(count, words, ":o:h", kOptions, nullptr)) != -1;) {
@@ -88,6 +108,7 @@ Outcome run_command(const Command& command, int count, char** words) {
     if (letter == 'o') arguments.output = optarg;
     if (letter == 's') arguments.script = optarg;
     if (letter == 'd') arguments.dot = true;
+    if (letter == 'r') arguments.remove = true;
     if (letter == 'm') {
       const std::string_view mode = optarg;
       if (mode != "1" && mode != "2") return misuse("the mode is 1 or 2, not ", mode);
@@ -95,6 +116,7 @@ Outcome run_command(const Command& command, int count, char** words) {
     }
   }
   arguments.files.assign(words + optind, words + count);
+  if (command.operands == Operands::copy_if_any) return run_on_copy(command, arguments);
   const bool needs_output = command.options.find('o') != std::string_view::npos;
   if (arguments.files.empty() && command.operands != Operands::file_if_any)
     return misuse("a FILE is missing");

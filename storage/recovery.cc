@@ -130,8 +130,10 @@ std::vector<RecoveryCopy> RecoveryStore::list(std::error_code& error) const {
   return copies;
 }
 
+std::optional<RecoveryCopy> RecoveryStore::find(int number) const { return copy_of(folder_, number); }
+
 std::error_code RecoveryStore::remove(int number) const {
-  const auto copy = copy_of(folder_, number);
+  const auto copy = find(number);
   if (!copy) return {ENOENT, std::generic_category()};
   if (copy->in_use) return {EBUSY, std::generic_category()};
   std::error_code error;

@@ -48,6 +48,8 @@ class RecoveryStore {
   /// none. @param error  why the folder can't be read
   std::vector<RecoveryCopy> list(std::error_code& error) const;
 
+  std::optional<RecoveryCopy> find(int number) const;
+
   /// Takes a copy away. @returns why it could not: ENOENT when there is none, EBUSY when it is in use.
   std::error_code remove(int number) const;
 

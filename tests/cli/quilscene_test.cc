@@ -330,20 +330,21 @@ TEST_P(WrongUse, EndsWithStatus2AndAMessage) {
   EXPECT_THAT(ran.err, StartsWith("quilscene: "));
 }
 
-INSTANTIATE_TEST_SUITE_P(Rows, WrongUse,
-                         testing::Values(ScriptRow{"NoCommand", ""}, ScriptRow{"UnknownCommand", "list a"},
-                                         ScriptRow{"NoFile", "info"}, ScriptRow{"NoFileToCheck", "check"},
-                                         ScriptRow{"NoNodeToShow", "show a"},
-                                         ScriptRow{"TwoFiles", "graph a a"},
-                                         ScriptRow{"NoOutput", "resave a"},
-                                         ScriptRow{"NoOutputName", "resave a -o"},
-                                         ScriptRow{"EmptyOutputName", "resave a -o ''"},
-                                         ScriptRow{"UnknownOption", "info --all a"},
-                                         ScriptRow{"OptionOfAnotherCommand", "info --dot a"},
-                                         ScriptRow{"ModeThree", "resave a -o b --mode 3"},
-                                         ScriptRow{"ModeOfText", "edit a -o b --mode x"},
-                                         ScriptRow{"ValueForAFlag", "graph --dot=yes a"}),
-                         CaseName{});
+INSTANTIATE_TEST_SUITE_P(
+    Rows, WrongUse,
+    testing::Values(
+        ScriptRow{"NoCommand", ""}, ScriptRow{"UnknownCommand", "list a"}, ScriptRow{"NoFile", "info"},
+        ScriptRow{"NoFileToCheck", "check"}, ScriptRow{"NoNodeToShow", "show a"},
+        ScriptRow{"TwoFiles", "graph a a"}, ScriptRow{"NoOutput", "resave a"},
+        ScriptRow{"NoOutputName", "resave a -o"}, ScriptRow{"EmptyOutputName", "resave a -o ''"},
+        ScriptRow{"UnknownOption", "info --all a"}, ScriptRow{"OptionOfAnotherCommand", "info --dot a"},
+        ScriptRow{"ModeThree", "resave a -o b --mode 3"}, ScriptRow{"ModeOfText", "edit a -o b --mode x"},
+        ScriptRow{"ValueForAFlag", "graph --dot=yes a"}, ScriptRow{"CopyWithoutOutput", "recover 1"},
+        ScriptRow{"OutputWithoutCopy", "recover -o b"}, ScriptRow{"NoCopyToRemove", "recover --remove"},
+        ScriptRow{"RemoveAndOutput", "recover 1 --remove -o b"}, ScriptRow{"TwoCopies", "recover 1 2 -o b"},
+        ScriptRow{"CopyOfText", "recover 1x -o b"}, ScriptRow{"CopyZero", "recover --remove 0"},
+        ScriptRow{"CopyTooHigh", "recover --remove 99999999999"}),
+    CaseName{});
 
 TEST_F(Quilscene, OptionsMayStandAnywhereAndEnd) {
   put("-odd.quil", read_file(scene_path("tiny_v1")));
@@ -354,8 +355,8 @@ TEST_F(Quilscene, OptionsMayStandAnywhereAndEnd) {
 TEST_F(Quilscene, HelpNamesEveryCommand) {
   const Ran ran = run("--help");
   EXPECT_EQ(ran.status, 0);
-  for (const char* command :
-       {"info", "check", "graph", "show", "resave", "edit", "--version", "move OLD_PARENT", "set NODE"})
+  for (const char* command : {"info", "check", "graph", "show", "resave", "edit", "options", "recover",
+                              "--version", "move OLD_PARENT", "set NODE"})
     EXPECT_THAT(ran.out, HasSubstr(command));
 }
 

@@ -1,0 +1,83 @@
+/// @file
+/// `quilscene recover`: the copies of unsaved work.
+#include <chrono>
+#include <cinttypes>
+#include <cstdio>
+#include <ctime>
+#include <string>
+#include <system_error>
+
+#include "cli/commands.h"
+#include "cli/printable.h"
+#include "qilib/files.h"
+#include "storage/recovery.h"
+#include "storage/replacefile.h"
+
+namespace {
+
+std::string local_time(std::chrono::system_clock::time_point time) {
+  const std::time_t seconds = std::chrono::system_clock::to_time_t(time);
+  std::tm local{};
+  char text[32] = "";
+  if (localtime_r(&seconds, &local)) std::strftime(text, sizeof text, "%Y-%m-%d %H:%M:%S", &local);
+  return text;
+}
+
+Outcome list(const RecoveryStore& store) {
+  std::error_code error;
+  const auto copies = store.list(error);
+  if (error) {
+    std::fprintf(stderr, "quilscene: can't read %s: %s\n", store.folder().c_str(), error.message().c_str());
+    return Outcome::failed;
+  }
+  if (!copies.empty()) std::printf("%9s  %-19s %12s  file\n", "copy", "written", "bytes");
+  for (const RecoveryCopy& copy : copies) {
+    const std::string origin = copy.origin.empty() ? "(never saved)" : printable(copy.origin);
+    std::printf("%9d  %-19s %12" PRIu64 "  %s%s\n", copy.number, local_time(copy.time).c_str(), copy.size,
+                origin.c_str(), copy.in_use ? " (in use)" : "");
+  }
+  return Outcome::well;
+}
+
+Outcome no_copy(int number) {
+  std::fprintf(stderr, "quilscene: there is no copy %d\n", number);
+  return Outcome::failed;
+}
+
+Outcome remove(const RecoveryStore& store, int number) {
+  const std::error_code error = store.remove(number);
+  if (error == std::errc::no_such_file_or_directory) return no_copy(number);
+  if (!error) return Outcome::well;
+  const std::string why =
+      error == std::errc::device_or_resource_busy ? "a program is using it" : error.message();
+  std::fprintf(stderr, "quilscene: can't remove copy %d: %s\n", number, why.c_str());
+  return Outcome::failed;
+}
+
+Outcome extract(const RecoveryStore& store, int number, const std::string& output) {
+  const auto found = store.find(number);
+  if (!found) return no_copy(number);
+  const qi::File copy = qi::open_regular(found->path);
+  ReplacingFile file{output};
+  char bytes[1 << 16];
+  for (std::size_t count = 1; copy && file.stream() && count != 0;) {
+    count = std::fread(bytes, 1, sizeof bytes, copy.get());
+    std::fwrite(bytes, 1, count, file.stream());
+  }
+  if (!copy || std::ferror(copy.get())) {
+    std::fprintf(stderr, "quilscene: can't read copy %d\n", number);
+    return Outcome::failed;
+  }
+  if (file.commit()) return Outcome::well;
+  std::fprintf(stderr, "%s\nquilscene: can't write %s\n", file.error().text().c_str(), output.c_str());
+  return Outcome::failed;
+}
+
+}  // namespace
+
+Outcome recover(const Arguments& arguments) {
+  const RecoveryStore store;
+  if (arguments.copy == 0) return list(store);
+  if (arguments.remove) return remove(store, arguments.copy);
+  return extract(store, arguments.copy, arguments.output);
+}
