@@ -55,7 +55,7 @@ class ListCursor {
   void fail(Message message) {
     if (error_) return;
     if (!message.offset) message.offset = offset();
-    error_ = message;
+    error_ = std::move(message);
   }
   std::size_t left() const { return words_.size() - pos_; }
   /// Bytes from the beginning of the block.

@@ -20,10 +20,17 @@ namespace {
 
 using qi::Message;
 using qi::MessageCode;
-using testing::internal::CaptureStderr;
-using testing::internal::CaptureStdout;
-using testing::internal::GetCapturedStderr;
-using testing::internal::GetCapturedStdout;
+
+struct Printed {
+  std::string out, err;
+};
+template <class Call>
+Printed printed_by(Call call) {
+  testing::internal::CaptureStdout();
+  testing::internal::CaptureStderr();
+  call();
+  return {testing::internal::GetCapturedStdout(), testing::internal::GetCapturedStderr()};
+}
 
 struct MessageCase {
   const char* name;
@@ -36,12 +43,10 @@ class Messages : public testing::TestWithParam<MessageCase> {};
 
 TEST_P(Messages, ArePrintedInTheseWords) {
   EXPECT_EQ(text_of(GetParam().message), GetParam().text);
-  CaptureStdout();
-  CaptureStderr();
-  print_message(GetParam().message);
+  const Printed printed = printed_by([] { print_message(GetParam().message); });
   const std::string line = std::string(GetParam().text) + "\n";
-  EXPECT_EQ(GetCapturedStdout(), GetParam().trace ? line : "");
-  EXPECT_EQ(GetCapturedStderr(), GetParam().trace ? "" : line);
+  EXPECT_EQ(printed.out, GetParam().trace ? line : "");
+  EXPECT_EQ(printed.err, GetParam().trace ? "" : line);
 }
 
 constexpr std::uint64_t kHuge = 0xFFFFFFFFFFFFFFFC;
@@ -146,62 +151,51 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST(Printing, IsWhatOpeningAndReadingDo) {
   const ScratchDirectory scratch;
-  write_file(scratch / "short.quil", "QUIL");
+  const std::string name = scratch / "short.quil";
+  write_file(name, "QUIL");
+  const qi::File file = qi::open_regular(name);
+  Qis scene;
   const std::string header =
       "5155494c\nUnknown version number.\nfile size 4 0\nData file size is incorrect - extra data.\n"
       "Incorrect file header size.\n"
       "FileHeader: fixed part of 100 bytes at offset 4 exceeds the 0 bytes left\n";
-  Qis scene;
-  CaptureStderr();
-  EXPECT_EQ(qiOpenQb(scratch / "short.quil", scene), 0);
-  EXPECT_EQ(GetCapturedStderr(), header);
-
-  CaptureStderr();
-  EXPECT_EQ(qiOpenQb1(scratch / "short.quil", scene), 0);
-  EXPECT_EQ(GetCapturedStderr(), header);
-
-  const qi::File file = qi::open_regular(scratch / "short.quil");
-  CaptureStderr();
-  EXPECT_EQ(qiReadFileHeader(file.get(), scene), 0);
-  EXPECT_EQ(GetCapturedStderr(), header);
+  EXPECT_EQ(printed_by([&] { EXPECT_EQ(qiOpenQb(name, scene), 0); }).err, header);
+  EXPECT_EQ(printed_by([&] { EXPECT_EQ(qiOpenQb1(name, scene), 0); }).err, header);
+  EXPECT_EQ(printed_by([&] { EXPECT_EQ(qiReadFileHeader(file.get(), scene), 0); }).err, header);
 
   std::rewind(file.get());
-  CaptureStderr();
-  EXPECT_EQ(qiReadList(file.get(), 8, scene, "ObjList"), 0);
-  EXPECT_EQ(GetCapturedStderr(), "ObjList: list of 8 bytes at offset 0 exceeds the 4 bytes left\n");
-
-  CaptureStderr();
-  EXPECT_EQ(qiSetupSwitchList(Words{1, 2}, scene.switch_list), 0);
+  EXPECT_EQ(printed_by([&] { EXPECT_EQ(qiReadList(file.get(), 8, scene, "ObjList"), 0); }).err,
+            "ObjList: list of 8 bytes at offset 0 exceeds the 4 bytes left\n");
+  EXPECT_EQ(printed_by([&] {
+              EXPECT_EQ(qiSetupSwitchList(Words{1, 2}, scene.switch_list), 0);
+            }).err,
+            "SwitchList: fixed part of 24 bytes at offset 0 exceeds the 8 bytes left\n");
   scene.cam_list.records.resize(1);
   scene.cam_list.records[0].fixed.block1_size = 4;
   scene.cam_list.records[0].block1 = {0};
-  EXPECT_EQ(qiSetupCamExt(scene.cam_list), 0);
-  EXPECT_EQ(GetCapturedStderr(),
-            "SwitchList: fixed part of 24 bytes at offset 0 exceeds the 8 bytes left\n"
+  EXPECT_EQ(printed_by([&] { EXPECT_EQ(qiSetupCamExt(scene.cam_list), 0); }).err,
             "CamList: record 0: fixed part of 24 bytes at offset 0 exceeds the 4 bytes left\n");
 }
 
 TEST(Printing, IsWhatSavingAndCheckingSizesDo) {
   const ScratchDirectory scratch;
+  const std::string missing = scratch / "missing/scene.quil";
   Qis scene;
   ASSERT_EQ(qiOpenQb(shared_scene("tiny_v1").path, scene), 1);
-  CaptureStderr();
-  EXPECT_EQ(qiSaveAsQb(scene, scratch / "missing/scene.quil"), 0);
-  EXPECT_EQ(qiSaveAsQb2(scene, "/dev/full"), 0);
-  EXPECT_EQ(qiWriteQb(scene), 0);
-  EXPECT_EQ(qiWriteQb2(scene), 0);
-  const std::string refused = "Output File Open Error\n" + (scratch / "missing/scene.quil") +
-                              ": can't be opened for writing: No such file or directory\n";
+  EXPECT_EQ(
+      printed_by([&] { EXPECT_EQ(qiSaveAsQb(scene, missing), 0); }).err,
+      "Output File Open Error\n" + missing + ": can't be opened for writing: No such file or directory\n");
   const std::string full =
       "Output File Write Error: No space left on device\n"
       "/dev/full: can't write the new contents: No space left on device\n";
-  EXPECT_EQ(GetCapturedStderr(), refused + full + full + full);
+  EXPECT_EQ(printed_by([&] { EXPECT_EQ(qiSaveAsQb2(scene, "/dev/full"), 0); }).err, full);
+  EXPECT_EQ(printed_by([&] { EXPECT_EQ(qiWriteQb(scene), 0); }).err, full);
+  EXPECT_EQ(printed_by([&] { EXPECT_EQ(qiWriteQb2(scene), 0); }).err, full);
 
   const std::string size = std::to_string(scene.header.fixed.file_size);
   scene.header.fixed.file_size = 7;
-  CaptureStderr();
-  EXPECT_EQ(qiCheckSizes(scene, 2), 1);
-  EXPECT_EQ(GetCapturedStderr(), "FileHeader: file_size 7 corrected to " + size + "\n");
+  EXPECT_EQ(printed_by([&] { EXPECT_EQ(qiCheckSizes(scene, 2), 1); }).err,
+            "FileHeader: file_size 7 corrected to " + size + "\n");
 }
 
 }  // namespace
