@@ -49,6 +49,17 @@ constexpr char kQuickMake[] = "(cd ../kavoprev ; ./quil2gfx  -label prev -b quil
 Lines busy(const std::string& line) { return {"busy", "run: " + line, "ready"}; }
 Lines making(const std::string& line) { return {"busy: making KAVO data...", "run: " + line, "ready"}; }
 
+Lines quickPreview(const std::string& start, const std::string& load) {
+  return joined({kKill, kKavoScratch, busy("(cd ../kavoprev/quickprev; " + start + ")"), making(kQuickMake),
+                 busy("(cd ../kavoprev/quickprev ; " + load + ")")});
+}
+Lines viewerPreview(const std::string& load) {
+  return joined({kKill, kZexScratch,
+                 busy("cd ../zexview; ./quil2zex  model.quil model.zex; ./zex2bin scene.zex model.zex "
+                      "zexview.bin; " +
+                      load)});
+}
+
 struct Command {
   const char* name;
   void (*choose)(Converters& converters);
@@ -80,30 +91,20 @@ INSTANTIATE_TEST_SUITE_P(
                         {"busy: making KAVO data...", "run: " + std::string(kMake), "run: cd ../kavoprev",
                          "ready", "run: (cd ../kavoprev ; bxsend rom)&"}})},
         Command{"QuickPreviewOnTheEmuBoard", [](Converters& c) { c.quickPreview(kKavoEmuBoard); },
-                joined({kKill, kKavoScratch,
-                        busy("(cd ../kavoprev/quickprev; pxsend -s -o0x200000 clean.bin; pxsend -s "
-                             "quickprev.kavo)"),
-                        making(kQuickMake),
-                        busy("(cd ../kavoprev/quickprev ; pxsend -s -o0x200000 model.bin)")})},
+                quickPreview("pxsend -s -o0x200000 clean.bin; pxsend -s quickprev.kavo",
+                             "pxsend -s -o0x200000 model.bin")},
         Command{"QuickPreviewOnTheDxViewer", [](Converters& c) { c.quickPreview(kKavoDxViewer); },
-                joined({kKill, kKavoScratch,
-                        busy("(cd ../kavoprev/quickprev; bxsend -n -v -s0x200000 clean.bin; bxsend -n -v "
-                             "quickprev.kavo)"),
-                        making(kQuickMake),
-                        busy("(cd ../kavoprev/quickprev ; bxsend -n -v -s0x200000 model.bin)")})},
+                quickPreview("bxsend -n -v -s0x200000 clean.bin; bxsend -n -v quickprev.kavo",
+                             "bxsend -n -v -s0x200000 model.bin")},
         Command{"DisplayLists", [](Converters& c) { c.convertToDisplayLists(); },
                 joined({{"set gfx options: Convert to KAVO DL"},
                         kKill,
                         kKavoScratch,
                         busy("(cd ../kavoprev ; ./quil2gfx  quilpv )")})},
         Command{"ViewerPreviewOnTheEmuBoard", [](Converters& c) { c.viewerPreview(ZexBoard::emu_board); },
-                joined({kKill, kZexScratch,
-                        busy("cd ../zexview; ./quil2zex  model.quil model.zex; ./zex2bin scene.zex model.zex "
-                             "zexview.bin; pxsend -s zexview.KAVO; pxsend -s -o 0x200000 zexview.bin")})},
+                viewerPreview("pxsend -s zexview.KAVO; pxsend -s -o 0x200000 zexview.bin")},
         Command{"ViewerPreviewOnTheDxViewer", [](Converters& c) { c.viewerPreview(ZexBoard::dx_viewer); },
-                joined({kKill, kZexScratch,
-                        busy("cd ../zexview; ./quil2zex  model.quil model.zex; ./zex2bin scene.zex model.zex "
-                             "zexview.bin; bxsend -n -e zexview.KAVO; bxsend -n -s 0x200000 zexview.bin")})},
+                viewerPreview("bxsend -n -e zexview.KAVO; bxsend -n -s 0x200000 zexview.bin")},
         Command{"ViewerFile", [](Converters& c) { c.convertToViewerFile(); },
                 joined({{"set zex options: Convert to ZEX"},
                         kZexScratch,
