@@ -21,15 +21,14 @@ unsigned short intensity(float component) {
 
 }  // namespace
 
-ColorSwatch::ColorSwatch(VkPrefItem& behind, const std::vector<VkPrefItem*>& components, Read read)
-    : VkComponent("swatch"), read_(std::move(read)) {
-  setBaseWidget(XtVaCreateWidget(name(), xmFrameWidgetClass, XtParent(behind.baseWidget()), XmNshadowType,
+ColorSwatch::ColorSwatch(VkPrefItem& item, Read read)
+    : VkComponent("swatch"), item_(item.model()), read_(read) {
+  setBaseWidget(XtVaCreateWidget(name(), xmFrameWidgetClass, XtParent(item.baseWidget()), XmNshadowType,
                                  XmSHADOW_IN, nullptr));
   patch_ = XtVaCreateManagedWidget("patch", xmDrawingAreaWidgetClass, baseWidget(), XmNwidth, kWidth,
                                    XmNheight, kHeight, nullptr);
-  behind.setTail(baseWidget());
-  for (VkPrefItem* const item : components)
-    item->addCallback(VkPrefItem::shownCallback, this, &ColorSwatch::showColor);
+  item.setTail(baseWidget());
+  item.addCallback(VkPrefItem::shownCallback, this, &ColorSwatch::showColor);
   paint();
 }
 
@@ -51,7 +50,7 @@ void ColorSwatch::showColor(VkPrefItem*, void*, void*) { paint(); }
 
 void ColorSwatch::paint() {
   if (!patch_) return;
-  const QisRGBA color = read_();
+  const QisRGBA color = read_(item_);
   Colormap colors = 0;
   XtVaGetValues(patch_, XmNcolormap, &colors, nullptr);
   XColor wanted{};

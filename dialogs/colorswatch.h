@@ -1,22 +1,19 @@
 /// @file
-/// A patch that shows the colour which the items beside it stand for.
+/// A patch that shows the colour which an item stands for.
 #pragma once
-
-#include <functional>
-#include <vector>
 
 #include "qilib/words.h"
 #include "viewkit/vkprefitem.h"
 
-/// Follows what is entered in the items, before it is applied. It is no item itself.
+/// Follows what is entered in the item, before it is applied. It is no item itself.
 class ColorSwatch : public VkComponent {
  public:
-  /// The colour that the items stand for just now; components outside 0..1 are shown as the nearest.
-  using Read = std::function<QisRGBA()>;
+  /// The colour that an item, or those in it, stand for just now; components outside 0..1 are shown as the
+  /// nearest.
+  using Read = QisRGBA (*)(const items::Item& item);
 
-  /// @param behind  the item behind which the patch stands; it has its widgets.
-  /// @param components  the items that `read` looks at.
-  ColorSwatch(VkPrefItem& behind, const std::vector<VkPrefItem*>& components, Read read);
+  /// @param item  after which the patch stands; it has its widgets, and outlives the patch.
+  ColorSwatch(VkPrefItem& item, Read read);
   ~ColorSwatch() override;
   const char* className() const override { return "ColorSwatch"; }
 
@@ -26,6 +23,7 @@ class ColorSwatch : public VkComponent {
   void freeColor();
   void widgetDestroyed() override;
 
+  const items::Item& item_;
   Read read_;
   Widget patch_ = nullptr;
   unsigned long pixel_ = 0;

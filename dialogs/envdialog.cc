@@ -6,12 +6,6 @@
 
 namespace {
 
-/// The text of a group in the list that is named so; null when there is none.
-VkPrefText* textIn(const VkPrefGroup* list, const char* group, const char* text) {
-  const auto* const found = list ? dynamic_cast<VkPrefGroup*>(list->item(std::string(group))) : nullptr;
-  return found ? dynamic_cast<VkPrefText*>(found->item(std::string(text))) : nullptr;
-}
-
 /// The colour that stands in a text as RRGGBBAA or, without `alpha`, as RRGGBB. What is too large for that
 /// carries an alpha byte all the same.
 QisRGBA colorOf(const std::string& hex, bool alpha) {
@@ -26,9 +20,7 @@ QisRGBA colorOf(const std::string& hex, bool alpha) {
 template <>
 Widget EnvDialog::createDialog(Widget parent) {
   const Widget dialog = createFrom(values::dialog_of<qi::Env>(), parent);
-  VkPrefText* const fog = textIn(item(), "fog", "fog_color");
-  addSwatch(fog, {fog}, [fog] { return colorOf(fog->getValue(), true); });
-  VkPrefText* const fill = textIn(item(), "fill_color", "fill_color_rgb");
-  addSwatch(fill, {fill}, [fill] { return colorOf(fill->getValue(), false); });
+  addSwatch("fog.fog_color", [](const items::Item& fog) { return colorOf(fog.text(), true); });
+  addSwatch("fill_color.fill_color_rgb", [](const items::Item& fill) { return colorOf(fill.text(), false); });
   return dialog;
 }

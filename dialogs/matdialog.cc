@@ -2,7 +2,6 @@
 /// The material dialog's colours.
 #include "dialogs/propertydialogs.h"
 
-#include "dialogs/prefitems.h"
 #include "dialogs/values/numbers.h"
 
 namespace {
@@ -14,14 +13,11 @@ constexpr const char* kColors[] = {"ambient", "emission", "diffuse", "prim_color
 template <>
 Widget MatDialog::createDialog(Widget parent) {
   const Widget dialog = createFrom(values::dialog_of<qi::Mat>(), parent);
-  for (const char* name : kColors) {
-    auto* const color = item() ? dynamic_cast<VkPrefGroup*>(item()->item(std::string(name))) : nullptr;
-    if (!color) continue;
-    addSwatch(color, {color->item(1), color->item(2), color->item(3)}, [color] {
+  for (const char* name : kColors)
+    addSwatch(name, [](const items::Item& color) {
       QisRGBA shown;
-      values::colorChanged(valuesOf(*color), shown);
+      values::colorChanged(color, shown);
       return shown;
     });
-  }
   return dialog;
 }

@@ -1,21 +1,17 @@
 /// @file
-/// Label lines, items, widgets, values: in that order.
+/// Label lines, items, widgets: in that order.
 #include "dialogs/propertydialog.h"
-
-#include "dialogs/prefitems.h"
 
 Widget PropertyDialog::createFrom(const values::Dialog& dialog, Widget parent) {
   setDefaultResources(parent, dialog.lines());
-  const auto items = dialog.open(static_cast<Word>(index()));
-  if (items) setItem(makePrefItems(*items));
-  const Widget made = VkPrefDialog::createDialog(parent);
-  if (items) showValues(*item(), *items);
-  return made;
+  if (auto items = dialog.open(static_cast<Word>(index())))
+    setItem(std::make_unique<VkPrefList>(std::move(items)));
+  return VkPrefDialog::createDialog(parent);
 }
 
-void PropertyDialog::addSwatch(VkPrefItem* item, const std::vector<VkPrefItem*>& components,
-                               ColorSwatch::Read read) {
-  if (item) keep(std::make_unique<ColorSwatch>(*item, components, std::move(read)));
+void PropertyDialog::addSwatch(std::string_view path, ColorSwatch::Read read) {
+  VkPrefItem* const shown = item() ? item()->find(path) : nullptr;
+  if (shown) keep(std::make_unique<ColorSwatch>(*shown, read));
 }
 
 void PropertyDialog::widgetDestroyed() {

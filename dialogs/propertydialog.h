@@ -3,6 +3,7 @@
 #pragma once
 
 #include <memory>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -32,8 +33,9 @@ class PropertyDialog : public VkPrefDialog {
     parts_.push_back(std::move(part));
     return kept;
   }
-  /// Shows the colour of some items after them.
-  void addSwatch(VkPrefItem* item, const std::vector<VkPrefItem*>& components, ColorSwatch::Read read);
+  /// Shows the colour of the item that a path leads to after it. Nothing happens when there is no
+  /// such item.
+  void addSwatch(std::string_view path, ColorSwatch::Read read);
 
   void widgetDestroyed() override;
 

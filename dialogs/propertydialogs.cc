@@ -21,7 +21,7 @@ constexpr auto kMakers = per_kind([]<class Key>() { return &make<Key>; });
 
 std::unique_ptr<PropertyDialog> makePropertyDialog(const values::DialogOn& on) {
   const auto& [dialog, number] = on;
-  if (!dialog->items(number)) return nullptr;
+  if (!dialog->require_record(number)) return nullptr;
   const NodeKind& kind = dialog->kind();
   auto made = kMakers[kind_place(kind)](kind.dialog, number);
   made->setTitle(node_name(kind, number).c_str());

@@ -1,6 +1,5 @@
 /// @file
 /// Forwards that exist for their names: members of GraphWindow whose work its parts do.
-#include "dialogs/prefitems.h"
 #include "dialogs/values/kinds.h"
 #include "dialogs/values/optionvalues.h"
 #include "dialogs/writeback.h"
@@ -68,11 +67,11 @@ int GraphWindow::effectorChanged(VkPrefItem* top, unsigned long index) {
 }
 
 void GraphWindow::applyOptions(VkPrefDialog* dialog) {
-  if (dialog->item()) values::quil2gfx_dialog().apply(valuesOf(*dialog->item()));
+  if (dialog->item()) values::quil2gfx_dialog().apply(dialog->item()->model());
 }
 
 void GraphWindow::applyOptions2(VkPrefDialog* dialog) {
-  if (dialog->item()) values::quil2zex_dialog().apply(valuesOf(*dialog->item()));
+  if (dialog->item()) values::quil2zex_dialog().apply(dialog->item()->model());
 }
 
 bool GraphWindow::print(const std::string& path) { return graph_->saveToFile(path.c_str()); }

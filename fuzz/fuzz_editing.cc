@@ -97,7 +97,7 @@ class Person {
   void fill_in(const std::string& node) {
     static const std::string kTexts[] = {"", "0", "1", "-1", "0xffffffff", "1e99", "nan", "a name", "07"};
     const auto on = values::dialog_of_node(node);
-    auto top = on ? on->dialog->open(on->number) : std::nullopt;
+    auto top = on ? on->dialog->open(on->number) : nullptr;
     if (!top) return;
     std::vector<std::pair<std::string, std::string>> entries;
     values::for_each_shown(*top, [&](const std::string& path, const values::Item& item) {

@@ -1,13 +1,54 @@
 /// @file
-/// Groups of items, and toggles that turn each other off.
+/// Groups of items, and what shows an item of which kind.
 #include "viewkit/vkprefgroup.h"
 
 #include <Xm/DrawingA.h>
 
 #include <algorithm>
+#include <utility>
+
+using items::Item;
+using items::ItemKind;
+using items::Look;
+
+std::unique_ptr<VkPrefItem> VkPrefItem::showing(Item& item) {
+  switch (item.kind()) {
+    case ItemKind::list:
+      return std::make_unique<VkPrefList>(item);
+    case ItemKind::group:
+      return std::make_unique<VkPrefGroup>(item);
+    case ItemKind::radio:
+      return std::make_unique<VkPrefRadio>(item);
+    case ItemKind::toggle:
+      return std::make_unique<VkPrefToggle>(item);
+    case ItemKind::text:
+      return std::make_unique<VkPrefText>(item);
+    case ItemKind::option:
+      return std::make_unique<VkPrefOption>(item);
+    case ItemKind::label:
+      return std::make_unique<VkPrefLabel>(item);
+    case ItemKind::separator:
+      break;
+  }
+  return std::make_unique<VkPrefSeparator>(item);
+}
+
+VkPrefGroup::VkPrefGroup(const char* name, bool horizontal, bool noLabel)
+    : VkPrefGroup(std::make_unique<Item>(ItemKind::group, name,
+                                         Look{.horizontal = horizontal, .no_label = noLabel})) {}
+
+VkPrefRadio::VkPrefRadio(const char* name, bool horizontal, bool noLabel)
+    : VkPrefGroup(std::make_unique<Item>(ItemKind::radio, name,
+                                         Look{.horizontal = horizontal, .no_label = noLabel})) {}
+
+VkPrefList::VkPrefList(const char* name) : VkPrefList(std::make_unique<Item>(ItemKind::list, name)) {}
+
+void VkPrefGroup::showItems() {
+  for (std::size_t i = 0; i < model().size(); ++i) items_.push_back(showing(model().item(i)));
+}
 
 void VkPrefGroup::append(std::unique_ptr<VkPrefItem> item) {
-  added(*item);
+  model().add(std::move(item->own_));
   items_.push_back(std::move(item));
 }
 
@@ -15,25 +56,20 @@ VkPrefItem* VkPrefGroup::item(int number) const {
   return number >= 0 && number < size() ? items_[static_cast<std::size_t>(number)].get() : nullptr;
 }
 
-VkPrefItem* VkPrefGroup::item(const std::string& name) const {
+VkPrefItem* VkPrefGroup::item(std::string_view name) const {
   const auto found = std::ranges::find_if(items_, [&](const auto& item) { return item->name() == name; });
   return found == items_.end() ? nullptr : found->get();
 }
 
-bool VkPrefGroup::changed() const {
-  return std::ranges::any_of(items_, [](const auto& item) { return item->changed(); });
-}
-
-void VkPrefGroup::applied() {
-  for (const auto& item : items_) item->applied();
-}
-
-void VkPrefGroup::revert() {
-  for (const auto& item : items_) item->revert();
+VkPrefItem* VkPrefGroup::find(std::string_view path) {
+  if (path.empty()) return this;
+  const std::string_view name = path.substr(0, path.find('.'));
+  VkPrefItem* const found = item(name);
+  return found ? found->find(path.substr(std::min(name.size() + 1, path.size()))) : nullptr;
 }
 
 void VkPrefGroup::createWidgets(Widget parent) {
-  if (!noLabel_) createLabel(parent);
+  if (model().kind() != ItemKind::list && !model().look().no_label) createLabel(parent);
   showIn(XtVaCreateWidget(baseName().c_str(), xmDrawingAreaWidgetClass, parent, XmNmarginWidth, 0,
                           XmNmarginHeight, 0, XmNresizePolicy, XmRESIZE_NONE, nullptr));
   for (const auto& item : items_) item->createWidgets(baseWidget());
@@ -43,19 +79,4 @@ Widget VkPrefGroup::focusWidget() const {
   for (const auto& item : items_)
     if (const Widget focus = item->focusWidget()) return focus;
   return nullptr;
-}
-
-void VkPrefRadio::added(VkPrefItem& item) {
-  auto* const toggle = dynamic_cast<VkPrefToggle*>(&item);
-  if (!toggle) return;
-  toggle->exclusive_ = true;
-  toggle->addCallback(VkPrefItem::shownCallback, this, &VkPrefRadio::toggleShown);
-}
-
-void VkPrefRadio::toggleShown(VkPrefToggle* toggle, void*, void*) {
-  if (!toggle->getValue() || !toggle->changed()) return;
-  for (int i = 0; i < size(); ++i) {
-    auto* const other = dynamic_cast<VkPrefToggle*>(item(i));
-    if (other && other != toggle && other->getValue()) other->edit(false);
-  }
 }

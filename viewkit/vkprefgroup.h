@@ -1,10 +1,10 @@
 /// @file
-/// Items of preference dialogs that hold other items.
+/// Groups of the items of preference dialogs.
 #pragma once
 
 #include <memory>
 #include <string>
-#include <utility>
+#include <string_view>
 #include <vector>
 
 #include "viewkit/vkprefitem.h"
@@ -12,8 +12,9 @@
 /// Items side by side or one below the other, with a label of its own (unless `noLabel`).
 class VkPrefGroup : public VkPrefItem {
  public:
-  explicit VkPrefGroup(const char* name, bool horizontal = false, bool noLabel = false)
-      : VkPrefItem(name), horizontal_(horizontal), noLabel_(noLabel) {}
+  explicit VkPrefGroup(const char* name, bool horizontal = false, bool noLabel = false);
+  /// Shows a group with all that is in it.
+  explicit VkPrefGroup(items::Item& group) : VkPrefItem(group) { showItems(); }
   const char* className() const override { return "VkPrefGroup"; }
 
   /// Appends an item, made before the group's widgets are. @returns the item.
@@ -28,45 +29,40 @@ class VkPrefGroup : public VkPrefItem {
   /// The item of that number from 0; null when there is none.
   VkPrefItem* item(int number) const;
   /// The first item with that name; null when there is none.
-  VkPrefItem* item(const std::string& name) const;
+  VkPrefItem* item(std::string_view name) const;
+  VkPrefItem* find(std::string_view path) override;
 
-  bool horizontal() const { return horizontal_; }
-
-  /// Whether one of the items has changed.
-  bool changed() const override;
-  void applied() override;
-  void revert() override;
+  bool horizontal() const { return model().look().horizontal; }
 
   void createWidgets(Widget parent) override;
   /// That of the first item that takes the focus.
   Widget focusWidget() const override;
 
  protected:
-  /// An item was appended.
-  virtual void added(VkPrefItem& /*item*/) {}
+  /// Shows a group of its own, with all that is in it.
+  explicit VkPrefGroup(std::unique_ptr<items::Item> group) : VkPrefItem(std::move(group)) { showItems(); }
 
  private:
+  void showItems();
   void append(std::unique_ptr<VkPrefItem> item);
 
   std::vector<std::unique_ptr<VkPrefItem>> items_;
-  bool horizontal_, noLabel_;
 };
 
 /// A group of toggles of which the user turns on one at a time. A program may set them as it likes.
 class VkPrefRadio : public VkPrefGroup {
  public:
-  using VkPrefGroup::VkPrefGroup;
+  explicit VkPrefRadio(const char* name, bool horizontal = false, bool noLabel = false);
+  explicit VkPrefRadio(items::Item& radio) : VkPrefGroup(radio) {}
   const char* className() const override { return "VkPrefRadio"; }
-
- private:
-  void added(VkPrefItem& item) override;
-  /// Turns off the others when the user has turned one on.
-  void toggleShown(VkPrefToggle* toggle, void* clientData, void* callData);
 };
 
 /// Items in a column: the top item of a dialog, or a part of it.
 class VkPrefList : public VkPrefGroup {
  public:
-  explicit VkPrefList(const char* name) : VkPrefGroup(name, false, true) {}
+  explicit VkPrefList(const char* name);
+  explicit VkPrefList(items::Item& list) : VkPrefGroup(list) {}
+  /// Shows a whole tree, which lives as long as this.
+  explicit VkPrefList(std::unique_ptr<items::Item> tree) : VkPrefGroup(std::move(tree)) {}
   const char* className() const override { return "VkPrefList"; }
 };

@@ -16,6 +16,9 @@
 #include "viewkit/forward.h"
 #include "viewkit/xraii.h"
 
+using items::Item;
+using items::ItemKind;
+using items::Look;
 using viewkit::Forward;
 
 namespace {
@@ -31,10 +34,27 @@ constexpr int kWidened = 12;  // the characters up to which a text field grows f
 
 const char* const VkPrefItem::shownCallback = "shownCallback";
 
-VkPrefItem::VkPrefItem(std::string name) : VkComponent(std::move(name)) {}
+VkPrefItem::VkPrefItem(items::Item& item) : VkComponent(item.name()), item_(item) { item_.watch(this); }
+
+VkPrefItem::VkPrefItem(std::unique_ptr<items::Item> item) : VkPrefItem(*item) { own_ = std::move(item); }
 
 VkPrefItem::~VkPrefItem() {
+  item_.watch(nullptr);
   if (label_) XtDestroyWidget(label_);
+}
+
+void VkPrefItem::shown() {
+  showValue();
+  callCallbacks(shownCallback, nullptr);
+}
+
+void VkPrefItem::restyled() {
+  if (!baseWidget()) return;
+  XtSetSensitive(baseWidget(), activated());
+  if (label_) XtSetSensitive(label_, activated());
+  // Without one, the label keeps the text that the resources gave it.
+  if (const auto& label = item_.label())
+    XtVaSetValues(label_ ? label_ : baseWidget(), XmNlabelString, viewkit::xmString(*label).get(), nullptr);
 }
 
 void VkPrefItem::widgetDestroyed() { label_ = tail_ = nullptr; }
@@ -46,33 +66,26 @@ void VkPrefItem::createLabel(Widget parent) {
 
 void VkPrefItem::showIn(Widget base) {
   setBaseWidget(base);
-  setActivated(activated_);
+  restyled();
+  showValue();
 }
 
-void VkPrefItem::setActivated(bool activated) {
-  activated_ = activated;
-  if (baseWidget()) XtSetSensitive(baseWidget(), activated);
-  if (label_) XtSetSensitive(label_, activated);
-}
-
-void VkPrefItem::setLabelText(const std::string& text) {
-  const Widget shown = label_ ? label_ : baseWidget();
-  if (shown) XtVaSetValues(shown, XmNlabelString, viewkit::xmString(text).get(), nullptr);
-}
+VkPrefText::VkPrefText(const char* name, int columns)
+    : VkPrefValue(std::make_unique<Item>(ItemKind::text, name, Look{.columns = columns})) {}
 
 void VkPrefText::createWidgets(Widget parent) {
   createLabel(parent);
-  showIn(XtVaCreateWidget(baseName().c_str(), xmTextFieldWidgetClass, parent, XmNcolumns, columns_,
+  showIn(XtVaCreateWidget(baseName().c_str(), xmTextFieldWidgetClass, parent, XmNcolumns, columns(),
                           XmNcursorPositionVisible, False, XmNnavigationType, XmEXCLUSIVE_TAB_GROUP,
                           nullptr));
-  showValue();
   XtAddCallback(baseWidget(), XmNvalueChangedCallback, &Forward<&VkPrefText::typed>::call, this);
   XtAddCallback(baseWidget(), XmNfocusCallback, &Forward<&VkPrefText::showCursor>::call, this);
   XtAddCallback(baseWidget(), XmNlosingFocusCallback, &Forward<&VkPrefText::hideCursor>::call, this);
 }
 
 void VkPrefText::showValue() {
-  if (!baseWidget()) return;
+  // What is being typed stands there already.
+  if (!baseWidget() || getValue() == viewkit::XtText(XmTextFieldGetString(baseWidget())).get()) return;
   // What can't be shown, such as bytes that mean nothing in the user's language, is kept all the same.
   showing_ = true;
   std::string text = getValue();
@@ -81,7 +94,7 @@ void VkPrefText::showValue() {
 }
 
 int VkPrefText::wantedColumns() const {
-  return std::max(columns_, std::min(static_cast<int>(getValue().size()) + 1, kWidened));
+  return std::max(columns(), std::min(static_cast<int>(getValue().size()) + 1, kWidened));
 }
 
 void VkPrefText::widen(int columns) {
@@ -89,21 +102,25 @@ void VkPrefText::widen(int columns) {
 }
 
 void VkPrefText::typed() {
-  if (!showing_) edited(viewkit::XtText(XmTextFieldGetString(baseWidget())).get());
+  if (!showing_) edit(viewkit::XtText(XmTextFieldGetString(baseWidget())).get());
 }
 
 void VkPrefText::showCursor() { XtVaSetValues(baseWidget(), XmNcursorPositionVisible, True, nullptr); }
 
 void VkPrefText::hideCursor() { XtVaSetValues(baseWidget(), XmNcursorPositionVisible, False, nullptr); }
 
+VkPrefToggle::VkPrefToggle(const char* name, bool forceLabelFormat)
+    : VkPrefValue(
+          std::make_unique<Item>(ItemKind::toggle, name, Look{.force_label_format = forceLabelFormat})) {}
+
 void VkPrefToggle::createWidgets(Widget parent) {
-  if (forceLabelFormat_) createLabel(parent);
+  const bool labelInFront = model().look().force_label_format;
+  if (labelInFront) createLabel(parent);
   showIn(XtVaCreateWidget(baseName().c_str(), xmToggleButtonWidgetClass, parent, XmNindicatorType,
-                          exclusive_ ? XmONE_OF_MANY_ROUND : XmN_OF_MANY, XmNnavigationType,
+                          model().in_radio() ? XmONE_OF_MANY_ROUND : XmN_OF_MANY, XmNnavigationType,
                           XmEXCLUSIVE_TAB_GROUP, nullptr));
   // The indicator takes its height from the text, even if that is blank.
-  if (forceLabelFormat_) XtVaSetValues(baseWidget(), XmNlabelString, viewkit::xmString(" ").get(), nullptr);
-  showValue();
+  if (labelInFront) XtVaSetValues(baseWidget(), XmNlabelString, viewkit::xmString(" ").get(), nullptr);
   XtAddCallback(baseWidget(), XmNvalueChangedCallback, &Forward<&VkPrefToggle::clicked>::call, this);
 }
 
@@ -112,22 +129,24 @@ void VkPrefToggle::showValue() {
 }
 
 void VkPrefToggle::clicked() {
-  if (exclusive_ && getValue())
+  // The user turns off a toggle of a radio by turning on another.
+  if (model().in_radio() && getValue())
     showValue();
   else
-    edited(XmToggleButtonGetState(baseWidget()));
+    edit(XmToggleButtonGetState(baseWidget()));
 }
+
+VkPrefOption::VkPrefOption(const char* name, int numEntries)
+    : VkPrefValue(std::make_unique<Item>(
+          ItemKind::option, name,
+          Look{.entries = std::vector<std::string>(static_cast<std::size_t>(numEntries))})) {}
 
 void VkPrefOption::setLabel(int index, const char* text) {
   if (!hasEntry(index)) return;
-  labels_[static_cast<std::size_t>(index)] = text;
+  model().look().entries[static_cast<std::size_t>(index)] = text;
   if (!entries_.empty())
     XtVaSetValues(entries_[static_cast<std::size_t>(index)], XmNlabelString, viewkit::xmString(text).get(),
                   nullptr);
-}
-
-std::string VkPrefOption::label(int index) const {
-  return hasEntry(index) ? labels_[static_cast<std::size_t>(index)] : std::to_string(index);
 }
 
 void VkPrefOption::createWidgets(Widget parent) {
@@ -138,8 +157,8 @@ void VkPrefOption::createWidgets(Widget parent) {
   Arg fontValues[] = {{const_cast<char*>(XmNbuttonRenderTable), fonts},
                       {const_cast<char*>(XmNlabelRenderTable), fonts}};
   const Widget menu = XmCreatePulldownMenu(parent, menuName.data(), fontValues, XtNumber(fontValues));
-  for (const std::string& label : labels_) {
-    entries_.push_back(createEntry(menu, label));
+  for (const std::string& entry : model().look().entries) {
+    entries_.push_back(createEntry(menu, entry));
     XtAddCallback(entries_.back(), XmNactivateCallback, &Forward<&VkPrefOption::picked>::call, this);
   }
   XtManageChildren(entries_.data(), static_cast<Cardinal>(entries_.size()));
@@ -153,7 +172,6 @@ void VkPrefOption::createWidgets(Widget parent) {
                   {const_cast<char*>(XmNnavigationType), XmEXCLUSIVE_TAB_GROUP}};
   showIn(XmCreateOptionMenu(parent, optionName.data(), values, XtNumber(values)));
   XtUnmanageChild(XmOptionLabelGadget(baseWidget()));
-  showValue();
 }
 
 void VkPrefOption::widgetDestroyed() {
@@ -177,13 +195,18 @@ void VkPrefOption::showValue() {
 }
 
 void VkPrefOption::picked(Widget entry, XtPointer) {
-  edited(static_cast<int>(std::ranges::find(entries_, entry) - entries_.begin()));
+  edit(static_cast<int>(std::ranges::find(entries_, entry) - entries_.begin()));
 }
+
+VkPrefLabel::VkPrefLabel(const char* name) : VkPrefItem(std::make_unique<Item>(ItemKind::label, name)) {}
 
 void VkPrefLabel::createWidgets(Widget parent) {
   showIn(XtVaCreateWidget(baseName().c_str(), xmLabelWidgetClass, parent, XmNalignment, XmALIGNMENT_BEGINNING,
                           nullptr));
 }
+
+VkPrefSeparator::VkPrefSeparator(const char* name)
+    : VkPrefItem(std::make_unique<Item>(ItemKind::separator, name)) {}
 
 void VkPrefSeparator::createWidgets(Widget parent) {
   showIn(XtVaCreateWidget(baseName().c_str(), xmSeparatorWidgetClass, parent, nullptr));

@@ -1,38 +1,54 @@
 /// @file
-/// The items that preference dialogs consist of: what they show, whether the user has changed it.
+/// The widgets that show the items of preference dialogs, and tell them what the user makes of their values.
 #pragma once
 
 #include <X11/Intrinsic.h>
 
+#include <memory>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
+#include "items/item.h"
 #include "viewkit/vkcomponent.h"
 
-/// An item of a preference dialog. It holds what it shows by itself; its widgets, which come and go with the
-/// dialog's windows, only show that.
+/// Shows an item of a preference dialog. What it shows and whether that has changed is held by the item; the
+/// widgets, which come and go with the dialog's windows, follow it whoever changes it.
+///
+/// It shows an item of a tree that is there already, or, made with a name, one of its own, which becomes part
+/// of the tree of the group that it is added to.
 ///
 /// The base widget is named `<name>Base`. An item with a label of its own has it in a widget `<name>Label`
 /// beside that; a label without text takes no room.
-class VkPrefItem : public VkComponent {
+class VkPrefItem : public VkComponent, private items::Watcher {
  public:
-  /// Called whenever the item shows another value, be it that the user changed it or the program.
+  /// Called whenever the item, or one in it, shows another value, be it that the user changed it or the
+  /// program.
   static const char* const shownCallback;
+
+  /// What shows an item of its kind. The item must outlive it.
+  static std::unique_ptr<VkPrefItem> showing(items::Item& item);
 
   ~VkPrefItem() override;
   const char* className() const override { return "VkPrefItem"; }
 
+  /// The item that is shown.
+  items::Item& model() const { return item_; }
+
   /// Whether what is shown has differed, at any moment, from what was last set or applied.
-  virtual bool changed() const { return false; }
+  bool changed() const { return item_.changed(); }
   /// What is shown counts as applied from now on.
-  virtual void applied() {}
+  void applied() { item_.applied(); }
   /// Shows again what was last set or applied.
-  virtual void revert() {}
+  void revert() { item_.revert(); }
 
   /// Makes the item usable, or greys it.
-  void setActivated(bool activated);
-  bool activated() const { return activated_; }
+  void setActivated(bool activated) { item_.set_activated(activated); }
+  bool activated() const { return item_.activated(); }
+
+  /// What shows the item that a path such as "fog.fog_color" leads to; null when there is none.
+  virtual VkPrefItem* find(std::string_view path) { return path.empty() ? this : nullptr; }
 
   /// Makes the item's widgets below `parent`, unmanaged and not placed yet.
   virtual void createWidgets(Widget parent) = 0;
@@ -41,15 +57,14 @@ class VkPrefItem : public VkComponent {
   /// The widget that a key goes to when the item has the focus; null when it takes none.
   virtual Widget focusWidget() const { return nullptr; }
 
-  /// Replaces the text that the resources gave the item's label. For when the widgets exist.
-  void setLabelText(const std::string& text);
-
-  /// Puts a widget, made below the base widget's parent, behind the item. It stays its maker's.
+  /// Puts a widget, made below the base widget's parent, after the item. It stays its maker's.
   void setTail(Widget tail) { tail_ = tail; }
   Widget tail() const { return tail_; }
 
  protected:
-  explicit VkPrefItem(std::string name);
+  explicit VkPrefItem(items::Item& item);
+  /// Shows an item of its own.
+  explicit VkPrefItem(std::unique_ptr<items::Item> item);
 
   std::string baseName() const { return std::string(name()) + "Base"; }
   void createLabel(Widget parent);
@@ -57,69 +72,53 @@ class VkPrefItem : public VkComponent {
   void showIn(Widget base);
   void widgetDestroyed() override;
 
+  /// Makes the widgets show the item's value, if there are any.
+  virtual void showValue() {}
+
  private:
+  friend class VkPrefGroup;
+
+  void shown() override;
+  void restyled() override;
+
+  std::unique_ptr<items::Item> own_;  // null when the item belongs to a tree
+  items::Item& item_;
   Widget label_ = nullptr;
   Widget tail_ = nullptr;
-  bool activated_ = true;
 };
 
-/// An item that shows a value which the user may change.
-template <class Value>
+/// Shows an item with a value, which the user may change.
+template <class Value, Value items::Value::*kMember>
 class VkPrefValue : public VkPrefItem {
  public:
-  bool changed() const override { return changed_; }
-  void applied() override {
-    settled_ = shown_;
-    changed_ = false;
-  }
-  void revert() override { setValue(settled_); }
-
   /// Shows a value; the item has not changed.
-  void setValue(Value value) {
-    settled_ = value;
-    changed_ = false;
-    become(std::move(value));
-  }
-  const Value& getValue() const { return shown_; }
+  void setValue(Value value) { model().set_value(holding(std::move(value))); }
+  const Value& getValue() const { return model().value().*kMember; }
 
   /// Shows a value as if the user had entered it.
-  void edit(Value value) {
-    if (value != settled_) changed_ = true;
-    become(std::move(value));
-  }
+  void edit(Value value) { model().edit(holding(std::move(value))); }
 
  protected:
   using VkPrefItem::VkPrefItem;
 
-  /// Makes the widgets show the value, if there are any.
-  virtual void showValue() = 0;
-  /// The user has made the widgets show `value`.
-  void edited(Value value) {
-    if (value != settled_) changed_ = true;
-    shown_ = std::move(value);
-    callCallbacks(shownCallback, nullptr);
-  }
-
  private:
-  void become(Value value) {
-    shown_ = std::move(value);
-    showValue();
-    callCallbacks(shownCallback, nullptr);
+  static items::Value holding(Value value) {
+    items::Value held;
+    held.*kMember = std::move(value);
+    return held;
   }
-
-  Value shown_{}, settled_{};
-  bool changed_ = false;
 };
 
 /// A field for a line of text.
-class VkPrefText : public VkPrefValue<std::string> {
+class VkPrefText : public VkPrefValue<std::string, &items::Value::text> {
  public:
-  VkPrefText(const char* name, int columns) : VkPrefValue(name), columns_(columns) {}
+  VkPrefText(const char* name, int columns);
+  explicit VkPrefText(items::Item& item) : VkPrefValue(item) {}
   const char* className() const override { return "VkPrefText"; }
   void createWidgets(Widget parent) override;
   Widget focusWidget() const override { return baseWidget(); }
 
-  int columns() const { return columns_; }
+  int columns() const { return model().look().columns; }
   /// The characters that the field needs to show a number as long as the present one; at least its columns.
   int wantedColumns() const;
   /// Makes the field as wide as that many characters.
@@ -132,43 +131,37 @@ class VkPrefText : public VkPrefValue<std::string> {
   void showCursor();
   void hideCursor();
 
-  int columns_;
   bool showing_ = false;
 };
 
 /// An on/off switch with its label on it; or, with `forceLabelFormat`, with the label in front like that of
 /// other items.
-class VkPrefToggle : public VkPrefValue<bool> {
+class VkPrefToggle : public VkPrefValue<bool, &items::Value::on> {
  public:
-  explicit VkPrefToggle(const char* name, bool forceLabelFormat = false)
-      : VkPrefValue(name), forceLabelFormat_(forceLabelFormat) {}
+  explicit VkPrefToggle(const char* name, bool forceLabelFormat = false);
+  explicit VkPrefToggle(items::Item& item) : VkPrefValue(item) {}
   const char* className() const override { return "VkPrefToggle"; }
   void createWidgets(Widget parent) override;
   Widget focusWidget() const override { return baseWidget(); }
 
  private:
-  friend class VkPrefRadio;
-
   void showValue() override;
   void clicked();
-
-  bool forceLabelFormat_;
-  bool exclusive_ = false;  // of a radio: the user turns it off by turning on another
 };
 
 /// A menu of which one entry is chosen; the value is the entry's index from 0. An index beyond the menu is
 /// shown as a number and kept until the user picks an entry.
-class VkPrefOption : public VkPrefValue<int> {
+class VkPrefOption : public VkPrefValue<int, &items::Value::option> {
  public:
-  VkPrefOption(const char* name, int numEntries)
-      : VkPrefValue(name), labels_(static_cast<std::size_t>(numEntries)) {}
+  VkPrefOption(const char* name, int numEntries);
+  explicit VkPrefOption(items::Item& item) : VkPrefValue(item) {}
   const char* className() const override { return "VkPrefOption"; }
 
-  int size() const { return static_cast<int>(labels_.size()); }
+  int size() const { return static_cast<int>(model().look().entries.size()); }
   /// The text of an entry; indices beyond the menu are ignored.
   void setLabel(int index, const char* text);
   /// The text that is shown for an index.
-  std::string label(int index) const;
+  std::string label(int index) const { return model().entry(index); }
 
   void createWidgets(Widget parent) override;
   Widget focusWidget() const override;
@@ -179,7 +172,6 @@ class VkPrefOption : public VkPrefValue<int> {
   bool hasEntry(int index) const { return index >= 0 && index < size(); }
   void widgetDestroyed() override;
 
-  std::vector<std::string> labels_;
   std::vector<Widget> entries_;
   Widget beyond_ = nullptr;  // never in the menu: lends its label to the button
 };
@@ -187,7 +179,8 @@ class VkPrefOption : public VkPrefValue<int> {
 /// A line of text that the user can't change.
 class VkPrefLabel : public VkPrefItem {
  public:
-  explicit VkPrefLabel(const char* name) : VkPrefItem(name) {}
+  explicit VkPrefLabel(const char* name);
+  explicit VkPrefLabel(items::Item& item) : VkPrefItem(item) {}
   const char* className() const override { return "VkPrefLabel"; }
   void createWidgets(Widget parent) override;
 };
@@ -195,7 +188,8 @@ class VkPrefLabel : public VkPrefItem {
 /// A line between items.
 class VkPrefSeparator : public VkPrefItem {
  public:
-  explicit VkPrefSeparator(const char* name) : VkPrefItem(name) {}
+  explicit VkPrefSeparator(const char* name);
+  explicit VkPrefSeparator(items::Item& item) : VkPrefItem(item) {}
   const char* className() const override { return "VkPrefSeparator"; }
   void createWidgets(Widget parent) override;
 };

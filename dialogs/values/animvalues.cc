@@ -99,11 +99,11 @@ void show_scale_constraint(const qi::Anim& anim, Item& group) {
   Item& radio = group.item(0);
   Item& node = group.item(1);
   if (flags(anim) & kUniqueScaleConstraint) {
-    radio.item(0).setValue({.on = true});
-    node.setValue({.text = nodename(anim.ext->head.unique_scale.node)});
+    radio.item(0).set_value({.on = true});
+    node.set_value({.text = nodename(anim.ext->head.unique_scale.node)});
   } else if (flags(anim) & kClassicScaleConstraint) {
-    radio.item(1).setValue({.on = true});
-    node.setValue({.text = nodename(anim.ext->head.classic_scale.node)});
+    radio.item(1).set_value({.on = true});
+    node.set_value({.text = nodename(anim.ext->head.classic_scale.node)});
   }
 }
 
@@ -111,14 +111,14 @@ struct AnimRows : Rows<qi::Anim> {
   /// A toggle that shows a flag; what is below "quil2" is never stored.
   static Row shown_flag(std::string name, Word bit) {
     return toggle(std::move(name)).shown_by([bit](const qi::Anim& anim, Item& item) {
-      item.setValue({.on = (flags(anim) & bit) != 0});
+      item.set_value({.on = (flags(anim) & bit) != 0});
     });
   }
 
   /// A constraint that is offered while the animation drives none of `driven` itself.
   static Row constraint(const std::string& name, Word driven, Word bit, Target qi::AnimExt::Head::*target) {
     Row node = text(name + "_node", 5).shown_by([=](const qi::Anim& anim, Item& item) {
-      if (flags(anim) & bit) item.setValue({.text = nodename((anim.ext->head.*target).node)});
+      if (flags(anim) & bit) item.set_value({.text = nodename((anim.ext->head.*target).node)});
     });
     return group(name, kHorizontal, {shown_flag(name + "_on", bit), std::move(node)})
         .only_when(none_of(driven));

@@ -7,6 +7,10 @@
 #include "dialogs/values/numbers.h"
 
 namespace values {
+
+using items::Item;
+using items::ItemKind;
+
 namespace {
 
 constexpr int kToggles = 10;
@@ -38,11 +42,11 @@ Word get64Value(const Item& group) {
 
 MatColor::MatColor(const std::string& name, const QisRGBA& color)
     : Item(ItemKind::group, name, {.horizontal = true}) {
-  add(Item(ItemKind::label, name));
+  add(ItemKind::label, name);
   const std::pair<const char*, float> components[] = {
       {"red", color.red}, {"green", color.green}, {"blue", color.blue}, {"alpha", color.alpha}};
   for (const auto& [component, value] : components)
-    add(Item(ItemKind::text, component, {.columns = 10})).setValue({.text = shown(value)});
+    add(ItemKind::text, component, {.columns = 10}).set_value({.text = shown(value)});
 }
 
 quilCCpanel::quilCCpanel(std::string name, Word word)
@@ -50,7 +54,7 @@ quilCCpanel::quilCCpanel(std::string name, Word word)
   const char* const toggles[kToggles] = {"vtx",       "tri",       "prim",       "tex0",       "tex1",
                                          "vtx_alpha", "tri_alpha", "prim_alpha", "tex0_alpha", "tex1_alpha"};
   for (int k = 0; k < kToggles; ++k)
-    add(Item(ItemKind::toggle, toggles[k])).setValue({.on = word != kUnset && (word & toggle_bit(k)) != 0});
+    add(ItemKind::toggle, toggles[k]).set_value({.on = word != kUnset && (word & toggle_bit(k)) != 0});
 }
 
 kavoCCbutton::kavoCCbutton(std::string name)
@@ -62,13 +66,13 @@ kavoCCbutton::kavoCCbutton(std::string name)
 void kavoCCbutton::setValue(Word code) {
   switch (code & 0xFF) {
     case 20:
-      return Item::setValue({.option = 19});
+      return set_value({.option = 19});
     case 21:
-      return Item::setValue({.option = 20});
+      return set_value({.option = 20});
     case 255:
-      return Item::setValue({.option = 21});
+      return set_value({.option = 21});
     default:
-      return Item::setValue({.option = static_cast<int>(code & 0xFF)});
+      return set_value({.option = static_cast<int>(code & 0xFF)});
   }
 }
 
@@ -76,8 +80,8 @@ kavoCCpanel::kavoCCpanel(std::string name, Word word)
     : Item(ItemKind::group, std::move(name), {.horizontal = true}) {
   Word shift = 24;
   for (const char* input : {"cc_a", "cc_b", "cc_c", "cc_d"}) {
-    kavoCCbutton button(input);
-    button.setValue(word == kUnset ? kCodeOfK5 : word >> shift);
+    auto button = std::make_unique<kavoCCbutton>(input);
+    button->setValue(word == kUnset ? kCodeOfK5 : word >> shift);
     shift -= 8;
     add(std::move(button));
   }

@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "dialogs/values/item.h"
+#include "items/item.h"
 #include "qilib/extstructs.h"
 
 namespace values {
@@ -24,25 +24,25 @@ inline constexpr CombinerWord kCombinerWords[] = {{"color_type0", &qi::CombinerW
                                                   {"alpha_type1", &qi::CombinerWords::alpha_type1}};
 
 /// The word that ten toggles stand for: bits 0 to 4, then bits 16 to 20; 0xFFFFFFFF when none is on.
-Word getCCvalue(const Item& group);
+Word getCCvalue(const items::Item& group);
 
 /// The word that four menus of combiner inputs stand for, a in the most significant byte; 0xFFFFFFFF when
 /// all four are on "None".
-Word get64Value(const Item& group);
+Word get64Value(const items::Item& group);
 
-/// A colour as four numbers, behind a label with the group's own name.
-struct MatColor : Item {
+/// A colour as four numbers, after a label with the group's own name.
+struct MatColor : items::Item {
   MatColor(const std::string& name, const QisRGBA& color);
 };
 
 /// A QUIL-style combiner word: a toggle for each colour source, then for each alpha source.
-struct quilCCpanel : Item {
+struct quilCCpanel : items::Item {
   quilCCpanel(std::string name, Word word);
-  static Word word(const Item& panel) { return getCCvalue(panel); }
+  static Word word(const items::Item& panel) { return getCCvalue(panel); }
 };
 
 /// A menu of the console's combiner inputs.
-struct kavoCCbutton : Item {
+struct kavoCCbutton : items::Item {
   explicit kavoCCbutton(std::string name);
   /// Shows an input code (the low byte counts). One beyond the menu is its own index.
   void setValue(Word code);
@@ -50,9 +50,9 @@ struct kavoCCbutton : Item {
 
 /// A KAVO-style combiner word: inputs a, b, c and d of the combiner's equation. A word that is not set shows
 /// as "K5" four times, for the loaders' sake; only "None" four times makes it unset again.
-struct kavoCCpanel : Item {
+struct kavoCCpanel : items::Item {
   kavoCCpanel(std::string name, Word word);
-  static Word word(const Item& panel) { return get64Value(panel); }
+  static Word word(const items::Item& panel) { return get64Value(panel); }
 };
 
 }  // namespace values

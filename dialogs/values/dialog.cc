@@ -34,15 +34,15 @@ bool Dialog::require_record(Word number) const {
   return false;
 }
 
-std::optional<Item> Dialog::items(Word number) const {
-  if (!require_record(number)) return std::nullopt;
-  Item top = make_items(number);
-  set_label_formats(top, lines());
+std::unique_ptr<Item> Dialog::items(Word number) const {
+  if (!require_record(number)) return nullptr;
+  auto top = make_items(number);
+  set_label_formats(*top, lines());
   return top;
 }
 
-std::optional<Item> Dialog::open(Word number) const {
-  std::optional<Item> top = items(number);
+std::unique_ptr<Item> Dialog::open(Word number) const {
+  auto top = items(number);
   if (!top) return top;
   for (std::size_t i = 0; i < top->size(); ++i)
     if (top->item(i).kind() == ItemKind::list) std::printf("%s\n", top->item(i).name().c_str());

@@ -3,14 +3,18 @@
 /// writes back.
 #pragma once
 
-#include <optional>
+#include <memory>
 #include <span>
 #include <string_view>
 
-#include "dialogs/values/item.h"
 #include "editor/model/kinds.h"
+#include "items/item.h"
 
 namespace values {
+
+using items::Item;
+using items::ItemKind;
+using items::Look;
 
 /// A dialog's label lines: X resource lines that hold all its label texts, to be installed for it alone.
 using LabelLines = std::span<const char* const>;
@@ -37,11 +41,13 @@ class Dialog {
   const char* traced_call() const { return facts_.traced_call; }
 
   bool has_record(Word number) const;
+  /// The same, with a line on standard error when there is none.
+  bool require_record(Word number) const;
 
-  /// The dialog's items, filled from the record; nothing, and a line on standard error, when there is none.
-  std::optional<Item> items(Word number) const;
+  /// The dialog's items, filled from the record; null, and a line on standard error, when there is none.
+  std::unique_ptr<Item> items(Word number) const;
   /// The same, with the traces that opening a dialog prints on standard output.
-  std::optional<Item> open(Word number) const;
+  std::unique_ptr<Item> open(Word number) const;
 
   /// Writes back what the items of `top` show, unless none has changed. Prints the traces of it, and changes
   /// what a write-back changes of the items (which are activated); they still count as changed afterwards.
@@ -50,15 +56,13 @@ class Dialog {
 
  protected:
   /// The items of a record that exists.
-  virtual Item make_items(Word number) const = 0;
+  virtual std::unique_ptr<Item> make_items(Word number) const = 0;
   /// Writes the items back to a record that exists.
   virtual void store_items(Item& top, Word number) const = 0;
 
   static void trace_item(const Item& item);
 
  private:
-  bool require_record(Word number) const;
-
   const NodeKind& kind_;
   DialogFacts facts_;
 };

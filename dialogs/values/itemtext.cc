@@ -36,16 +36,13 @@ std::optional<std::string> edit_option(Item& item, const std::string& text) {
   return std::nullopt;
 }
 
-std::optional<std::string> edit_toggle(Item& holder, Item& item, const std::string& text) {
+std::optional<std::string> edit_toggle(Item& item, const std::string& text) {
   if (text != "0" && text != "1") return complaint(item.name() + " is 0 or 1, not", text);
   const bool on = text == "1";
-  if (holder.kind() != ItemKind::radio) {
-    item.edit({.on = on});
-  } else if (on) {
-    for (std::size_t i = 0; i < holder.size(); ++i) holder.item(i).edit({.on = &holder.item(i) == &item});
-  } else if (item.on()) {
-    return complaint("turn on another one of " + holder.name() + " instead of turning off", item.name());
-  }
+  if (item.in_radio() && item.on() && !on)
+    return complaint("turn on another one of " + item.holder()->name() + " instead of turning off",
+                     item.name());
+  item.edit({.on = on});
   return std::nullopt;
 }
 
@@ -67,13 +64,11 @@ std::string shown_text(const Item& item, LabelLines lines) {
 }
 
 std::optional<std::string> edit_text(Item& top, std::string_view path, const std::string& text) {
-  const std::size_t dot = path.rfind('.');
-  Item* const holder = dot == path.npos ? &top : top.find(path.substr(0, dot));
   Item* const item = path.empty() ? nullptr : top.find(path);
-  if (!holder || !item) return complaint("no such item", path);
+  if (!item) return complaint("no such item", path);
   switch (item->kind()) {
     case ItemKind::toggle:
-      return edit_toggle(*holder, *item, text);
+      return edit_toggle(*item, text);
     case ItemKind::option:
       return edit_option(*item, text);
     case ItemKind::text:

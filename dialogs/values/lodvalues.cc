@@ -27,16 +27,16 @@ const char* distance_label(std::size_t level, std::size_t count) {
 
 void show_distances(const qi::Obj& obj, Item& group) {
   for (std::size_t i = 0; i < level_count(obj); ++i) {
-    Item& text = group.add(Item(ItemKind::text, "lod_dist" + std::to_string(i), {.columns = 10}));
-    text.setValue({.text = shown(obj.lod_distances[i])});
+    Item& text = group.add(ItemKind::text, "lod_dist" + std::to_string(i), {.columns = 10});
+    text.set_value({.text = shown(obj.lod_distances[i])});
     text.set_label(distance_label(i, level_count(obj)));
   }
 }
 
 void show_links(const qi::Obj& obj, Item& group) {
   for (std::size_t i = 0; i < level_count(obj); ++i) {
-    Item& text = group.add(Item(ItemKind::text, "lod_link" + std::to_string(i), {.columns = 4}));
-    text.setValue({.text = shown(obj.lod_objs[i], kDecimal)});
+    Item& text = group.add(ItemKind::text, "lod_link" + std::to_string(i), {.columns = 4});
+    text.set_value({.text = shown(obj.lod_objs[i], kDecimal)});
     text.set_label("then display obj_");
   }
 }
@@ -68,9 +68,9 @@ class LodDialog final : public RecordDialog<LevelsOfDetail> {
   LodDialog() : RecordDialog({.lines = kLines}, LodRows::all()) {}
 
  protected:
-  Item make_items(Word number) const override {
-    Item top = RecordDialog::make_items(number);
-    top.find("header.nlod")->set_label("number of LOD Level of obj_" + shown(number, kDecimal));
+  std::unique_ptr<Item> make_items(Word number) const override {
+    auto top = RecordDialog::make_items(number);
+    top->find("header.nlod")->set_label("number of LOD Level of obj_" + shown(number, kDecimal));
     return top;
   }
 };

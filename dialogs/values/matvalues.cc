@@ -88,8 +88,7 @@ struct MatRows : Rows<qi::Mat> {
   /// Written as a whole when one component changed, each at most 1.
   template <class Place>
   static Row color(std::string name, Place place) {
-    return group(name, kHorizontal, {})
-        .shown_by([=](const qi::Mat& mat, Item& item) { item = MatColor(name, at(mat, place)); })
+    return made(name, [=](const qi::Mat& mat) { return std::make_unique<MatColor>(name, at(mat, place)); })
         .stored_by([=](qi::Mat& mat, const Item& item, const Item&) { colorChanged(item, at(mat, place)); })
         .stored_if_changed();
   }
@@ -113,7 +112,7 @@ struct MatRows : Rows<qi::Mat> {
     return group("cc_" + prefix, kVertical, {})
         .shown_by([=](const qi::Mat& mat, Item& item) {
           for (const CombinerWord& word : kCombinerWords)
-            item.add(Panel(prefix + "_" + word.name, at(mat, combiner).*word.member));
+            item.add(std::make_unique<Panel>(prefix + "_" + word.name, at(mat, combiner).*word.member));
         })
         .stored_by([=](qi::Mat& mat, const Item& item, const Item&) {
           for (const CombinerWord& word : kCombinerWords)

@@ -30,12 +30,12 @@ Word word_of(const std::string& text, int base) {
 
 float float_of(const std::string& text) { return static_cast<float>(std::strtod(text.c_str(), nullptr)); }
 
-float text2float1_0(const Item& text) {
+float text2float1_0(const items::Item& text) {
   const float number = float_of(text.text());
   return number > 1.0f ? 1.0f : number;
 }
 
-void colorChanged(const Item& group, QisRGBA& color) {
+void colorChanged(const items::Item& group, QisRGBA& color) {
   float* const components[] = {&color.red, &color.green, &color.blue, &color.alpha};
   for (std::size_t i = 0; i < std::size(components); ++i)
     *components[i] = i + 1 < group.size() ? text2float1_0(group.item(i + 1)) : 0.0f;

@@ -7,7 +7,7 @@
 
 #include <string>
 
-#include "dialogs/values/item.h"
+#include "items/item.h"
 #include "qilib/words.h"
 
 namespace values {
@@ -25,14 +25,17 @@ std::string shown(Word word, NumberForm form);
 /// As "%g": at most six digits.
 std::string shown(float number);
 
+/// Names and options end at a line break: a longer text was pasted.
+inline std::string first_line(const std::string& text) { return text.substr(0, text.find_first_of("\r\n")); }
+
 /// A minus sign counts back from 2^32; a number that needs more than 32 bits is 0xFFFFFFFF.
 Word word_of(const std::string& text, int base);
 float float_of(const std::string& text);
 
 /// A colour component: at most 1. Negative ones pass, so that a component can be driven below black.
-float text2float1_0(const Item& text);
+float text2float1_0(const items::Item& text);
 
 /// Reads items 1 to 4 of a colour's group (item 0 is its label) into the four components.
-void colorChanged(const Item& group, QisRGBA& color);
+void colorChanged(const items::Item& group, QisRGBA& color);
 
 }  // namespace values

@@ -49,8 +49,10 @@ constexpr ToggleOrNumber or_none(const char* group, const char* toggle, const ch
 struct ObjRows : Rows<qi::Obj> {
   template <class Place>
   static Row render(std::string name, Place place, RenderUse use) {
-    return Row{.item = Item(ItemKind::list, name)}
-        .shown_by([=](const qi::Obj& obj, Item& item) { item = objRenderGroup(name, at(obj, place), use); })
+    return made(name,
+                [=](const qi::Obj& obj) {
+                  return std::make_unique<objRenderGroup>(name, at(obj, place), use);
+                })
         .stored_by(
             [=](qi::Obj& obj, Item& item, const Item&) { objRenderGroup::store(item, at(obj, place)); });
   }
@@ -61,7 +63,7 @@ struct ObjRows : Rows<qi::Obj> {
         separator("sep1"),
         group("type_g", kHorizontalNoLabel,
               {toggle("state_active", &F::state).shown_by([](const qi::Obj& obj, Item& item) {
-                 item.setValue({.on = (obj.fixed.state & 0xFF) != 0});
+                 item.set_value({.on = (obj.fixed.state & 0xFF) != 0});
                }),
                option("type", {"NULL", "3D", "BILLBOARD"}, &F::type)}),
         separator("sep2"),

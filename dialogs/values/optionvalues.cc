@@ -7,6 +7,8 @@
 #include <string>
 #include <string_view>
 
+#include "dialogs/values/numbers.h"
+
 namespace values {
 namespace {
 
@@ -117,26 +119,23 @@ std::vector<const char*> with_shared_lines(std::vector<const char*> lines) {
 
 std::string_view text_of(OptionField field) { return field(ngops).data(); }
 
-Item make_item(const OptionRow& row) {
+void add_item(Item& group, const OptionRow& row) {
   if (row.flag || !row.field) {
-    Item toggle(ItemKind::toggle, row.name, {.force_label_format = row.flag != nullptr});
-    if (row.flag) toggle.setValue({.on = text_of(row.field).find(row.flag) != std::string_view::npos});
-    return toggle;
+    Item& toggle = group.add(ItemKind::toggle, row.name, {.force_label_format = row.flag != nullptr});
+    if (row.flag) toggle.set_value({.on = text_of(row.field).find(row.flag) != std::string_view::npos});
+  } else {
+    Item& item = group.add(ItemKind::text, row.name, {.columns = row.columns});
+    item.set_value({.text = std::string(text_of(row.field))});
   }
-  Item item(ItemKind::text, row.name, {.columns = row.columns});
-  item.setValue({.text = std::string(text_of(row.field))});
-  return item;
 }
 
-Item make_group(const OptionGroup& group) {
-  Item item(ItemKind::group, group.name, group.look);
-  for (const OptionRow& row : group.rows) item.add(make_item(row));
-  if (group.mask) {
-    const auto mask = std::strtoul(group.mask(ngops).data(), nullptr, 10);
-    for (std::size_t bit = 0; bit < item.size(); ++bit)
-      item.item(bit).setValue({.on = (mask >> bit & 1) != 0});
-  }
-  return item;
+void add_group(Item& top, const OptionGroup& group) {
+  Item& item = top.add(ItemKind::group, group.name, group.look);
+  for (const OptionRow& row : group.rows) add_item(item, row);
+  if (!group.mask) return;
+  const auto mask = std::strtoul(group.mask(ngops).data(), nullptr, 10);
+  for (std::size_t bit = 0; bit < item.size(); ++bit)
+    item.item(bit).set_value({.on = (mask >> bit & 1) != 0});
 }
 
 void store_option(const OptionRow& row, const Item& item) {
@@ -165,12 +164,12 @@ void store_group(const OptionGroup& group, const Item& item) {
 
 }  // namespace
 
-Item OptionsDialog::items() const {
-  Item top(ItemKind::list, "prefList");
-  top.add(Item(ItemKind::label, "title"));
+std::unique_ptr<Item> OptionsDialog::items() const {
+  auto top = std::make_unique<Item>(ItemKind::list, "prefList");
+  top->add(ItemKind::label, "title");
   for (const OptionGroup& group : groups) {
-    top.add(Item(ItemKind::separator, "sep" + std::to_string(top.size() / 2 + 1)));
-    top.add(make_group(group));
+    top->add(ItemKind::separator, "sep" + std::to_string(top->size() / 2 + 1));
+    add_group(*top, group);
   }
   return top;
 }

@@ -35,7 +35,7 @@ struct OptionsDialog {
   std::vector<const char*> lines;  ///< the label lines
 
   /// The items, filled from `ngops`.
-  Item items() const;
+  std::unique_ptr<Item> items() const;
 
   /// Writes the changed groups of `top` to `ngops`, with their traces, echoes `ngops`, and writes the options
   /// file.

@@ -30,20 +30,22 @@ class RecordDialog : public Dialog {
   using R = typename KindRowOf<Key>::Record;
 
   RecordDialog(DialogFacts facts, std::vector<Row<R>> rows, std::vector<WholeWord<R>> whole_words = {})
-      : Dialog(kNodeKind<Key>, facts),
-        list_{.item = Item(ItemKind::list, "prefList"), .rows = std::move(rows)},
-        whole_words_(std::move(whole_words)) {}
+      : Dialog(kNodeKind<Key>, facts), rows_(std::move(rows)), whole_words_(std::move(whole_words)) {}
 
  protected:
-  Item make_items(Word number) const override { return make_item(list_, record(number)); }
+  std::unique_ptr<Item> make_items(Word number) const override {
+    auto top = std::make_unique<Item>(ItemKind::list, "prefList");
+    add_items(*top, rows_, record(number));
+    return top;
+  }
   void store_items(Item& top, Word number) const override {
     R& stored = record(number);
     for (const WholeWord<R>& word : whole_words_) stored.fixed.*word.place = 0;
     for (std::size_t i = 0; i < top.size(); ++i) {
       Item& item = top.item(i);
       trace_item(item);
-      const auto row = std::ranges::find(list_.rows, item.name(), name_of);
-      if (row != list_.rows.end()) store_item(*row, stored, item, top);
+      const auto row = std::ranges::find(rows_, item.name(), &Row<R>::name);
+      if (row != rows_.end()) store_item(*row, stored, item, top);
     }
     for (const WholeWord<R>& word : whole_words_) {
       if (word.complete) word.complete(stored);
@@ -54,9 +56,7 @@ class RecordDialog : public Dialog {
  private:
   static R& record(Word number) { return *qi::record_in(*qis, KindRowOf<Key>::kList, number); }
 
-  static const std::string& name_of(const Row<R>& row) { return row.item.name(); }
-
-  Row<R> list_;
+  std::vector<Row<R>> rows_;
   std::vector<WholeWord<R>> whole_words_;
 };
 

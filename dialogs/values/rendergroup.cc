@@ -8,6 +8,10 @@
 #include <vector>
 
 namespace values {
+
+using items::Item;
+using items::ItemKind;
+
 namespace {
 
 // The priority word: a class in bits 20 to 23, which counts down by two, and the switch in bit 26.
@@ -36,34 +40,32 @@ Word priority_of(const Item& group) {
 }
 
 void add_option(Item& group, const char* name, std::vector<std::string> entries, int index) {
-  group.add(Item(ItemKind::option, name, {.entries = std::move(entries)})).setValue({.option = index});
+  group.add(ItemKind::option, name, {.entries = std::move(entries)}).set_value({.option = index});
 }
 
 void activate_modes(Item& modes, Word priority) {
   for (const char* name : {"render_type0", "render_type1"})
-    if (Item* const mode = modes.find(name)) mode->setActivated(switched(priority));
+    if (Item* const mode = modes.find(name)) mode->set_activated(switched(priority));
 }
 
 }  // namespace
 
 objRenderGroup::objRenderGroup(std::string name, const qi::RenderWords& words, RenderUse use)
     : Item(ItemKind::list, std::move(name)) {
-  Item priority(ItemKind::group, "render_pri", {.horizontal = true});
+  Item& priority = add(ItemKind::group, "render_pri", {.horizontal = true});
   add_option(priority, "render_pri_sw", {"QUIL ->", "KAVOGBI"}, switched(words.pri));
   add_option(priority, "render_pri_opt",
              {"OPA_SURF", "OPA_INTER", "OPA_DECAL", "TEX_EDGE", "XLU_SURF", "XLU_INTER", "XLU_DECAL"},
              class_index(words.pri));
-  add(std::move(priority));
 
   std::vector<std::string> first_modes = kModes;
   if (use == RenderUse::fog) std::fill_n(first_modes.begin(), kFogModes, kVoid);
-  Item modes(ItemKind::group, "render_pri_g", {.no_label = true});
+  Item& modes = add(ItemKind::group, "render_pri_g", {.no_label = true});
   add_option(modes, "render_type0", std::move(first_modes), static_cast<int>(words.type0 & kModeBits));
   add_option(modes, "render_type1", {kModes.begin(), kModes.begin() + kSecondCycleModes},
              static_cast<int>(words.type1 & kModeBits));
   add_option(modes, "render_cycle_type", {"1 cycle", "2 cycle"}, words.cycle_type == 1);
   activate_modes(modes, words.pri);
-  add(std::move(modes));
 }
 
 void objRenderGroup::store(Item& group, qi::RenderWords& words) {

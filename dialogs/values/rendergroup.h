@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "dialogs/values/item.h"
+#include "items/item.h"
 #include "qilib/extstructs.h"
 
 namespace values {
@@ -14,12 +14,12 @@ enum class RenderUse { plain, fog };
 
 /// The four words of an object's render settings: priority class and switch, a mode for each cycle, the cycle
 /// type. While the switch is on "QUIL ->", the modes are chosen by the loader and are not activated.
-struct objRenderGroup : Item {
+struct objRenderGroup : items::Item {
   objRenderGroup(std::string name, const qi::RenderWords& words, RenderUse use);
 
   /// Writes the items into the words, prints the priority word, and activates the modes as it says. A mode
   /// labelled "void" is not written.
-  static void store(Item& group, qi::RenderWords& words);
+  static void store(items::Item& group, qi::RenderWords& words);
 };
 
 }  // namespace values

@@ -5,12 +5,13 @@
 
 #include <cstdio>
 #include <functional>
+#include <memory>
 #include <string>
 #include <type_traits>
 #include <utility>
 #include <vector>
 
-#include "dialogs/values/item.h"
+#include "dialogs/values/dialog.h"
 #include "dialogs/values/numbers.h"
 #include "editor/model/currentscene.h"
 #include "editor/model/recordnames.h"
@@ -23,31 +24,46 @@ namespace values {
 template <class R>
 struct Row {
   using Condition = std::function<bool(const R& record)>;
+  using Make = std::function<std::unique_ptr<Item>(const R& record)>;
   using Show = std::function<void(const R& record, Item& item)>;
   using Store = std::function<void(R& record, Item& item, const Item& top)>;
 
-  Item item;
+  std::string name;
+  Make make;
   std::vector<Row> rows = {};
   Condition condition = {};  ///< whether the record has such an item
   Show show = {};            ///< fills the item, and may give it items of its own
   Store store = {};          ///< writes the item back, with all in it; without one, the rows below do
   bool only_if_changed = false;
 
-  Row only_when(Condition holds) && { return condition = std::move(holds), std::move(*this); }
-  Row shown_by(Show hook) && { return show = std::move(hook), std::move(*this); }
-  Row stored_by(Store hook) && { return store = std::move(hook), std::move(*this); }
+  Row only_when(Condition holds) && {
+    condition = std::move(holds);
+    return std::move(*this);
+  }
+  Row shown_by(Show hook) && {
+    show = std::move(hook);
+    return std::move(*this);
+  }
+  Row stored_by(Store hook) && {
+    store = std::move(hook);
+    return std::move(*this);
+  }
   /// Nothing of it is written unless something in it changed; then all of it is.
-  Row stored_if_changed() && { return only_if_changed = true, std::move(*this); }
+  Row stored_if_changed() && {
+    only_if_changed = true;
+    return std::move(*this);
+  }
 };
 
-/// Makes the item of a row, filled from the record.
+/// Gives a group those items that the record has, filled from it.
 template <class R>
-Item make_item(const Row<R>& row, const R& record) {
-  Item item = row.item;
-  for (const Row<R>& below : row.rows)
-    if (!below.condition || below.condition(record)) item.add(make_item(below, record));
-  if (row.show) row.show(record, item);
-  return item;
+void add_items(Item& group, const std::vector<Row<R>>& rows, const R& record) {
+  for (const Row<R>& row : rows) {
+    if (row.condition && !row.condition(record)) continue;
+    Item& item = group.add(row.make(record));
+    add_items(item, row.rows, record);
+    if (row.show) row.show(record, item);
+  }
 }
 
 template <class R>
@@ -66,7 +82,7 @@ void store_item(const Row<R>& row, R& record, Item& item, const Item& top) {
 template <class R>
 void store_rows(const std::vector<Row<R>>& rows, R& record, Item& group, const Item& top) {
   for (const Row<R>& row : rows)
-    if (Item* const found = group.find(row.item.name())) store_item(row, record, *found, top);
+    if (Item* const found = group.find(row.name)) store_item(row, record, *found, top);
 }
 
 /// The hook of items that are only shown.
@@ -104,8 +120,8 @@ bool has_ext(const R& record) {
 
 /// Shows which of a radio's two toggles is on.
 inline void show_first_or_second(Item& radio, bool first) {
-  radio.item(0).setValue({.on = first});
-  radio.item(1).setValue({.on = !first});
+  radio.item(0).set_value({.on = first});
+  radio.item(1).set_value({.on = !first});
 }
 
 /// One toggle of a radio that shows bits of a word, and what it adds to the word.
@@ -135,40 +151,50 @@ template <class R>
 struct Rows {
   using Row = values::Row<R>;
 
-  static Row separator(std::string name) { return {.item = Item(ItemKind::separator, std::move(name))}; }
+  /// An item as its kind has it.
+  static Row item(ItemKind kind, std::string name, Look look = {}) {
+    return made(name, [=](const R&) { return std::make_unique<Item>(kind, name, look); });
+  }
+  /// An item of a class of its own, which fills itself.
+  static Row made(std::string name, typename Row::Make make) {
+    return {.name = std::move(name), .make = std::move(make)};
+  }
+
+  static Row separator(std::string name) { return item(ItemKind::separator, std::move(name)); }
 
   /// A label whose text is one of the dialog's label lines, or computed from the record.
   static Row label(std::string name, std::string (*text)(const R& record) = nullptr) {
-    Row row{.item = Item(ItemKind::label, std::move(name))};
+    Row row = item(ItemKind::label, std::move(name));
     if (text) row.show = [text](const R& record, Item& item) { item.set_label(text(record)); };
     return row;
   }
 
   static Row group(std::string name, Look look, std::vector<Row> rows) {
-    return {.item = Item(ItemKind::group, std::move(name), std::move(look)), .rows = std::move(rows)};
+    return holding(item(ItemKind::group, std::move(name), std::move(look)), std::move(rows));
   }
   static Row radio(std::string name, std::vector<Row> rows) {
-    return {.item = Item(ItemKind::radio, std::move(name), kHorizontal), .rows = std::move(rows)};
+    return holding(item(ItemKind::radio, std::move(name), kHorizontal), std::move(rows));
   }
 
   /// An item without a place: its group's hooks fill it and read it.
-  static Row toggle(std::string name) { return {.item = Item(ItemKind::toggle, std::move(name))}; }
+  static Row toggle(std::string name) { return item(ItemKind::toggle, std::move(name)); }
   static Row text(std::string name, int columns) {
-    return {.item = Item(ItemKind::text, std::move(name), {.columns = columns})};
+    return item(ItemKind::text, std::move(name), {.columns = columns});
   }
 
   /// A toggle that is on when the word is not 0, and stores 0 or 1.
   template <class Place>
   static Row toggle(std::string name, Place place) {
     return toggle(std::move(name))
-        .shown_by([place](const R& record, Item& item) { item.setValue({.on = at(record, place) != 0}); })
+        .shown_by([place](const R& record, Item& item) { item.set_value({.on = at(record, place) != 0}); })
         .stored_by([place](R& record, const Item& item, const Item&) { at(record, place) = item.on(); });
   }
   /// A toggle that shows a bit of a word and adds it, when on, to a word that was cleared before.
   template <class Place>
   static Row flag(std::string name, Word bit, Place place) {
     return toggle(std::move(name))
-        .shown_by([=](const R& record, Item& item) { item.setValue({.on = (at(record, place) & bit) != 0}); })
+        .shown_by(
+            [=](const R& record, Item& item) { item.set_value({.on = (at(record, place) & bit) != 0}); })
         .stored_by([=](R& record, const Item& item, const Item&) {
           if (item.on()) at(record, place) |= bit;
         });
@@ -178,7 +204,7 @@ struct Rows {
   static Row text(std::string name, int columns, Place place, NumberForm form) {
     return text(std::move(name), columns)
         .shown_by(
-            [=](const R& record, Item& item) { item.setValue({.text = shown(at(record, place), form)}); })
+            [=](const R& record, Item& item) { item.set_value({.text = shown(at(record, place), form)}); })
         .stored_by([=](R& record, const Item& item, const Item&) {
           at(record, place) = word_of(item.text(), form.base);
         });
@@ -187,7 +213,7 @@ struct Rows {
   template <class Place>
   static Row number(std::string name, int columns, Place place) {
     return text(std::move(name), columns)
-        .shown_by([=](const R& record, Item& item) { item.setValue({.text = shown(at(record, place))}); })
+        .shown_by([=](const R& record, Item& item) { item.set_value({.text = shown(at(record, place))}); })
         .stored_by(
             [=](R& record, const Item& item, const Item&) { at(record, place) = float_of(item.text()); });
   }
@@ -197,9 +223,9 @@ struct Rows {
   template <class Place>
   static Row option(std::string name, std::vector<std::string> entries, Place place, Word mask = kUnset,
                     Word shift = 0) {
-    return Row{.item = Item(ItemKind::option, std::move(name), {.entries = std::move(entries)})}
+    return item(ItemKind::option, std::move(name), {.entries = std::move(entries)})
         .shown_by([=](const R& record, Item& item) {
-          item.setValue({.option = static_cast<int>(at(record, place) >> shift & mask)});
+          item.set_value({.option = static_cast<int>(at(record, place) >> shift & mask)});
         })
         .stored_by([=](R& record, const Item& item, const Item&) {
           at(record, place) = static_cast<Word>(item.option());
@@ -217,7 +243,7 @@ struct Rows {
     for (const FlagToggle& flag : toggles)
       rows.push_back(toggle(flag.name)
                          .shown_by([=, value = flag.value](const R& record, Item& item) {
-                           item.setValue({.on = choice(at(record, place) & mask) == value});
+                           item.set_value({.on = choice(at(record, place) & mask) == value});
                          })
                          .stored_by([=, value = flag.value](R& record, const Item& item, const Item&) {
                            if (trace) trace(item);
@@ -231,8 +257,8 @@ struct Rows {
     return group(facts.group, kHorizontal, {toggle(facts.toggle), text(facts.text, facts.columns)})
         .shown_by([=](const R& record, Item& item) {
           const Word word = at(record, place);
-          item.item(0).setValue({.on = (word == facts.none) == facts.on_means_none});
-          if (word != facts.none) item.item(1).setValue({.text = shown(word, facts.form)});
+          item.item(0).set_value({.on = (word == facts.none) == facts.on_means_none});
+          if (word != facts.none) item.item(1).set_value({.text = shown(word, facts.form)});
         })
         .stored_by([=](R& record, const Item& item, const Item&) {
           Word& word = at(record, place);
@@ -249,7 +275,7 @@ struct Rows {
   static Row node_name(std::string record_word, Word R::Fixed::*name, int columns = 32) {
     return text("nodeName", columns)
         .shown_by([=](const R& record, Item& item) {
-          item.setValue({.text = get_name_string(record.fixed.*name)});
+          item.set_value({.text = get_name_string(record.fixed.*name)});
         })
         .stored_by([=](R& record, const Item& item, const Item&) {
           const std::string text = first_line(item.text());
@@ -262,6 +288,12 @@ struct Rows {
   static Row title(std::string record_word, Word R::Fixed::*name, int columns = 32) {
     return group("title", kHorizontal,
                  {label("dialogName"), node_name(std::move(record_word), name, columns)});
+  }
+
+ private:
+  static Row holding(Row row, std::vector<Row> rows) {
+    row.rows = std::move(rows);
+    return row;
   }
 };
 

@@ -8,6 +8,7 @@
 
 #include <functional>
 #include <memory>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -62,12 +63,8 @@ class PropertyDialogTest : public DisplayTest {
   /// The item that a path leads to. Throws when there is none of that class.
   template <class Item = VkPrefItem>
   static Item& item(const PropertyDialog& dialog, std::string_view path) {
-    VkPrefItem* found = dialog.item();
-    while (!path.empty()) {
-      const std::string name(path.substr(0, path.find('.')));
-      path.remove_prefix(std::min(name.size() + 1, path.size()));
-      found = dynamic_cast<VkPrefGroup&>(*found).item(name);
-    }
+    VkPrefItem* const found = dialog.item()->find(path);
+    if (!found) throw std::out_of_range(std::string(path));
     return dynamic_cast<Item&>(*found);
   }
 
@@ -182,8 +179,8 @@ TEST_F(PropertyDialogTest, KeepsACombinerCodeBeyondTheMenu) {
   EXPECT_EQ(viewkit::textResource(button, XmNlabelString), "100");
 }
 
-/// The colour of the patch behind an item, eight bits for each component: 0xRRGGBB.
-unsigned colorBehind(const VkPrefItem& item) {
+/// The colour of the patch after an item, eight bits for each component: 0xRRGGBB.
+unsigned colorAfter(const VkPrefItem& item) {
   const Widget patch = XtNameToWidget(item.tail(), "patch");
   XColor color{};
   Colormap colors = 0;
@@ -198,14 +195,14 @@ TEST_F(PropertyDialogTest, AMaterialsSwatchFollowsWhatIsTyped) {
   const auto& color = item(*dialog, "prim_color");
   for (const char* component : {"red", "green", "blue"})
     item<VkPrefText>(*dialog, std::string("prim_color.") + component).edit("0");
-  EXPECT_EQ(colorBehind(color), 0x000000U);
+  EXPECT_EQ(colorAfter(color), 0x000000U);
   item<VkPrefText>(*dialog, "prim_color.red").edit("1");
-  EXPECT_EQ(colorBehind(color), 0xFF0000U);
+  EXPECT_EQ(colorAfter(color), 0xFF0000U);
   item<VkPrefText>(*dialog, "prim_color.green").edit("-3");
   item<VkPrefText>(*dialog, "prim_color.blue").edit("7.5");
-  EXPECT_EQ(colorBehind(color), 0xFF00FFU);
+  EXPECT_EQ(colorAfter(color), 0xFF00FFU);
   item<VkPrefText>(*dialog, "prim_color.red").edit("nan");
-  EXPECT_EQ(colorBehind(color), 0x0000FFU);
+  EXPECT_EQ(colorAfter(color), 0x0000FFU);
 }
 
 TEST_F(PropertyDialogTest, AnEnvironmentsSwatchesReadHexadecimal) {
@@ -213,14 +210,14 @@ TEST_F(PropertyDialogTest, AnEnvironmentsSwatchesReadHexadecimal) {
   const auto dialog = shown("env_0");
   auto& fog = item<VkPrefText>(*dialog, "fog.fog_color");
   fog.edit("12345678");
-  EXPECT_EQ(colorBehind(fog), 0x123456U);
+  EXPECT_EQ(colorAfter(fog), 0x123456U);
   fog.edit("ff");
-  EXPECT_EQ(colorBehind(fog), 0x000000U);
+  EXPECT_EQ(colorAfter(fog), 0x000000U);
   auto& fill = item<VkPrefText>(*dialog, "fill_color.fill_color_rgb");
   fill.edit("0xabcdef");
-  EXPECT_EQ(colorBehind(fill), 0xABCDEFU);
+  EXPECT_EQ(colorAfter(fill), 0xABCDEFU);
   fill.edit("abcdef80");
-  EXPECT_EQ(colorBehind(fill), 0xABCDEFU);
+  EXPECT_EQ(colorAfter(fill), 0xABCDEFU);
 }
 
 /// Where no window manager cuts it down.

@@ -6,6 +6,7 @@
 #include <memory>
 #include <string>
 
+#include "tests/items/itemtree.h"
 #include "viewkit/vkprefgroup.h"
 
 namespace {
@@ -101,6 +102,18 @@ TEST(PrefGroup, HasChangedWhenOneOfItsItemsHas) {
   EXPECT_TRUE(toggle.getValue());
 }
 
+TEST(PrefGroup, TakesWhatIsAddedIntoItsTree) {
+  VkPrefGroup group("group");
+  auto& inner = group.addItem(std::make_unique<VkPrefGroup>("inner"));
+  auto& text = inner.addItem(std::make_unique<VkPrefText>("text", 5));
+  text.edit("typed");
+  EXPECT_EQ(group.model().find("inner.text"), &text.model());
+  EXPECT_EQ(text_at(group.model(), "inner.text"), "typed");
+  EXPECT_EQ(group.find("inner.text"), &text);
+  EXPECT_EQ(group.find(""), &group);
+  for (const char* path : {"inner.x", "x", "inner.text.x", "text"}) EXPECT_EQ(group.find(path), nullptr);
+}
+
 class PrefRadio : public testing::Test {
  protected:
   /// The states of the toggles, one digit each.
@@ -170,6 +183,54 @@ TEST(PrefItem, TellsWhenItShowsAnotherValue) {
   EXPECT_EQ(listener.count, 3);
   text.applied();
   EXPECT_EQ(listener.count, 3);
+}
+
+TEST(PrefItem, TellsWhenAnItemInItShowsAnotherValue) {
+  VkPrefGroup group("group");
+  auto& text = group.addItem(std::make_unique<VkPrefText>("text", 5));
+  const Listener listener(group);
+  text.edit("b");
+  EXPECT_EQ(listener.count, 1);
+}
+
+TEST(PrefItem, ShowsATreeThatIsThere) {
+  auto tree = item_tree();
+  items::Item& top = *tree;
+  VkPrefList list(std::move(tree));
+  EXPECT_EQ(&list.model(), &top);
+  for (const auto& [path, name] :
+       std::initializer_list<std::pair<const char*, const char*>>{{"group", "VkPrefGroup"},
+                                                                  {"group.text", "VkPrefText"},
+                                                                  {"group.radio", "VkPrefRadio"},
+                                                                  {"group.radio.a", "VkPrefToggle"},
+                                                                  {"group.option", "VkPrefOption"},
+                                                                  {"sep", "VkPrefSeparator"},
+                                                                  {"label", "VkPrefLabel"}}) {
+    ASSERT_NE(list.find(path), nullptr) << path;
+    EXPECT_STREQ(list.find(path)->className(), name);
+    EXPECT_EQ(&list.find(path)->model(), top.find(path));
+  }
+  auto& text = dynamic_cast<VkPrefText&>(*list.find("group.text"));
+  const Listener listener(text);
+  text.edit("typed");
+  EXPECT_EQ(text_at(top, "group.text"), "typed");
+  EXPECT_TRUE(top.changed());
+  top.find("group.text")->set_value({.text = "set"});
+  EXPECT_EQ(text.getValue(), "set");
+  EXPECT_FALSE(text.changed());
+  EXPECT_EQ(listener.count, 2);
+}
+
+/// What showed an item is gone: nobody is told any more.
+TEST(PrefItem, LeavesItsItemAsItIs) {
+  const auto tree = item_tree();
+  {
+    VkPrefList list(*tree);
+    list.find("toggle")->setActivated(false);
+  }
+  tree->find("toggle")->set_value({.on = false});
+  tree->find("toggle")->set_activated(true);
+  EXPECT_FALSE(on_at(*tree, "toggle"));
 }
 
 TEST(PrefItem, IsGreyedWithoutWidgets) {

@@ -24,13 +24,13 @@ TEST_P(ItemOfDialog, ShowsItsWordAndStoresNoOther) {
   const Case& c = GetParam();
   Opened dialog = open(c.node);
   EXPECT_EQ(shown(dialog, c.path), c.shown);
-  EXPECT_FALSE(dialog.top.changed());
+  EXPECT_FALSE(dialog.top->changed());
   SceneWords expected = scene_words();
 
   edit(dialog, c.path, c.typed);
   const bool differs = std::string_view(c.shown) != c.typed;
-  EXPECT_EQ(dialog.top.find(c.path)->changed(), differs);
-  EXPECT_EQ(dialog.top.changed(), differs);
+  EXPECT_EQ(dialog.top->find(c.path)->changed(), differs);
+  EXPECT_EQ(dialog.top->changed(), differs);
   EXPECT_EQ(scene_words(), expected) << "stored before it was applied";
 
   apply(dialog);

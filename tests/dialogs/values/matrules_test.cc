@@ -180,28 +180,28 @@ const Rule kMat[] = {
 
 INSTANTIATE_TEST_SUITE_P(Values, MatRule, testing::ValuesIn(kMat), CaseName());
 
-Item panel(ItemKind kind, const std::vector<int>& values) {
-  Item group(ItemKind::group, "panel");
-  for (const int value : values) group.add(Item(kind, "item")).setValue({.on = value != 0, .option = value});
+std::unique_ptr<Item> panel(ItemKind kind, const std::vector<int>& values) {
+  auto group = std::make_unique<Item>(ItemKind::group, "panel");
+  for (const int value : values) group->add(kind, "item").set_value({.on = value != 0, .option = value});
   return group;
 }
 
 TEST(CombinerWord, OfToggles) {
-  EXPECT_EQ(values::getCCvalue(panel(ItemKind::toggle, {0, 0, 0, 0, 0, 0, 0, 0, 0, 1})), 0x00100000u);
-  EXPECT_EQ(values::getCCvalue(panel(ItemKind::toggle, {0, 0, 0, 0, 0, 0, 0, 0, 0, 0})), 0xFFFFFFFFu);
-  EXPECT_EQ(values::getCCvalue(panel(ItemKind::toggle, {1, 1, 1, 1, 1, 1, 1, 1, 1, 1})), 0x001F001Fu);
-  EXPECT_EQ(values::getCCvalue(panel(ItemKind::toggle, {1, 0, 0, 0, 1, 1, 0, 0, 0, 0})), 0x00010011u);
+  EXPECT_EQ(values::getCCvalue(*panel(ItemKind::toggle, {0, 0, 0, 0, 0, 0, 0, 0, 0, 1})), 0x00100000u);
+  EXPECT_EQ(values::getCCvalue(*panel(ItemKind::toggle, {0, 0, 0, 0, 0, 0, 0, 0, 0, 0})), 0xFFFFFFFFu);
+  EXPECT_EQ(values::getCCvalue(*panel(ItemKind::toggle, {1, 1, 1, 1, 1, 1, 1, 1, 1, 1})), 0x001F001Fu);
+  EXPECT_EQ(values::getCCvalue(*panel(ItemKind::toggle, {1, 0, 0, 0, 1, 1, 0, 0, 0, 0})), 0x00010011u);
 }
 
 TEST(CombinerWord, OfMenus) {
-  EXPECT_EQ(values::get64Value(panel(ItemKind::option, {18, 19, 20, 21})), 0x12141516u);
-  EXPECT_EQ(values::get64Value(panel(ItemKind::option, {21, 21, 21, 21})), 0xFFFFFFFFu);
-  EXPECT_EQ(values::get64Value(panel(ItemKind::option, {0, 1, 2, 18})), 0x00010212u);
+  EXPECT_EQ(values::get64Value(*panel(ItemKind::option, {18, 19, 20, 21})), 0x12141516u);
+  EXPECT_EQ(values::get64Value(*panel(ItemKind::option, {21, 21, 21, 21})), 0xFFFFFFFFu);
+  EXPECT_EQ(values::get64Value(*panel(ItemKind::option, {0, 1, 2, 18})), 0x00010212u);
 }
 
 TEST(CombinerWord, OfPanelsThatLackItems) {
-  EXPECT_EQ(values::getCCvalue(panel(ItemKind::toggle, {1})), 1u);
-  EXPECT_EQ(values::get64Value(panel(ItemKind::option, {1})), 0x01000000u);
+  EXPECT_EQ(values::getCCvalue(*panel(ItemKind::toggle, {1})), 1u);
+  EXPECT_EQ(values::get64Value(*panel(ItemKind::option, {1})), 0x01000000u);
   QisRGBA color{1, 1, 1, 1};
   values::colorChanged(Item(ItemKind::group, "color"), color);
   EXPECT_EQ(color.red, 0);
@@ -217,7 +217,7 @@ TEST_F(ValuesTest, OfTwoDialogsOnOneRecordTheLaterApplyWins) {
   apply(first);
   EXPECT_EQ(qis->mat_list.records[1].fixed.prim_color.red, 0.125f);
   edit(second, "u_flags1.usr_flag4", "9");
-  second.top.find("prim_color")->applied();
+  second.top->find("prim_color")->applied();
   apply(second);
   EXPECT_EQ(qis->mat_list.records[1].fixed.prim_color.red, 0.125f) << "unchanged in the second dialog";
   EXPECT_EQ(qis->mat_list.records[1].fixed.usr_flags[0], 1u);

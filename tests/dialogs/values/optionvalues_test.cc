@@ -26,11 +26,11 @@ class OptionValues : public CommandLines {
   /// Changes items and applies the dialog. @returns the trace.
   std::string apply(const OptionsDialog& dialog,
                     const std::vector<std::pair<std::string, std::string>>& changes) {
-    Item top = dialog.items();
-    for (const auto& [path, text] : changes) EXPECT_EQ(values::edit_text(top, path, text), std::nullopt);
+    const auto top = dialog.items();
+    for (const auto& [path, text] : changes) EXPECT_EQ(values::edit_text(*top, path, text), std::nullopt);
     CaptureStdout();
     CaptureStderr();
-    dialog.apply(top);
+    dialog.apply(*top);
     GetCapturedStderr();
     return GetCapturedStdout();
   }
@@ -52,37 +52,37 @@ class OptionValues : public CommandLines {
 };
 
 TEST_F(OptionValues, DisplayListDialogHasItsItemsInOrder) {
-  const Item top = gfx_.items();
+  const auto top = gfx_.items();
   EXPECT_STREQ(gfx_.name, "quil2gfxDialog");
-  EXPECT_EQ(top.name(), "prefList");
-  EXPECT_THAT(namesIn(top), ElementsAre("title", "sep1", "options", "sep2", "regmask", "sep3", "outmask",
-                                        "sep4", "segment"));
-  EXPECT_THAT(namesIn(*top.find("options")),
+  EXPECT_EQ(top->name(), "prefList");
+  EXPECT_THAT(namesIn(*top), ElementsAre("title", "sep1", "options", "sep2", "regmask", "sep3", "outmask",
+                                         "sep4", "segment"));
+  EXPECT_THAT(namesIn(*top->find("options")),
               ElementsAre("dirName", "output", "header", "label", "scale", "quilinfo", "nocomdef", "vtxshare",
                           "vtxcache", "vtxload", "strictflat", "noalignpad", "outobj", "nogeomclr",
                           "strictcidx", "noreduct"));
-  EXPECT_THAT(namesIn(*top.find("regmask")), ElementsAre("bit0", "bit1", "bit2", "bit3", "bit4"));
-  EXPECT_THAT(namesIn(*top.find("outmask")), ElementsAre("maskh", "tlut", "bitmap", "deform", "shape",
-                                                         "vtxlst", "gfxlst", "objs", "anims", "scene"));
-  EXPECT_THAT(namesIn(*top.find("segment")), ElementsAre("vtxseg", "imgseg", "tlutseg"));
-  EXPECT_EQ(top.find("options.scale")->look().columns, 20);
-  EXPECT_EQ(top.find("segment.vtxseg")->look().columns, 5);
+  EXPECT_THAT(namesIn(*top->find("regmask")), ElementsAre("bit0", "bit1", "bit2", "bit3", "bit4"));
+  EXPECT_THAT(namesIn(*top->find("outmask")), ElementsAre("maskh", "tlut", "bitmap", "deform", "shape",
+                                                          "vtxlst", "gfxlst", "objs", "anims", "scene"));
+  EXPECT_THAT(namesIn(*top->find("segment")), ElementsAre("vtxseg", "imgseg", "tlutseg"));
+  EXPECT_EQ(top->find("options.scale")->look().columns, 20);
+  EXPECT_EQ(top->find("segment.vtxseg")->look().columns, 5);
   for (const char* group : {"regmask", "outmask", "segment"})
-    EXPECT_TRUE(top.find(group)->look().horizontal) << group;
+    EXPECT_TRUE(top->find(group)->look().horizontal) << group;
 }
 
 TEST_F(OptionValues, ViewerDialogHasItsItemsInOrder) {
-  const Item top = zex_.items();
+  const auto top = zex_.items();
   EXPECT_STREQ(zex_.name, "quil2zexDialog");
-  EXPECT_THAT(namesIn(top), ElementsAre("title", "sep1", "options", "sep2", "segment"));
-  EXPECT_THAT(namesIn(*top.find("options")),
+  EXPECT_THAT(namesIn(*top), ElementsAre("title", "sep1", "options", "sep2", "segment"));
+  EXPECT_THAT(namesIn(*top->find("options")),
               ElementsAre("dirName", "output", "scale", "vtxcache", "vtxload", "noreduct", "fogoff"));
-  EXPECT_THAT(namesIn(*top.find("segment")), ElementsAre("vtxseg", "envseg", "imgseg", "tlutseg"));
+  EXPECT_THAT(namesIn(*top->find("segment")), ElementsAre("vtxseg", "envseg", "imgseg", "tlutseg"));
 }
 
 TEST_F(OptionValues, EveryItemHasALabel) {
   for (const OptionsDialog* dialog : {&gfx_, &zex_}) {
-    values::for_each_shown(dialog->items(), [&](const std::string& path, const Item& item) {
+    values::for_each_shown(*dialog->items(), [&](const std::string& path, const Item& item) {
       const bool on_base = item.kind() == values::ItemKind::label ||
                            (item.kind() == values::ItemKind::toggle && !item.look().force_label_format);
       EXPECT_NE(values::label_line(dialog->lines, item.name(), on_base ? "Base" : "Label"), nullptr) << path;
@@ -101,34 +101,34 @@ TEST_F(OptionValues, EveryItemHasALabel) {
 
 TEST_F(OptionValues, ItemsShowTheOptions) {
   set_all();
-  const Item gfx = gfx_.items();
-  EXPECT_EQ(shown(gfx, "options.dirName"), "out");
-  EXPECT_EQ(shown(gfx, "options.label"), "my label");
-  EXPECT_EQ(shown(gfx, "options.noalignpad"), "1");
-  EXPECT_EQ(shown(gfx, "segment.tlutseg"), "7");
-  const Item zex = zex_.items();
-  EXPECT_EQ(shown(zex, "options.fogoff"), "1");
-  EXPECT_EQ(shown(zex, "segment.envseg"), "4");
-  EXPECT_FALSE(gfx.changed());
+  const auto gfx = gfx_.items();
+  EXPECT_EQ(shown(*gfx, "options.dirName"), "out");
+  EXPECT_EQ(shown(*gfx, "options.label"), "my label");
+  EXPECT_EQ(shown(*gfx, "options.noalignpad"), "1");
+  EXPECT_EQ(shown(*gfx, "segment.tlutseg"), "7");
+  const auto zex = zex_.items();
+  EXPECT_EQ(shown(*zex, "options.fogoff"), "1");
+  EXPECT_EQ(shown(*zex, "segment.envseg"), "4");
+  EXPECT_FALSE(gfx->changed());
 }
 
 TEST_F(OptionValues, AFlagIsOnWhenItsFieldHoldsItsName) {
   set_option(ngops.nocomdef, "x-nocomdefy");
   set_option(ngops.strictflat, "yes");
-  EXPECT_EQ(shown(gfx_.items(), "options.nocomdef"), "1");
-  EXPECT_EQ(shown(gfx_.items(), "options.strictflat"), "0");
+  EXPECT_EQ(shown(*gfx_.items(), "options.nocomdef"), "1");
+  EXPECT_EQ(shown(*gfx_.items(), "options.strictflat"), "0");
 }
 
 TEST_F(OptionValues, MasksShowTheirBits) {
   set_option(ngops.regmask, "9");
   set_option(ngops.outmask, "513 and more");
-  const Item top = gfx_.items();
-  EXPECT_EQ(shown(top, "regmask.bit0") + shown(top, "regmask.bit1") + shown(top, "regmask.bit2") +
-                shown(top, "regmask.bit3") + shown(top, "regmask.bit4"),
+  const auto top = gfx_.items();
+  EXPECT_EQ(shown(*top, "regmask.bit0") + shown(*top, "regmask.bit1") + shown(*top, "regmask.bit2") +
+                shown(*top, "regmask.bit3") + shown(*top, "regmask.bit4"),
             "10010");
-  EXPECT_EQ(shown(top, "outmask.maskh") + shown(top, "outmask.tlut") + shown(top, "outmask.scene"), "101");
+  EXPECT_EQ(shown(*top, "outmask.maskh") + shown(*top, "outmask.tlut") + shown(*top, "outmask.scene"), "101");
   set_option(ngops.regmask, "junk");
-  EXPECT_EQ(shown(gfx_.items(), "regmask.bit0"), "0");
+  EXPECT_EQ(shown(*gfx_.items(), "regmask.bit0"), "0");
 }
 
 TEST_F(OptionValues, CycleModeAndPrimitiveColorAreStoredAsNine) {
@@ -138,9 +138,9 @@ TEST_F(OptionValues, CycleModeAndPrimitiveColorAreStoredAsNine) {
 }
 
 TEST_F(OptionValues, EveryToggleOfTheOutputMaskHasItsBit) {
-  const Item top = gfx_.items();
+  const auto top = gfx_.items();
   int value = 1;
-  for (const std::string& name : namesIn(*top.find("outmask"))) {
+  for (const std::string& name : namesIn(*top->find("outmask"))) {
     ngops = NgOps{};
     apply(gfx_, {{"outmask." + name, "1"}});
     EXPECT_EQ(ngops.outmask, std::to_string(value)) << name;

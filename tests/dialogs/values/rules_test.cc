@@ -432,37 +432,37 @@ INSTANTIATE_TEST_SUITE_P(Skeleton, DialogRule, testing::ValuesIn(kSkeleton), Cas
 TEST_F(ValuesTest, RenderModesAreActivatedByThePriorityWord) {
   qis->obj_list.records[1].fixed.render.pri = 0x00D00000;
   Opened obj = open("obj_1");
-  EXPECT_FALSE(obj.top.find(kType0)->activated());
-  EXPECT_FALSE(obj.top.find(kType1)->activated());
-  EXPECT_TRUE(obj.top.find(kCycle)->activated());
+  EXPECT_FALSE(obj.top->find(kType0)->activated());
+  EXPECT_FALSE(obj.top->find(kType1)->activated());
+  EXPECT_TRUE(obj.top->find(kCycle)->activated());
   edit(obj, kSw, "KAVOGBI");
-  EXPECT_FALSE(obj.top.find(kType0)->activated()) << "not before it is applied";
+  EXPECT_FALSE(obj.top->find(kType0)->activated()) << "not before it is applied";
   apply(obj);
-  EXPECT_TRUE(obj.top.find(kType0)->activated());
-  EXPECT_TRUE(obj.top.find(kType1)->activated());
-  EXPECT_TRUE(open("obj_1").top.find(kType0)->activated());
+  EXPECT_TRUE(obj.top->find(kType0)->activated());
+  EXPECT_TRUE(obj.top->find(kType1)->activated());
+  EXPECT_TRUE(open("obj_1").top->find(kType0)->activated());
   edit(obj, kSw, "QUIL ->");
   apply(obj);
-  EXPECT_FALSE(obj.top.find(kType1)->activated());
+  EXPECT_FALSE(obj.top->find(kType1)->activated());
 }
 
 TEST_F(ValuesTest, LevelsAreLabelledMinMiddleMax) {
   const Opened three = open("lod_1");
-  const Item& distances = *three.top.find("lod_set.lod_dist_group");
+  const Item& distances = *three.top->find("lod_set.lod_dist_group");
   EXPECT_EQ(distances.item(0).label(), "distance (min)< ");
   EXPECT_EQ(distances.item(1).label(), "distance      < ");
   EXPECT_EQ(distances.item(2).label(), "distance (max)< ");
   for (std::size_t i = 0; i < 3; ++i)
-    EXPECT_EQ(three.top.find("lod_set.lod_link_group")->item(i).label(), "then display obj_");
-  EXPECT_EQ(three.top.find("header.nlod")->label(), "number of LOD Level of obj_1");
+    EXPECT_EQ(three.top->find("lod_set.lod_link_group")->item(i).label(), "then display obj_");
+  EXPECT_EQ(three.top->find("header.nlod")->label(), "number of LOD Level of obj_1");
 
   auto& obj = qis->obj_list.records[0];
   obj.fixed.lod_count = 1;
   obj.lod_distances = {5};
   obj.lod_objs = {1};
   const Opened one = open("lod_0");
-  EXPECT_EQ(one.top.find("lod_set.lod_dist_group")->item(0).label(), "distance (min)< ");
-  EXPECT_EQ(one.top.find("header.nlod")->label(), "number of LOD Level of obj_0");
+  EXPECT_EQ(one.top->find("lod_set.lod_dist_group")->item(0).label(), "distance (min)< ");
+  EXPECT_EQ(one.top->find("header.nlod")->label(), "number of LOD Level of obj_0");
 }
 
 TEST_F(ValuesTest, LevelsWithJunkAreZero) {
@@ -481,15 +481,15 @@ TEST_F(ValuesTest, LevelsWithJunkAreZero) {
 TEST_F(ValuesTest, LevelsThatAreNotThereAreNotShown) {
   qis->obj_list.records[1].fixed.lod_count = 0xFFFFFFFF;
   qis->obj_list.records[1].lod_objs.resize(2);
-  EXPECT_EQ(open("lod_1").top.find("lod_set.lod_dist_group")->size(), 2u);
+  EXPECT_EQ(open("lod_1").top->find("lod_set.lod_dist_group")->size(), 2u);
 }
 
 TEST_F(ValuesTest, AVersion2RecordWithoutStructureShowsTheVersion1Items) {
   for (const char* node : {"mat_1", "obj_1", "tex_1", "anim_1", "shape_1"}) {
     make_scene(qi::kVersion1);
-    const auto size = open(node).top.size();
+    const auto size = open(node).top->size();
     qis->header.fixed.version = qi::kVersion2;
-    EXPECT_EQ(open(node).top.size(), size) << node;
+    EXPECT_EQ(open(node).top->size(), size) << node;
   }
   EXPECT_EQ(shown("shape_1", "kind"), "link to TriGroup[9]");
 }
@@ -500,7 +500,7 @@ TEST_F(ValuesTest, AVersion1FileNeverShowsOrWritesTheExtension) {
     Opened dialog = open(node);
     for (const char* path : {"ambient", "mat_type_fog", "cc_g_fog", "prim_color_fog", "renderfog", "quil2",
                              "mipmaplevel", "usepalette", "obj_render_label"})
-      EXPECT_EQ(dialog.top.find(path), nullptr) << node << " " << path;
+      EXPECT_EQ(dialog.top->find(path), nullptr) << node << " " << path;
   }
   qis->shape_list.records[1].ext->head.deformer_tag = qi::kEnvelopeTag;
   EXPECT_EQ(shown("shape_1", "kind"), "link to TriGroup[9]");

@@ -51,7 +51,7 @@ class DialogOutline : public ValuesTest, public testing::WithParamInterface<Outl
 
 TEST_P(DialogOutline, HasItsItemsInOrder) {
   make_scene(GetParam().version);
-  EXPECT_EQ(outline(open(GetParam().node).top), "prefList{" + GetParam().items + "}");
+  EXPECT_EQ(outline(*open(GetParam().node).top), "prefList{" + GetParam().items + "}");
 }
 
 const std::string kTitle = "title-(\"dialogName\" nodeName_32)";
@@ -140,8 +140,8 @@ TEST_F(ValuesTest, EachCombinerOfAMaterialHasThePanelsOfItsOwnStyle) {
       mat.fixed.mat_type = style;
       mat.ext->head.mat_type_fog = fog_style;
       const Opened dialog = open("mat_1");
-      EXPECT_EQ(outline(*dialog.top.find("cc_g")), "cc_g!(" + (style ? kKavo : kQuil) + ")");
-      EXPECT_EQ(outline(*dialog.top.find("cc_g_fog")), "cc_g_fog!(" + (fog_style ? kKavo : kQuil) + ")");
+      EXPECT_EQ(outline(*dialog.top->find("cc_g")), "cc_g!(" + (style ? kKavo : kQuil) + ")");
+      EXPECT_EQ(outline(*dialog.top->find("cc_g_fog")), "cc_g_fog!(" + (fog_style ? kKavo : kQuil) + ")");
     }
   }
 }
@@ -157,7 +157,7 @@ class AnimChannels : public ValuesTest, public testing::WithParamInterface<Chann
 
 TEST_P(AnimChannels, OffersConstraintsForWhatTheAnimationLeavesFree) {
   qis->anim_list.records[1].ext->head.flags = GetParam().flags;
-  EXPECT_EQ(outline(*open("anim_1").top.find("quil2")), "quil2(" + GetParam().quil2 + ")");
+  EXPECT_EQ(outline(*open("anim_1").top->find("quil2")), "quil2(" + GetParam().quil2 + ")");
 }
 
 const std::string kOrient = "orient_c-([=orient_c_on] orient_c_node_5)";
@@ -194,7 +194,7 @@ INSTANTIATE_TEST_SUITE_P(Values, AnimChannels, testing::ValuesIn(kChannels), Cas
 TEST_F(ValuesTest, AnimChannelsAreNeverEmpty) {
   for (Word flags = 0; flags < 0x200; ++flags) {
     qis->anim_list.records[1].ext->head.flags = flags;
-    EXPECT_GT(open("anim_1").top.find("quil2")->size(), 0u) << std::hex << flags;
+    EXPECT_GT(open("anim_1").top->find("quil2")->size(), 0u) << std::hex << flags;
   }
 }
 

@@ -7,7 +7,7 @@
 #include <array>
 #include <bit>
 #include <map>
-#include <optional>
+#include <memory>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -183,34 +183,34 @@ class ValuesTest : public testing::Test {
   /// The items that the dialog of a node shows, and the traces of opening it.
   struct Opened {
     values::DialogOn on;
-    values::Item top;
+    std::unique_ptr<values::Item> top;
     std::string traces;
   };
   static Opened open(std::string_view node) {
     const auto on = values::dialog_of_node(node);
     testing::internal::CaptureStdout();
-    auto top = on ? on->dialog->open(on->number) : std::nullopt;
+    auto top = on ? on->dialog->open(on->number) : nullptr;
     const std::string traces = testing::internal::GetCapturedStdout();
     if (!top) throw std::runtime_error("no dialog for " + std::string(node));
-    return {*on, std::move(*top), traces};
+    return {*on, std::move(top), traces};
   }
 
   static std::string shown(const Opened& dialog, std::string_view path) {
-    const values::Item* const item = dialog.top.find(path);
+    const values::Item* const item = dialog.top->find(path);
     return item ? values::shown_text(*item, dialog.on.dialog->lines()) : "(no such item)";
   }
   static std::string shown(std::string_view node, std::string_view path) { return shown(open(node), path); }
 
   /// What the user makes of an item.
   static void edit(Opened& dialog, std::string_view path, const std::string& text) {
-    const auto complaint = values::edit_text(dialog.top, path, text);
+    const auto complaint = values::edit_text(*dialog.top, path, text);
     EXPECT_FALSE(complaint) << *complaint;
   }
 
   /// Applies a dialog; gives what it printed.
   static std::string apply(Opened& dialog) {
     testing::internal::CaptureStdout();
-    const int result = values::applyChanges(dialog.on.dialog->name(), dialog.top, dialog.on.number);
+    const int result = values::applyChanges(dialog.on.dialog->name(), *dialog.top, dialog.on.number);
     const std::string traces = testing::internal::GetCapturedStdout();
     EXPECT_EQ(result, 1);
     return traces;

@@ -1,21 +1,22 @@
 /// @file
-/// A dialog's items as a tree of values: what the value half knows of the widgets.
+/// The items of a dialog as a tree of values: what each shows, whether that has changed, and how it looks.
 #pragma once
 
 #include <algorithm>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
 
-namespace values {
+namespace items {
 
 /// `list` is the top of a dialog, and a column of items inside one; a `radio` is a group of toggles of which
-/// one is on.
+/// the user turns on one at a time.
 enum class ItemKind { list, group, radio, toggle, text, option, label, separator };
 
-/// What a widget builder needs to know beside an item's kind and name.
+/// How an item looks, beside its kind and name.
 struct Look {
   bool horizontal = false;                ///< group, radio: the items stand side by side
   bool no_label = false;                  ///< group, radio: without a label of its own
@@ -33,53 +34,81 @@ struct Value {
   friend bool operator==(const Value&, const Value&) = default;
 };
 
-/// One item with all that it holds.
+/// Shows an item on the screen, and is told when there is something else to show.
+class Watcher {
+ public:
+  /// The item, or one in it, shows another value.
+  virtual void shown() = 0;
+  /// The item was activated or greyed, or has another label.
+  virtual void restyled() = 0;
+
+ protected:
+  ~Watcher() = default;
+};
+
+/// One item with all that it holds. It stays where it was made, so that others may hold on to it.
 class Item {
  public:
   Item(ItemKind kind, std::string name, Look look = {})
       : kind_(kind), name_(std::move(name)), look_(std::move(look)) {}
+  virtual ~Item() = default;
+  Item(const Item&) = delete;
+  Item& operator=(const Item&) = delete;
 
   ItemKind kind() const { return kind_; }
   const std::string& name() const { return name_; }
   const Look& look() const { return look_; }
+  /// To be changed before the item is on the screen.
   Look& look() { return look_; }
 
   std::size_t size() const { return items_.size(); }
-  const Item& item(std::size_t i) const { return items_[i]; }
-  Item& item(std::size_t i) { return items_[i]; }
-  Item& add(Item item) { return items_.emplace_back(std::move(item)); }
+  const Item& item(std::size_t i) const { return *items_[i]; }
+  Item& item(std::size_t i) { return *items_[i]; }
+  /// Appends an item. @returns it.
+  Item& add(std::unique_ptr<Item> item);
+  Item& add(ItemKind kind, std::string name, Look look = {});
+  /// The item that this one was added to; null at the top.
+  const Item* holder() const { return holder_; }
   /// The first item that a path such as "cc_g.cc_quil" leads to; null when there is none.
   const Item* find(std::string_view path) const { return find_in(this, path); }
   Item* find(std::string_view path) { return find_in(this, path); }
 
   /// The text of its label, where that depends on the record; otherwise the dialog's label lines say it.
   const std::optional<std::string>& label() const { return label_; }
-  void set_label(std::string label) { label_ = std::move(label); }
+  void set_label(std::string label);
 
   /// Whether the user may change it (the opposite of greyed out).
   bool activated() const { return activated_; }
-  void setActivated(bool activated) { activated_ = activated; }
+  void set_activated(bool activated);
 
   const Value& value() const { return shown_; }
   const std::string& text() const { return shown_.text; }
   bool on() const { return shown_.on; }
   int option() const { return shown_.option; }
   /// The label of the entry that an option is on; the index, as a number, when it lies beyond the menu.
-  std::string entry() const;
+  std::string entry() const { return entry(shown_.option); }
+  std::string entry(int index) const;
 
   /// Shows a value from the record: the item has not changed.
-  void setValue(Value value);
+  void set_value(Value value);
   /// Shows what the user makes of it. From then on the item has changed until the value is applied or set.
+  /// A toggle of a radio that is turned on turns off the others.
   void edit(Value value);
-  /// Shows what a widget shows, which knows itself whether it has changed.
-  void mirror(Value value, bool changed);
 
-  /// Whether the item, or one of those in it, has changed.
+  /// Whether what is shown, here or in an item below, has differed at any moment from what was last set or
+  /// applied.
   bool changed() const;
   /// What is shown is applied: nothing below has changed any more.
   void applied();
   /// Back to what was last set or applied, for all below.
   void revert();
+
+  /// Whether this is a toggle of a radio.
+  bool in_radio() const;
+
+  /// Tells `watcher` from now on, until it is given null, and nobody else. Its owner sees to it that it lives
+  /// as long as that.
+  void watch(Watcher* watcher) { watcher_ = watcher; }
 
  private:
   template <class Self>
@@ -87,11 +116,13 @@ class Item {
     while (found && !path.empty()) {
       const std::string_view name = path.substr(0, path.find('.'));
       path.remove_prefix(std::min(name.size() + 1, path.size()));
-      const auto item = std::ranges::find(found->items_, name, &Item::name_);
-      found = item == found->items_.end() ? nullptr : &*item;
+      const auto item = std::ranges::find(found->items_, name, [](const auto& it) { return it->name(); });
+      found = item == found->items_.end() ? nullptr : item->get();
     }
     return found;
   }
+
+  void show(Value value);
 
   ItemKind kind_;
   std::string name_;
@@ -100,7 +131,9 @@ class Item {
   bool activated_ = true;
   Value shown_, settled_;
   bool changed_ = false;
-  std::vector<Item> items_;
+  std::vector<std::unique_ptr<Item>> items_;
+  Item* holder_ = nullptr;
+  Watcher* watcher_ = nullptr;
 };
 
 // The values of the item that a path leads to; off, 0 or empty when the tree has no such item, as when the
@@ -109,7 +142,4 @@ bool on_at(const Item& top, std::string_view path);
 int option_at(const Item& top, std::string_view path);
 std::string text_at(const Item& top, std::string_view path);
 
-/// Names and options end at a line break: a longer text was pasted.
-inline std::string first_line(const std::string& text) { return text.substr(0, text.find_first_of("\r\n")); }
-
-}  // namespace values
+}  // namespace items
