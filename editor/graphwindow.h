@@ -55,7 +55,7 @@ class GraphWindow : public VkWindow, private SceneDisplay, private TextureDispla
   void deleteLink(VkNode* parent, VkNode* child);
   void deleteDupChild(VkNode* parent, VkNode* child);
 
-  /// The write-backs, one for each kind of node, see writeBack.
+  /// The write-backs, one for each kind of node, see values::Dialog::write_back.
   int sceneChanged(VkPrefItem* top);
   int shapeChanged(VkPrefItem* top, unsigned long index);
   int texChanged(VkPrefItem* top, unsigned long index);

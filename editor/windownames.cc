@@ -2,7 +2,6 @@
 /// Forwards that exist for their names: members of GraphWindow whose work its parts do.
 #include "dialogs/values/kinds.h"
 #include "dialogs/values/optionvalues.h"
-#include "dialogs/writeback.h"
 #include "editor/graphwindow.h"
 #include "editor/model/currentscene.h"
 #include "editor/model/tracedlinks.h"
@@ -13,7 +12,7 @@ namespace {
 
 template <class Key>
 int changed(VkPrefItem* top, unsigned long index) {
-  return writeBack(values::dialog_of<Key>(), *top, index);
+  return values::dialog_of<Key>().write_back(top->model(), static_cast<Word>(index));
 }
 
 }  // namespace

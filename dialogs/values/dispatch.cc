@@ -48,20 +48,15 @@ PrefAction handlePrefs(std::string_view dialog_name, int reason) {
   return gfx ? PrefAction::applyOptions : PrefAction::applyOptions2;
 }
 
-const Dialog* applied_dialog(std::string_view dialog_name, Word number) {
+int applyChanges(std::string_view dialog_name, Item& top, Word number) {
   std::printf("This is %.*s, index = %u.\n", static_cast<int>(dialog_name.size()), dialog_name.data(),
               number);
   const auto dialog =
       std::ranges::find_if(dialogs(), [&](const Dialog* d) { return contains(dialog_name, d->name()); });
-  if (dialog == dialogs().end()) return nullptr;
+  if (dialog == dialogs().end()) return 0;
   if (const char* const call = (*dialog)->traced_call()) std::printf("Call %s.\n", call);
   if (*dialog == &dialog_of<qi::Obj>()) std::printf("This node is obj_%u (member func)\n", number);
-  return *dialog;
-}
-
-int applyChanges(std::string_view dialog_name, Item& top, Word number) {
-  const Dialog* const dialog = applied_dialog(dialog_name, number);
-  return dialog ? dialog->write_back(top, number) : 0;
+  return (*dialog)->write_back(top, number);
 }
 
 }  // namespace values

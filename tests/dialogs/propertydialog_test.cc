@@ -15,7 +15,6 @@
 
 #include "dialogs/propertydialogs.h"
 #include "dialogs/values/dispatch.h"
-#include "dialogs/writeback.h"
 #include "editor/model/currentscene.h"
 #include "qilib/edit.h"
 #include "qilib/opensave.h"
@@ -56,8 +55,7 @@ class PropertyDialogTest : public DisplayTest {
   }
 
   static int apply(PropertyDialog& dialog) {
-    const auto* const kind = values::applied_dialog(dialog.name(), static_cast<Word>(dialog.index()));
-    return kind ? writeBack(*kind, *dialog.item(), dialog.index()) : 0;
+    return values::applyChanges(dialog.name(), dialog.item()->model(), static_cast<Word>(dialog.index()));
   }
 
   /// The item that a path leads to. Throws when there is none of that class.
