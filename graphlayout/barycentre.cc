@@ -1,5 +1,5 @@
 /// @file
-/// Sweeps of floating items.
+/// Sweeps of ordering by barycentres.
 #include "graphlayout/barycentre.h"
 
 #include <algorithm>
@@ -21,23 +21,24 @@ BarycentreOrdering::BarycentreOrdering(Layers& layers, const Options& options)
 
 void BarycentreOrdering::sweep(bool down) {
   const std::size_t ranks = layers_.rank_count();
-  for (std::size_t k = 0; k < ranks; ++k) settle(down ? k : ranks - 1 - k);
+  for (std::size_t k = 0; k < ranks; ++k) order_rank(down ? k : ranks - 1 - k);
 }
 
-void BarycentreOrdering::settle(std::size_t r) {
+void BarycentreOrdering::order_rank(std::size_t r) {
   const auto items = layers_.rank(r);
-  wishes_.clear();
-  for (const std::uint32_t item : items) wishes_.push_back({wish(item), item});
-  if (!std::ranges::is_sorted(wishes_, {}, &Wish::x)) std::ranges::stable_sort(wishes_, {}, &Wish::x);
+  entries_.clear();
+  for (const std::uint32_t item : items) entries_.push_back({barycentre(item), item});
+  if (!std::ranges::is_sorted(entries_, {}, &Entry::barycentre))
+    std::ranges::stable_sort(entries_, {}, &Entry::barycentre);
   spacing_.clear();
   for (std::size_t i = 0; i < items.size(); ++i) {
-    items[i] = wishes_[i].item;
-    spacing_.add(wishes_[i].x, 1, i == 0 ? 0 : distance(layers_, items[i - 1], items[i], options_));
+    items[i] = entries_[i].item;
+    spacing_.add(entries_[i].barycentre, 1, i == 0 ? 0 : distance(layers_, items[i - 1], items[i], options_));
   }
   spacing_.finish([&](std::size_t i, double x) { x_[items[i]] = x; });
 }
 
-double BarycentreOrdering::wish(std::uint32_t item) const {
+double BarycentreOrdering::barycentre(std::uint32_t item) const {
   const auto above = layers_.up.of(item), below = layers_.down.of(item);
   if (above.empty() && below.empty()) return x_[item];
   double sum = 0;

@@ -1,5 +1,5 @@
 /// @file
-/// Orders ranks by letting items float to the middle of their neighbours.
+/// Orders ranks by the barycentres of their items.
 #pragma once
 
 #include <cstdint>
@@ -10,9 +10,10 @@
 
 namespace graphlayout {
 
-/// Every item wants to be in the middle of its neighbours above and below, its rank keeps it at a distance
-/// from the others, and the rank is put in the order of the wishes. Seeing both sides and true distances,
-/// rather than positions in one neighbouring rank, is what makes this find good orders.
+/// The barycentre method of Sugiyama, Tagawa and Toda (1981), in a variant: an item's barycentre is the mean
+/// of the x of its neighbours above and below, each rank is put in the order of its items' barycentres, and
+/// then placed as near to them as the items' distances allow. Seeing both sides and true distances, rather
+/// than positions in one neighbouring rank, is what makes this find good orders.
 class BarycentreOrdering {
  public:
   /// Both are kept by reference. The sweeps begin with the present order.
@@ -22,17 +23,17 @@ class BarycentreOrdering {
   void sweep(bool down);
 
  private:
-  void settle(std::size_t r);
-  double wish(std::uint32_t item) const;
+  void order_rank(std::size_t r);
+  double barycentre(std::uint32_t item) const;
 
-  struct Wish {
-    double x;
+  struct Entry {
+    double barycentre;
     std::uint32_t item;
   };
   Layers& layers_;
   const Options& options_;
-  std::vector<double> x_;  // per item, its middle
-  std::vector<Wish> wishes_;
+  std::vector<double> x_;       // per item, its middle
+  std::vector<Entry> entries_;  // of the rank at hand
   Spacing spacing_;
 };
 

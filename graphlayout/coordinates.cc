@@ -10,43 +10,45 @@
 namespace graphlayout {
 namespace {
 
-/// The middles of all items: each floats to the weighted mean of its neighbours, the order of its rank fixed.
+/// The x of the middles of all items. Sweep by sweep, each rank is placed as near to the weighted barycentres
+/// of its items' neighbours as their order and distances allow.
 std::vector<double> place_across(const Layers& layers, const Options& options) {
   std::vector<double> x(layers.item_count());
   Spacing spacing;
-  const auto settle = [&](std::size_t r, auto wish) {
+  const auto place_rank = [&](std::size_t r, auto pull_on) {
     const auto items = layers.rank(r);
     spacing.clear();
     for (std::size_t i = 0; i < items.size(); ++i) {
-      const auto [target, weight] = wish(items[i]);
+      const auto [target, weight] = pull_on(items[i]);
       spacing.add(target, weight, i == 0 ? 0 : distance(layers, items[i - 1], items[i], options));
     }
     spacing.finish([&](std::size_t i, double place) { x[items[i]] = place; });
   };
-  struct Wish {
+  struct Pull {
     double target, weight;
   };
   for (std::size_t r = 0; r < layers.rank_count(); ++r) {
-    settle(r, [](std::uint32_t) { return Wish{0, 1}; });
+    place_rank(r, [](std::uint32_t) { return Pull{0, 1}; });
   }
 
-  const auto middle = [&](std::uint32_t item) {
-    Wish wish{0, 0};
-    const auto pull = [&](std::uint32_t other) {
-      // A bend in the middle of an arc is uglier than a slanted end.
+  const auto barycentre = [&](std::uint32_t item) {
+    Pull sum{0, 0};
+    const auto add = [&](std::uint32_t other) {
+      // A bend in the middle of an arc is uglier than a slanted end: the weights that Gansner, Koutsofios,
+      // North and Vo (1993) give to the segments of long arcs.
       const double weight = layers.is_dummy(item) ? (layers.is_dummy(other) ? 8 : 2) : 1;
-      wish.target += weight * x[other];
-      wish.weight += weight;
+      sum.target += weight * x[other];
+      sum.weight += weight;
     };
-    for (const std::uint32_t other : layers.up.of(item)) pull(other);
-    for (const std::uint32_t other : layers.down.of(item)) pull(other);
-    if (wish.weight == 0) return Wish{x[item], 1};
-    return Wish{wish.target / wish.weight, wish.weight};
+    for (const std::uint32_t other : layers.up.of(item)) add(other);
+    for (const std::uint32_t other : layers.down.of(item)) add(other);
+    if (sum.weight == 0) return Pull{x[item], 1};
+    return Pull{sum.target / sum.weight, sum.weight};
   };
   constexpr int kSweeps = 16;
   for (int sweep = 0; sweep < kSweeps; ++sweep) {
     for (std::size_t k = 0; k < layers.rank_count(); ++k) {
-      settle(sweep % 2 == 0 ? layers.rank_count() - 1 - k : k, middle);
+      place_rank(sweep % 2 == 0 ? layers.rank_count() - 1 - k : k, barycentre);
     }
   }
   for (double& place : x) place = std::round(place);  // lines that are upright but for a fraction become so

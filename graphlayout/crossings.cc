@@ -43,7 +43,8 @@ std::vector<Line> lines_of(std::span<const Size> sizes, std::span<const Arc> arc
   return lines;
 }
 
-/// Crossings of lines that all run from one height to another: pairs in opposite order at the two.
+/// Crossings of lines that all run from one height to another: pairs in opposite order at the two, counted as
+/// in count_crossings().
 class Slab {
  public:
   std::uint64_t crossings(std::span<const Line> lines, double top, double bottom) {

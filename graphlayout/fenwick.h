@@ -8,7 +8,7 @@
 
 namespace graphlayout {
 
-/// A Fenwick tree over the numbers 0 to size - 1: O(log size) per call.
+/// A binary indexed tree (Fenwick 1994) over the numbers 0 to size - 1: O(log size) per call.
 class Fenwick {
  public:
   void clear(std::size_t size) {

@@ -35,13 +35,14 @@ void fit(Layout& layout, std::span<const Size> sizes) {
   layout.height = bottom - top;
 }
 
-/// A part of a graph that hangs together; numbers are those of the graph.
-struct Part {
+/// A connected component of a graph; numbers are those of the graph.
+struct Component {
   std::vector<std::uint32_t> nodes, arcs;
 };
 
-/// The parts in the order of their first nodes. Nodes without arcs are one part.
-std::vector<Part> split(std::size_t node_count, std::span<const Arc> arcs) {
+/// The components in the order of their first nodes, found by a disjoint-set forest. All nodes without arcs
+/// count as one component.
+std::vector<Component> split(std::size_t node_count, std::span<const Arc> arcs) {
   std::vector<std::uint32_t> root(node_count);
   for (std::uint32_t v = 0; v < node_count; ++v) root[v] = v;
   const auto find = [&](std::uint32_t v) {
@@ -54,20 +55,20 @@ std::vector<Part> split(std::size_t node_count, std::span<const Arc> arcs) {
     const auto [low, high] = std::minmax({find(arc.from), find(arc.to)});
     root[high] = low;  // the least node stays the root
   }
-  std::vector<Part> parts;
-  std::vector<std::uint32_t> part_of(node_count, kNone);
+  std::vector<Component> components;
+  std::vector<std::uint32_t> component_of(node_count, kNone);
   std::uint32_t singles = kNone;
   for (std::uint32_t v = 0; v < node_count; ++v) {
-    std::uint32_t& part = single[v] ? singles : part_of[find(v)];
-    if (part == kNone) {
-      part = static_cast<std::uint32_t>(parts.size());
-      parts.emplace_back();
+    std::uint32_t& component = single[v] ? singles : component_of[find(v)];
+    if (component == kNone) {
+      component = static_cast<std::uint32_t>(components.size());
+      components.emplace_back();
     }
-    parts[part].nodes.push_back(v);
-    part_of[v] = part;
+    components[component].nodes.push_back(v);
+    component_of[v] = component;
   }
-  for (std::uint32_t i = 0; i < arcs.size(); ++i) parts[part_of[arcs[i].from]].arcs.push_back(i);
-  return parts;
+  for (std::uint32_t i = 0; i < arcs.size(); ++i) components[component_of[arcs[i].from]].arcs.push_back(i);
+  return components;
 }
 
 /// Lays out one connected graph.
@@ -94,22 +95,23 @@ Layout lay_out_singles(std::span<const Size> sizes, const Options& options) {
   return layout;
 }
 
-/// Lays out each part and packs them.
-Layout lay_out_parts(std::span<const Size> sizes, std::span<const Arc> arcs, const Options& options) {
-  const std::vector<Part> parts = split(sizes.size(), arcs);
+/// Lays out each component and packs them.
+Layout lay_out_components(std::span<const Size> sizes, std::span<const Arc> arcs, const Options& options) {
+  const std::vector<Component> components = split(sizes.size(), arcs);
   std::vector<Layout> layouts;
   std::vector<Size> boxes;
   std::vector<std::uint32_t> number(sizes.size());
-  for (const Part& part : parts) {
-    std::vector<Size> part_sizes;
-    std::vector<Arc> part_arcs;
-    for (const std::uint32_t v : part.nodes) {
-      number[v] = static_cast<std::uint32_t>(part_sizes.size());
-      part_sizes.push_back(sizes[v]);
+  for (const Component& component : components) {
+    std::vector<Size> own_sizes;
+    std::vector<Arc> own_arcs;
+    for (const std::uint32_t v : component.nodes) {
+      number[v] = static_cast<std::uint32_t>(own_sizes.size());
+      own_sizes.push_back(sizes[v]);
     }
-    for (const std::uint32_t i : part.arcs) part_arcs.push_back({number[arcs[i].from], number[arcs[i].to]});
-    layouts.push_back(part_arcs.empty() ? lay_out_singles(part_sizes, options)
-                                        : lay_out(part_sizes, std::move(part_arcs), options));
+    for (const std::uint32_t i : component.arcs)
+      own_arcs.push_back({number[arcs[i].from], number[arcs[i].to]});
+    layouts.push_back(own_arcs.empty() ? lay_out_singles(own_sizes, options)
+                                       : lay_out(own_sizes, std::move(own_arcs), options));
     boxes.push_back({layouts.back().width, layouts.back().height});
   }
   const std::vector<Point> corners = pack(boxes, options.component_gap, options.aspect);
@@ -117,11 +119,11 @@ Layout lay_out_parts(std::span<const Size> sizes, std::span<const Arc> arcs, con
   Layout whole;
   whole.nodes.resize(sizes.size());
   std::vector<std::span<const Point>> bends(arcs.size());
-  for (std::size_t p = 0; p < parts.size(); ++p) {
-    move(layouts[p], corners[p]);
-    for (std::size_t k = 0; k < parts[p].nodes.size(); ++k)
-      whole.nodes[parts[p].nodes[k]] = layouts[p].nodes[k];
-    for (std::size_t k = 0; k < parts[p].arcs.size(); ++k) bends[parts[p].arcs[k]] = layouts[p].bends.of(k);
+  for (std::size_t c = 0; c < components.size(); ++c) {
+    const auto& [nodes, own_arcs] = components[c];
+    move(layouts[c], corners[c]);
+    for (std::size_t k = 0; k < nodes.size(); ++k) whole.nodes[nodes[k]] = layouts[c].nodes[k];
+    for (std::size_t k = 0; k < own_arcs.size(); ++k) bends[own_arcs[k]] = layouts[c].bends.of(k);
   }
   whole.bends.starts.push_back(0);
   for (const auto& points : bends) {
@@ -135,7 +137,7 @@ Layout lay_out_parts(std::span<const Size> sizes, std::span<const Arc> arcs, con
 
 Layout layered(const SimpleGraph& graph, const Options& options) {
   const LeafBlocks blocks(graph, options);
-  Layout layout = blocks.unfold(lay_out_parts(blocks.sizes(), blocks.arcs(), options));
+  Layout layout = blocks.unfold(lay_out_components(blocks.sizes(), blocks.arcs(), options));
   fit(layout, graph.sizes);
   return layout;
 }

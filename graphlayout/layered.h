@@ -1,5 +1,5 @@
 /// @file
-/// The layered layout of any graph: its connected parts, each in layers, packed.
+/// The layered layout of any graph: its connected components, each in layers, packed.
 #pragma once
 
 #include "graphlayout/layout.h"

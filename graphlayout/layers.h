@@ -1,5 +1,5 @@
 /// @file
-/// A graph cut into ranks: what the ordering and the coordinates work on.
+/// A graph cut into ranks, or layers: what the ordering and the coordinates work on.
 #pragma once
 
 #include <cstdint>
@@ -11,9 +11,9 @@
 
 namespace graphlayout {
 
-/// Items are the graph's nodes and, for each rank that an arc passes through, a stand-in ("dummy") that keeps
-/// room for it, so that all segments lead from one rank to the next. Items are numbered rank by rank: rank r
-/// holds items rank_starts[r] to rank_starts[r + 1], in `order` from left to right.
+/// Items are the graph's nodes and, for each rank that an arc passes through, a dummy node that keeps room
+/// for it: all segments of arcs lead from one rank to the next (a proper layering). Items are numbered rank
+/// by rank: rank r holds items rank_starts[r] to rank_starts[r + 1], in `order` from left to right.
 struct Layers {
   static constexpr std::uint32_t kDummy = 0xFFFFFFFF;
 

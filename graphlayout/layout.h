@@ -1,6 +1,10 @@
 /// @file
 /// Positions for the nodes and arcs of a graph: a pure function from sizes and arcs to coordinates.
 ///
+/// The method is the layered drawing of Sugiyama, Tagawa and Toda (1981): arcs that close a cycle are turned
+/// round (ranks.h), nodes get ranks, or layers (ranks.h), long arcs get dummy nodes (layers.h), the ranks are
+/// ordered for few crossings (ordering.h), and then come the coordinates (coordinates.h).
+///
 /// Everything is in pixels, x to the right and y down, the drawing's top left corner at (0, 0). Nothing here
 /// keeps state: the same input gives the same output. Time and memory stay close to linear in nodes and arcs,
 /// whatever the graph looks like. The only exception that can leave these functions is std::bad_alloc.
@@ -37,8 +41,8 @@ struct Options {
   double rank_gap = 60;       ///< between ranks; grows up to `rank_stretch` times where arcs run far sideways
   double rank_stretch = 4;    ///< 1: all rank gaps are equal
   double arc_gap = 10;        ///< what an arc that passes through a rank keeps free on each side
-  double component_gap = 60;  ///< between the parts of a graph that hang together
-  double aspect = 1.6;        ///< width to height that unconnected parts are packed into
+  double component_gap = 60;  ///< between the connected components of a graph
+  double aspect = 1.6;        ///< width to height that the components are packed into
   /// From this many childless children that no other parent shares, a node has them in rows of a block below
   /// it instead of in one endless row; 0: never.
   std::uint32_t wrap_leaves = 24;
@@ -68,8 +72,8 @@ struct Layout {
 };
 
 /// A layered layout: arcs point down, but for those that close a cycle; no two nodes overlap; trees have no
-/// crossings and keep the order in which their arcs come. Parts of the graph that aren't connected are packed
-/// side by side and below each other, the first node's part first.
+/// crossings and keep the order in which their arcs come. Connected components are packed side by side and
+/// below each other, the first node's first.
 Layout layout(std::span<const Size> sizes, std::span<const Arc> arcs, const Options& options = {});
 
 /// What layout_subtree() moved: `nodes` and `arcs` are numbers in the caller's lists.

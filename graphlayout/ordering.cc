@@ -1,5 +1,6 @@
 /// @file
-/// Crossing reduction: floating finds the large-scale order, sifting mends what is left from place to place.
+/// Crossing reduction: barycentres find the large-scale order, sifting mends what is left from place to
+/// place.
 #include "graphlayout/ordering.h"
 
 #include <algorithm>
@@ -75,8 +76,8 @@ void reduce_crossings(Layers& layers, const Options& options) {
   const std::size_t size = layers.item_count() + layers.up.total();
   std::uint64_t fewest = improve(layers, options, size);
 
-  // Where small graphs end depends on where they begin, and trying again costs nothing that anyone would
-  // notice.
+  // How few crossings are reached depends on the order that one begins with. Small graphs are quickly tried
+  // again from other orders.
   const auto starts = static_cast<std::uint32_t>(std::clamp<std::size_t>(10'000 / size, 1, 8));
   std::vector<std::uint32_t> best = layers.order;
   for (std::uint32_t start = 1; start < starts && fewest > 0; ++start) {

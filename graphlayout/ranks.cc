@@ -9,7 +9,7 @@
 namespace graphlayout {
 namespace {
 
-/// Nodes in an order in which every arc leads to a later one.
+/// Nodes in a topological order: every arc leads to a later one (Kahn 1962).
 std::vector<std::uint32_t> topological_order(std::size_t node_count, const Neighbours& up,
                                              const Neighbours& down) {
   std::vector<std::uint32_t> order, waiting(node_count);
@@ -92,8 +92,8 @@ std::vector<std::uint32_t> assign_ranks(std::size_t node_count, std::span<const 
     for (const std::uint32_t w : down.of(v)) rank[w] = std::max(rank[w], rank[v] + 1);
   }
 
-  // A node's arcs get shorter in sum when it moves towards the side on which it has more of them. Each pass
-  // lets room travel through the whole graph; few passes are enough.
+  // A node's arcs get shorter in sum when it moves towards the side on which it has more of them. What one
+  // node gives up its neighbours can use in the same pass; few passes are enough.
   constexpr int kPasses = 8;
   bool moved = true;
   for (int pass = 0; pass < kPasses && moved; ++pass) {

@@ -1,5 +1,5 @@
 /// @file
-/// What a caller gives, made harmless: finite sizes, and each pair of linked nodes once.
+/// The simple graph in what a caller gives: finite sizes, no self-links, each pair of linked nodes once.
 #pragma once
 
 #include <cstdint>
@@ -12,7 +12,7 @@ namespace graphlayout {
 
 inline constexpr std::uint32_t kNone = 0xFFFFFFFF;
 
-/// The graph without self-links, duplicates and arcs that lead nowhere.
+/// A graph without self-links, duplicates and arcs that lead nowhere.
 struct SimpleGraph {
   std::vector<Size> sizes;
   std::vector<Arc> arcs;              ///< grouped by `from`; the arcs of a node in the caller's order
@@ -20,6 +20,7 @@ struct SimpleGraph {
 };
 
 SimpleGraph simplify(std::span<const Size> sizes, std::span<const Arc> arcs);
+/// The same with all numbers brought into their range, NaN as layout.h says.
 Options sane(const Options& options);
 Size sane(const Size& size);
 

@@ -8,7 +8,8 @@
 namespace graphlayout {
 
 /// Finds the x that minimise the sum of weight * (x - target)^2 with each x at least its gap beyond the one
-/// before: isotonic regression by pooling adjacent violators. Keeps its buffer between rows.
+/// before: isotonic regression, by pooling adjacent violators (Ayer, Brunk, Ewing, Reid and Silverman 1955).
+/// Keeps its buffer between rows.
 class Spacing {
  public:
   void clear() {

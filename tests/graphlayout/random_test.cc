@@ -21,7 +21,7 @@ std::vector<graphlayout::Size> random_sizes(Random& random, std::uint32_t count)
   return sizes;
 }
 
-/// Arcs between any two nodes: cycles, self-links, duplicates, parts that don't hang together.
+/// Arcs between any two nodes: cycles, self-links, duplicates, several components.
 Graph any_graph(Random& random) {
   const std::uint32_t nodes = 1 + random.below(60), arcs = random.below(2 * nodes + 1);
   Graph graph{random_sizes(random, nodes), {}};
