@@ -101,10 +101,10 @@ void fill(MorphPart& part) {
 }
 
 void fill(EnvelopeTri& tri) {
-  tri.node = {FullWeightedPart::kTag, 0};
+  tri.node = {FullWeightedPart::kNewTag, 0};
   tri.word7 = kUnset;
   for (Word i = 0; i < tri.corners.size(); ++i)
-    tri.corners[i] = {.node = {FullWeightedPart::kTag, 0}, .words = {i, i, i, i}, .word6 = kUnset};
+    tri.corners[i] = {.node = {FullWeightedPart::kNewTag, 0}, .words = {i, i, i, i}, .word6 = kUnset};
 }
 
 void fill(ClusterEntry& cluster) {
@@ -114,9 +114,9 @@ void fill(ClusterEntry& cluster) {
 }
 
 void fill(ClusterTri& tri) {
-  tri.node = {ClusterEntry::kTag, 0};
+  tri.node = {ClusterEntry::kNewTag, 0};
   for (Word i = 0; i < tri.corners.size(); ++i)
-    tri.corners[i] = {.node = {ClusterEntry::kTag, 0}, .words = {i, i, i, i}};
+    tri.corners[i] = {.node = {ClusterEntry::kNewTag, 0}, .words = {i, i, i, i}};
 }
 
 /// Appends a part or triangle to record `owner_number` of its owner's list.
@@ -127,7 +127,7 @@ Word add_part(Qis& scene, const Parts<Owner, Part>& where, Word owner_number) {
   Word& count = owner->fixed.*where.count;
   const Word growth = qiAddElementToList(count, nullptr, owner->*where.parts, [](Part& part) {
     auto& fixed = fixed_words(part);
-    fixed.tag = Part::kTag;
+    fixed.tag = Part::kNewTag;
     fixed.size = kNewBytes<Part>;
     fill(part);
     return kNewBytes<Part>;

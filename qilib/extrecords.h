@@ -8,6 +8,7 @@
 
 #include "qilib/extstructs.h"
 #include "qilib/tags.h"
+#include "qilib/walk.h"
 #include "qilib/words.h"
 
 namespace qi {
@@ -22,19 +23,16 @@ struct CiImg {
   } fixed{};
   Words pixels;  ///< indices of index_bits each, most significant end first
   Words block1, block2;
+
+  static void variable_parts(auto& io, auto& r) {
+    io.words(r.pixels, pixel_index_words(r.fixed));
+    io.blocks(r);
+  }
 };
 static_assert(sizeof(CiImg::Fixed) == 84);
 
 /// Words that the pixel indices take, saturated so that an absurd size never wraps into a small one.
 std::uint64_t pixel_index_words(const CiImg::Fixed& fixed);
-
-template <class Io, Like<CiImg> R>
-void walk(Io& io, R& r) {
-  io.fixed(r.fixed);
-  io.tag(r.fixed.tag, CiImg::kTag);
-  io.words(r.pixels, pixel_index_words(r.fixed));
-  io.blocks(r);
-}
 
 /// A colour palette: 16-bit colours, two to a word.
 struct ColorPalette {
@@ -46,20 +44,19 @@ struct ColorPalette {
   } fixed{};
   Words colors;
   Words block1, block2;
+
+  static void variable_parts(auto& io, auto& r) {
+    io.words(r.colors, r.fixed.entry_count / 2);
+    io.blocks(r);
+  }
 };
 static_assert(sizeof(ColorPalette::Fixed) == 84);
 
-template <class Io, Like<ColorPalette> R>
-void walk(Io& io, R& r) {
-  io.fixed(r.fixed);
-  io.tag(r.fixed.tag, ColorPalette::kTag);
-  io.words(r.colors, r.fixed.entry_count / 2);
-  io.blocks(r);
-}
+// Parts, clusters and triangles begin with a tag that isn't checked; in new ones it is their kNewTag.
 
 /// A part of an envelope that follows one node alone.
 struct FullWeightedPart {
-  static constexpr Word kTag = kFullWeightedPartTag;
+  static constexpr Word kNewTag = kFullWeightedPartTag;
   struct Fixed {
     Word tag, index, size, name;
     QisNodeIndex node;
@@ -68,18 +65,14 @@ struct FullWeightedPart {
     Word part_index, block1_size, block2_size;
   } fixed{};
   Words block1, block2;
+
+  static void variable_parts(auto& io, auto& r) { io.blocks(r); }
 };
 static_assert(sizeof(FullWeightedPart::Fixed) == 64);
 
-template <class Io, Like<FullWeightedPart> R>
-void walk(Io& io, R& r) {
-  io.fixed(r.fixed);
-  io.blocks(r);
-}
-
 /// A part of an envelope that follows several nodes, each with a weight.
 struct WeightedPart {
-  static constexpr Word kTag = kWeightedPartTag;
+  static constexpr Word kNewTag = kWeightedPartTag;
   struct Fixed {
     Word tag, index, size, name, node_count, part_index, external_count, block1_size, block2_size;
   } fixed{};
@@ -88,23 +81,21 @@ struct WeightedPart {
   std::vector<float> weights;  ///< one per node, then one per external reference
   std::vector<QisPoly> polys;  ///< likewise
   Words block1, block2;
+
+  static void variable_parts(auto& io, auto& r) {
+    const std::uint64_t count = std::uint64_t{r.fixed.node_count} + r.fixed.external_count;
+    io.pairs(r.nodes, r.fixed.node_count);
+    io.pairs(r.externals, r.fixed.external_count);
+    io.items(r.weights, count);
+    io.columns(r.polys, count);
+    io.blocks(r);
+  }
 };
 static_assert(sizeof(WeightedPart::Fixed) == 36);
 
-template <class Io, Like<WeightedPart> R>
-void walk(Io& io, R& r) {
-  io.fixed(r.fixed);
-  const std::uint64_t count = std::uint64_t{r.fixed.node_count} + r.fixed.external_count;
-  io.pairs(r.nodes, r.fixed.node_count);
-  io.pairs(r.externals, r.fixed.external_count);
-  io.items(r.weights, count);
-  io.columns(r.polys, count);
-  io.blocks(r);
-}
-
 /// A part of an envelope that lies between two nodes.
 struct MorphPart {
-  static constexpr Word kTag = kMorphPartTag;
+  static constexpr Word kNewTag = kMorphPartTag;
   struct Fixed {
     Word tag, index, size, name;
     QisNodeIndex node_a;
@@ -115,19 +106,17 @@ struct MorphPart {
   } fixed{};
   std::vector<QisPoly> entries;
   Words block1, block2;
+
+  static void variable_parts(auto& io, auto& r) {
+    io.columns(r.entries, r.fixed.entry_count);
+    io.blocks(r);
+  }
 };
 static_assert(sizeof(MorphPart::Fixed) == 64);
 
-template <class Io, Like<MorphPart> R>
-void walk(Io& io, R& r) {
-  io.fixed(r.fixed);
-  io.columns(r.entries, r.fixed.entry_count);
-  io.blocks(r);
-}
-
 /// One triangle of an envelope.
 struct EnvelopeTri {
-  static constexpr Word kTag = kEnvelopeTriTag;
+  static constexpr Word kNewTag = kEnvelopeTriTag;
   struct Corner {
     QisNodeIndex node;
     std::array<Word, 4> words;
@@ -153,23 +142,20 @@ struct Envelope {
   std::vector<MorphPart> morphs;
   std::vector<EnvelopeTri> tris;
   Words block1, block2;
+
+  static void variable_parts(auto& io, auto& r) {
+    io.records(r.full_weighted, r.fixed.full_weighted_count);
+    io.records(r.weighted, r.fixed.weighted_count);
+    io.records(r.morphs, r.fixed.morph_count);
+    io.items(r.tris, r.fixed.tri_count);
+    io.blocks(r);
+  }
 };
 static_assert(sizeof(Envelope::Fixed) == 44);
 
-template <class Io, Like<Envelope> R>
-void walk(Io& io, R& r) {
-  io.fixed(r.fixed);
-  io.tag(r.fixed.tag, Envelope::kTag);
-  io.records(r.full_weighted, r.fixed.full_weighted_count);
-  io.records(r.weighted, r.fixed.weighted_count);
-  io.records(r.morphs, r.fixed.morph_count);
-  io.items(r.tris, r.fixed.tri_count);
-  io.blocks(r);
-}
-
 /// One cluster of a cluster shape.
 struct ClusterEntry {
-  static constexpr Word kTag = kClusterEntryTag;
+  static constexpr Word kNewTag = kClusterEntryTag;
   Word tag, index, size, name;
   QisNodeIndex node;
   QisExternal external;
@@ -180,7 +166,7 @@ static_assert(sizeof(ClusterEntry) == 56);
 
 /// One triangle of a cluster shape.
 struct ClusterTri {
-  static constexpr Word kTag = kClusterTriTag;
+  static constexpr Word kNewTag = kClusterTriTag;
   struct Corner {
     QisNodeIndex node;
     std::array<Word, 4> words;
@@ -201,17 +187,14 @@ struct Cluster {
   std::vector<ClusterEntry> clusters;
   std::vector<ClusterTri> tris;
   Words block1, block2;
+
+  static void variable_parts(auto& io, auto& r) {
+    io.items(r.clusters, r.fixed.cluster_count);
+    io.items(r.tris, r.fixed.tri_count);
+    io.blocks(r);
+  }
 };
 static_assert(sizeof(Cluster::Fixed) == 36);
-
-template <class Io, Like<Cluster> R>
-void walk(Io& io, R& r) {
-  io.fixed(r.fixed);
-  io.tag(r.fixed.tag, Cluster::kTag);
-  io.items(r.clusters, r.fixed.cluster_count);
-  io.items(r.tris, r.fixed.tri_count);
-  io.blocks(r);
-}
 
 /// A group of weights, in percent.
 struct Weight {
@@ -221,14 +204,18 @@ struct Weight {
   } fixed{};
   std::vector<float> weights;
   Words block1, block2;
+
+  static void variable_parts(auto& io, auto& r) {
+    io.items(r.weights, r.fixed.weight_count);
+    io.blocks(r);
+  }
 };
 static_assert(sizeof(Weight::Fixed) == 28);
 
-template <class Io, Like<Weight> R>
-void walk(Io& io, R& r) {
-  io.fixed(r.fixed);
-  io.tag(r.fixed.tag, Weight::kTag);
-  io.items(r.weights, r.fixed.weight_count);
+/// The variable parts of the records that skeletons are made of.
+void skeleton_parts(auto& io, auto& r) {
+  io.words(r.objs, r.fixed.obj_count);
+  io.pairs(r.externals, r.fixed.external_count);
   io.blocks(r);
 }
 
@@ -241,6 +228,8 @@ struct ChainRoot {
   Words objs;
   std::vector<QisExternal> externals;
   Words block1, block2;
+
+  static void variable_parts(auto& io, auto& r) { skeleton_parts(io, r); }
 };
 static_assert(sizeof(ChainRoot::Fixed) == 44);
 
@@ -256,6 +245,8 @@ struct Joint {
   Words objs;
   std::vector<QisExternal> externals;
   Words block1, block2;
+
+  static void variable_parts(auto& io, auto& r) { skeleton_parts(io, r); }
 };
 static_assert(sizeof(Joint::Fixed) == 64);
 
@@ -268,17 +259,9 @@ struct Effector {
   Words objs;
   std::vector<QisExternal> externals;
   Words block1, block2;
+
+  static void variable_parts(auto& io, auto& r) { skeleton_parts(io, r); }
 };
 static_assert(sizeof(Effector::Fixed) == 40);
-
-template <class Io, class R>
-requires Like<R, ChainRoot> || Like<R, Joint> || Like<R, Effector>
-void walk(Io& io, R& r) {
-  io.fixed(r.fixed);
-  io.tag(r.fixed.tag, R::kTag);
-  io.words(r.objs, r.fixed.obj_count);
-  io.pairs(r.externals, r.fixed.external_count);
-  io.blocks(r);
-}
 
 }  // namespace qi

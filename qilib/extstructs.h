@@ -1,22 +1,17 @@
 /// @file
 /// The structures that extension block 1 of a version-2 record holds, beside the record in memory.
 ///
-/// Each has a head of fixed words and a `walk` over what follows it, in file order, with the same `Io`
-/// vocabulary as the records. A block may be longer than its structure; the words behind it are `tail`.
+/// Each has a head of fixed words and says what follows it, in file order, like the records do. A block may
+/// be longer than its structure; the words after it are `tail`.
 #pragma once
 
 #include <array>
-#include <concepts>
 #include <cstdint>
-#include <type_traits>
 #include <vector>
 
 #include "qilib/words.h"
 
 namespace qi {
-
-template <class T, class Record>
-concept Like = std::same_as<std::remove_const_t<T>, Record>;
 
 template <std::size_t N>
 using Entries = std::vector<std::array<Word, N>>;
@@ -30,6 +25,11 @@ struct SceneExt {
   Words chain_roots;
   std::array<std::vector<QisExternal>, 4> externals;
   Words tail;
+
+  static void variable_parts(auto& io, auto& r, Word /*tiles*/) {
+    io.words(r.chain_roots, r.head.chain_root_count);
+    for (std::size_t i = 0; i < r.externals.size(); ++i) io.pairs(r.externals[i], r.head.external_counts[i]);
+  }
 };
 static_assert(sizeof(SceneExt::Head) == 20);
 
@@ -39,6 +39,8 @@ struct CamExt {
     std::array<Word, 6> words;
   } head{};
   Words tail;
+
+  static void variable_parts(auto& /*io*/, auto& /*r*/, Word /*tiles*/) {}
 };
 static_assert(sizeof(CamExt::Head) == 24);
 
@@ -58,6 +60,13 @@ struct ObjExt {
   std::vector<QisExternal> externals0;  ///< index_count pairs
   std::vector<QisExternal> externals1;  ///< external_count pairs
   Words tail;
+
+  static void variable_parts(auto& io, auto& r, Word /*tiles*/) {
+    io.words(r.chain_roots, r.head.chain_root_count);
+    io.words(r.indices, r.head.index_count);
+    io.pairs(r.externals0, r.head.index_count);
+    io.pairs(r.externals1, r.head.external_count);
+  }
 };
 static_assert(sizeof(ObjExt::Head) == 28);
 
@@ -67,6 +76,8 @@ struct ShapeExt {
     Word deformer_tag, word1, word2;
   } head{};
   Words tail;
+
+  static void variable_parts(auto& /*io*/, auto& /*r*/, Word /*tiles*/) {}
 };
 static_assert(sizeof(ShapeExt::Head) == 12);
 
@@ -87,6 +98,12 @@ struct MatExt {
   std::vector<QisExternal> externals;
   Entries<6> entries0, entries1;
   Words tail;
+
+  static void variable_parts(auto& io, auto& r, Word /*tiles*/) {
+    io.pairs(r.externals, r.head.external_count);
+    io.items(r.entries0, r.head.entry_count0);
+    io.items(r.entries1, r.head.entry_count1);
+  }
 };
 static_assert(sizeof(MatExt::Head) == 104);
 
@@ -99,6 +116,13 @@ struct TexExt {
   Words words1;                                     ///< one word per tile
   std::vector<QisExternal> externals0, externals1;  ///< external_count pairs each
   Words tail;
+
+  static void variable_parts(auto& io, auto& r, Word tiles) {
+    io.words(r.palettes, tiles);
+    io.words(r.words1, tiles);
+    io.pairs(r.externals0, r.head.external_count);
+    io.pairs(r.externals1, r.head.external_count);
+  }
 };
 static_assert(sizeof(TexExt::Head) == 20);
 
@@ -109,6 +133,8 @@ struct TeximgExt {
   } head{};
   Words words;
   Words tail;
+
+  static void variable_parts(auto& io, auto& r, Word /*tiles*/) { io.words(r.words, r.head.count); }
 };
 
 /// An animation's channels and constraints.
@@ -129,66 +155,19 @@ struct AnimExt {
   std::array<Entries<4>, 3> rotations;
   Entries<14> entries5;
   Entries<8> entries6;
-  /// Both scale arrays, one directly behind the other: scale_count0 entries, then scale_count1. They are
+  /// Both scale arrays, one directly after the other: scale_count0 entries, then scale_count1. They are
   /// written as one run, so they are held as one.
   Entries<8> scales;
   Words tail;
+
+  static void variable_parts(auto& io, auto& r, Word /*tiles*/) {
+    io.items(r.entries, r.head.entry_count);
+    for (std::size_t i = 0; i < r.rotations.size(); ++i) io.items(r.rotations[i], r.head.rotation_counts[i]);
+    io.items(r.entries5, r.head.word5_count);
+    io.items(r.entries6, r.head.word6_count);
+    io.items(r.scales, std::uint64_t{r.head.scale_count0} + r.head.scale_count1);
+  }
 };
 static_assert(sizeof(AnimExt::Head) == 148);
-
-// `tiles` is the tile count of the texture that the structure belongs to; other kinds do not use it.
-
-template <class Io, Like<SceneExt> R>
-void walk(Io& io, R& r, Word /*tiles*/) {
-  io.fixed(r.head);
-  io.words(r.chain_roots, r.head.chain_root_count);
-  for (std::size_t i = 0; i < r.externals.size(); ++i) io.pairs(r.externals[i], r.head.external_counts[i]);
-}
-
-template <class Io, class R>
-requires Like<R, CamExt> || Like<R, ShapeExt>
-void walk(Io& io, R& r, Word /*tiles*/) { io.fixed(r.head); }
-
-template <class Io, Like<ObjExt> R>
-void walk(Io& io, R& r, Word /*tiles*/) {
-  io.fixed(r.head);
-  io.words(r.chain_roots, r.head.chain_root_count);
-  io.words(r.indices, r.head.index_count);
-  io.pairs(r.externals0, r.head.index_count);
-  io.pairs(r.externals1, r.head.external_count);
-}
-
-template <class Io, Like<MatExt> R>
-void walk(Io& io, R& r, Word /*tiles*/) {
-  io.fixed(r.head);
-  io.pairs(r.externals, r.head.external_count);
-  io.items(r.entries0, r.head.entry_count0);
-  io.items(r.entries1, r.head.entry_count1);
-}
-
-template <class Io, Like<TexExt> R>
-void walk(Io& io, R& r, Word tiles) {
-  io.fixed(r.head);
-  io.words(r.palettes, tiles);
-  io.words(r.words1, tiles);
-  io.pairs(r.externals0, r.head.external_count);
-  io.pairs(r.externals1, r.head.external_count);
-}
-
-template <class Io, Like<TeximgExt> R>
-void walk(Io& io, R& r, Word /*tiles*/) {
-  io.fixed(r.head);
-  io.words(r.words, r.head.count);
-}
-
-template <class Io, Like<AnimExt> R>
-void walk(Io& io, R& r, Word /*tiles*/) {
-  io.fixed(r.head);
-  io.items(r.entries, r.head.entry_count);
-  for (std::size_t i = 0; i < r.rotations.size(); ++i) io.items(r.rotations[i], r.head.rotation_counts[i]);
-  io.items(r.entries5, r.head.word5_count);
-  io.items(r.entries6, r.head.word6_count);
-  io.items(r.scales, std::uint64_t{r.head.scale_count0} + r.head.scale_count1);
-}
 
 }  // namespace qi

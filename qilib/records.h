@@ -1,23 +1,6 @@
 /// @file
-/// The core record kinds: for each one the file's fixed words, and one `walk` over its variable parts.
-///
-/// `walk(io, record)` names every piece of a record in file order. The reader fills the record, the writer
-/// and the size count visit a const one; nothing else in the program knows where a piece stands.
-/// What an `Io` offers:
-///  - `fixed(f)`: the fixed words, exactly as many as the struct has;
-///  - `tag(found, expected)`: the tag check, after the fixed words; `name_tag(found)` and
-///    `name_list_tag(found)` for names, which may carry either of two tags;
-///  - `exact(f)`: the fixed words state their own length in `f.fixed_size`, and it must be the struct's;
-///  - `longer(f, rest)`: they do, and words beyond the struct's are kept in `rest`;
-///  - `words(v, n)`: n words; `items(v, n)`: n trivially copyable items; `slots(v, n, bytes)`: n items of
-///    which only the first `bytes` bytes each stand in the file;
-///  - `pairs(v, n)`: n pairs stored as n first halves, then n second halves; `columns(v, n)`: n five-word
-///    entries stored column by column;
-///  - `bytes(v, n)`: n bytes kept in file order; `block(v, n)`: n bytes held as words; `text(v, n)`: the
-///    words of an n-byte text;
-///  - `records(v, n)`: n records, each with a walk of its own;
-///  - `blocks(record)`: the record's two extension blocks; `structure(record)` in the same place for the
-///    kinds whose block 1 holds a version-2 structure in `record.ext`.
+/// The core record kinds: for each one the file's fixed words, and its variable parts in file order (see
+/// walk.h).
 #pragma once
 
 #include <array>
@@ -26,6 +9,7 @@
 #include "qilib/extstructs.h"
 #include "qilib/heapoptional.h"
 #include "qilib/tags.h"
+#include "qilib/walk.h"
 #include "qilib/words.h"
 
 namespace qi {
@@ -42,21 +26,18 @@ struct Scene {
   Words objs, envs, cams, lights;
   Words block1, block2;
   HeapOptional<SceneExt> ext;
-  Words tail;  ///< words of the SceneList behind the record
+  Words tail;  ///< words of the SceneList after the record
+
+  static void variable_parts(auto& io, auto& r) {
+    io.longer(r.fixed, r.fixed_rest);
+    io.words(r.objs, r.fixed.obj_count);
+    io.words(r.envs, r.fixed.env_count);
+    io.words(r.cams, r.fixed.cam_count);
+    io.words(r.lights, r.fixed.light_count);
+    io.structure(r);
+  }
 };
 static_assert(sizeof(Scene::Fixed) == 44);
-
-template <class Io, Like<Scene> R>
-void walk(Io& io, R& r) {
-  io.fixed(r.fixed);
-  io.tag(r.fixed.tag, Scene::kTag);
-  io.longer(r.fixed, r.fixed_rest);
-  io.words(r.objs, r.fixed.obj_count);
-  io.words(r.envs, r.fixed.env_count);
-  io.words(r.cams, r.fixed.cam_count);
-  io.words(r.lights, r.fixed.light_count);
-  io.structure(r);
-}
 
 /// An environment: fog, fills, backgrounds.
 struct Env {
@@ -68,15 +49,10 @@ struct Env {
     Word block1_size, block2_size;
   } fixed{};
   Words block1, block2;
+
+  static void variable_parts(auto& io, auto& r) { io.blocks(r); }
 };
 static_assert(sizeof(Env::Fixed) == 56);
-
-template <class Io, Like<Env> R>
-void walk(Io& io, R& r) {
-  io.fixed(r.fixed);
-  io.tag(r.fixed.tag, Env::kTag);
-  io.blocks(r);
-}
 
 /// A camera.
 struct Cam {
@@ -90,15 +66,10 @@ struct Cam {
   } fixed{};
   Words block1, block2;
   HeapOptional<CamExt> ext;
+
+  static void variable_parts(auto& io, auto& r) { io.structure(r); }
 };
 static_assert(sizeof(Cam::Fixed) == 76);
-
-template <class Io, Like<Cam> R>
-void walk(Io& io, R& r) {
-  io.fixed(r.fixed);
-  io.tag(r.fixed.tag, Cam::kTag);
-  io.structure(r);
-}
 
 /// One directional (36 bytes in the file) or positional (44 bytes) light of a light record.
 struct LightSub {
@@ -118,16 +89,13 @@ struct Light {
   Words block1, block2;
   /// Bytes that one sub-record takes in the file.
   static constexpr std::size_t sub_bytes(Word type) { return type == kDirectional ? 36 : 44; }
+
+  static void variable_parts(auto& io, auto& r) {
+    io.slots(r.subs, r.fixed.sub_count, sub_bytes(r.fixed.type));
+    io.blocks(r);
+  }
 };
 static_assert(sizeof(Light::Fixed) == 48);
-
-template <class Io, Like<Light> R>
-void walk(Io& io, R& r) {
-  io.fixed(r.fixed);
-  io.tag(r.fixed.tag, Light::kTag);
-  io.slots(r.subs, r.fixed.sub_count, Light::sub_bytes(r.fixed.type));
-  io.blocks(r);
-}
 
 /// An object: a node of the scene's hierarchy.
 struct Obj {
@@ -146,18 +114,15 @@ struct Obj {
   Words children;
   Words block1, block2;
   HeapOptional<ObjExt> ext;
+
+  static void variable_parts(auto& io, auto& r) {
+    io.items(r.lod_distances, r.fixed.lod_count);
+    io.words(r.lod_objs, r.fixed.lod_count);
+    io.words(r.children, r.fixed.child_count);
+    io.structure(r);
+  }
 };
 static_assert(sizeof(Obj::Fixed) == 88);
-
-template <class Io, Like<Obj> R>
-void walk(Io& io, R& r) {
-  io.fixed(r.fixed);
-  io.tag(r.fixed.tag, Obj::kTag);
-  io.items(r.lod_distances, r.fixed.lod_count);
-  io.words(r.lod_objs, r.fixed.lod_count);
-  io.words(r.children, r.fixed.child_count);
-  io.structure(r);
-}
 
 /// A shape: geometry (or, in version 2, a deformer), a material and parts.
 struct Shape {
@@ -168,16 +133,13 @@ struct Shape {
   Words parts;
   Words block1, block2;
   HeapOptional<ShapeExt> ext;
+
+  static void variable_parts(auto& io, auto& r) {
+    io.words(r.parts, r.fixed.part_count);
+    io.structure(r);
+  }
 };
 static_assert(sizeof(Shape::Fixed) == 40);
-
-template <class Io, Like<Shape> R>
-void walk(Io& io, R& r) {
-  io.fixed(r.fixed);
-  io.tag(r.fixed.tag, Shape::kTag);
-  io.words(r.parts, r.fixed.part_count);
-  io.structure(r);
-}
 
 /// A group of vertices.
 struct Vtx {
@@ -186,15 +148,10 @@ struct Vtx {
     Word tag, index, size, word3, word4, vertex_count;
   } fixed{};
   std::vector<std::array<Word, 3>> vertices;
+
+  static void variable_parts(auto& io, auto& r) { io.items(r.vertices, r.fixed.vertex_count); }
 };
 static_assert(sizeof(Vtx::Fixed) == 24);
-
-template <class Io, Like<Vtx> R>
-void walk(Io& io, R& r) {
-  io.fixed(r.fixed);
-  io.tag(r.fixed.tag, Vtx::kTag);
-  io.items(r.vertices, r.fixed.vertex_count);
-}
 
 /// One attribute group of a triangle record: per-triangle entries, or a table and its entries.
 struct AttributeGroup {
@@ -210,14 +167,10 @@ struct TriSub {
     Word block1_size, block2_size;
   } fixed{};
   Words block1, block2;
+
+  static void variable_parts(auto& io, auto& r) { io.blocks(r); }
 };
 static_assert(sizeof(TriSub::Fixed) == 76);
-
-template <class Io, Like<TriSub> R>
-void walk(Io& io, R& r) {
-  io.fixed(r.fixed);
-  io.blocks(r);
-}
 
 /// A group of triangles.
 struct Tri {
@@ -233,28 +186,25 @@ struct Tri {
   static constexpr bool per_triangle(Word flags, int group) { return (flags >> (4 * group)) & 1; }
   /// Bit 4g+1: group g has a table (unless bit 4g is set) and as many entries as the table.
   static constexpr bool has_table(Word flags, int group) { return (flags >> (4 * group + 1)) & 1; }
+
+  static void variable_parts(auto& io, auto& r) {
+    io.longer(r.fixed, r.fixed_rest);
+    for (int g = 0; g < kGroups; ++g) {
+      auto& group = r.groups[static_cast<std::size_t>(g)];
+      std::uint64_t entries = 1;
+      if (per_triangle(r.fixed.flags, g)) {
+        entries = std::uint64_t{r.fixed.count_base} + 1;
+      } else if (has_table(r.fixed.flags, g)) {
+        io.fixed(group.table_count);
+        io.words(group.table, group.table_count);
+        entries = group.table_count;
+      }
+      io.words(group.entries, entries);
+    }
+    io.records(r.subs, r.fixed.sub_count);
+  }
 };
 static_assert(sizeof(Tri::Fixed) == 32);
-
-template <class Io, Like<Tri> R>
-void walk(Io& io, R& r) {
-  io.fixed(r.fixed);
-  io.tag(r.fixed.tag, Tri::kTag);
-  io.longer(r.fixed, r.fixed_rest);
-  for (int g = 0; g < Tri::kGroups; ++g) {
-    auto& group = r.groups[static_cast<std::size_t>(g)];
-    std::uint64_t entries = 1;
-    if (Tri::per_triangle(r.fixed.flags, g)) {
-      entries = std::uint64_t{r.fixed.count_base} + 1;
-    } else if (Tri::has_table(r.fixed.flags, g)) {
-      io.fixed(group.table_count);
-      io.words(group.table, group.table_count);
-      entries = group.table_count;
-    }
-    io.words(group.entries, entries);
-  }
-  io.records(r.subs, r.fixed.sub_count);
-}
 
 /// The fixed words shared by the colour, vector and texture-coordinate records.
 struct TableFixed {
@@ -268,20 +218,14 @@ struct TableRecord {
   static constexpr Word kTag = TagValue;
   TableFixed fixed{};
   std::vector<std::array<Word, N>> entries;
+
+  static void variable_parts(auto& io, auto& r) { io.items(r.entries, r.fixed.count); }
 };
 using Color1 = TableRecord<record_tag(0x05), 4>;
 using Color2 = TableRecord<record_tag(0x05) + 0x100, 4>;
 using Vector1 = TableRecord<record_tag(0x06), 3>;
 using Vector2 = TableRecord<record_tag(0x06) + 0x100, 3>;
 using St = TableRecord<record_tag(0x07), 2>;
-
-template <class Io, class R>
-requires requires(R& r) { r.entries[0][0]; }
-void walk(Io& io, R& r) {
-  io.fixed(r.fixed);
-  io.tag(r.fixed.tag, R::kTag);
-  io.items(r.entries, r.fixed.count);
-}
 
 /// A part of a shape, with a material of its own.
 struct Part {
@@ -291,16 +235,13 @@ struct Part {
   } fixed{};
   Words indices;
   Words block1, block2;
+
+  static void variable_parts(auto& io, auto& r) {
+    io.words(r.indices, r.fixed.index_count);
+    io.blocks(r);
+  }
 };
 static_assert(sizeof(Part::Fixed) == 36);
-
-template <class Io, Like<Part> R>
-void walk(Io& io, R& r) {
-  io.fixed(r.fixed);
-  io.tag(r.fixed.tag, Part::kTag);
-  io.words(r.indices, r.fixed.index_count);
-  io.blocks(r);
-}
 
 /// A material.
 struct Mat {
@@ -316,16 +257,13 @@ struct Mat {
   Words texs;
   Words block1, block2;
   HeapOptional<MatExt> ext;
+
+  static void variable_parts(auto& io, auto& r) {
+    io.words(r.texs, r.fixed.tex_count);
+    io.structure(r);
+  }
 };
 static_assert(sizeof(Mat::Fixed) == 104);
-
-template <class Io, Like<Mat> R>
-void walk(Io& io, R& r) {
-  io.fixed(r.fixed);
-  io.tag(r.fixed.tag, Mat::kTag);
-  io.words(r.texs, r.fixed.tex_count);
-  io.structure(r);
-}
 
 /// A texture's table of images: seven words, or the tiled form with a row per tile.
 /// The tiled form's six arrays stand in the order of the untiled words 2 to 6 (width, height, word 4, word 5,
@@ -352,27 +290,24 @@ struct Tex {
   TexTable table;
   Words block1, block2;
   HeapOptional<TexExt> ext;
+
+  static void variable_parts(auto& io, auto& r) {
+    io.longer(r.fixed, r.fixed_rest);
+    auto& table = r.table;
+    if (r.fixed.tiled == 0) {
+      io.fixed(table.untiled);
+    } else {
+      io.fixed(table.tiled);
+      for (auto* array :
+           {&table.widths, &table.heights, &table.words4, &table.words5, &table.images, &table.words7})
+        io.words(*array, table.tiled.tile_count);
+      io.words(table.extra0, table.tiled.extra_count);
+      io.words(table.extra1, table.tiled.extra_count);
+    }
+    io.structure(r);
+  }
 };
 static_assert(sizeof(Tex::Fixed) == 52);
-
-template <class Io, Like<Tex> R>
-void walk(Io& io, R& r) {
-  io.fixed(r.fixed);
-  io.tag(r.fixed.tag, Tex::kTag);
-  io.longer(r.fixed, r.fixed_rest);
-  auto& table = r.table;
-  if (r.fixed.tiled == 0) {
-    io.fixed(table.untiled);
-  } else {
-    io.fixed(table.tiled);
-    for (auto* array :
-         {&table.widths, &table.heights, &table.words4, &table.words5, &table.images, &table.words7})
-      io.words(*array, table.tiled.tile_count);
-    io.words(table.extra0, table.tiled.extra_count);
-    io.words(table.extra1, table.tiled.extra_count);
-  }
-  io.structure(r);
-}
 
 /// A texture image: its texels, as they stand in the file.
 struct Teximg {
@@ -387,17 +322,14 @@ struct Teximg {
   static constexpr std::int64_t texel_bytes(const Fixed& fixed) {
     return std::int64_t{fixed.size} - fixed.fixed_size - fixed.block1_size - fixed.block2_size;
   }
+
+  static void variable_parts(auto& io, auto& r) {
+    io.exact(r.fixed);
+    io.bytes(r.texels, texel_bytes(r.fixed));
+    io.structure(r);
+  }
 };
 static_assert(sizeof(Teximg::Fixed) == 24);
-
-template <class Io, Like<Teximg> R>
-void walk(Io& io, R& r) {
-  io.fixed(r.fixed);
-  io.tag(r.fixed.tag, Teximg::kTag);
-  io.exact(r.fixed);
-  io.bytes(r.texels, Teximg::texel_bytes(r.fixed));
-  io.structure(r);
-}
 
 /// One animation key; how many of its bytes stand in the file depends on the key form.
 struct AnimKey {
@@ -429,18 +361,15 @@ struct Anim {
         return 0;
     }
   }
+
+  static void variable_parts(auto& io, auto& r) {
+    io.longer(r.fixed, r.fixed_rest);
+    const std::size_t bytes_each = key_bytes(r.fixed.type);
+    io.slots(r.keys, bytes_each == 0 ? 0 : r.fixed.key_count, bytes_each);
+    io.structure(r);
+  }
 };
 static_assert(sizeof(Anim::Fixed) == 48);
-
-template <class Io, Like<Anim> R>
-void walk(Io& io, R& r) {
-  io.fixed(r.fixed);
-  io.tag(r.fixed.tag, Anim::kTag);
-  io.longer(r.fixed, r.fixed_rest);
-  const std::size_t key_bytes = Anim::key_bytes(r.fixed.type);
-  io.slots(r.keys, key_bytes == 0 ? 0 : r.fixed.key_count, key_bytes);
-  io.structure(r);
-}
 
 /// One sub-record of a collision record.
 struct CollSub {
@@ -450,16 +379,13 @@ struct CollSub {
   } fixed{};
   Words fixed_rest;
   Words data;
+
+  static void variable_parts(auto& io, auto& r) {
+    io.longer(r.fixed, r.fixed_rest);
+    io.block(r.data, std::int64_t{r.fixed.size} - r.fixed.fixed_size);
+  }
 };
 static_assert(sizeof(CollSub::Fixed) == 16);
-
-template <class Io, Like<CollSub> R>
-void walk(Io& io, R& r) {
-  io.fixed(r.fixed);
-  io.tag(r.fixed.tag, CollSub::kTag);
-  io.longer(r.fixed, r.fixed_rest);
-  io.block(r.data, std::int64_t{r.fixed.size} - r.fixed.fixed_size);
-}
 
 /// A collision record. Its tag breaks the pattern of the others on purpose.
 struct Coll {
@@ -470,17 +396,14 @@ struct Coll {
   Words indices;
   std::vector<CollSub> subs;
   Words block1, block2;
+
+  static void variable_parts(auto& io, auto& r) {
+    io.words(r.indices, r.fixed.sub_count);
+    io.records(r.subs, r.fixed.sub_count);
+    io.blocks(r);
+  }
 };
 static_assert(sizeof(Coll::Fixed) == 32);
-
-template <class Io, Like<Coll> R>
-void walk(Io& io, R& r) {
-  io.fixed(r.fixed);
-  io.tag(r.fixed.tag, Coll::kTag);
-  io.words(r.indices, r.fixed.sub_count);
-  io.records(r.subs, r.fixed.sub_count);
-  io.blocks(r);
-}
 
 /// A switch record.
 struct Switch {
@@ -490,17 +413,14 @@ struct Switch {
   } fixed{};
   Words entries0, entries1;
   Words block1, block2;
+
+  static void variable_parts(auto& io, auto& r) {
+    io.words(r.entries0, r.fixed.entry_count);
+    io.words(r.entries1, r.fixed.entry_count);
+    io.blocks(r);
+  }
 };
 static_assert(sizeof(Switch::Fixed) == 36);
-
-template <class Io, Like<Switch> R>
-void walk(Io& io, R& r) {
-  io.fixed(r.fixed);
-  io.tag(r.fixed.tag, Switch::kTag);
-  io.words(r.entries0, r.fixed.entry_count);
-  io.words(r.entries1, r.fixed.entry_count);
-  io.blocks(r);
-}
 
 /// A name, four characters to a word, the first one in the most significant byte.
 /// Also the record of the ExternalNameList, which may carry either list's tag.
@@ -511,15 +431,12 @@ struct Name {
     Word tag, index, fixed_size, size;
   } fixed{};
   Words text;
+
+  static void variable_parts(auto& io, auto& r) {
+    io.exact(r.fixed);
+    io.text(r.text, std::int64_t{r.fixed.size} - r.fixed.fixed_size);
+  }
 };
 static_assert(sizeof(Name::Fixed) == 16);
-
-template <class Io, Like<Name> R>
-void walk(Io& io, R& r) {
-  io.fixed(r.fixed);
-  io.name_tag(r.fixed.tag);
-  io.exact(r.fixed);
-  io.text(r.text, std::int64_t{r.fixed.size} - r.fixed.fixed_size);
-}
 
 }  // namespace qi

@@ -9,61 +9,69 @@
 namespace qi {
 namespace {
 
+// Where a record keeps references to one kind.
+
 /// An index array whose count and entries stand in the record itself.
+template <auto Entries, auto Count>
+struct InRecord {
+  static Place place(auto& record) {
+    if ((record.*Entries).size() != record.fixed.*Count) return {};
+    return {.entries = &(record.*Entries), .count = &(record.fixed.*Count)};
+  }
+  static std::span<const Word> held(const auto& record) { return record.*Entries; }
+};
+
+/// An index array in the record's version-2 structure.
+template <auto Entries, auto Count>
+struct InExt {
+  static Place place(auto& record) {
+    if (!record.ext || ((*record.ext).*Entries).size() != record.ext->head.*Count) return {};
+    return {.entries = &((*record.ext).*Entries),
+            .count = &(record.ext->head.*Count),
+            .block1_size = &record.fixed.block1_size};
+  }
+  static std::span<const Word> held(const auto& record) {
+    if (!record.ext) return {};
+    return (*record.ext).*Entries;
+  }
+};
+
+/// A slot among the record's fixed words.
+template <auto Slot>
+struct FixedWord {
+  static Place place(auto& record) { return {.slot = &(record.fixed.*Slot)}; }
+  static std::span<const Word> held(const auto& record) { return {&(record.fixed.*Slot), 1}; }
+};
+
+template <auto Owner, class Where>
+constexpr Reference reference(Word child) {
+  return {.parent = list_info(Owner).record_tag,
+          .child = child,
+          .place = [](Qis& scene, Word number) -> Place {
+            auto* record = record_in(scene, Owner, number);
+            return record ? Where::place(*record) : Place{};
+          },
+          .held = [](const Qis& scene, Word number) -> std::span<const Word> {
+            const auto* record = record_in(scene, Owner, number);
+            return record ? Where::held(*record) : std::span<const Word>{};
+          }};
+}
+
 template <auto Owner, auto Entries, auto Count>
 constexpr Reference array(Word child) {
-  return {.parent = list_info(Owner).record_tag,
-          .child = child,
-          .place = [](Qis& scene, Word number) -> Place {
-            auto* record = record_in(scene, Owner, number);
-            if (!record || (record->*Entries).size() != record->fixed.*Count) return {};
-            return {.entries = &(record->*Entries), .count = &(record->fixed.*Count)};
-          },
-          .held = [](const Qis& scene, Word number) -> std::span<const Word> {
-            const auto* record = record_in(scene, Owner, number);
-            if (!record) return {};
-            return record->*Entries;
-          }};
+  return reference<Owner, InRecord<Entries, Count>>(child);
 }
-
 template <auto Owner, auto Entries, auto Count>
 constexpr Reference ext_array(Word child) {
-  return {.parent = list_info(Owner).record_tag,
-          .child = child,
-          .place = [](Qis& scene, Word number) -> Place {
-            auto* record = record_in(scene, Owner, number);
-            if (!record || !record->ext) return {};
-            auto& ext = *record->ext;
-            if ((ext.*Entries).size() != ext.head.*Count) return {};
-            return {.entries = &(ext.*Entries),
-                    .count = &(ext.head.*Count),
-                    .block1_size = &record->fixed.block1_size};
-          },
-          .held = [](const Qis& scene, Word number) -> std::span<const Word> {
-            const auto* record = record_in(scene, Owner, number);
-            if (!record || !record->ext) return {};
-            return (*record->ext).*Entries;
-          }};
+  return reference<Owner, InExt<Entries, Count>>(child);
 }
-
 template <auto Owner, auto Slot>
 constexpr Reference slot(Word child, Word unset = kUnset) {
-  return {.parent = list_info(Owner).record_tag,
-          .child = child,
-          .single = true,
-          .unset = unset,
-          .place = [](Qis& scene, Word number) -> Place {
-            auto* record = record_in(scene, Owner, number);
-            if (!record) return {};
-            return {.slot = &(record->fixed.*Slot)};
-          },
-          .held = [](const Qis& scene, Word number) -> std::span<const Word> {
-            const auto* record = record_in(scene, Owner, number);
-            if (!record) return {};
-            return {&(record->fixed.*Slot), 1};
-          }};
+  Reference row = reference<Owner, FixedWord<Slot>>(child);
+  row.single = true;
+  row.unset = unset;
+  return row;
 }
-
 constexpr Reference limited(Reference row, Word limit) {
   row.limit = limit;
   row.repeats = true;

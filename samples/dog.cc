@@ -47,7 +47,8 @@ Word skin(SceneBuilder& b, const std::vector<Limb>& limbs) {
   for (const Limb& limb : limbs) {
     for (const Word bone : limb.bones) {
       qi::FullWeightedPart part;
-      const auto [tag, index, size, name] = head(qi::FullWeightedPart::kTag, envelope.full_weighted.size());
+      const auto [tag, index, size, name] =
+          head(qi::FullWeightedPart::kNewTag, envelope.full_weighted.size());
       part.fixed.tag = tag;
       part.fixed.index = index;
       part.fixed.name = name;
@@ -55,7 +56,7 @@ Word skin(SceneBuilder& b, const std::vector<Limb>& limbs) {
       envelope.full_weighted.push_back(part);
     }
     qi::WeightedPart joint;
-    const auto [tag, index, size, name] = head(qi::WeightedPart::kTag, envelope.weighted.size());
+    const auto [tag, index, size, name] = head(qi::WeightedPart::kNewTag, envelope.weighted.size());
     joint.fixed.tag = tag;
     joint.fixed.index = index;
     joint.fixed.name = name;
