@@ -1,5 +1,5 @@
 /// @file
-/// `quilscene check`: everything about a file that its reader would not complain about, too.
+/// `quilscene check`: what is wrong or odd in a file, whether or not its reader refuses it.
 #include <algorithm>
 #include <array>
 #include <cstdint>
@@ -127,7 +127,7 @@ void check_references(const Qis& scene, Kinds& kinds, Report& report) {
   });
 }
 
-/// Finds objects that are their own descendants. The editor and its walks bear them, converters may not.
+/// Finds objects that are their own descendants. The editor copes with them, converters may not.
 class LoopFinder {
  public:
   LoopFinder(const Qis& scene, Report& report)

@@ -13,7 +13,7 @@ enum class Outcome {
   wrong_use = 2  ///< arguments or a script line that make no sense
 };
 
-/// What stands on the command line behind the command's name.
+/// What follows the command's name on the command line.
 struct Arguments {
   std::vector<std::string> files;  ///< just one, but for `check` any number and for `options` perhaps none
   std::string output;              ///< -o: the file to write

@@ -85,7 +85,7 @@ Outcome run_on_copy(const Command& command, Arguments& arguments) {
   return command.run(arguments);
 }
 
-/// Reads the arguments behind the command's name and runs it.
+/// Reads the arguments after the command's name and runs it.
 Outcome run_command(const Command& command, int count, char** words) {
   static constexpr option kOptions[] = {{"output", required_argument, nullptr, 'o'},
                                         {"mode", required_argument, nullptr, 'm'},
@@ -147,8 +147,8 @@ Outcome run(int count, char** words) {
   return run_command(*command, count - 1, words + 1);
 }
 
-/// Fills standard descriptors that the caller closed with one that fails like a closed one, so that no scene
-/// file gets their numbers and with it whatever is printed.
+/// Opens something that fails like a closed file in place of standard descriptors that the caller has closed.
+/// Else a scene file could get such a number, and what is printed would be written into it.
 void occupy_standard_descriptors() {
   for (const int fd : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
     if (fcntl(fd, F_GETFD) == -1) {

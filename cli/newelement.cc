@@ -25,7 +25,7 @@ struct Element {
   Word (*build)(Qis& scene, const Numbers& numbers);
 };
 
-/// A shape that can't be one becomes one that doesn't exist.
+/// The shape of that number. A number that no record can have becomes one that none has.
 Word shape(std::int64_t number) { return std::in_range<Word>(number) ? static_cast<Word>(number) : kUnset; }
 
 constexpr Element kElements[] = {
@@ -39,7 +39,7 @@ constexpr Element kElements[] = {
      [](Qis& scene, const Numbers& n) { return qiAddClusterShape(scene, n[0], n[1], shape(n[2])); }},
 };
 
-/// A whole number; one that is too large or too small for 64 bits becomes the last that isn't.
+/// A whole number; one that is too large or too small for 64 bits becomes the largest or smallest that fits.
 std::optional<std::int64_t> number_of(std::string_view word) {
   std::int64_t number = 0;
   const auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), number);

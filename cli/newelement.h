@@ -7,7 +7,7 @@
 
 #include "qilib/qis.h"
 
-/// Whether the words behind `new` make sense: an element, and as many numbers as it takes. The shape of an
+/// Whether the words after `new` make sense: an element, and as many numbers as it takes. The shape of an
 /// envelope or cluster shape may be a node, such as "shape_3".
 bool is_new_element(const std::vector<std::string>& words);
 

@@ -19,7 +19,7 @@ struct ScriptLine {
 /// Takes a line apart. White space separates words; a line that is empty or begins with "#" asks for nothing,
 /// and so does what follows a word that begins with "#". Only the text of `name` is the rest of the line as
 /// it stands, blanks and "#" included. A value of `set` may stand in quotation marks; in them a backslash
-/// takes the character behind it as it is.
+/// takes the character after it as it is.
 /// @returns nothing when the line is malformed: an unknown command or element, too few or too many words,
 ///          or an item without "=" or closing mark.
 std::optional<ScriptLine> parse_script_line(const std::string& line);

@@ -18,7 +18,7 @@ using namespace qi;
 constexpr Word kMorphEntries = 9;
 constexpr float kFullWeight = 100.0f;
 
-/// Bytes that a new record or part takes in the file: its fixed words, and what it is born with behind them.
+/// Bytes that a new record or part takes in the file: its fixed words, and what follows them from the start.
 template <class R>
 constexpr Word kNewBytes = sizeof(std::remove_reference_t<decltype(fixed_words(std::declval<R&>()))>);
 template <>
@@ -33,7 +33,7 @@ static_assert(kNewBytes<Weight> == 28 && kNewBytes<ChainRoot> == 44 && kNewBytes
 constexpr QisPoly poly_of(Word value) { return {{value, value, value, value, value}}; }
 constexpr QisNodeIndex obj_node(Word obj) { return {list_of(kObjTag), obj}; }
 
-/// Bytes of so many elements; more than any element may take stays more.
+/// Bytes of so many elements. Of too many it is more than kMaxNewBytes, too, and does not wrap around.
 constexpr std::uint64_t bytes_of(std::int64_t count, Word bytes_each) {
   constexpr auto kMany = static_cast<std::int64_t>(kMaxNewBytes) + 1;
   return static_cast<std::uint64_t>(std::clamp<std::int64_t>(count, 0, kMany)) * bytes_each;
@@ -49,7 +49,7 @@ bool takes(const Qis& scene, std::uint64_t bytes) {
 }
 
 /// Appends a record to its list, all zero but for its head; `init(record)` does the rest.
-/// @param more  bytes that it takes in the file behind its fixed words.
+/// @param more  bytes that it takes in the file after its fixed words.
 template <class R, class Init>
 Word add_record(Qis& scene, List<R>& list, Word more, Init&& init) {
   if (!takes(scene, kListBytes + kNewBytes<R> + more) || !bring_list(scene, list)) return 0;

@@ -21,7 +21,7 @@ inline constexpr std::array<float, 3> qisZ{0.0f, 0.0f, 1.0f};
 namespace qi {
 
 /// The most that one new element, its parts included, may take in the file: 16 MiB, 4 million weights. A
-/// slip of the hand in a script must not fill the memory.
+/// mistyped number in a script must not use up the memory.
 inline constexpr std::uint64_t kMaxNewBytes = std::uint64_t{16} << 20;
 
 }  // namespace qi

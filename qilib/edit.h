@@ -44,7 +44,7 @@ int qiAddShape_ClusterShape(Qis& scene, Word shape, Word cluster);
 int qiAddFullWeightedPart_Obj(Qis& scene, Word envelope, Word part, Word obj);
 int qiAddFullWeightedPart_Joint(Qis& scene, Word envelope, Word part, Word joint);
 
-/// Adds an obj with its weight and a zeroed polygon entry to weighted part `part` of an envelope: behind
+/// Adds an obj with its weight and a zeroed polygon entry to weighted part `part` of an envelope: after
 /// those of the other nodes, before those of the external references. +32 bytes.
 /// Refused when an entry that is set to an obj (whichever) has the same weight.
 int qiAddWeightedPart_Obj(Qis& scene, Word envelope, Word part, Word obj, float weight);

@@ -13,8 +13,8 @@
 
 namespace qi {
 
-/// Opens a regular file for reading. @returns no file when it can't be had or is something else: a pipe that
-/// nobody writes to, or a device without an end, would hold the program for good.
+/// Opens a regular file for reading. @returns no file when it can't be had or is something else: the
+/// program would wait for ever at a pipe that nobody writes to, or read a device without end.
 File open_regular(const std::string& path);
 
 /// The same, with a message when there is no file.

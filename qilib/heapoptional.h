@@ -7,8 +7,8 @@
 
 namespace qi {
 
-/// Used like std::optional, for a large part that most records don't have: what a scene of many records costs
-/// is the memory to be touched. A value like its content: copying it copies that.
+/// Used like std::optional, for a large part that most records don't have: a scene of many records takes less
+/// memory. Copying it copies the content.
 template <class T>
 class HeapOptional {
  public:

@@ -19,7 +19,7 @@ concept TwoKinds = requires(L& list) {
   list.records1;
 };
 
-// Beside what the records' walks ask of an Io: `rest(v)` is whatever stands behind the last piece.
+// Beside what the records' walks ask of an Io: `rest(v)` is whatever follows the last piece.
 
 template <class Io, Like<Scene> L>
 void walk_list(Io& io, L& scene) {

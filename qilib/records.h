@@ -318,7 +318,7 @@ struct Teximg {
   std::vector<std::byte> texels;  ///< bytes in file order
   Words block1, block2;
   HeapOptional<TeximgExt> ext;
-  /// Bytes of texels: what the record's size leaves for them. Negative in a record that lies about it.
+  /// Bytes of texels: what the record's size leaves for them. Negative when the sizes contradict each other.
   static constexpr std::int64_t texel_bytes(const Fixed& fixed) {
     return std::int64_t{fixed.size} - fixed.fixed_size - fixed.block1_size - fixed.block2_size;
   }

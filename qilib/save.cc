@@ -23,7 +23,7 @@ int write_lists(std::FILE* file, const Qis& scene, int mode, bool extension) {
   return result;
 }
 
-/// Whether the file's length, so far as it has one, can be told in its size word.
+/// Whether the file's size word can hold its length. Of a stream that has no length, such as a pipe, it can.
 bool size_fits(std::FILE* file) {
   if (ftello(file) <= off_t{std::numeric_limits<Word>::max()}) return true;
   errno = EFBIG;

@@ -33,7 +33,7 @@ void resize_entry(qi::Header& header, const qi::ListInfo& info, Word bytes) {
   if (info.extension && !qi::has_ext_sizes(header)) return;
   Word& listed = qi::list_bytes(header, info);
   listed += bytes;
-  // The table stands apart from the header block that begins with it: a mode-1 save writes the block.
+  // The header block that begins with the table is held as well, and written by a mode-1 save.
   if (info.extension) header.block1[info.entry] = listed;
 }
 

@@ -10,7 +10,7 @@
 /// @param record_number  record in its list, from 0; used with record tags only.
 /// @param tag  a record's tag, such as 0x20100 (its size, its entry in the size table, its list, the
 ///             directory), or a list's, such as 0x20000 (the list and the directory). Tags of kinds whose
-///             size no edit changes move the file's size alone.
+///             size no edit changes (see lists.h) change the file's size alone.
 /// A record number outside its list changes nothing at all.
 void qiAdjustListSizeData(Qis& scene, Word record_number, std::int32_t delta, Word tag);
 

@@ -2,8 +2,8 @@
 /// The way over a record or a version-2 structure, piece by piece in file order.
 ///
 /// The struct of a kind holds its fixed words and says in `variable_parts(io, record)` what follows them. The
-/// reader fills the record, the writer and the size count visit a const one; nothing else in the program knows
-/// where a piece stands.
+/// reader fills the record, the writer and the size count visit a const one; nothing else in the program
+/// knows where a piece stands.
 ///
 /// What an `Io` offers:
 ///  - `fixed(f)`: the fixed words, exactly as many as the struct has;

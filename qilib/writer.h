@@ -45,7 +45,7 @@ class FileSink {
   }
 
  private:
-  /// No size word of a file could tell of more than 4 GiB.
+  /// A file may take 4 GiB at most: its size word holds no more.
   bool fits(std::size_t n) {
     written_ += n;
     if (ok_ && written_ > std::numeric_limits<Word>::max()) {
@@ -73,7 +73,8 @@ class CountSink {
 };
 
 /// Whether a record's extension block 1 comes from its version-2 structure. In mode 1 the block is written
-/// as it was read, unless an edit changed its length: the old words would not be what the record tells of.
+/// as it was read, unless an edit changed its length: the old words would not have the length that the record
+/// states.
 template <class R>
 bool writes_structure(const R& record, int mode) {
   const Word size = record.fixed.block1_size;
@@ -81,7 +82,7 @@ bool writes_structure(const R& record, int mode) {
 }
 
 /// Emits the pieces of records in file order: the Io of the walks (see records.h) that writes. Every piece
-/// takes the room that its count or size word tells of: one that holds less is filled up with zeros.
+/// takes the room that its count or size word states: one that holds less is filled up with zeros.
 template <class Sink>
 class Emitter {
  public:

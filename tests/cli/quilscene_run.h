@@ -24,11 +24,10 @@ struct Ran {
 
 class Quilscene : public testing::Test {
  protected:
-  /// Runs `before quilscene arguments behind` by the shell, in the scratch directory.
-  Ran run(const std::string& arguments, const std::string& behind = "",
-          const std::string& before = "") const {
+  /// Runs `before quilscene arguments after` by the shell, in the scratch directory.
+  Ran run(const std::string& arguments, const std::string& after = "", const std::string& before = "") const {
     const std::string line = "cd " + scratch_.path().string() + " && { " + before + QUILSCENE " " +
-                             arguments + " " + behind + "; } >stdout 2>stderr </dev/null";
+                             arguments + " " + after + "; } >stdout 2>stderr </dev/null";
     const int status = std::system(line.c_str());
     return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, read_file(scratch_ / "stdout"),
             read_file(scratch_ / "stderr")};

@@ -47,8 +47,7 @@ TEST_P(SampleScene, InfoHasItsVersionCountsAndNames) {
   EXPECT_EQ(ran.status, 0);
   EXPECT_THAT(ran.err, IsEmpty());
   std::istringstream words{ran.out};
-  std::map<std::string, long>
-      numbers;  // the first number behind each word: version, sizes, records of a list
+  std::map<std::string, long> numbers;  // the first number after each word: version, sizes, records of a list
   for (std::string line; std::getline(words, line);) {
     std::istringstream row{line};
     std::string name;
@@ -112,7 +111,7 @@ TEST_F(Quilscene, CheckNotesRecordsThatNothingRefersTo) {
                              HasSubstr(": note: anim_5 (a_unused): nothing refers to it\n")));
 }
 
-/// tiny_v1 with its object's record found: 88 bytes behind the list's header and size table.
+/// tiny_v1 with its object's record found: 88 bytes after the list's header and size table.
 struct TinyObject {
   std::string file = read_file(scene_path("tiny_v1"));
   std::size_t record = 0;
@@ -175,7 +174,7 @@ TEST_F(Quilscene, CheckReportsLoopsAmongObjects) {
   EXPECT_THAT(ran.out, HasSubstr("out.quil: loop: obj_1 -> obj_2 -> obj_4 -> obj_5 -> obj_1\n"));
 }
 
-TEST_F(Quilscene, CheckGoesOnBehindABadFile) {
+TEST_F(Quilscene, CheckGoesOnAfterABadFile) {
   const Ran ran = run("check missing.quil " + scene_path("tiny_v1") + " also_missing.quil");
   EXPECT_EQ(ran.status, 1);
   EXPECT_THAT(ran.out, AllOf(HasSubstr("missing.quil: message: Input File Open Error\n"),
@@ -275,10 +274,10 @@ INSTANTIATE_TEST_SUITE_P(
                     ScriptRow{"SetWithoutItem", "set obj_0"}, ScriptRow{"SetOfAComment", "set obj_0 # a=1"},
                     ScriptRow{"SetWithoutValue", "set obj_0 type_g.type"},
                     ScriptRow{"SetWithoutItemName", "set obj_0 =1"},
-                    ScriptRow{"SetOfABareWordBehind", "set obj_0 type_g.type=1 word"},
+                    ScriptRow{"SetOfABareWordAfter", "set obj_0 type_g.type=1 word"},
                     ScriptRow{"SetWithoutClosingMark", "set obj_0 title.nodeName=\"a b"},
                     ScriptRow{"SetWithAnEscapedClosingMark", "set obj_0 title.nodeName=\"a\\\""},
-                    ScriptRow{"SetWithTextBehindTheMark", "set obj_0 title.nodeName=\"a\"b"}),
+                    ScriptRow{"SetWithTextAfterTheMark", "set obj_0 title.nodeName=\"a\"b"}),
     CaseName{});
 
 struct WellFormedRow {
@@ -360,7 +359,7 @@ TEST_F(Quilscene, HelpNamesEveryCommand) {
     EXPECT_THAT(ran.out, HasSubstr(command));
 }
 
-TEST_F(Quilscene, HelpIsGivenBehindACommandToo) {
+TEST_F(Quilscene, HelpIsGivenAfterACommandToo) {
   const std::string help = run("--help").out;
   for (const char* line : {"-h", "info --help", "edit a -o out.quil -h"}) {
     const Ran ran = run(line);
@@ -427,7 +426,7 @@ TEST_F(Quilscene, AFileSizeLimitFailsAndKeepsTheOldFile) {
   EXPECT_EQ(written("out.quil"), "the old file");
 }
 
-// Files made to hurt.
+// Hostile files.
 
 TEST_F(Quilscene, FilesCutAnywhereFailWithAMessage) {
   const std::string whole = read_file(scene_path("skeleton"));

@@ -109,7 +109,7 @@ class FirstOfItsList : public testing::TestWithParam<ListCase> {
 };
 INSTANTIATE_TEST_SUITE_P(Rows, FirstOfItsList, testing::ValuesIn(kListCases), CaseName());
 
-TEST_P(FirstOfItsList, StandsBehindTheFileWithListHeaderAndSizeTable) {
+TEST_P(FirstOfItsList, StandsAfterTheFileWithListHeaderAndSizeTable) {
   EXPECT_EQ(GetParam().build(scene_), 1u);
   const Bytes& record = GetParam().record;
   Bytes list;

@@ -28,7 +28,7 @@ TEST(EndianSwap4, TurnsFileOrderIntoNumbersForAnyCount) {
   }
 }
 
-TEST(EndianSwap4, LeavesBytesBehindTheLastWholeWord) {
+TEST(EndianSwap4, LeavesBytesAfterTheLastWholeWord) {
   char bytes[] = "abcdefg";
   endianSwap4(bytes, 7);
   EXPECT_STREQ(bytes, "dcbaefg");

@@ -1,5 +1,5 @@
 /// @file
-/// Sizes that are not what a save writes: found, corrected, told of; and then the file opens again.
+/// Sizes that are not what a save writes are found, corrected and reported; then the file opens again.
 #include "qilib/checksizes.h"
 
 #include <gmock/gmock.h>

@@ -426,7 +426,7 @@ TEST_F(EnvelopeParts, AWeightIsTakenOncePerWeightedPart) {
   EXPECT_EQ(qiAddWeightedPart_Obj(*scene_, 1, 0, 2, 0.5f), 1) << "an entry at obj 0 counts as not set";
 }
 
-TEST_F(EnvelopeParts, AWeightGoesBehindTheNodesAndBeforeTheExternals) {
+TEST_F(EnvelopeParts, AWeightGoesAfterTheNodesAndBeforeTheExternals) {
   auto& part = envelope().weighted[0];
   part.fixed.node_count = 1;
   part.fixed.external_count = 2;

@@ -1,5 +1,5 @@
 /// @file
-/// A part held apart is a value: copies are independent, and absent is absent.
+/// An optional value on the heap: copies are independent, and what is absent stays absent.
 #include "qilib/heapoptional.h"
 
 #include <gtest/gtest.h>

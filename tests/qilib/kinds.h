@@ -43,7 +43,7 @@ inline Bytes scene() {
       .u32s({7, 8, 1, 40, 41, 42, 43})
       .add(blocks());
 }
-/// Its fixed part is longer than the words that anything knows.
+/// Its fixed part is longer than the words that are interpreted.
 inline Bytes long_scene() {
   return Bytes{}
       .u32(0x00010000)
@@ -383,7 +383,7 @@ inline Bytes effector(std::uint32_t i) {
       .add(blocks());
 }
 
-// Records of version 2: extension block 1 is a structure, with one word behind it that nothing knows.
+// Records of version 2: extension block 1 is a structure, followed by one word that nothing interprets.
 
 /// A record without variable parts but for a structure: fixed words with the block sizes last.
 inline Bytes with_structure(std::uint32_t tag, std::uint32_t i, std::size_t words_between,

@@ -78,7 +78,7 @@ TEST_P(Kinds, AreRefusedWhenTheFileEndsBeforeThem) {
   EXPECT_THAT(told_.words(), testing::StartsWith(GetParam().list + ": list of "));
 }
 
-TEST_P(Kinds, KeepWordsBehindTheirLastPiece) {
+TEST_P(Kinds, KeepWordsAfterTheirLastPiece) {
   KindCase longer = GetParam();
   longer.bytes.fill(2, 0x7A110000);
   const std::string bytes = kinds::file_with(longer).bytes().str();

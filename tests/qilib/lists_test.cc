@@ -39,7 +39,7 @@ TEST(Lists, SizesOfAllListsCoverEveryWordOnce) {
   qi::for_each_list(scene,
                     [&](const qi::ListInfo& info, auto&) { qi::list_bytes(scene.header, info) = ++next; });
   EXPECT_EQ(scene.header.fixed.list_num[6], 7u) << "VtxList";
-  EXPECT_EQ(scene.header.fixed.list_num[10], 8u) << "the TriList's size stands behind the StList's";
+  EXPECT_EQ(scene.header.fixed.list_num[10], 8u) << "the TriList's size stands after the StList's";
   EXPECT_EQ(scene.header.fixed.list_num[18], 19u) << "NameList";
   EXPECT_EQ(scene.header.ext_sizes[0], 20u) << "CiImgList";
   EXPECT_EQ(scene.header.ext_sizes[8], 28u) << "ExternalNameList";

@@ -22,7 +22,7 @@ namespace {
 struct Heap {
   static constexpr std::size_t kNever = std::numeric_limits<std::size_t>::max();
   bool watched = false;
-  std::size_t allocations_left = kNever;  ///< the one after these fails, and all behind it
+  std::size_t allocations_left = kNever;  ///< the one after these fails, and all later ones
   std::size_t held = 0, most_held = 0;    ///< bytes
 };
 Heap heap;

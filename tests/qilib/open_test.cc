@@ -205,7 +205,7 @@ TEST_F(Open, AnEmptyHeaderBlock1FailsAVersion2FileWithoutAMessage) {
   EXPECT_EQ(said_, "");
 }
 
-TEST_F(Open, ExtensionListsStandBehindTheVersion1Part) {
+TEST_F(Open, ExtensionListsStandAfterTheVersion1Part) {
   EXPECT_EQ(open(version2().bytes()), 1);
   EXPECT_EQ(qiSizeofQUIL1file(scene_.header),
             100u + 36 + scene_.header.fixed.list_num[0] + scene_.header.fixed.list_num[4]);
@@ -245,7 +245,7 @@ TEST_F(Open, AListWithoutRecordsIsItsHeaderAndItsBlocks) {
   EXPECT_EQ(scene_.env_list.block2, Words{22});
 }
 
-TEST_F(Open, TheTriListStandsBehindTheVtxListButItsSizeBehindTheStLists) {
+TEST_F(Open, TheTriListStandsAfterTheVtxListButItsSizeBehindTheStLists) {
   FileBytes file = version1();
   file.core[6] = kinds::list_of_two(0x00040000, kinds::vtx);
   file.core[7] = kinds::two_kinds<0x00050000, 4>();
@@ -270,7 +270,7 @@ TEST_F(Open, AWrongRecordTagKeepsTheRecordsBefore) {
   EXPECT_EQ(scene_.env_list.records[0].fixed.tag, 0x00100100u);
   EXPECT_EQ(scene_.env_list.records[0].fixed.size, 68u);
   EXPECT_EQ(scene_.scene.objs, (Words{7, 8})) << "lists already read stay";
-  EXPECT_TRUE(scene_.obj_list.records.empty()) << "lists behind it are not read";
+  EXPECT_TRUE(scene_.obj_list.records.empty()) << "lists after it are not read";
 }
 
 struct TagCase {
@@ -321,7 +321,7 @@ INSTANTIATE_TEST_SUITE_P(
                             "ObjList",
                             {},
                             0x00030000},
-                    TagCase{"LongFixedPartIsNotReachedBehindAWrongTag", 13,
+                    TagCase{"LongFixedPartIsNotReachedAfterAWrongTag", 13,
                             spoilt(spoilt(kinds::list_of_two(0x000b0000, kinds::untiled_tex), 32, 7), 40, 3),
                             "irregular tag ! 0x00000007 != 0x000b0100\n", "TexList", 0, 7},
                     TagCase{"CollisionRecord", 16,
@@ -372,7 +372,7 @@ TEST_F(Open, AScenesStructureMayBeNoMoreThanItsFiveWords) {
   EXPECT_TRUE(scene_.scene.ext->chain_roots.empty());
 }
 
-TEST_F(Open, ARecordWithoutAStructureFailsAfterTheRecordsBehindIt) {
+TEST_F(Open, ARecordWithoutAStructureFailsAfterTheRecordsAfterIt) {
   FileBytes file = version2();
   Bytes bare = Bytes{}.u32s({0x00020100, 0, 88}).fill(10).u32s({0, 0}).fill(5).u32s({0, 0});
   file.core[4] = bytes_of_list(0x00020000, {bare, kinds::obj2(1)});

@@ -41,7 +41,7 @@ class Steps : public testing::Test {
   qi::ListCursor cursor_{words_};
 };
 
-TEST_F(Steps, AnArrayIsCopiedAndTheCursorMovesBehindIt) {
+TEST_F(Steps, AnArrayIsCopiedAndTheCursorMovesAfterIt) {
   Words array{9};
   EXPECT_EQ(qiReadArray(cursor_, array, 2), 1);
   EXPECT_THAT(array, ElementsAre(1, 2));
@@ -52,7 +52,7 @@ TEST_F(Steps, AnArrayIsCopiedAndTheCursorMovesBehindIt) {
   EXPECT_EQ(cursor_.left(), 0u);
 }
 
-TEST_F(Steps, AnArrayLongerThanWhatIsLeftIsRefusedAndSoIsEverythingBehindIt) {
+TEST_F(Steps, AnArrayLongerThanWhatIsLeftIsRefusedAndSoIsEverythingAfterIt) {
   Words array{9};
   EXPECT_EQ(qiReadArray(cursor_, array, 7), 0);
   EXPECT_THAT(array, IsEmpty());

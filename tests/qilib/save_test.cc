@@ -116,7 +116,7 @@ TEST(Written, AnEditThatChangesTheLengthIsWrittenInMode1Too) {
   EXPECT_TRUE(written(scene, 1) == written(scene, 2));
   const Qis again = opened(written(scene, 1));
   EXPECT_EQ(again.obj_list.records[0].ext->chain_roots, (Words{3, 4, 1}));
-  EXPECT_EQ(again.obj_list.records[0].ext->tail, Words{0x7A11}) << "still behind the structure";
+  EXPECT_EQ(again.obj_list.records[0].ext->tail, Words{0x7A11}) << "still after the structure";
 }
 
 TEST(Written, HeaderBlock1IsCurrentInMode1AfterAnEdit) {

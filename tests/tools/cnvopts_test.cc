@@ -51,7 +51,7 @@ class ConvertOptions : public testing::Test {
                           home_.options_file().string() + ": can't "));
     GetCapturedStdout();
   }
-  /// Reads a file of these lines behind the two first words.
+  /// Reads a file of these lines after the two first words.
   void read_lines(const std::string& lines) const {
     put("out/\nmodel.c\n" + lines);
     read();
@@ -172,7 +172,7 @@ TEST_F(ConvertOptions, ScriptLineThatComesLastIsHarmlesslyTakenTwice) {
   EXPECT_STREQ(ngops.preview_path, "");
 }
 
-TEST_F(ConvertOptions, AbsolutePreviewFileBehindAnEmptyScriptIsReadAsTheScript) {
+TEST_F(ConvertOptions, AbsolutePreviewFileAfterAnEmptyScriptIsReadAsTheScript) {
   set_option(ngops.output_dir, "out/");
   set_option(ngops.output, "model.c");
   set_option(ngops.preview_path, "/data/scene.zex");
@@ -376,7 +376,7 @@ INSTANTIATE_TEST_SUITE_P(
                     LineRow{"BlanksInTheValue", "-label a  b \t\n", "a  b", "-label a  b"},
                     LineRow{"TwoBlanksBeforeTheValue", "-label  a", " a", "-label  a"},
                     LineRow{"KeyAlone", "-label \n", "", "-label"}, LineRow{"NoDash", "label a\n", "", ""},
-                    LineRow{"DashBehindTheBlank", "x -label\n", "-label", "-label"},
+                    LineRow{"DashAfterTheBlank", "x -label\n", "-label", "-label"},
                     LineRow{"Empty", "", "", ""}),
     [](const auto& row) { return std::string{row.param.name}; });
 

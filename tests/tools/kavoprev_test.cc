@@ -15,7 +15,7 @@ TEST_F(CommandLines, ConversionWithoutOptionsNamesTheScratchSceneAndNoOutput) {
   EXPECT_EQ(cmd_kavo_dl(), "(cd ../kavoprev ; ./quil2gfx  quilpv )");
 }
 
-TEST_F(CommandLines, ConversionAddsHeaderAndLabelBehindTheOptions) {
+TEST_F(CommandLines, ConversionAddsHeaderAndLabelAfterTheOptions) {
   set_all();
   EXPECT_EQ(cmd_kavo_dl(), std::string(kAllOptions) + " -header out/h.h -label my label quilpv out/o.c)");
 }
