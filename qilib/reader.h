@@ -89,7 +89,7 @@ int qiSetupExternal(qi::ListCursor& cursor, std::vector<Pair>& destination, std:
 
 namespace qi {
 
-/// Fills records from words of a list, or of one of its records: the Io of the walks (see records.h) that
+/// Fills records from words of a list, or of one of its records: the Io of the walks (see walk.h) that
 /// reads.
 class Reader {
  public:

@@ -81,7 +81,7 @@ bool writes_structure(const R& record, int mode) {
   return record.ext && size != 0 && (mode == kFromStructures || record.block1.size() * sizeof(Word) != size);
 }
 
-/// Emits the pieces of records in file order: the Io of the walks (see records.h) that writes. Every piece
+/// Emits the pieces of records in file order: the Io of the walks (see walk.h) that writes. Every piece
 /// takes the room that its count or size word states: one that holds less is filled up with zeros.
 template <class Sink>
 class Emitter {

@@ -9,7 +9,7 @@ namespace samples {
 
 namespace {
 
-/// The Io of the walks (see qilib/records.h) that sets the words which say how much there is of everything. A
+/// The Io of the walks (see qilib/walk.h) that sets the words which say how much there is of everything. A
 /// count that is a word of the record arrives as one that can be set; a computed one is right already.
 class Completer {
  public:

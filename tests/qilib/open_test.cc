@@ -245,7 +245,7 @@ TEST_F(Open, AListWithoutRecordsIsItsHeaderAndItsBlocks) {
   EXPECT_EQ(scene_.env_list.block2, Words{22});
 }
 
-TEST_F(Open, TheTriListStandsAfterTheVtxListButItsSizeBehindTheStLists) {
+TEST_F(Open, TheTriListStandsAfterTheVtxListButItsSizeAfterTheStLists) {
   FileBytes file = version1();
   file.core[6] = kinds::list_of_two(0x00040000, kinds::vtx);
   file.core[7] = kinds::two_kinds<0x00050000, 4>();
