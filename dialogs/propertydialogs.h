@@ -22,16 +22,23 @@ class KindDialog final : public KindDialogBase<Key> {
   const char* className() const override { return kNodeKind<Key>.dialog_class; }
 
  protected:
-  Widget createDialog(Widget parent) override { return this->createFrom(values::dialog_of<Key>(), parent); }
+  Widget createDialog(Widget parent) override {
+    const Widget dialog = this->createFrom(values::dialog_of<Key>(), parent);
+    showMore(dialog);
+    return dialog;
+  }
+
+ private:
+  /// What the dialog shows beside its items.
+  void showMore(Widget /*dialog*/) {}
 };
 
-/// These show more than their items.
 template <>
-Widget KindDialog<qi::Env>::createDialog(Widget parent);
+void KindDialog<qi::Env>::showMore(Widget dialog);
 template <>
-Widget KindDialog<qi::Mat>::createDialog(Widget parent);
+void KindDialog<qi::Mat>::showMore(Widget dialog);
 template <>
-Widget KindDialog<qi::Joint>::createDialog(Widget parent);
+void KindDialog<qi::Joint>::showMore(Widget dialog);
 
 using SceneDialog = KindDialog<qi::Scene>;
 using ObjDialog = KindDialog<qi::Obj>;

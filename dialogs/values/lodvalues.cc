@@ -70,7 +70,8 @@ class LodDialog final : public RecordDialog<LevelsOfDetail> {
  protected:
   std::unique_ptr<Item> make_items(Word number) const override {
     auto top = RecordDialog::make_items(number);
-    top->find("header.nlod")->set_label("number of LOD Level of obj_" + shown(number, kDecimal));
+    if (Item* const count = top->find("header.nlod"))
+      count->set_label("number of LOD Level of obj_" + shown(number, kDecimal));
     return top;
   }
 };
