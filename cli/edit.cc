@@ -10,29 +10,28 @@
 #include "cli/scenefile.h"
 #include "cli/script.h"
 #include "cli/setvalues.h"
-#include "editor/model/currentscene.h"
 #include "editor/model/recordnames.h"
 #include "editor/model/tracedlinks.h"
 
 namespace {
 
-/// Runs one edit on the current scene; 0 when it was refused, else 1 or, for `new`, the new count. Throws
+/// Runs one edit on the scene; 0 when it was refused, else 1 or, for `new`, the new count. Throws
 /// ValueError.
-std::int64_t run(const ScriptLine& line) {
+std::int64_t run(Qis& scene, const ScriptLine& line) {
   const auto& operands = line.operands;
   switch (line.verb) {
     case Verb::add:
-      return quilAddLink(*qis, operands[0], operands[1]);
+      return quilAddLink(scene, operands[0], operands[1]);
     case Verb::remove:
-      return quilDeleteLink(*qis, operands[0], operands[1]);
+      return quilDeleteLink(scene, operands[0], operands[1]);
     case Verb::move:
-      return quilModifyLink(*qis, operands[0], operands[1], operands[2], operands[3]);
+      return quilModifyLink(scene, operands[0], operands[1], operands[2], operands[3]);
     case Verb::name:
-      return name_node(operands[0], operands[1]);
+      return name_node(scene, operands[0], operands[1]);
     case Verb::set:
-      return set_values(operands);
+      return set_values(scene, operands);
     case Verb::create:
-      return new_element(*qis, operands);
+      return new_element(scene, operands);
     case Verb::nothing:
       break;
   }
@@ -47,7 +46,7 @@ struct ScriptRun {
 
 /// Runs a whole script. A refused edit fails it, but the rest still runs. A malformed line ends it, and so
 /// does a value that can't be set.
-ScriptRun run_script(std::istream& script, const char* script_name) {
+ScriptRun run_script(Qis& scene, std::istream& script, const char* script_name) {
   Outcome outcome = Outcome::well;
   std::string text;
   for (std::size_t number = 1; std::getline(script, text); ++number) {
@@ -58,7 +57,7 @@ ScriptRun run_script(std::istream& script, const char* script_name) {
     }
     if (line->verb == Verb::nothing) continue;
     try {
-      const std::int64_t result = run(*line);
+      const std::int64_t result = run(scene, *line);
       std::printf("-> %" PRId64 "\n", result);
       if (result == 0) outcome = Outcome::failed;
     } catch (const ValueError& error) {
@@ -71,17 +70,18 @@ ScriptRun run_script(std::istream& script, const char* script_name) {
   return {Outcome::failed, false};
 }
 
-ScriptRun run_script_of(const Arguments& arguments) {
-  if (!arguments.script) return run_script(std::cin, "standard input");
+ScriptRun run_script_of(Qis& scene, const Arguments& arguments) {
+  if (!arguments.script) return run_script(scene, std::cin, "standard input");
   std::ifstream script{*arguments.script};
-  return run_script(script, arguments.script->c_str());
+  return run_script(scene, script, arguments.script->c_str());
 }
 
 }  // namespace
 
 Outcome edit(const Arguments& arguments) {
-  if (!open_scene(arguments.files.front(), *qis)) return Outcome::failed;
-  const ScriptRun script = run_script_of(arguments);
+  Qis scene;
+  if (!open_scene(arguments.files.front(), scene)) return Outcome::failed;
+  const ScriptRun script = run_script_of(scene, arguments);
   if (!script.complete) return script.outcome;
-  return save_scene(*qis, arguments.output, arguments.mode) ? script.outcome : Outcome::failed;
+  return save_scene(scene, arguments.output, arguments.mode) ? script.outcome : Outcome::failed;
 }

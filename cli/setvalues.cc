@@ -6,14 +6,14 @@
 #include "dialogs/values/dispatch.h"
 #include "dialogs/values/itemtext.h"
 
-int set_values(const std::vector<std::string>& operands) {
+int set_values(Qis& scene, const std::vector<std::string>& operands) {
   const std::string& node = operands.front();
   const auto on = values::dialog_of_node(node);
-  if (!on || !on->dialog->has_record(on->number)) throw ValueError("no such node: " + printable(node));
-  auto top = on->dialog->open(on->number);
+  if (!on || !on->dialog->has_record(scene, on->number)) throw ValueError("no such node: " + printable(node));
+  auto top = on->dialog->open(scene, on->number);
   for (std::size_t i = 1; i + 1 < operands.size(); i += 2)
     if (const auto complaint = values::edit_text(*top, operands[i], operands[i + 1]))
       throw ValueError(printable(node + ": " + *complaint));
   values::handlePrefs(on->dialog->name(), values::kPrefApply);
-  return values::applyChanges(on->dialog->name(), *top, on->number);
+  return values::applyChanges(scene, on->dialog->name(), *top, on->number);
 }

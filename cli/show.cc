@@ -7,20 +7,20 @@
 #include "cli/scenefile.h"
 #include "dialogs/values/dispatch.h"
 #include "dialogs/values/itemtext.h"
-#include "editor/model/currentscene.h"
 
 Outcome show(const Arguments& arguments) {
-  if (!open_scene(arguments.files.front(), *qis)) return Outcome::failed;
+  Qis scene;
+  if (!open_scene(arguments.files.front(), scene)) return Outcome::failed;
   Outcome outcome = Outcome::well;
   for (const std::string& node : arguments.nodes) {
     const auto on = values::dialog_of_node(node);
-    if (!on || !on->dialog->has_record(on->number)) {
+    if (!on || !on->dialog->has_record(scene, on->number)) {
       std::fprintf(stderr, "quilscene: no such node: %s\n", printable(node).c_str());
       outcome = Outcome::failed;
       continue;
     }
     values::for_each_shown(
-        *on->dialog->items(on->number), [&](const std::string& path, const values::Item& item) {
+        *on->dialog->items(scene, on->number), [&](const std::string& path, const values::Item& item) {
           const std::string value = printable(values::shown_text(item, on->dialog->lines()));
           std::printf("%s %s = %s\n", node.c_str(), path.c_str(), value.c_str());
         });

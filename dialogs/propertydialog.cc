@@ -2,9 +2,11 @@
 /// Label lines, items, widgets: in that order.
 #include "dialogs/propertydialog.h"
 
+#include "editor/model/currentscene.h"
+
 Widget PropertyDialog::createFrom(const values::Dialog& dialog, Widget parent) {
   setDefaultResources(parent, dialog.lines());
-  if (auto items = dialog.open(static_cast<Word>(index())))
+  if (auto items = dialog.open(*qis, static_cast<Word>(index())))
     setItem(std::make_unique<VkPrefList>(std::move(items)));
   return VkPrefDialog::createDialog(parent);
 }

@@ -5,6 +5,7 @@
 #include <Xm/Form.h>
 
 #include "dialogs/values/numbers.h"
+#include "editor/model/currentscene.h"
 #include "editor/model/nodenames.h"
 #include "viewkit/preflayout.h"
 #include "viewkit/vktabpanel.h"
@@ -64,7 +65,7 @@ void JointDialog::showMore(Widget dialog) {
 
 std::unique_ptr<PropertyDialog> makePropertyDialog(const values::DialogOn& on) {
   const auto& [dialog, number] = on;
-  if (!dialog->require_record(number)) return nullptr;
+  if (!dialog->require_record(*qis, number)) return nullptr;
   const NodeKind& kind = dialog->kind();
   auto made = kMakers[kind_place(kind)](kind.dialog, number);
   made->setTitle(node_name(kind, number).c_str());

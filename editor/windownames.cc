@@ -12,7 +12,7 @@ namespace {
 
 template <class Key>
 int changed(VkPrefItem* top, unsigned long index) {
-  return values::dialog_of<Key>().write_back(top->model(), static_cast<Word>(index));
+  return values::dialog_of<Key>().write_back(*qis, top->model(), static_cast<Word>(index));
 }
 
 }  // namespace

@@ -97,7 +97,7 @@ class Person {
   void fill_in(const std::string& node) {
     static const std::string kTexts[] = {"", "0", "1", "-1", "0xffffffff", "1e99", "nan", "a name", "07"};
     const auto on = values::dialog_of_node(node);
-    auto top = on ? on->dialog->open(on->number) : nullptr;
+    auto top = on ? on->dialog->open(*qis, on->number) : nullptr;
     if (!top) return;
     std::vector<std::pair<std::string, std::string>> entries;
     values::for_each_shown(*top, [&](const std::string& path, const values::Item& item) {
@@ -107,7 +107,7 @@ class Person {
       entries.emplace_back(path, options ? std::to_string(below(options)) : kTexts[below(std::size(kTexts))]);
     });
     for (const auto& [path, text] : entries) values::edit_text(*top, path, text);
-    values::applyChanges(on->dialog->name(), *top, on->number);
+    values::applyChanges(*qis, on->dialog->name(), *top, on->number);
   }
 
   void build() {

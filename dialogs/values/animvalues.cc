@@ -52,7 +52,6 @@ constexpr const char* kLines[] = {
 
 using F = qi::Anim::Fixed;
 using Target = qi::AnimExt::Target;
-using Condition = Rows<qi::Anim>::Row::Condition;
 
 // What an animation drives itself, and the constraints for what it leaves free.
 enum Flag : Word {
@@ -76,10 +75,10 @@ enum Flag : Word {
 
 Word flags(const qi::Anim& anim) { return anim.ext->head.flags; }
 
-Condition any_of(Word bits, Word but_none_of = 0) {
+auto any_of(Word bits, Word but_none_of = 0) {
   return [=](const qi::Anim& anim) { return (flags(anim) & bits) != 0 && (flags(anim) & but_none_of) == 0; };
 }
-Condition none_of(Word bits) {
+auto none_of(Word bits) {
   return [=](const qi::Anim& anim) { return flags(anim) != 0 && (flags(anim) & bits) == 0; };
 }
 

@@ -4,7 +4,6 @@
 
 #include <cstdio>
 
-#include "editor/model/currentscene.h"
 #include "editor/model/nodenames.h"
 
 namespace values {
@@ -26,27 +25,27 @@ const char* label_line(LabelLines lines, std::string_view item, std::string_view
   return nullptr;
 }
 
-bool Dialog::has_record(Word number) const { return kind_.name_index(*qis, number) != nullptr; }
+bool Dialog::has_record(Qis& scene, Word number) const { return kind_.name_index(scene, number) != nullptr; }
 
-bool Dialog::require_record(Word number) const {
-  if (has_record(number)) return true;
+bool Dialog::require_record(Qis& scene, Word number) const {
+  if (has_record(scene, number)) return true;
   std::fprintf(stderr, "%s: there is no such record\n", node_name(kind_, number).c_str());
   return false;
 }
 
-std::unique_ptr<Item> Dialog::items(Word number) const {
-  if (!require_record(number)) return nullptr;
-  auto top = make_items(number);
+std::unique_ptr<Item> Dialog::items(Qis& scene, Word number) const {
+  if (!require_record(scene, number)) return nullptr;
+  auto top = make_items(scene, number);
   set_label_formats(*top, lines());
   return top;
 }
 
-std::unique_ptr<Item> Dialog::open(Word number) const {
-  auto top = items(number);
+std::unique_ptr<Item> Dialog::open(Qis& scene, Word number) const {
+  auto top = items(scene, number);
   if (!top) return top;
   for (std::size_t i = 0; i < top->size(); ++i)
     if (top->item(i).kind() == ItemKind::list) std::printf("%s\n", top->item(i).name().c_str());
-  if (facts_.traces_node_index && *kind_.name_index(*qis, number) != kUnset)
+  if (facts_.traces_node_index && *kind_.name_index(scene, number) != kUnset)
     std::printf("node_index = %u\n", number);
   return top;
 }
@@ -55,12 +54,12 @@ void Dialog::trace_item(const Item& item) {
   std::printf("prefg->size() = %zu\nitem->name() = %s\n", item.size(), item.name().c_str());
 }
 
-int Dialog::write_back(Item& top, Word number) const {
+int Dialog::write_back(Qis& scene, Item& top, Word number) const {
   if (!top.changed()) return 1;
   std::printf("%s is changed.\n", kind_.word);
-  if (!require_record(number)) return 0;
+  if (!require_record(scene, number)) return 0;
   if (facts_.traces_top) trace_item(top);
-  store_items(top, number);
+  store_items(scene, top, number);
   return 1;
 }
 

@@ -1,6 +1,6 @@
 /// @file
-/// The property dialogs without their windows: what each shows of a record of the current scene, and what it
-/// writes back.
+/// The property dialogs without their windows: what each shows of a record of a scene, and what it writes
+/// back.
 #pragma once
 
 #include <memory>
@@ -40,25 +40,25 @@ class Dialog {
   LabelLines lines() const { return facts_.lines; }
   const char* traced_call() const { return facts_.traced_call; }
 
-  bool has_record(Word number) const;
+  bool has_record(Qis& scene, Word number) const;
   /// The same, with a line on standard error when there is none.
-  bool require_record(Word number) const;
+  bool require_record(Qis& scene, Word number) const;
 
   /// The dialog's items, filled from the record; null, and a line on standard error, when there is none.
-  std::unique_ptr<Item> items(Word number) const;
+  std::unique_ptr<Item> items(Qis& scene, Word number) const;
   /// The same, with the traces that opening a dialog prints on standard output.
-  std::unique_ptr<Item> open(Word number) const;
+  std::unique_ptr<Item> open(Qis& scene, Word number) const;
 
   /// Writes back what the items of `top` show, unless none has changed. Prints the traces of it, and changes
   /// what a write-back changes of the items (which are activated); they still count as changed afterwards.
   /// @returns 1; 0, with a line on standard error, when the record is there no more.
-  int write_back(Item& top, Word number) const;
+  int write_back(Qis& scene, Item& top, Word number) const;
 
  protected:
   /// The items of a record that exists.
-  virtual std::unique_ptr<Item> make_items(Word number) const = 0;
+  virtual std::unique_ptr<Item> make_items(Qis& scene, Word number) const = 0;
   /// Writes the items back to a record that exists.
-  virtual void store_items(Item& top, Word number) const = 0;
+  virtual void store_items(Qis& scene, Item& top, Word number) const = 0;
 
   static void trace_item(const Item& item);
 

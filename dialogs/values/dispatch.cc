@@ -48,7 +48,7 @@ PrefAction handlePrefs(std::string_view dialog_name, int reason) {
   return gfx ? PrefAction::applyOptions : PrefAction::applyOptions2;
 }
 
-int applyChanges(std::string_view dialog_name, Item& top, Word number) {
+int applyChanges(Qis& scene, std::string_view dialog_name, Item& top, Word number) {
   std::printf("This is %.*s, index = %u.\n", static_cast<int>(dialog_name.size()), dialog_name.data(),
               number);
   const auto dialog =
@@ -56,7 +56,7 @@ int applyChanges(std::string_view dialog_name, Item& top, Word number) {
   if (dialog == dialogs().end()) return 0;
   if (const char* const call = (*dialog)->traced_call()) std::printf("Call %s.\n", call);
   if (*dialog == &dialog_of<qi::Obj>()) std::printf("This node is obj_%u (member func)\n", number);
-  return (*dialog)->write_back(top, number);
+  return (*dialog)->write_back(scene, top, number);
 }
 
 }  // namespace values

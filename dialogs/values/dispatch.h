@@ -37,10 +37,10 @@ enum class PrefAction {
 /// Prints the trace of a dialog's answer.
 PrefAction handlePrefs(std::string_view dialog_name, int reason);
 
-/// Prints which dialog is applied and writes its items back (see Dialog::write_back).
+/// Prints which dialog is applied and writes its items back to the scene (see Dialog::write_back).
 /// @param dialog_name  contains the name of one of the dialogs, the first of which counts; otherwise nothing
 ///                     happens.
 /// @returns 1, or 0 when there is no such dialog or record.
-int applyChanges(std::string_view dialog_name, Item& top, Word number);
+int applyChanges(Qis& scene, std::string_view dialog_name, Item& top, Word number);
 
 }  // namespace values

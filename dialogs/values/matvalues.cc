@@ -129,11 +129,11 @@ struct MatRows : Rows<qi::Mat> {
     Row group = Rows::group(std::move(name), kVerticalNoLabel,
                             {panels<quilCCpanel>("quil", kQuilStyle, style, words),
                              panels<kavoCCpanel>("kavo", kKavoStyle, style, words)});
-    group.store = [radio = std::move(style_radio), rows = group.rows](qi::Mat& mat, Item& item,
+    group.store = [radio = std::move(style_radio), rows = group.rows](Qis& scene, qi::Mat& mat, Item& item,
                                                                       const Item& top) {
       const Item* const style_item = top.find(radio);
       if (style_item && style_item->changed()) return;
-      store_rows(rows, mat, item, top);
+      store_rows(rows, scene, mat, item, top);
     };
     return group;
   }

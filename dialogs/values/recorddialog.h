@@ -10,7 +10,6 @@
 
 #include "dialogs/values/dialog.h"
 #include "dialogs/values/rows.h"
-#include "editor/model/currentscene.h"
 #include "qilib/references.h"
 
 namespace values {
@@ -33,19 +32,19 @@ class RecordDialog : public Dialog {
       : Dialog(kNodeKind<Key>, facts), rows_(std::move(rows)), whole_words_(std::move(whole_words)) {}
 
  protected:
-  std::unique_ptr<Item> make_items(Word number) const override {
+  std::unique_ptr<Item> make_items(Qis& scene, Word number) const override {
     auto top = std::make_unique<Item>(ItemKind::list, "prefList");
-    add_items(*top, rows_, record(number));
+    add_items(*top, rows_, scene, record(scene, number));
     return top;
   }
-  void store_items(Item& top, Word number) const override {
-    R& stored = record(number);
+  void store_items(Qis& scene, Item& top, Word number) const override {
+    R& stored = record(scene, number);
     for (const WholeWord<R>& word : whole_words_) stored.fixed.*word.place = 0;
     for (std::size_t i = 0; i < top.size(); ++i) {
       Item& item = top.item(i);
       trace_item(item);
       const auto row = std::ranges::find(rows_, item.name(), &Row<R>::name);
-      if (row != rows_.end()) store_item(*row, stored, item, top);
+      if (row != rows_.end()) store_item(*row, scene, stored, item, top);
     }
     for (const WholeWord<R>& word : whole_words_) {
       if (word.complete) word.complete(stored);
@@ -54,7 +53,7 @@ class RecordDialog : public Dialog {
   }
 
  private:
-  static R& record(Word number) { return *qi::record_in(*qis, KindRowOf<Key>::kList, number); }
+  static R& record(Qis& scene, Word number) { return *qi::record_in(scene, KindRowOf<Key>::kList, number); }
 
   std::vector<Row<R>> rows_;
   std::vector<WholeWord<R>> whole_words_;

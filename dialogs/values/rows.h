@@ -13,20 +13,32 @@
 
 #include "dialogs/values/dialog.h"
 #include "dialogs/values/numbers.h"
-#include "editor/model/currentscene.h"
 #include "editor/model/recordnames.h"
 #include "qilib/qis.h"
 #include "qilib/sizes.h"
 
 namespace values {
 
-/// One item of the dialog for records of type R, with the rows of the items in it.
+/// A hook as one that is given the scene first, which few ask for.
+template <class Hook>
+auto in_scene(Hook hook) {
+  return [hook = std::move(hook)](auto& scene, auto&... rest) {
+    if constexpr (std::is_invocable_v<const Hook&, decltype(scene), decltype(rest)...>) {
+      return hook(scene, rest...);
+    } else {
+      return hook(rest...);
+    }
+  };
+}
+
+/// One item of the dialog for records of type R, with the rows of the items in it. Its hooks may leave out
+/// the scene.
 template <class R>
 struct Row {
-  using Condition = std::function<bool(const R& record)>;
+  using Condition = std::function<bool(const Qis& scene, const R& record)>;
   using Make = std::function<std::unique_ptr<Item>(const R& record)>;
-  using Show = std::function<void(const R& record, Item& item)>;
-  using Store = std::function<void(R& record, Item& item, const Item& top)>;
+  using Show = std::function<void(const Qis& scene, const R& record, Item& item)>;
+  using Store = std::function<void(Qis& scene, R& record, Item& item, const Item& top)>;
 
   std::string name;
   Make make;
@@ -36,16 +48,19 @@ struct Row {
   Store store = {};          ///< writes the item back, with all in it; without one, the rows below do
   bool only_if_changed = false;
 
-  Row only_when(Condition holds) && {
-    condition = std::move(holds);
+  template <class Hook>
+  Row only_when(Hook holds) && {
+    condition = in_scene(std::move(holds));
     return std::move(*this);
   }
-  Row shown_by(Show hook) && {
-    show = std::move(hook);
+  template <class Hook>
+  Row shown_by(Hook hook) && {
+    show = in_scene(std::move(hook));
     return std::move(*this);
   }
-  Row stored_by(Store hook) && {
-    store = std::move(hook);
+  template <class Hook>
+  Row stored_by(Hook hook) && {
+    store = in_scene(std::move(hook));
     return std::move(*this);
   }
   /// Nothing of it is written unless something in it changed; then all of it is.
@@ -57,32 +72,32 @@ struct Row {
 
 /// Gives a group those items that the record has, filled from it.
 template <class R>
-void add_items(Item& group, const std::vector<Row<R>>& rows, const R& record) {
+void add_items(Item& group, const std::vector<Row<R>>& rows, const Qis& scene, const R& record) {
   for (const Row<R>& row : rows) {
-    if (row.condition && !row.condition(record)) continue;
+    if (row.condition && !row.condition(scene, record)) continue;
     Item& item = group.add(row.make(record));
-    add_items(item, row.rows, record);
-    if (row.show) row.show(record, item);
+    add_items(item, row.rows, scene, record);
+    if (row.show) row.show(scene, record, item);
   }
 }
 
 template <class R>
-void store_rows(const std::vector<Row<R>>& rows, R& record, Item& group, const Item& top);
+void store_rows(const std::vector<Row<R>>& rows, Qis& scene, R& record, Item& group, const Item& top);
 
 /// Writes an item back as its row says. The record may have become one that has no such item.
 template <class R>
-void store_item(const Row<R>& row, R& record, Item& item, const Item& top) {
-  if (row.condition && !row.condition(record)) return;
+void store_item(const Row<R>& row, Qis& scene, R& record, Item& item, const Item& top) {
+  if (row.condition && !row.condition(scene, record)) return;
   if (row.only_if_changed && !item.changed()) return;
-  if (row.store) return row.store(record, item, top);
-  store_rows(row.rows, record, item, top);
+  if (row.store) return row.store(scene, record, item, top);
+  store_rows(row.rows, scene, record, item, top);
 }
 
 /// Writes back those items of a group that are there.
 template <class R>
-void store_rows(const std::vector<Row<R>>& rows, R& record, Item& group, const Item& top) {
+void store_rows(const std::vector<Row<R>>& rows, Qis& scene, R& record, Item& group, const Item& top) {
   for (const Row<R>& row : rows)
-    if (Item* const found = group.find(row.name)) store_item(row, record, *found, top);
+    if (Item* const found = group.find(row.name)) store_item(row, scene, record, *found, top);
 }
 
 /// The hook of items that are only shown.
@@ -111,11 +126,11 @@ auto ext(T Head::*member) {
   return [member](auto& record) -> auto& { return record.ext->head.*member; };
 }
 
-/// Whether the current scene is of version 2 and the record has its version-2 structure; one that was made in
+/// Whether the scene is of version 2 and the record has its version-2 structure; one that was made in
 /// memory may have none.
 template <class R>
-bool has_ext(const R& record) {
-  return qiQUILver(qis->header) >= qi::kVersion2 && record.ext.has_value();
+bool has_ext(const Qis& scene, const R& record) {
+  return qiQUILver(scene.header) >= qi::kVersion2 && record.ext.has_value();
 }
 
 /// Shows which of a radio's two toggles is on.
@@ -162,11 +177,15 @@ struct Rows {
 
   static Row separator(std::string name) { return item(ItemKind::separator, std::move(name)); }
 
-  /// A label whose text is one of the dialog's label lines, or computed from the record.
-  static Row label(std::string name, std::string (*text)(const R& record) = nullptr) {
-    Row row = item(ItemKind::label, std::move(name));
-    if (text) row.show = [text](const R& record, Item& item) { item.set_label(text(record)); };
-    return row;
+  /// A label whose text is one of the dialog's label lines.
+  static Row label(std::string name) { return item(ItemKind::label, std::move(name)); }
+  /// A label whose text is computed from the record.
+  template <class Text>
+  static Row label(std::string name, Text text) {
+    return label(std::move(name))
+        .shown_by([text = in_scene(text)](const Qis& scene, const R& record, Item& item) {
+          item.set_label(text(scene, record));
+        });
   }
 
   static Row group(std::string name, Look look, std::vector<Row> rows) {
@@ -274,13 +293,13 @@ struct Rows {
   /// The text that shows the record's name. `record_word` is what the trace of a new name begins with.
   static Row node_name(std::string record_word, Word R::Fixed::*name, int columns = 32) {
     return text("nodeName", columns)
-        .shown_by([=](const R& record, Item& item) {
-          item.set_value({.text = get_name_string(record.fixed.*name)});
+        .shown_by([=](const Qis& scene, const R& record, Item& item) {
+          item.set_value({.text = get_name_string(scene, record.fixed.*name)});
         })
-        .stored_by([=](R& record, const Item& item, const Item&) {
+        .stored_by([=](Qis& scene, R& record, const Item& item, const Item&) {
           const std::string text = first_line(item.text());
           std::printf("%s name = %s\n", record_word.c_str(), text.c_str());
-          record.fixed.*name = set_node_name(text, record.fixed.*name);
+          record.fixed.*name = set_node_name(scene, text, record.fixed.*name);
         })
         .stored_if_changed();
   }

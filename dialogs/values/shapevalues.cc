@@ -17,8 +17,8 @@ constexpr const char* kLines[] = {
 
 using F = qi::Shape::Fixed;
 
-std::string geometry(const qi::Shape& shape) {
-  const Word tag = has_ext(shape) ? shape.ext->head.deformer_tag : 0;
+std::string geometry(const Qis& scene, const qi::Shape& shape) {
+  const Word tag = has_ext(scene, shape) ? shape.ext->head.deformer_tag : 0;
   const char* const kind = tag == qi::kEnvelopeTag  ? "Envelope"
                            : tag == qi::kClusterTag ? "ClusterShape"
                                                     : "TriGroup";

@@ -1,9 +1,9 @@
 /// @file
-/// Forwards, which hold nothing of their own: names for link edits of the current scene that nobody in the
-/// program calls.
+/// Forwards, which hold nothing of their own: names for edits of the current scene that nobody in the program
+/// calls.
 ///
-/// Each answers 1 when the records were changed and 0 when the edit was refused by the link rules (see
-/// modifygraph.h). What there is to say of it is printed on standard output.
+/// Each link edit answers 1 when the records were changed and 0 when the edit was refused by the link rules
+/// (see modifygraph.h). What there is to say of it is printed on standard output.
 #pragma once
 
 #include <span>
@@ -11,6 +11,8 @@
 
 #include "editor/model/currentscene.h"
 #include "editor/model/modifygraph.h"
+#include "editor/model/recordnames.h"
+#include "qilib/names.h"
 #include "qilib/tags.h"
 
 namespace forwards {
@@ -124,3 +126,12 @@ inline constexpr auto& delete_obj_mat = forwards::unset<qi::kObjTag, qi::kMatTag
 inline constexpr auto& delete_obj_anim = forwards::unset<qi::kObjTag, qi::kAnimTag>;
 inline constexpr auto& delete_shape_mat = forwards::unset<qi::kShapeTag, qi::kMatTag>;
 inline constexpr auto& delete_part_mat = forwards::unset<qi::kPartTag, qi::kMatTag>;
+
+/// Appends a record to a list. Only the NameList (kind 0x110100) can grow in this way.
+/// @returns the number of the new record; 0, with nothing added, for any other kind.
+inline Word addQuilNode(Word kind) { return kind == qi::kNameTag ? qiAddName(*qis) - 1 : 0; }
+
+inline Word set_node_name(std::string_view text, Word name_index) {
+  return set_node_name(*qis, text, name_index);
+}
+inline std::string get_name_string(Word name_index) { return get_name_string(*qis, name_index); }

@@ -1,30 +1,27 @@
 /// @file
-/// The texts by which records of the current scene are named.
+/// The texts by which records of a scene are named.
 #include "editor/model/recordnames.h"
 
-#include "editor/model/currentscene.h"
 #include "editor/model/nodenames.h"
 #include "qilib/names.h"
 
-Word addQuilNode(Word kind) { return kind == qi::kNameTag ? qiAddName(*qis) - 1 : 0; }
-
-Word set_node_name(std::string_view text, Word name_index) {
-  if (name_index == kUnset) name_index = addQuilNode(qi::kNameTag);
+Word set_node_name(Qis& scene, std::string_view text, Word name_index) {
+  if (name_index == kUnset) name_index = qiAddName(scene) - 1;
   std::string stored(text);
-  qiSetName(*qis, name_index, stored);
+  qiSetName(scene, name_index, stored);
   return name_index;
 }
 
-std::string get_name_string(Word name_index) {
-  const auto& names = qis->name_list.records;
+std::string get_name_string(const Qis& scene, Word name_index) {
+  const auto& names = scene.name_list.records;
   return name_index < names.size() ? qiGetName(names[name_index]) : std::string();
 }
 
-int name_node(std::string_view node, std::string_view text) {
+int name_node(Qis& scene, std::string_view node, std::string_view text) {
   const auto named = find_node(node);
   if (!named || named->kind->tag == 0) return 0;
-  Word* const index = named->kind->name_index(*qis, named->number);
-  if (!index || (*index != kUnset && *index >= qis->name_list.records.size())) return 0;
-  *index = set_node_name(text, *index);
+  Word* const index = named->kind->name_index(scene, named->number);
+  if (!index || (*index != kUnset && *index >= scene.name_list.records.size())) return 0;
+  *index = set_node_name(scene, text, *index);
   return 1;
 }

@@ -55,7 +55,8 @@ class PropertyDialogTest : public DisplayTest {
   }
 
   static int apply(PropertyDialog& dialog) {
-    return values::applyChanges(dialog.name(), dialog.item()->model(), static_cast<Word>(dialog.index()));
+    return values::applyChanges(*qis, dialog.name(), dialog.item()->model(),
+                                static_cast<Word>(dialog.index()));
   }
 
   /// The item that a path leads to. Throws when there is none of that class.

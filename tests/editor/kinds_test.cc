@@ -106,7 +106,7 @@ TEST_P(EveryKind, IsWrittenBackFromTheDialogOfItsNodes) {
               AllOf(StartsWith("This is " + std::string(GetParam().dialog) + ", index = "),
                     HasSubstr(GetParam().trace)));
   if (named)
-    EXPECT_EQ(get_name_string(*on->dialog->kind().name_index(*qis, on->number)), "renamed");
+    EXPECT_EQ(get_name_string(*qis, *on->dialog->kind().name_index(*qis, on->number)), "renamed");
   else
     EXPECT_EQ(qis->obj_list.records[on->number].lod_objs[0], 7U);
 }

@@ -206,7 +206,7 @@ TEST_F(ValuesTest, DialogNamesAreFoundInsideLongerOnes) {
   Opened cam = open("cam_1");
   edit(cam, "type.ortho", "1");
   testing::internal::CaptureStdout();
-  EXPECT_EQ(values::applyChanges("the_camDialog_2", *cam.top, 1), 1);
+  EXPECT_EQ(values::applyChanges(*qis, "the_camDialog_2", *cam.top, 1), 1);
   EXPECT_TRUE(
       testing::internal::GetCapturedStdout().starts_with("This is the_camDialog_2, index = 1.\nCam is"));
   EXPECT_EQ(qis->cam_list.records[1].fixed.type, 1u);
@@ -217,7 +217,7 @@ TEST_F(ValuesTest, AnUnknownDialogChangesNothing) {
   edit(cam, "type.ortho", "1");
   const SceneWords before = scene_words();
   testing::internal::CaptureStdout();
-  EXPECT_EQ(values::applyChanges("someDialog", *cam.top, 1), 0);
+  EXPECT_EQ(values::applyChanges(*qis, "someDialog", *cam.top, 1), 0);
   EXPECT_EQ(testing::internal::GetCapturedStdout(), "This is someDialog, index = 1.\n");
   EXPECT_EQ(scene_words(), before);
 }
@@ -255,9 +255,9 @@ TEST_F(ValuesTest, AMissingRecordIsSaidAndNotOpened) {
   for (const auto& [node, message] : kMissing) {
     const auto on = values::dialog_of_node(node);
     ASSERT_TRUE(on) << node;
-    EXPECT_FALSE(on->dialog->has_record(on->number));
+    EXPECT_FALSE(on->dialog->has_record(*qis, on->number));
     testing::internal::CaptureStderr();
-    EXPECT_FALSE(on->dialog->open(on->number));
+    EXPECT_FALSE(on->dialog->open(*qis, on->number));
     EXPECT_EQ(testing::internal::GetCapturedStderr(), message);
   }
 }
@@ -268,7 +268,7 @@ TEST_F(ValuesTest, ARecordThatWentAwayIsNotWritten) {
   qis = qiNewQis();
   testing::internal::CaptureStderr();
   testing::internal::CaptureStdout();
-  EXPECT_EQ(values::applyChanges("camDialog", *cam.top, 1), 0);
+  EXPECT_EQ(values::applyChanges(*qis, "camDialog", *cam.top, 1), 0);
   testing::internal::GetCapturedStdout();
   EXPECT_EQ(testing::internal::GetCapturedStderr(), "cam_1: there is no such record\n");
 }

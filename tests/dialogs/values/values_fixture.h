@@ -189,7 +189,7 @@ class ValuesTest : public testing::Test {
   static Opened open(std::string_view node) {
     const auto on = values::dialog_of_node(node);
     testing::internal::CaptureStdout();
-    auto top = on ? on->dialog->open(on->number) : nullptr;
+    auto top = on ? on->dialog->open(*qis, on->number) : nullptr;
     const std::string traces = testing::internal::GetCapturedStdout();
     if (!top) throw std::runtime_error("no dialog for " + std::string(node));
     return {*on, std::move(top), traces};
@@ -210,7 +210,7 @@ class ValuesTest : public testing::Test {
   /// Applies a dialog; gives what it printed.
   static std::string apply(Opened& dialog) {
     testing::internal::CaptureStdout();
-    const int result = values::applyChanges(dialog.on.dialog->name(), *dialog.top, dialog.on.number);
+    const int result = values::applyChanges(*qis, dialog.on.dialog->name(), *dialog.top, dialog.on.number);
     const std::string traces = testing::internal::GetCapturedStdout();
     EXPECT_EQ(result, 1);
     return traces;

@@ -102,7 +102,7 @@ class RandomScript {
         return move(before);
       default: {
         const std::string node = make_.any_node();
-        const int made = name_node(node, make_.text());
+        const int made = name_node(*qis, node, make_.text());
         EXPECT_EQ(snapshot().arcs, before.arcs) << "name " << node;
         return checked(made, before);
       }

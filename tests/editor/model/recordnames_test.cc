@@ -1,6 +1,6 @@
 /// @file
 /// Names of the current scene's records.
-#include "editor/model/recordnames.h"
+#include "editor/model/forwards.h"
 
 #include <gmock/gmock.h>
 
@@ -49,14 +49,14 @@ TEST_F(RecordNames, EveryKindOfNodeCanBeNamed) {
   Word expected = 0;
   for (const char* node : {"scene_0", "obj_1", "shape_2", "part_3", "mat_4", "tex_5", "anim_0", "cam_1",
                            "light_2", "env_3", "ChainRoot_4", "joint_5", "effector_0"}) {
-    EXPECT_EQ(name_node(node, node), 1) << node;
+    EXPECT_EQ(name_node(*qis, node, node), 1) << node;
     EXPECT_EQ(get_name_string(expected++), node);
   }
   EXPECT_EQ(qis->scene.fixed.name, 0u);
   EXPECT_EQ(qis->obj_list.records[1].fixed.name, 1u);
   EXPECT_EQ(qis->light_list.records[2].fixed.name, 8u);
   EXPECT_EQ(qis->ext.effector_list.records[0].fixed.name, 12u);
-  EXPECT_EQ(name_node("obj_1", "again"), 1);
+  EXPECT_EQ(name_node(*qis, "obj_1", "again"), 1);
   EXPECT_EQ(qis->obj_list.records[1].fixed.name, 1u) << "a record with a name keeps its index";
   EXPECT_EQ(get_name_string(1), "again");
 }
@@ -65,7 +65,7 @@ TEST_F(RecordNames, WhatIsNoRecordIsRefused) {
   qis->obj_list.records[2].fixed.name = 77;
   const auto before = size_words(*qis);
   for (const char* node : {"obj_6", "scene_1", "lod_0", "newNode", "", "obj_-1", "obj_x", "obj_2"})
-    EXPECT_EQ(name_node(node, "text"), 0) << node;
+    EXPECT_EQ(name_node(*qis, node, "text"), 0) << node;
   EXPECT_EQ(size_words(*qis), before);
   EXPECT_EQ(qis->obj_list.records[2].fixed.name, 77u) << "a name that isn't there can't be changed";
 }
