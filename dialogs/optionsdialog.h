@@ -11,7 +11,7 @@ class ConverterDialog : public VkPrefDialog {
   const char* className() const override { return "ConverterDialog"; }
 
  protected:
-  /// @param values  what it shows and writes back; stays the caller's
+  /// @param values  what it shows and writes back; must outlive the dialog
   ConverterDialog(const char* name, const values::OptionsDialog& values)
       : VkPrefDialog(name), values_(values) {}
   Widget createDialog(Widget parent) override;

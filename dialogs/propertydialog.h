@@ -22,7 +22,7 @@ class PropertyDialog : public VkPrefDialog {
   virtual unsigned long index() const { return 0; }
 
  protected:
-  /// Makes the dialog's widgets, filled from its record: the work of every createDialog.
+  /// Makes the dialog's items, filled from its record, and their widgets: the work of every createDialog.
   /// The record must exist.
   Widget createFrom(const values::Dialog& dialog, Widget parent);
 

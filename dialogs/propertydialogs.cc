@@ -23,8 +23,8 @@ std::unique_ptr<PropertyDialog> make(const char* name, unsigned long index) {
 
 constexpr auto kMakers = per_kind([]<class Key>() { return &make<Key>; });
 
-/// The colour that stands in a text as RRGGBBAA or, without `alpha`, as RRGGBB. What is too large for that
-/// carries an alpha byte all the same.
+/// The colour that a text gives as RRGGBBAA or, without `alpha`, as RRGGBB. A number too large for RRGGBB is
+/// read as RRGGBBAA in either case.
 QisRGBA colorOf(const std::string& hex, bool alpha) {
   const Word word = values::word_of(hex, values::kHex.base);
   const int blue = alpha || word > 0xFFFFFF ? 8 : 0;

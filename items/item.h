@@ -46,7 +46,7 @@ class Watcher {
   ~Watcher() = default;
 };
 
-/// One item with all that it holds. It stays where it was made, so that others may hold on to it.
+/// One item with all that is in it. It is never copied or moved, so that others may refer to it.
 class Item {
  public:
   Item(ItemKind kind, std::string name, Look look = {})
@@ -98,16 +98,16 @@ class Item {
   /// Whether what is shown, here or in an item below, has differed at any moment from what was last set or
   /// applied.
   bool changed() const;
-  /// What is shown is applied: nothing below has changed any more.
+  /// What is shown, here and in the items below, counts as applied: nothing has changed any more.
   void applied();
-  /// Back to what was last set or applied, for all below.
+  /// Shows again what was last set or applied, here and in the items below.
   void revert();
 
   /// Whether this is a toggle of a radio.
   bool in_radio() const;
 
-  /// Tells `watcher` from now on, until it is given null, and nobody else. Its owner sees to it that it lives
-  /// as long as that.
+  /// Makes `watcher` the only one that is told of changes; null: nobody is. The watcher must live until
+  /// another call replaces it.
   void watch(Watcher* watcher) { watcher_ = watcher; }
 
  private:

@@ -15,6 +15,8 @@
 
 #include "viewkit/xraii.h"
 
+using items::ItemKind;
+
 namespace viewkit {
 namespace {
 
@@ -30,14 +32,14 @@ struct Rect {
 };
 using Places = std::map<Widget, Rect>;
 
-/// The label widget, if it shows anything.
+/// The label widget; null when it shows no text.
 Widget visibleLabel(Widget label) {
   return label && !textResource(label, XmNlabelString).empty() ? label : nullptr;
 }
 
 struct Grid;
 
-/// A label with a field, or one of them; or a grid of its own.
+/// A label with a field, or either alone; or a grid of its own.
 struct Cell {
   Widget label = nullptr;
   Widget field = nullptr;
@@ -45,7 +47,7 @@ struct Cell {
   std::unique_ptr<Grid> block = nullptr;
 };
 
-/// What stands beside each other.
+/// What stands side by side.
 struct Row {
   Widget separator = nullptr;  // if there is one, there is nothing else
   Widget section = nullptr;    // the label of the group that begins here
@@ -58,7 +60,7 @@ struct CellWidth {
   int label = 0, field = 0;
 };
 
-/// How far the fields stand in from where their cells begin.
+/// The distance from the left edge of a cell to its field.
 int fieldOffset(const CellWidth& width) { return width.label > 0 ? width.label + kLabelGap : 0; }
 
 /// Rows whose cells stand below each other.
@@ -82,7 +84,7 @@ struct Grid {
 void gather(const VkPrefGroup& group, Grid& grid, Widget section, bool nested);
 
 bool isColumn(const VkPrefItem& item) {
-  const auto* const group = dynamic_cast<const VkPrefGroup*>(&item);
+  const VkPrefGroup* const group = item.asGroup();
   return group && !group->horizontal();
 }
 
@@ -96,7 +98,7 @@ char shapeOf(const Cell& cell, bool first) {
 }
 
 void gatherCells(const VkPrefItem& item, Row& row, Widget label) {
-  if (const auto* const group = dynamic_cast<const VkPrefGroup*>(&item)) {
+  if (const VkPrefGroup* const group = item.asGroup()) {
     if (isColumn(item)) {
       Cell cell{.block = std::make_unique<Grid>()};
       gather(*group, *cell.block, label, true);
@@ -108,9 +110,9 @@ void gatherCells(const VkPrefItem& item, Row& row, Widget label) {
         gatherCells(inner, row, i == 0 && !own ? label : own);
       }
     }
-  } else if (dynamic_cast<const VkPrefLabel*>(&item)) {
+  } else if (item.model().kind() == ItemKind::label) {
     if (const Widget text = visibleLabel(item.baseWidget())) row.cells.push_back({.label = text});
-  } else if (!dynamic_cast<const VkPrefSeparator*>(&item)) {
+  } else if (item.model().kind() != ItemKind::separator) {
     row.cells.push_back({.label = label, .field = item.baseWidget(), .tail = item.tail()});
   }
 }
@@ -122,12 +124,13 @@ Row heading(Widget label) {
   return row;
 }
 
-/// Appends the row of a group or a single item. @param nested  whether the label column is the place of the
-/// item's own label; otherwise that is a section's.
+/// Appends the row of a group or a single item.
+/// @param nested  whether a group's own label goes into the column of labels; otherwise it is the label of a
+///                section, to the left of that.
 void gatherRow(const VkPrefItem& item, Grid& grid, Widget section, bool nested) {
   Row row{.section = section};
   const Widget label = visibleLabel(item.labelWidget());
-  const auto* const group = dynamic_cast<const VkPrefGroup*>(&item);
+  const VkPrefGroup* const group = item.asGroup();
   if (!group) {
     gatherCells(item, row, label);
   } else {
@@ -160,12 +163,12 @@ void gatherRow(const VkPrefItem& item, Grid& grid, Widget section, bool nested) 
 void gather(const VkPrefGroup& group, Grid& grid, Widget section, bool nested) {
   for (int i = 0; i < group.size(); ++i) {
     const VkPrefItem& item = *group.item(i);
-    if (dynamic_cast<const VkPrefSeparator*>(&item)) {
+    if (item.model().kind() == ItemKind::separator) {
       grid.rows.push_back({.separator = item.baseWidget()});
       continue;
     }
-    if (grid.rows.empty() && dynamic_cast<const VkPrefLabel*>(&item)) {
-      // What a dialog begins with is its title.
+    if (grid.rows.empty() && item.model().kind() == ItemKind::label) {
+      // A label at the very top is the title of the dialog.
       grid.rows.push_back({.section = item.baseWidget()});
       continue;
     }
@@ -173,8 +176,7 @@ void gather(const VkPrefGroup& group, Grid& grid, Widget section, bool nested) {
     if (isColumn(item)) {
       const Widget label = visibleLabel(item.labelWidget());
       if (label && section) grid.rows.push_back(heading(std::exchange(section, nullptr)));
-      gather(dynamic_cast<const VkPrefGroup&>(item), grid, label ? label : section,
-             nested || item.labelWidget());
+      gather(*item.asGroup(), grid, label ? label : section, nested || item.labelWidget());
     } else {
       gatherRow(item, grid, section, nested);
     }
@@ -203,13 +205,14 @@ int heightOf(const Row& row) {
   return height;
 }
 
-/// How far below a row the next one begins.
+/// The distance from the top of a row to the top of the next.
 int advanceOf(const Row& row) {
   return row.separator ? naturalSize(row.separator).height + 2 * kSeparatorGap - kRowGap
                        : heightOf(row) + kRowGap;
 }
 
-/// The columns for a row: those of earlier rows that look the same as far as both go.
+/// The columns for a row. It shares those of earlier rows whose cells are of the same kinds as its own, as
+/// far as both rows go.
 std::size_t columnsFor(Grid& grid, const Row& row) {
   for (std::size_t i = 0; i < grid.columns.size(); ++i) {
     Columns& columns = grid.columns[i];
@@ -221,8 +224,8 @@ std::size_t columnsFor(Grid& grid, const Row& row) {
   return grid.columns.size() - 1;
 }
 
-/// Where each cell of a row begins, its label or (without one in its column) its field; then where the row
-/// ends.
+/// Where each cell of a row begins (with its label or, when no cell in its column has one, its field) and, at
+/// the end, where the row ends.
 std::vector<int> cellStarts(const Grid& grid, std::size_t rowNumber) {
   const Row& row = grid.rows[rowNumber];
   const std::vector<CellWidth>& widths = grid.columns[grid.columnsOf[rowNumber]].widths;
@@ -242,7 +245,8 @@ void measure(Grid& grid) {
     if (row.section) grid.sectionWidth = std::max(grid.sectionWidth, naturalSize(row.section).width);
   if (grid.sectionWidth > 0) grid.sectionWidth += kSectionGap;
 
-  // The head of a dialog keeps its label beside its field: it has a label column of its own.
+  // The rows above the first separator, the head of a dialog, have a column of labels of their own, so that
+  // a wide label further down does not move its fields away from theirs.
   const auto first = std::ranges::find_if(grid.rows, [](const Row& row) { return row.separator != nullptr; });
   const auto headRows = static_cast<std::size_t>(first - grid.rows.begin());
   int headWidth = 0, width = 0;
@@ -261,7 +265,7 @@ void measure(Grid& grid) {
     for (std::size_t c = 0; c < row.cells.size(); ++c) {
       if (row.cells[c].block) measure(*row.cells[c].block);
       widths[c].label = std::max(widths[c].label, naturalSize(row.cells[c].label).width);
-      // What ends a row needs no column.
+      // Nothing stands in line after the last cell of a row: it does not widen its column.
       if (c + 1 < row.cells.size()) widths[c].field = std::max(widths[c].field, sizeOf(row.cells[c]).width);
     }
   }
@@ -309,7 +313,8 @@ void place(const Grid& grid, Places& places, int x, int y, int width) {
   }
 }
 
-/// Gives the widget its rectangle, in the coordinates of the dialog, below a parent at `origin`.
+/// Moves the widget into its rectangle. Both rectangles are in the coordinates of the dialog; `origin` is
+/// that of the widget's parent.
 void configure(Widget widget, const Rect& rect, const Rect& origin) {
   XtConfigureWidget(widget, static_cast<Position>(rect.x - origin.x),
                     static_cast<Position>(rect.y - origin.y), static_cast<Dimension>(std::max(rect.width, 1)),
@@ -323,7 +328,7 @@ Rect around(const Rect& a, const Rect& b) {
   return {x, y, std::max(a.x + a.width, b.x + b.width) - x, std::max(a.y + a.height, b.y + b.height) - y};
 }
 
-/// The widgets of an item that have a place, and that place around them.
+/// Widgets that have a place, and the smallest rectangle around them.
 struct Placed {
   std::vector<std::pair<Widget, Rect>> widgets;
   Rect whole;
@@ -336,7 +341,9 @@ struct Placed {
 
 void collect(const VkPrefItem& item, const Places& places, Placed& placed);
 
-/// Manages what a group holds. @returns the rectangle that its base widget has to take.
+/// Manages the widgets that a group holds, inside the rectangle that is given or else the smallest around
+/// them.
+/// @returns that rectangle, which the group's base widget has to take.
 Rect fill(const VkPrefGroup& group, const Places& places, const Rect* given) {
   Placed inside;
   for (int i = 0; i < group.size(); ++i) collect(*group.item(i), places, inside);
@@ -353,14 +360,14 @@ Rect fill(const VkPrefGroup& group, const Places& places, const Rect* given) {
 void collect(const VkPrefItem& item, const Places& places, Placed& placed) {
   for (const Widget widget : {item.labelWidget(), item.baseWidget(), item.tail()})
     if (const auto found = places.find(widget); found != places.end()) placed.add(widget, found->second);
-  if (const auto* const group = dynamic_cast<const VkPrefGroup*>(&item))
+  if (const VkPrefGroup* const group = item.asGroup())
     if (const Rect rect = fill(*group, places, nullptr); rect.width > 0) placed.add(item.baseWidget(), rect);
 }
 
-/// Text fields of a group that show longer numbers than planned become wider, along with those that were
-/// planned alike.
+/// Text fields of a group become wider when they show longer numbers than they have columns for, along with
+/// all fields of the group that have the same number of columns.
 void widenTexts(const VkPrefGroup& group) {
-  std::map<int, int> wanted;  // by the columns planned
+  std::map<int, int> wanted;  // by the columns that the items ask for
   const auto forTexts = [&](auto what) {
     for (int i = 0; i < group.size(); ++i)
       if (auto* const text = dynamic_cast<VkPrefText*>(group.item(i))) what(*text, wanted[text->columns()]);
@@ -368,11 +375,11 @@ void widenTexts(const VkPrefGroup& group) {
   forTexts([](const VkPrefText& text, int& columns) { columns = std::max(columns, text.wantedColumns()); });
   forTexts([](VkPrefText& text, int columns) { text.widen(columns); });
   for (int i = 0; i < group.size(); ++i)
-    if (const auto* const inner = dynamic_cast<const VkPrefGroup*>(group.item(i))) widenTexts(*inner);
+    if (const VkPrefGroup* const inner = group.item(i)->asGroup()) widenTexts(*inner);
 }
 
-/// The rendition "bold" as a render table, made once: what is converted for a widget stays in memory for
-/// ever.
+/// The rendition "bold" as a render table, made once: a resource that is converted stays in memory to the end
+/// of the program.
 XmRenderTable boldFonts(Widget widget) {
   static XmRenderTable fonts = nullptr;
   if (!fonts) {

@@ -40,7 +40,8 @@ void VkPrefDialog::setItem(std::unique_ptr<VkPrefGroup> top) { top_ = std::move(
 
 Widget VkPrefDialog::createDialog(Widget parent) {
   std::string widgetName = name();
-  // Taken over from the window: made anew from the resources, they would stay in memory for ever.
+  // The window's fonts are used again: fonts that are made from the resources stay in memory to the end of
+  // the program.
   XmRenderTable label = nullptr, button = nullptr, text = nullptr;
   XtVaGetValues(parent, XmNlabelRenderTable, &label, XmNbuttonRenderTable, &button, XmNtextRenderTable, &text,
                 nullptr);

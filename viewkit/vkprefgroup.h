@@ -17,7 +17,7 @@ class VkPrefGroup : public VkPrefItem {
   explicit VkPrefGroup(items::Item& group) : VkPrefItem(group) { showItems(); }
   const char* className() const override { return "VkPrefGroup"; }
 
-  /// Appends an item, made before the group's widgets are. @returns the item.
+  /// Appends an item that was made with a name, before the group's widgets are made. @returns the item.
   template <class Item>
   Item& addItem(std::unique_ptr<Item> item) {
     Item& added = *item;
@@ -31,6 +31,7 @@ class VkPrefGroup : public VkPrefItem {
   /// The first item with that name; null when there is none.
   VkPrefItem* item(std::string_view name) const;
   VkPrefItem* find(std::string_view path) override;
+  const VkPrefGroup* asGroup() const override { return this; }
 
   bool horizontal() const { return model().look().horizontal; }
 

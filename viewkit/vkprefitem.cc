@@ -28,7 +28,7 @@ Widget createEntry(Widget menu, const std::string& label) {
                           viewkit::xmString(label).get(), nullptr);
 }
 
-constexpr int kWidened = 12;  // the characters up to which a text field grows for its text
+constexpr int kWidened = 12;  // columns: the widest that a text field becomes for its text
 
 }  // namespace
 
@@ -152,7 +152,8 @@ void VkPrefOption::setLabel(int index, const char* text) {
 void VkPrefOption::createWidgets(Widget parent) {
   createLabel(parent);
   std::string menuName = std::string(name()) + "Menu";
-  // Given to the menu's shell, too, which would otherwise have them made anew from the resources.
+  // The menu's shell is given them, too; otherwise it would make some of its own from the resources, which
+  // stay in memory to the end of the program.
   const auto fonts = reinterpret_cast<XtArgVal>(XmeGetDefaultRenderTable(parent, XmBUTTON_FONTLIST));
   Arg fontValues[] = {{const_cast<char*>(XmNbuttonRenderTable), fonts},
                       {const_cast<char*>(XmNlabelRenderTable), fonts}};

@@ -1,5 +1,5 @@
 /// @file
-/// The widgets that show the items of preference dialogs, and tell them what the user makes of their values.
+/// The widgets that show the items of preference dialogs, and change them as the user does.
 #pragma once
 
 #include <X11/Intrinsic.h>
@@ -13,11 +13,13 @@
 #include "items/item.h"
 #include "viewkit/vkcomponent.h"
 
-/// Shows an item of a preference dialog. What it shows and whether that has changed is held by the item; the
-/// widgets, which come and go with the dialog's windows, follow it whoever changes it.
+class VkPrefGroup;
+
+/// Shows an item of a preference dialog. The item holds its value and whether that has changed; the widgets,
+/// which come and go with the dialog's windows, only show that, whoever changes it.
 ///
-/// It shows an item of a tree that is there already, or, made with a name, one of its own, which becomes part
-/// of the tree of the group that it is added to.
+/// The item is one of a tree that is given; or, when this is made with a name, one of its own, which becomes
+/// part of the tree of the group that this is added to.
 ///
 /// The base widget is named `<name>Base`. An item with a label of its own has it in a widget `<name>Label`
 /// beside that; a label without text takes no room.
@@ -27,7 +29,7 @@ class VkPrefItem : public VkComponent, private items::Watcher {
   /// program.
   static const char* const shownCallback;
 
-  /// What shows an item of its kind. The item must outlive it.
+  /// Makes the object that shows an item of that kind. The item must outlive it.
   static std::unique_ptr<VkPrefItem> showing(items::Item& item);
 
   ~VkPrefItem() override;
@@ -47,8 +49,11 @@ class VkPrefItem : public VkComponent, private items::Watcher {
   void setActivated(bool activated) { item_.set_activated(activated); }
   bool activated() const { return item_.activated(); }
 
-  /// What shows the item that a path such as "fog.fog_color" leads to; null when there is none.
+  /// The object that shows the item that a path such as "fog.fog_color" leads to; null when there is none.
   virtual VkPrefItem* find(std::string_view path) { return path.empty() ? this : nullptr; }
+
+  /// This, when the item holds others; otherwise null.
+  virtual const VkPrefGroup* asGroup() const { return nullptr; }
 
   /// Makes the item's widgets below `parent`, unmanaged and not placed yet.
   virtual void createWidgets(Widget parent) = 0;
@@ -127,7 +132,7 @@ class VkPrefText : public VkPrefValue<std::string, &items::Value::text> {
  private:
   void showValue() override;
   void typed();
-  // Only the field that is typed in shows where.
+  // The cursor is shown only in the field that has the focus.
   void showCursor();
   void hideCursor();
 
@@ -173,7 +178,7 @@ class VkPrefOption : public VkPrefValue<int, &items::Value::option> {
   void widgetDestroyed() override;
 
   std::vector<Widget> entries_;
-  Widget beyond_ = nullptr;  // never in the menu: lends its label to the button
+  Widget beyond_ = nullptr;  // not in the menu; its label is shown on the button for an index beyond the menu
 };
 
 /// A line of text that the user can't change.

@@ -44,12 +44,13 @@ struct quilCCpanel : items::Item {
 /// A menu of the console's combiner inputs.
 struct kavoCCbutton : items::Item {
   explicit kavoCCbutton(std::string name);
-  /// Shows an input code (the low byte counts). One beyond the menu is its own index.
+  /// Shows an input code, of which the low byte counts. A code without an entry becomes an index beyond the
+  /// menu.
   void setValue(Word code);
 };
 
 /// A KAVO-style combiner word: inputs a, b, c and d of the combiner's equation. A word that is not set shows
-/// as "K5" four times, for the loaders' sake; only "None" four times makes it unset again.
+/// as "K5" in all four menus; only when all four are on "None" is it stored as not set.
 struct kavoCCpanel : items::Item {
   kavoCCpanel(std::string name, Word word);
   static Word word(const items::Item& panel) { return get64Value(panel); }

@@ -1,5 +1,5 @@
 /// @file
-/// The level-of-detail dialog: the distances of an object, and what is shown from each on.
+/// The level-of-detail dialog: the distances of an object's levels, and the object that each level shows.
 #include "dialogs/values/kinds.h"
 #include "dialogs/values/recorddialog.h"
 
@@ -20,7 +20,7 @@ std::size_t level_count(const qi::Obj& obj) {
   return std::min({std::size_t{obj.fixed.lod_count}, obj.lod_distances.size(), obj.lod_objs.size()});
 }
 
-/// The only level is the nearest one.
+/// The label of a level's distance. A level that is the only one counts as the nearest.
 const char* distance_label(std::size_t level, std::size_t count) {
   return level == 0 ? "distance (min)< " : level + 1 == count ? "distance (max)< " : "distance      < ";
 }

@@ -85,7 +85,7 @@ struct MatRows : Rows<qi::Mat> {
     return option(std::move(name), std::move(entries), &F::shade_type, 0xF, shift);
   }
 
-  /// Written as a whole when one component changed, each at most 1.
+  /// A colour. When one component has changed, all four are written, each at most 1.
   template <class Place>
   static Row color(std::string name, Place place) {
     return made(name, [=](const qi::Mat& mat) { return std::make_unique<MatColor>(name, at(mat, place)); })
@@ -93,7 +93,7 @@ struct MatRows : Rows<qi::Mat> {
         .stored_if_changed();
   }
 
-  /// Another style clears the combiner: its words mean nothing in that style.
+  /// The style of a combiner. Changing it clears the combiner's words, which mean nothing in the other style.
   template <class Style, class Combiner>
   static Row style(std::string name, std::string quil, std::string kavo, Style style, Combiner combiner) {
     return radio(std::move(name), {toggle(std::move(quil)), toggle(std::move(kavo))})
@@ -122,8 +122,8 @@ struct MatRows : Rows<qi::Mat> {
         .only_when([=](const qi::Mat& mat) { return at(mat, style) == shown_style; });
   }
 
-  /// The panels of the style that the record has. They are written with anything else that changed, but not
-  /// when the style did: they still show the old one.
+  /// The panels of the style that the record has. They are written whenever anything in the dialog has
+  /// changed, except when the style has: then they still show words of the old one.
   template <class Style, class Combiner>
   static Row combiner(std::string name, std::string style_radio, Style style, Combiner words) {
     Row group = Rows::group(std::move(name), kVerticalNoLabel,

@@ -32,7 +32,7 @@ inline std::string first_line(const std::string& text) { return text.substr(0, t
 Word word_of(const std::string& text, int base);
 float float_of(const std::string& text);
 
-/// A colour component: at most 1. Negative ones pass, so that a component can be driven below black.
+/// A colour component: at most 1. Negative numbers are kept, for colours below black.
 float text2float1_0(const items::Item& text);
 
 /// Reads items 1 to 4 of a colour's group (item 0 is its label) into the four components.

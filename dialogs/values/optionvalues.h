@@ -14,7 +14,7 @@ namespace values {
 /// One item of a group of options.
 struct OptionRow {
   const char* name;
-  OptionField field = nullptr;  ///< nullptr: the toggle of a bit of the group's mask
+  OptionField field = nullptr;  ///< null for the toggle of a bit of the group's mask
   int columns = 20;             ///< of a text
   const char* flag = nullptr;   ///< of a toggle: what the field holds when it is on
   bool only_shown = false;
@@ -25,7 +25,7 @@ struct OptionGroup {
   const char* name;
   Look look;
   std::span<const OptionRow> rows;
-  OptionField mask = nullptr;  ///< the field, in decimal, whose bits from 0 the rows are
+  OptionField mask = nullptr;  ///< the field that holds, in decimal, a bit for each row, from bit 0 on
 };
 
 /// The dialog of one converter.

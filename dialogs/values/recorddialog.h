@@ -19,7 +19,7 @@ template <class R>
 struct WholeWord {
   Word R::Fixed::*place;
   const char* trace;               ///< format that prints it when it is complete
-  void (*complete)(R&) = nullptr;  ///< has the last word on it
+  void (*complete)(R&) = nullptr;  ///< corrects the record before the word is traced
 };
 
 /// The dialog for the kind of nodes with this key.

@@ -28,7 +28,7 @@ const std::vector<std::string> kModes{"OPA_SURF",  "XLU_SURF", "OPA_DECAL", "XLU
                                       "OPA_TERR",  "TEX_TERR", "SUB_TERR",  "CLD_SURF",    "OVL_SURF",
                                       "ADD",       "NOOP",     "PASS",      "FOG_SHADE_A", "FOG_PRIM_A"};
 
-/// The switch is whatever makes the top byte differ from 0.
+/// The switch counts as on when any bit of the top byte is set.
 bool switched(Word priority) { return priority >> 24 != 0; }
 
 int class_index(Word priority) { return (kFirstClass - static_cast<int>((priority & 0xFFFFFF) >> 20)) >> 1; }

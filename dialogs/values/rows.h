@@ -45,7 +45,7 @@ struct Row {
   std::vector<Row> rows = {};
   Condition condition = {};  ///< whether the record has such an item
   Show show = {};            ///< fills the item, and may give it items of its own
-  Store store = {};          ///< writes the item back, with all in it; without one, the rows below do
+  Store store = {};          ///< writes the item back, with all in it; without one, `rows` do
   bool only_if_changed = false;
 
   template <class Hook>
@@ -84,7 +84,8 @@ void add_items(Item& group, const std::vector<Row<R>>& rows, const Qis& scene, c
 template <class R>
 void store_rows(const std::vector<Row<R>>& rows, Qis& scene, R& record, Item& group, const Item& top);
 
-/// Writes an item back as its row says. The record may have become one that has no such item.
+/// Writes an item back as its row says. Nothing happens when the record, since the item was made, has become
+/// one that has no such item.
 template <class R>
 void store_item(const Row<R>& row, Qis& scene, R& record, Item& item, const Item& top) {
   if (row.condition && !row.condition(scene, record)) return;
@@ -145,7 +146,8 @@ struct FlagToggle {
   Word value;
 };
 
-/// How a radio finds its value in the bits that its toggles stand for.
+/// How a radio finds the value of one toggle in the bits that its toggles stand for: as a whole, or by the
+/// lowest bit that is set.
 constexpr Word whole_value(Word bits) { return bits; }
 constexpr Word lowest_bit(Word bits) { return bits & (~bits + 1); }
 
@@ -157,7 +159,7 @@ struct ToggleOrNumber {
   int columns;
   NumberForm form;
   Word none;                    ///< what the word holds when there is no number
-  bool on_means_none = false;   ///< what the toggle says
+  bool on_means_none = false;   ///< whether the toggle is on when there is no number, or when there is one
   const char* trace = nullptr;  ///< format that prints a number as it is stored
 };
 
@@ -166,7 +168,7 @@ template <class R>
 struct Rows {
   using Row = values::Row<R>;
 
-  /// An item as its kind has it.
+  /// An item of a kind.
   static Row item(ItemKind kind, std::string name, Look look = {}) {
     return made(name, [=](const R&) { return std::make_unique<Item>(kind, name, look); });
   }

@@ -42,7 +42,7 @@ enum Form : Word { kI, kIA, kCI, kYUV, kRGB, kRGBA };
 enum Depth : Word { k4Bit = 0, k8Bit = 0x100, k16Bit = 0x200, k32Bit = 0x400 };
 constexpr Word kFormBits = 0x7;
 
-/// The depth that a form can have, next to the one wanted.
+/// The depth nearest to the wanted one that images of this form can have.
 Word possible_depth(Word form, Word depth) {
   switch (form) {
     case kI:

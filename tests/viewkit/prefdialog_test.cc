@@ -336,7 +336,7 @@ TEST_F(PrefDialog, WhoeverWaitsGetsOkAfterTheApplies) {
 
 TEST_F(PrefDialog, WhoeverWaitsGetsCancel) {
   open("Wait");
-  program_.driver().click(item("view").box.centre());  // keeps out of the window behind
+  program_.driver().click(item("view").box.centre());  // the window under the dialog gets nothing
   key("Escape");
   expectClosed("testDialog");
   EXPECT_TRUE(support::waitFor([&] { return program_.output().ends_with("waited: 0\n"); }));

@@ -10,7 +10,8 @@
 #include "tests/dialogs/values/values_fixture.h"
 #include "tests/support/case_name.h"
 
-/// Sets words of record 1, edits, applies: what the words are then, and what an open dialog shows.
+/// Words of record 1 are set, its dialog is opened, items are edited and applied: what the words are then,
+/// and what the dialog, still open, shows.
 struct Rule {
   const char* name;
   const char* node;
