@@ -13,6 +13,7 @@
 #include <string>
 
 #include "editor/graphwindow.h"
+#include "editor/look.h"
 #include "editor/scenefiles.h"
 #include "qilib/opensave.h"
 #include "samples/scenes.h"
@@ -101,7 +102,7 @@ int main(int argc, char** argv) {
   std::FILE* const figures = fdopen(dup(STDOUT_FILENO), "w");
   if (!figures || !std::freopen("/dev/null", "w", stdout) || !std::freopen("/dev/null", "w", stderr))
     return 1;
-  VkApp app("quileditor", &argc, argv);
+  VkApp app("quileditor", &argc, argv, nullptr, 0, &editorResources);
   GraphWindow window("QUILeditor2");
   window.show();
   std::fprintf(figures,

@@ -4,6 +4,7 @@
 #include <cstdio>
 
 #include "editor/graphwindow.h"
+#include "editor/look.h"
 #include "storage/signals.h"
 #include "viewkit/vkapp.h"
 
@@ -14,7 +15,7 @@ int main(int argc, char** argv) {
   storage::survive_file_size_limit();
   // Traces appear in order with the output of the commands that the editor runs.
   std::setvbuf(stdout, nullptr, _IOLBF, 0);
-  VkApp app("quileditor", &argc, argv);
+  VkApp app("quileditor", &argc, argv, nullptr, 0, &editorResources);
   GraphWindow window("QUILeditor2");
   std::snprintf(version_string.data(), version_string.size(), "%s %s\n%s\n%s", "QUILeditor Version2.02",
                 "2026-11-21", "Copyright (c) 2026 the quileditor authors.",

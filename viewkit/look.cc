@@ -4,6 +4,9 @@
 
 #include <X11/Xutil.h>
 
+#include <algorithm>
+#include <iterator>
+
 #include "viewkit/xraii.h"
 
 namespace viewkit {
@@ -41,7 +44,6 @@ constexpr Line kLines[] = {
     {PLAIN, "*bold.fontName: -misc-fixed-bold-r-normal--13-*-*-*-c-70-*-*"},
     {PLAIN, "*mono.fontType: FONT_IS_FONTSET"},
     {PLAIN, "*mono.fontName: -misc-fixed-medium-r-normal--13-*-*-*-c-70-*-*"},
-    {ALL, "*title.renderTable: bold"},
 
     // Colours for TrueColor; each is exact at 5-6-5 bits, so that 16 and 24 bits look alike.
     {SMOOTH, "*background: #e6ebef"},
@@ -91,40 +93,8 @@ constexpr Line kLines[] = {
     {PLAIN, "*XmSpinBox.topShadowColor: #808080"},
     {PLAIN, "*XmSpinBox.bottomShadowColor: #555555"},
 
-    // The graph: a clean sheet, and a tint per kind of node.
+    // The graph, a clean sheet, and the strip under it.
     {ALL, "*SgGraph.background: #ffffff"},
-    {ALL, "*graph.width: 1040"},
-    {ALL, "*graph.height: 680"},
-    {SMOOTH, "*sceneTint: #ffe7a5"},
-    {SMOOTH, "*objTint: #c6def7"},
-    {SMOOTH, "*lodTint: #dedede"},
-    {SMOOTH, "*shapeTint: #ceefc6"},
-    {SMOOTH, "*partTint: #e7f7de"},
-    {SMOOTH, "*matTint: #ffd6b5"},
-    {SMOOTH, "*texTint: #f7c6de"},
-    {SMOOTH, "*animTint: #decef7"},
-    {SMOOTH, "*camTint: #ced6de"},
-    {SMOOTH, "*lightTint: #fff7bd"},
-    {SMOOTH, "*envTint: #bdefef"},
-    {SMOOTH, "*ChainRootTint: #f7bdb5"},
-    {SMOOTH, "*jointTint: #efd6bd"},
-    {SMOOTH, "*effectorTint: #ded6a5"},
-    {PLAIN, "*sceneTint: #ffff55"},
-    {PLAIN, "*objTint: #aaaaff"},
-    {PLAIN, "*lodTint: #d5d5d5"},
-    {PLAIN, "*shapeTint: #aaffaa"},
-    {PLAIN, "*partTint: #aaffff"},
-    {PLAIN, "*matTint: #ffaa55"},
-    {PLAIN, "*texTint: #ffaaff"},
-    {PLAIN, "*animTint: #aaaaaa"},
-    {PLAIN, "*camTint: #bfbfbf"},
-    {PLAIN, "*lightTint: #ffffaa"},
-    {PLAIN, "*envTint: #55ffff"},
-    {PLAIN, "*ChainRootTint: #ffaaaa"},
-    {PLAIN, "*jointTint: #55aaaa"},
-    {PLAIN, "*effectorTint: #aaaa55"},
-
-    // The strip under it.
     {ALL, "*strip.marginHeight: 2"},
     {ALL, "*strip.marginWidth: 4"},
     {ALL, "*strip.spacing: 4"},
@@ -207,50 +177,6 @@ constexpr Line kLines[] = {
     {ALL, "*XmFileSelectionBox.marginHeight: 8"},
     {ALL, "*showAll.labelString: Show all files"},
     {ALL, "*showAll.alignment: ALIGNMENT_BEGINNING"},
-
-    // Menu keys. An item is named by the letters and digits of its label.
-    {ALL, "*File.mnemonic: F"},
-    {ALL, "*New.mnemonic: N"},
-    {ALL, "*New.accelerator: Ctrl<Key>n"},
-    {ALL, "*New.acceleratorText: Ctrl+N"},
-    {ALL, "*Open.mnemonic: O"},
-    {ALL, "*Open.accelerator: Ctrl<Key>o"},
-    {ALL, "*Open.acceleratorText: Ctrl+O"},
-    {ALL, "*Save.mnemonic: S"},
-    {ALL, "*Save.accelerator: Ctrl<Key>s"},
-    {ALL, "*Save.acceleratorText: Ctrl+S"},
-    {ALL, "*SaveAs.mnemonic: A"},
-    {ALL, "*SaveAs.accelerator: Shift Ctrl<Key>s"},
-    {ALL, "*SaveAs.acceleratorText: Shift+Ctrl+S"},
-    {ALL, "*Quit.mnemonic: Q"},
-    {ALL, "*Quit.accelerator: Ctrl<Key>q"},
-    {ALL, "*Quit.acceleratorText: Ctrl+Q"},
-    {ALL, "*Edit.mnemonic: E"},
-    {ALL, "*EditMode.mnemonic: E"},
-    {ALL, "*EditMode.accelerator: Ctrl<Key>e"},
-    {ALL, "*EditMode.acceleratorText: Ctrl+E"},
-    {ALL, "*DeleteLink.mnemonic: D"},
-    {ALL, "*DeleteLink.accelerator: <Key>osfDelete"},
-    {ALL, "*DeleteLink.acceleratorText: Del"},
-    {ALL, "*View.mnemonic: V"},
-    {ALL, "*Default.mnemonic: D"},
-    {ALL, "*DisplayTextureImage.mnemonic: T"},
-    {ALL, "*KAVOtool.mnemonic: K"},
-    {ALL, "*KAVOQuickpreviewDXVIEWER.mnemonic: Q"},
-    {ALL, "*KAVOQuickpreviewEmuBoard.mnemonic: E"},
-    {ALL, "*KavopreviewDXVIEWER.mnemonic: K"},
-    {ALL, "*KavopreviewEmuBoard.mnemonic: B"},
-    {ALL, "*ConverttoKAVODL.mnemonic: C"},
-    {ALL, "*QUIL2tool.mnemonic: Q"},
-    {ALL, "*PreviewDXVIEWER.mnemonic: P"},
-    {ALL, "*PreviewEmuBoard.mnemonic: E"},
-    {ALL, "*ConverttoZEX.mnemonic: C"},
-    {ALL, "*SetOptionsandGo.mnemonic: O"},
-    {ALL, "*SetOutputDirectory.mnemonic: D"},
-    {ALL, "*ExecuteScript.mnemonic: x"},
-    {ALL, "*PreviewScript.mnemonic: S"},
-    {ALL, "*PreviewFile.mnemonic: F"},
-    {ALL, "*killpbxsend.mnemonic: l"},
 };
 
 /// The keys that people know; by itself Motif writes most of them into the text, as boxes.
@@ -272,11 +198,12 @@ bool hasSmoothText(Display* display) {
   return count > 0 && found->c_class == TrueColor && DefaultDepth(display, screen) >= 15;
 }
 
-std::vector<std::string> fallbackResources(bool smoothText) {
+std::vector<std::string> fallbackResources(bool smoothText, ResourceLines application) {
   std::vector<std::string> lines;
   for (const auto& [on, text] : kLines)
     if (on == ALL || (on == SMOOTH) == smoothText) lines.emplace_back(text);
   for (const char* text : {"*XmText", "*XmTextField"}) lines.push_back(std::string(text) + kEditingKeys);
+  if (application) std::ranges::move(application(smoothText), std::back_inserter(lines));
   return lines;
 }
 

@@ -18,7 +18,6 @@
 
 #include "viewkit/forward.h"
 #include "viewkit/keys.h"
-#include "viewkit/look.h"
 #include "viewkit/vkdialogmanager.h"
 #include "viewkit/vksimplewindow.h"
 
@@ -42,9 +41,10 @@ const char* displayName(std::span<char*> arguments) {
   return nullptr;
 }
 
-bool probeSmoothText(const char* name) {
-  const viewkit::DisplayPtr probe(XOpenDisplay(name));
-  return probe && viewkit::hasSmoothText(probe.get());
+/// Asked over a connection of its own: Xt wants the fallback resources before it connects.
+bool smoothsText(const char* displayName) {
+  const viewkit::DisplayPtr display(XOpenDisplay(displayName));
+  return display && viewkit::hasSmoothText(display.get());
 }
 
 XtErrorMsgHandler printWarning;
@@ -66,7 +66,8 @@ void survivePipeSignal() {
 
 }  // namespace
 
-VkApp::VkApp(const char* className, int* argc, char** argv, XrmOptionDescRec* options, int optionCount)
+VkApp::VkApp(const char* className, int* argc, char** argv, XrmOptionDescRec* options, int optionCount,
+             viewkit::ResourceLines resources)
     : className_(className), command_(argv, argv + *argc) {
   theApplication = this;
   survivePipeSignal();
@@ -76,7 +77,7 @@ VkApp::VkApp(const char* className, int* argc, char** argv, XrmOptionDescRec* op
   printWarning = XtAppSetWarningMsgHandler(context_, &filterWarning);
 
   const char* const name = displayName({argv, static_cast<std::size_t>(*argc)});
-  fallbackLines_ = viewkit::fallbackResources(probeSmoothText(name));
+  fallbackLines_ = viewkit::fallbackResources(smoothsText(name), resources);
   for (auto& line : fallbackLines_) fallbackTable_.push_back(line.data());
   fallbackTable_.push_back(nullptr);
   XtAppSetFallbackResources(context_, fallbackTable_.data());

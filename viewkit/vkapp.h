@@ -10,6 +10,7 @@
 #include <typeindex>
 #include <vector>
 
+#include "viewkit/look.h"
 #include "viewkit/vkcallbackobject.h"
 #include "viewkit/vkcomponent.h"
 #include "viewkit/xraii.h"
@@ -26,9 +27,10 @@ class VkApp : public VkCallbackObject {
 
   /// Connects to the display ("-display" or DISPLAY) and takes the options that the toolkit knows out of
   /// argv. Ends the process with status 1 and a message when there is no display.
-  /// @param className the application class, under which users write X resources.
+  /// @param className  the application class, under which users write X resources.
+  /// @param resources  the application's own fallback resources, such as the keys of its menus; null: none.
   VkApp(const char* className, int* argc, char** argv, XrmOptionDescRec* options = nullptr,
-        int optionCount = 0);
+        int optionCount = 0, viewkit::ResourceLines resources = nullptr);
   ~VkApp() override;
 
   Display* display() const { return display_; }

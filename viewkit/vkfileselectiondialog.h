@@ -7,12 +7,10 @@
 #include "viewkit/vkdialogmanager.h"
 
 /// Lets the user choose a file, one that exists or one to be. Opens in the working directory at first and
-/// then where it was left. Shows the files of the filter pattern ("*.quil" at first), or all of them when the
-/// user sets "Show all files".
+/// then where it was left. Shows the files of the filter pattern, or all of them when the user sets "Show all
+/// files".
 class VkFileSelectionDialog final : public VkDialogManager {
  public:
-  static constexpr const char* kScenes = "*.quil";  ///< the filter pattern at first
-
   explicit VkFileSelectionDialog(const char* name) : VkDialogManager(name) {}
   const char* className() const override { return "VkFileSelectionDialog"; }
 
@@ -24,7 +22,7 @@ class VkFileSelectionDialog final : public VkDialogManager {
   void setDirectory(const std::string& directory) { directory_ = directory; }
   void setSelection(const std::string& path);
 
-  /// Which names are shown: a shell pattern without directory.
+  /// Which names are shown: a shell pattern without directory, at first "*".
   void setFilterPattern(const char* pattern);
 
  private:
@@ -42,7 +40,7 @@ class VkFileSelectionDialog final : public VkDialogManager {
   std::string fileName_;
   std::string directory_;
   std::string selection_;  // filled in at the next showing
-  std::string pattern_ = kScenes;
+  std::string pattern_ = "*";
   Widget showAllToggle_ = nullptr;
 };
 

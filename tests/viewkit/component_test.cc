@@ -433,4 +433,12 @@ TEST(Look, SmoothedTextOnlyWhereTheScreenCanDoIt) {
   EXPECT_THAT(viewkit::fallbackResources(false), Contains("*rt.fontType: FONT_IS_FONTSET"));
 }
 
+TEST(Look, TheApplicationsOwnLinesComeLastAndSoWin) {
+  const auto application = [](bool smoothText) {
+    return std::vector<std::string>{smoothText ? "*rt.fontSize: 12" : "*rt.fontName: 7x13"};
+  };
+  EXPECT_EQ(viewkit::fallbackResources(true, application).back(), "*rt.fontSize: 12");
+  EXPECT_EQ(viewkit::fallbackResources(false, application).back(), "*rt.fontName: 7x13");
+}
+
 }  // namespace

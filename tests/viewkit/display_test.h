@@ -25,8 +25,10 @@ class DisplayTest : public testing::Test {
     for (auto& word : words) argv.push_back(word.data());
     argv.push_back(nullptr);
     int argc = 4;
-    app = std::make_unique<VkApp>("displaytest", &argc, argv.data());
+    app = std::make_unique<VkApp>("displaytest", &argc, argv.data(), nullptr, 0, &resources);
   }
+
+  static std::vector<std::string> resources(bool) { return {"*matTint: #ffd6b5"}; }
 
   static inline std::unique_ptr<support::XServer> server;
   static inline std::unique_ptr<VkApp> app;

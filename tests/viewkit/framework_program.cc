@@ -6,7 +6,9 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <string>
 #include <tuple>
+#include <vector>
 
 #include "viewkit/forward.h"
 #include "viewkit/vkapp.h"
@@ -68,6 +70,7 @@ class TestWindow : public VkWindow {
   }
   void choose() {
     auto* const dialog = getTheFileSelectionDialog();
+    dialog->setFilterPattern("*.quil");
     const auto answer = dialog->postAndWait();
     std::printf("file %s %s\n", answerName(answer), dialog->fileName());
   }
@@ -106,11 +109,23 @@ class TestWindow : public VkWindow {
   void displayLost(VkApp*, void*, void*) { std::puts("display lost"); }
 };
 
+std::vector<std::string> menuKeys(bool) {
+  return {"*Save.accelerator: Ctrl<Key>s",
+          "*Save.acceleratorText: Ctrl+S",
+          "*SaveAs.accelerator: Shift Ctrl<Key>s",
+          "*SaveAs.acceleratorText: Shift+Ctrl+S",
+          "*Edit.mnemonic: E",
+          "*EditMode.mnemonic: E",
+          "*EditMode.accelerator: Ctrl<Key>e",
+          "*DeleteLink.mnemonic: D",
+          "*DeleteLink.accelerator: <Key>osfDelete"};
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
   std::setvbuf(stdout, nullptr, _IOLBF, 0);
-  VkApp app("frameworktest", &argc, argv);
+  VkApp app("frameworktest", &argc, argv, nullptr, 0, &menuKeys);
   TestWindow window("TestWindow");
   window.show();
   const int status = app.run();

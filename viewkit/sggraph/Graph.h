@@ -183,8 +183,8 @@ SgArc SgGraphArcAt(Widget graph, SgPoint window);
 void SgGraphUpdate(Widget graph);
 /// @}
 
-/// The colour of the resource `<name>Tint` (class `Tint`) of the graph, such as "*graph.matTint: #d0e8c0", or
-/// the graph's nodeColor when nobody set it. Looked up once per name.
+/// The colour of the resource `<name>Tint` (class `Tint`) of the graph, such as "*graph.warningTint:
+/// #d0e8c0", or the graph's nodeColor when nobody set it. Looked up once per name.
 Pixel SgGraphTint(Widget graph, const char* name);
 /// The node's label as plain text.
 std::string SgNodeLabel(Widget node);

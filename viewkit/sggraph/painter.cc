@@ -232,7 +232,7 @@ const viewkit::PixmapId* Painter::pictureOf(NodeId node, const PixmapSource& sou
   if (known != pictures_.end() && known->second.part == part) return &known->second.pixmap;
   viewkit::PixmapId made = scaledPixmap(display_, source, part);
   if (!made) return nullptr;
-  constexpr std::size_t kKept = 500;  // enough for a view; a tour past thousands of textures gives them back
+  constexpr std::size_t kKept = 500;  // enough for a view; a tour past thousands of pictures gives them back
   if (pictures_.size() >= kKept) pictures_.clear();
   Scaled& kept = pictures_[node];
   kept = {part, std::move(made)};

@@ -1,0 +1,78 @@
+/// @file
+/// The editor's colours, sizes and menu keys.
+#include "editor/look.h"
+
+#include <iterator>
+
+#include "editor/model/kinds.h"
+
+namespace {
+
+/// A tint for each kind of nodes, as the resource that QuilVkNode::tintName names.
+std::vector<std::string> tintLines(bool smoothText) {
+  std::vector<std::string> lines;
+  for (const NodeKind& kind : kNodeKinds)
+    lines.push_back("*" + std::string(kind.prefix) +
+                    "Tint: " + std::string(smoothText ? kind.tint.smooth : kind.tint.plain));
+  return lines;
+}
+
+constexpr const char* kLines[] = {
+    "*graph.width: 1040",
+    "*graph.height: 680",
+
+    // The head of a property dialog.
+    "*title.renderTable: bold",
+
+    // Menu keys. An item is named by the letters and digits of its label.
+    "*File.mnemonic: F",
+    "*New.mnemonic: N",
+    "*New.accelerator: Ctrl<Key>n",
+    "*New.acceleratorText: Ctrl+N",
+    "*Open.mnemonic: O",
+    "*Open.accelerator: Ctrl<Key>o",
+    "*Open.acceleratorText: Ctrl+O",
+    "*Save.mnemonic: S",
+    "*Save.accelerator: Ctrl<Key>s",
+    "*Save.acceleratorText: Ctrl+S",
+    "*SaveAs.mnemonic: A",
+    "*SaveAs.accelerator: Shift Ctrl<Key>s",
+    "*SaveAs.acceleratorText: Shift+Ctrl+S",
+    "*Quit.mnemonic: Q",
+    "*Quit.accelerator: Ctrl<Key>q",
+    "*Quit.acceleratorText: Ctrl+Q",
+    "*Edit.mnemonic: E",
+    "*EditMode.mnemonic: E",
+    "*EditMode.accelerator: Ctrl<Key>e",
+    "*EditMode.acceleratorText: Ctrl+E",
+    "*DeleteLink.mnemonic: D",
+    "*DeleteLink.accelerator: <Key>osfDelete",
+    "*DeleteLink.acceleratorText: Del",
+    "*View.mnemonic: V",
+    "*Default.mnemonic: D",
+    "*DisplayTextureImage.mnemonic: T",
+    "*KAVOtool.mnemonic: K",
+    "*KAVOQuickpreviewDXVIEWER.mnemonic: Q",
+    "*KAVOQuickpreviewEmuBoard.mnemonic: E",
+    "*KavopreviewDXVIEWER.mnemonic: K",
+    "*KavopreviewEmuBoard.mnemonic: B",
+    "*ConverttoKAVODL.mnemonic: C",
+    "*QUIL2tool.mnemonic: Q",
+    "*PreviewDXVIEWER.mnemonic: P",
+    "*PreviewEmuBoard.mnemonic: E",
+    "*ConverttoZEX.mnemonic: C",
+    "*SetOptionsandGo.mnemonic: O",
+    "*SetOutputDirectory.mnemonic: D",
+    "*ExecuteScript.mnemonic: x",
+    "*PreviewScript.mnemonic: S",
+    "*PreviewFile.mnemonic: F",
+    "*killpbxsend.mnemonic: l",
+};
+
+}  // namespace
+
+std::vector<std::string> editorResources(bool smoothText) {
+  std::vector<std::string> lines = tintLines(smoothText);
+  lines.insert(lines.end(), std::begin(kLines), std::end(kLines));
+  return lines;
+}
