@@ -71,7 +71,7 @@ void GraphGestures::arcMoved(SgGraphCallbackStruct& call) {
     return;
   }
   graph_.add(new_parent, new_child);
-  removeArc(old_parent, old_child);
+  graph_.remove(old_parent, old_child);
   removeDisplaced(new_parent, new_child);
   graph_.displayWithChildren(new_parent);
   graph_.doSubtreeLayout(new_parent);
@@ -96,15 +96,9 @@ void GraphGestures::deleteSelectedLink() {
   std::printf("from %s\n", from->name());
   std::printf("to   %s\n", to->name());
   if (quilDeleteLink(*qis, from->name(), to->name()) == 1)
-    removeArc(from, to);
+    graph_.remove(from, to);
   else
     prompts_.warn("Can't delete link!");
-}
-
-void GraphGestures::removeArc(VkNode* parent, VkNode* child) {
-  parent->removeChild(child);
-  child->removeParent(parent);
-  SgGraphRemoveArcBetweenNodes(graph_.graphWidget(), parent->baseWidget(), child->baseWidget());
 }
 
 void GraphGestures::removeDisplaced(VkNode* parent, const VkNode* child) {
@@ -114,7 +108,7 @@ void GraphGestures::removeDisplaced(VkNode* parent, const VkNode* child) {
   for (int i = 0; i < parent->nChildren(); ++i) {
     VkNode* const other = parent->child(i);
     if (tagofnd(other->name()) != child_kind || indexofnd(other->name()) == child_number) continue;
-    removeArc(parent, other);
+    graph_.remove(parent, other);
     return;
   }
 }

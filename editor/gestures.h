@@ -29,14 +29,9 @@ class GraphGestures {
   /// Deletes the first of the selected links, in Edit Mode.
   void deleteSelectedLink();
 
-  /// @name Changes of the picture alone.
-  /// @{
-  /// Removes one arc parent -> child; the nodes stay.
-  void removeArc(VkNode* parent, VkNode* child);
-  /// After `child` has moved to `parent`: where a parent can have only one child of that kind, removes the
+  /// Changes the picture alone. After `child` has moved to `parent`: where a parent can have only one child of that kind, removes the
   /// arc to the child that was there before.
   void removeDisplaced(VkNode* parent, const VkNode* child);
-  /// @}
 
  private:
   VkGraph& graph_;

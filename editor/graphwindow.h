@@ -51,7 +51,7 @@ class GraphWindow : public VkWindow, private SceneDisplay, private TextureDispla
   int quilDeleteLink(const VkNode* parent, const VkNode* child);
   int quilModifyLink(const VkNode* old_parent, const VkNode* old_child, const VkNode* new_parent,
                      const VkNode* new_child);
-  /// Changes of the picture alone, see GraphGestures::removeArc and removeDisplaced.
+  /// Changes of the picture alone, see VkGraph::remove and GraphGestures::removeDisplaced.
   void deleteLink(VkNode* parent, VkNode* child);
   void deleteDupChild(VkNode* parent, VkNode* child);
 

@@ -40,7 +40,7 @@ int GraphWindow::quilModifyLink(const VkNode* old_parent, const VkNode* old_chil
   return ::quilModifyLink(*qis, old_parent->name(), old_child->name(), new_parent->name(), new_child->name());
 }
 
-void GraphWindow::deleteLink(VkNode* parent, VkNode* child) { gestures_.removeArc(parent, child); }
+void GraphWindow::deleteLink(VkNode* parent, VkNode* child) { graph_->remove(parent, child); }
 
 void GraphWindow::deleteDupChild(VkNode* parent, VkNode* child) { gestures_.removeDisplaced(parent, child); }
 

@@ -135,6 +135,18 @@ void VkGraph::link(VkNode* parent, VkNode* child) {
   child->parents_.add(parent);
 }
 
+void VkGraph::unlink(VkNode* parent, VkNode* child) {
+  parent->removeChild(child);
+  child->removeParent(parent);
+}
+
+void VkGraph::remove(VkNode* parent, VkNode* child) {
+  if (!parent || !child || parent->graph() != this || child->graph() != this) return;
+  unlink(parent, child);
+  layoutIsDue_ = true;
+  if (graph_) SgGraphRemoveArcBetweenNodes(graph_, parent->baseWidget(), child->baseWidget());
+}
+
 void VkGraph::remove(VkNode* node) {
   if (!node || node->graph() != this) return;
   for (int i = 0; i < node->nParents(); ++i) node->parent(i)->removeChild(node);
@@ -176,10 +188,7 @@ void VkGraph::changed(Widget, XtPointer data) {
     return;
   }
   VkNode *oldParent = VkNode::of(change.oldParent), *oldChild = VkNode::of(change.oldChild);
-  if (oldParent && oldChild) {
-    oldParent->removeChild(oldChild);
-    oldChild->removeParent(oldParent);
-  }
+  if (oldParent && oldChild) unlink(oldParent, oldChild);
   const bool moved = change.reason == SgCR_ARC_MOVED;
   VkNode* parent = VkNode::of(moved ? change.newParent : change.parent);
   VkNode* child = VkNode::of(moved ? change.newChild : change.child);

@@ -52,6 +52,9 @@ class VkGraph : public VkComponent {
   /// Links two nodes and draws the arc; nodes that aren't in the graph enter it, the parent first.
   /// @param attribute  a text at the arc; null for none.
   void add(VkNode* parent, VkNode* child, const char* attribute = nullptr);
+  /// Takes away one link from `parent` to `child` with its arc: a selected arc if there is one, else the one
+  /// that was added last. The nodes stay. Nodes of other graphs are ignored.
+  void remove(VkNode* parent, VkNode* child);
   /// Takes a node out of the graph with all its links and arcs and frees it.
   void remove(VkNode* node);
   /// Frees all nodes. Safe in any callback of the graph widget.
@@ -106,6 +109,7 @@ class VkGraph : public VkComponent {
   bool admit(VkNode* node);
   void enter(std::unique_ptr<VkNode> node);
   static void link(VkNode* parent, VkNode* child);
+  static void unlink(VkNode* parent, VkNode* child);
   void show(const std::vector<VkNode*>& nodes);
   Picture picture() const;
   void placeNew(const Picture& picture);

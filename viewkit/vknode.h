@@ -39,8 +39,8 @@ class VkNode : public VkComponent {
   bool hasChild(const VkNode* node) const { return children_.contains(node); }
   bool hasParent(const VkNode* node) const { return parents_.contains(node); }
 
-  /// Take one entry out of the one list; the other node's list and the drawn arc are the caller's to change.
-  /// In constant time. Unknown nodes are ignored.
+  /// Take one entry out of the one list; the other node's list and the drawn arc are the caller's to change:
+  /// VkGraph::remove does all three. In constant time. Unknown nodes are ignored.
   void removeChild(VkNode* node) { children_.remove(node); }
   void removeParent(VkNode* node) { parents_.remove(node); }
 

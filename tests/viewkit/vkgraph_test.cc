@@ -132,6 +132,8 @@ TEST_F(Graph, NodesOfOthersAreIgnored) {
   graph_->add(stranger, mine);
   graph_->add(nullptr, mine);
   graph_->remove(stranger);
+  graph_->remove(mine, stranger);
+  graph_->remove(mine, nullptr);
   graph_->display(stranger);
   graph_->doSubtreeLayout(stranger);
   graph_->reveal(nullptr);
@@ -146,16 +148,23 @@ TEST_F(Graph, LinksMayStandTwiceAndGoOneByOne) {
   link("a", "b");
   link("a", "a");
   VkNode *a = graph_->find("a"), *b = graph_->find("b");
+  const auto arcs = [&] { return SgGraphCountArcs(canvas(), a->baseWidget(), b->baseWidget()); };
   EXPECT_THAT(names(a, true), ElementsAre("b", "c", "b", "a"));
   EXPECT_THAT(names(b, false), ElementsAre("a", "a"));
-  a->removeChild(b);
-  b->removeParent(a);
+  graph_->remove(a, b);
   EXPECT_THAT(names(a, true), ElementsAre("b", "c", "a"));
-  EXPECT_TRUE(a->hasChild(b));
-  a->removeChild(b);
-  a->removeChild(b);
-  EXPECT_FALSE(a->hasChild(b));
+  EXPECT_THAT(names(b, false), ElementsAre("a"));
+  EXPECT_EQ(arcs(), 1u);
+  graph_->remove(a, b);
+  graph_->remove(a, b);
   EXPECT_THAT(names(a, true), ElementsAre("c", "a"));
+  EXPECT_THAT(names(b, false), IsEmpty());
+  EXPECT_EQ(arcs(), 0u);
+  EXPECT_EQ(graph_->find("b"), b) << "the node stays";
+  graph_->remove(a, a);
+  EXPECT_THAT(names(a, true), ElementsAre("c"));
+  EXPECT_THAT(names(a, false), IsEmpty());
+  EXPECT_EQ(SgGraphArcCount(canvas()), 1u);
   EXPECT_EQ(a->child(7), nullptr);
   EXPECT_EQ(a->parent(-1), nullptr);
 }
