@@ -37,11 +37,6 @@ class LinkList {
     }
   }
 
-  bool contains(const T* item) const {
-    if (places_) return places_->contains(item);
-    return item && std::find(slots_.begin(), slots_.end(), item) != slots_.end();
-  }
-
   /// Takes out the entry of `item` that was added last.
   /// @returns whether there was one.
   bool remove(const T* item) {

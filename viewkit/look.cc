@@ -129,7 +129,6 @@ constexpr Line kLines[] = {
     {ALL, "*XmMenuShell*XmToggleButtonGadget.marginHeight: 3"},
     {ALL, "*XmMenuShell*XmToggleButtonGadget.visibleWhenOff: True"},
     {ALL, "*XmMenuShell*XmCascadeButtonGadget.marginHeight: 3"},
-    {ALL, "*XmMenuShell*XmLabelGadget.alignment: ALIGNMENT_BEGINNING"},
     {SMOOTH, "*XmMenuShell*XmToggleButtonGadget.selectColor: #c4c8cb"},
     {ALL, "*XmToggleButton.shadowThickness: 0"},
     {ALL, "*XmToggleButton.indicatorSize: 13"},

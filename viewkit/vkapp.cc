@@ -110,12 +110,7 @@ VkApp::~VkApp() {
 
 int VkApp::run() {
   while (!quitting_) XtAppProcessEvent(context_, XtIMAll);
-  return status_;
-}
-
-void VkApp::terminate(int status) {
-  status_ = status;
-  quitting_ = true;
+  return 0;
 }
 
 VkSimpleWindow* VkApp::mainWindow() const { return windows_.empty() ? nullptr : windows_.front(); }

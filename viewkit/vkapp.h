@@ -38,12 +38,11 @@ class VkApp : public VkCallbackObject {
   const char* applicationClass() const { return className_.c_str(); }
 
   /// Runs the event loop until the application is told to end.
-  /// @returns the exit status for main.
+  /// @returns the exit status for main: 0.
   int run();
 
-  /// Ends the event loop, and every dialog that somebody waits for, with status 0.
-  void quitYourself() { terminate(0); }
-  void terminate(int status);
+  /// Ends the event loop, and every dialog that somebody waits for.
+  void quitYourself() { quitting_ = true; }
   bool quitting() const { return quitting_; }
 
   void setVersionString(const char* text) { versionString_ = text; }
@@ -57,7 +56,6 @@ class VkApp : public VkCallbackObject {
   /// of notBusy. Everything is painted when it returns: the caller may block at once.
   void busy(const char* message = nullptr);
   void notBusy();
-  bool isBusy() const { return busyDepth_ > 0; }
 
   /// Makes the windows paint what has been uncovered, and returns when they have: call it before work that
   /// keeps the event loop waiting.
@@ -110,7 +108,6 @@ class VkApp : public VkCallbackObject {
   viewkit::CursorId watch_;
   VkDialogManager* busyDialog_ = nullptr;
   int busyDepth_ = 0;
-  int status_ = 0;
   bool quitting_ = false;
 };
 

@@ -14,20 +14,10 @@ void VkCallbackObject::announceDeletion() {
   callCallbacks(deleteCallback, nullptr);
 }
 
-void VkCallbackObject::add(std::string_view name, std::shared_ptr<Entry> entry) {
+void VkCallbackObject::add(std::string_view name, Entry entry) {
   auto& list = lists_[std::string(name)];
-  std::erase_if(list, [](const auto& old) { return old->receiverAlive.expired(); });
+  std::erase_if(list, [](const Entry& old) { return old.receiverAlive.expired(); });
   list.push_back(std::move(entry));
-}
-
-void VkCallbackObject::remove(std::string_view name, const Entry& like) {
-  const auto list = lists_.find(name);
-  if (list == lists_.end()) return;
-  std::erase_if(list->second, [&like](const auto& entry) {
-    if (!entry->same(like)) return false;
-    entry->removed = true;
-    return true;
-  });
 }
 
 void VkCallbackObject::callCallbacks(std::string_view name, void* callData) {
@@ -35,8 +25,8 @@ void VkCallbackObject::callCallbacks(std::string_view name, void* callData) {
   if (list == lists_.end()) return;
   const auto entries = list->second;
   const std::weak_ptr<const bool> alive = alive_;
-  for (const auto& entry : entries) {
+  for (const Entry& entry : entries) {
     if (alive.expired()) return;
-    if (!entry->removed && !entry->receiverAlive.expired()) entry->call(this, callData);
+    if (!entry.receiverAlive.expired()) entry.call(this, callData);
   }
 }

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <concepts>
+#include <functional>
 #include <map>
 #include <memory>
 #include <string>
@@ -13,8 +14,8 @@
 ///
 /// A callback is a member function of a receiver, which is a VkCallbackObject too: a receiver that is
 /// destroyed drops out of every list by itself. While a list is being called, callbacks may be added (they
-/// wait for the next call) and removed (they are not called any more), and the object itself may be destroyed
-/// (the rest of the list is not called).
+/// wait for the next call), receivers may be destroyed (they are not called any more), and so may the object
+/// itself (the rest of the list is not called).
 class VkCallbackObject {
  public:
   /// The list that is called when the object is about to go. Its receivers take a `VkCallbackObject*` or, if
@@ -29,21 +30,14 @@ class VkCallbackObject {
   /// Registers `receiver->member(sender, clientData, callData)` in the list `name`, which is made if need be.
   /// The same registration twice is called twice.
   template <class Receiver, class Base, class Sender>
-  requires std::derived_from<Receiver, VkCallbackObject> && std::derived_from<Receiver, Base> &&
-      (std::derived_from<Sender, VkCallbackObject>)void addCallback(std::string_view name, Receiver* receiver,
-                                                                    void (Base::*member)(Sender*, void*,
-                                                                                         void*),
-                                                                    void* clientData = nullptr) {
-    add(name, std::make_shared<Member<Base, Sender>>(*receiver, receiver, member, clientData));
-  }
-
-  /// Takes out what addCallback was given the same arguments for. Unknown ones are ignored.
-  template <class Receiver, class Base, class Sender>
-  requires std::derived_from<Receiver, VkCallbackObject> && std::derived_from<Receiver, Base> &&
-      (std::derived_from<Sender, VkCallbackObject>)void removeCallback(
-          std::string_view name, Receiver* receiver, void (Base::*member)(Sender*, void*, void*),
-          void* clientData = nullptr) {
-    remove(name, Member<Base, Sender>(*receiver, receiver, member, clientData));
+  void addCallback(std::string_view name, Receiver* receiver, void (Base::*member)(Sender*, void*, void*),
+                   void* clientData = nullptr) {
+    static_assert(std::derived_from<Receiver, VkCallbackObject> &&
+                  std::derived_from<Sender, VkCallbackObject>);
+    const auto call = [=](VkCallbackObject* sender, void* callData) {
+      if (auto* typed = dynamic_cast<Sender*>(sender)) (receiver->*member)(typed, clientData, callData);
+    };
+    add(name, {receiver->VkCallbackObject::alive_, call});
   }
 
   /// Calls the list in the order of registration. A list that nobody registered in is empty.
@@ -55,40 +49,13 @@ class VkCallbackObject {
 
  private:
   struct Entry {
-    Entry(const VkCallbackObject& receiver, void* data) : receiverAlive(receiver.alive_), clientData(data) {}
-    virtual ~Entry() = default;
-    virtual void call(VkCallbackObject* sender, void* callData) const = 0;
-    virtual bool same(const Entry& other) const = 0;
-
     std::weak_ptr<const bool> receiverAlive;
-    void* clientData;
-    bool removed = false;
+    std::function<void(VkCallbackObject* sender, void* callData)> call;
   };
 
-  template <class Receiver, class Sender>
-  struct Member final : Entry {
-    using Function = void (Receiver::*)(Sender*, void*, void*);
-    Member(const VkCallbackObject& object, Receiver* who, Function what, void* data)
-        : Entry(object, data), receiver(who), function(what) {}
+  void add(std::string_view name, Entry entry);
 
-    void call(VkCallbackObject* sender, void* callData) const override {
-      if (auto* typed = dynamic_cast<Sender*>(sender))
-        (receiver->*function)(typed, this->clientData, callData);
-    }
-    bool same(const Entry& other) const override {
-      const auto* member = dynamic_cast<const Member*>(&other);
-      return member && member->receiver == receiver && member->function == function &&
-             member->clientData == this->clientData;
-    }
-
-    Receiver* receiver;
-    Function function;
-  };
-
-  void add(std::string_view name, std::shared_ptr<Entry> entry);
-  void remove(std::string_view name, const Entry& like);
-
-  std::map<std::string, std::vector<std::shared_ptr<Entry>>, std::less<>> lists_;
+  std::map<std::string, std::vector<Entry>, std::less<>> lists_;
   std::shared_ptr<const bool> alive_;
   bool deletionAnnounced_ = false;
 };

@@ -70,14 +70,10 @@ void VkComponent::forgetWidget() {
   widgetDestroyed();
 }
 
-void VkComponent::show() { manage(); }
-
-void VkComponent::hide() { unmanage(); }
-
-void VkComponent::manage() {
+void VkComponent::show() {
   if (baseWidget_) XtManageChild(baseWidget_);
 }
 
-void VkComponent::unmanage() {
+void VkComponent::hide() {
   if (baseWidget_) XtUnmanageChild(baseWidget_);
 }

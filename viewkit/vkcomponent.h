@@ -25,9 +25,6 @@ class VkComponent : public VkCallbackObject {
   /// Makes the component visible, or not, each without effect while there is no base widget.
   virtual void show();
   virtual void hide();
-  /// Puts the base widget under its parent's geometry management, or takes it out.
-  virtual void manage();
-  virtual void unmanage();
 
  protected:
   explicit VkComponent(std::string name);

@@ -92,8 +92,6 @@ void VkGraph::keepWaiting(std::unique_ptr<VkNode> node) {
   waiting_.emplace(key, std::move(node));
 }
 
-void VkGraph::discardUnused() { waiting_.clear(); }
-
 void VkGraph::enter(std::unique_ptr<VkNode> node) {
   node->graph_ = this;
   node->number_ = nodes_.size();

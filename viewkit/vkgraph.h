@@ -34,7 +34,7 @@ class VkGraph : public VkComponent {
   Widget graphWidget() const { return graph_; }
 
   /// Makes a node which the graph owns but which is not in the graph: it can't be found, and enters the graph
-  /// by add(). Those that never do are freed with the graph, by clearAll or by discardUnused.
+  /// by add(). Those that never do are freed with the graph or by clearAll.
   template <class Node = VkNode, class... Arguments>
   Node* make(Arguments&&... arguments) {
     auto node = std::make_unique<Node>(std::forward<Arguments>(arguments)...);
@@ -42,7 +42,6 @@ class VkGraph : public VkComponent {
     keepWaiting(std::move(node));
     return made;
   }
-  void discardUnused();
 
   /// Brings a node into the graph, hidden. One that is in already stays as it is. Names need not be unique:
   /// find() gives the one that came first.
@@ -67,8 +66,6 @@ class VkGraph : public VkComponent {
   VkNode* findPart(std::string_view part, const VkNode* after) const;
 
   std::size_t numNodes() const { return nodes_.size(); }
-  /// Nodes in the order in which they entered, numbers from 0; removing one moves the last into its place.
-  VkNode* node(std::size_t number) const { return nodes_.at(number).get(); }
 
   /// Show all nodes; one node; one node and its children. Arcs show when both their nodes do.
   void displayAll();

@@ -1,9 +1,8 @@
 /// @file
-/// The widgets behind menus and their items.
+/// The widgets of menus and their items.
 #include "viewkit/vkmenu.h"
 
 #include <Xm/CascadeBG.h>
-#include <Xm/LabelG.h>
 #include <Xm/PushBG.h>
 #include <Xm/RowColumn.h>
 #include <Xm/SeparatoG.h>
@@ -15,23 +14,23 @@
 
 #include "viewkit/xraii.h"
 
-std::string menuWidgetName(std::string_view label) {
+namespace {
+
+std::string widgetName(std::string_view label) {
   std::string name;
   std::ranges::copy_if(label, std::back_inserter(name), [](unsigned char c) { return std::isalnum(c); });
   return name;
 }
 
-namespace {
-
 /// Gadgets, since windowed menu buttons draw smoothed accelerator texts over themselves.
 Widget makeGadget(WidgetClass kind, Widget parent, const char* label) {
-  return XtVaCreateManagedWidget(menuWidgetName(label).c_str(), kind, parent, XmNlabelString,
+  return XtVaCreateManagedWidget(widgetName(label).c_str(), kind, parent, XmNlabelString,
                                  viewkit::xmString(label).get(), nullptr);
 }
 
 }  // namespace
 
-VkMenuItem::VkMenuItem(const char* label) : VkComponent(menuWidgetName(label)), label_(label) {}
+VkMenuItem::VkMenuItem(const char* label) : VkComponent(widgetName(label)), label_(label) {}
 
 void VkMenuItem::activate() {
   if (baseWidget()) XtSetSensitive(baseWidget(), True);
@@ -41,24 +40,14 @@ void VkMenuItem::deactivate() {
   if (baseWidget()) XtSetSensitive(baseWidget(), False);
 }
 
-bool VkMenuItem::isActive() const { return baseWidget() && XtIsSensitive(baseWidget()); }
-
 VkMenuSeparator::VkMenuSeparator(Widget parent) : VkMenuItem("separator") {
   setBaseWidget(XtVaCreateManagedWidget(name(), xmSeparatorGadgetClass, parent, nullptr));
 }
 
-VkMenuLabel::VkMenuLabel(Widget parent, const char* label) : VkMenuItem(label) {
-  setBaseWidget(makeGadget(xmLabelGadgetClass, parent, label));
-}
-
 VkMenuAction::VkMenuAction(Widget parent, const VkMenuDesc& entry, XtPointer clientData)
-    : VkMenuItem(entry.name), undoCallback_(entry.undoCallback), clientData_(clientData) {
+    : VkMenuItem(entry.name) {
   setBaseWidget(makeGadget(xmPushButtonGadgetClass, parent, entry.name));
   if (entry.callback) XtAddCallback(baseWidget(), XmNactivateCallback, entry.callback, clientData);
-}
-
-void VkMenuAction::undo() {
-  if (undoCallback_) undoCallback_(baseWidget(), clientData_, nullptr);
 }
 
 VkMenuToggle::VkMenuToggle(Widget parent, const VkMenuDesc& entry, XtPointer clientData)
@@ -66,8 +55,6 @@ VkMenuToggle::VkMenuToggle(Widget parent, const VkMenuDesc& entry, XtPointer cli
   setBaseWidget(makeGadget(xmToggleButtonGadgetClass, parent, entry.name));
   if (entry.callback) XtAddCallback(baseWidget(), XmNvalueChangedCallback, entry.callback, clientData);
 }
-
-bool VkMenuToggle::state() const { return baseWidget() && XmToggleButtonGadgetGetState(baseWidget()); }
 
 void VkMenuToggle::setVisualState(bool on) {
   if (baseWidget()) XmToggleButtonGadgetSetState(baseWidget(), on, False);
@@ -93,9 +80,6 @@ void VkMenu::add(const VkMenuDesc* table, XtPointer clientData) {
       case VkMenuItemType::SEPARATOR:
         items_.push_back(std::make_unique<VkMenuSeparator>(itemParent()));
         break;
-      case VkMenuItemType::LABEL:
-        items_.push_back(std::make_unique<VkMenuLabel>(itemParent(), table->name));
-        break;
       case VkMenuItemType::END:
         break;
     }
@@ -111,9 +95,9 @@ VkSubMenu* VkMenu::addSubmenu(const char* label, const VkMenuDesc* table, XtPoin
 }
 
 VkMenuBar::VkMenuBar(Widget parent) : VkMenu("menuBar") {
-  std::string widgetName = name();
-  setBaseWidget(XmCreateMenuBar(parent, widgetName.data(), nullptr, 0));
-  manage();
+  std::string barName = name();
+  setBaseWidget(XmCreateMenuBar(parent, barName.data(), nullptr, 0));
+  XtManageChild(baseWidget());
 }
 
 VkSubMenu::VkSubMenu(Widget parent, const char* label) : VkMenu(label) {

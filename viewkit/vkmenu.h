@@ -11,22 +11,19 @@
 
 #include "viewkit/vkcomponent.h"
 
-enum class VkMenuItemType { END, ACTION, TOGGLE, SUBMENU, SEPARATOR, LABEL };
+enum class VkMenuItemType { END, ACTION, TOGGLE, SUBMENU, SEPARATOR };
 
 /// One entry of a menu table.
 struct VkMenuDesc {
   VkMenuItemType menuType = VkMenuItemType::END;
-  const char* name = nullptr;             ///< the label, as shown
-  XtCallbackProc callback = nullptr;      ///< of actions and toggles
-  const VkMenuDesc* submenu = nullptr;    ///< of a SUBMENU: its table
-  XtPointer clientData = nullptr;         ///< null: the client data given with the table
-  XtCallbackProc undoCallback = nullptr;  ///< of actions: takes back what `callback` did
+  const char* name = nullptr;           ///< the label, as shown
+  XtCallbackProc callback = nullptr;    ///< of actions and toggles
+  const VkMenuDesc* submenu = nullptr;  ///< of a SUBMENU: its table
+  XtPointer clientData = nullptr;       ///< null: the client data given with the table
 };
 
-/// The widget name that goes with a label: its letters and digits ("SaveAs" for "Save As..."), so that users
-/// can write X resources for it.
-std::string menuWidgetName(std::string_view label);
-
+/// An item's name, and that of its widget, are the letters and digits of its label ("SaveAs" for "Save
+/// As..."), so that users can write X resources for it.
 class VkMenuItem : public VkComponent {
  public:
   const char* className() const override { return "VkMenuItem"; }
@@ -35,7 +32,6 @@ class VkMenuItem : public VkComponent {
   /// Makes the item, with all that hangs below it, usable; or greys it, accelerators included.
   virtual void activate();
   virtual void deactivate();
-  bool isActive() const;
 
  protected:
   explicit VkMenuItem(const char* label);
@@ -50,24 +46,10 @@ class VkMenuSeparator final : public VkMenuItem {
   const char* className() const override { return "VkMenuSeparator"; }
 };
 
-class VkMenuLabel final : public VkMenuItem {
- public:
-  VkMenuLabel(Widget parent, const char* label);
-  const char* className() const override { return "VkMenuLabel"; }
-};
-
 class VkMenuAction final : public VkMenuItem {
  public:
   VkMenuAction(Widget parent, const VkMenuDesc& entry, XtPointer clientData);
   const char* className() const override { return "VkMenuAction"; }
-
-  bool hasUndo() const { return undoCallback_ != nullptr; }
-  /// Runs the undo callback, if there is one.
-  void undo();
-
- private:
-  XtCallbackProc undoCallback_;
-  XtPointer clientData_;
 };
 
 class VkMenuToggle final : public VkMenuItem {
@@ -75,7 +57,6 @@ class VkMenuToggle final : public VkMenuItem {
   VkMenuToggle(Widget parent, const VkMenuDesc& entry, XtPointer clientData);
   const char* className() const override { return "VkMenuToggle"; }
 
-  bool state() const;
   /// Shows the state without calling the callback.
   void setVisualState(bool on);
 };
@@ -98,9 +79,6 @@ class VkMenu : public VkMenuItem {
     }
     return nullptr;
   }
-
-  /// The items in order, owned by the menu.
-  const std::vector<std::unique_ptr<VkMenuItem>>& items() const { return items_; }
 
   /// Appends the entries of a table.
   void add(const VkMenuDesc* table, XtPointer clientData = nullptr);
@@ -133,9 +111,6 @@ class VkSubMenu final : public VkMenu {
 
   void activate() override;
   void deactivate() override;
-
-  /// The menu pane that holds the items.
-  Widget pulldown() const { return pulldown_; }
 
  private:
   Widget itemParent() const override { return pulldown_; }

@@ -36,8 +36,6 @@ class VkNode : public VkComponent {
   int nChildren() const { return static_cast<int>(children_.size()); }
   VkNode* parent(int number) const { return parents_.at(number); }
   VkNode* child(int number) const { return children_.at(number); }
-  bool hasChild(const VkNode* node) const { return children_.contains(node); }
-  bool hasParent(const VkNode* node) const { return parents_.contains(node); }
 
   /// Take one entry out of the one list; the other node's list and the drawn arc are the caller's to change:
   /// VkGraph::remove does all three. In constant time. Unknown nodes are ignored.

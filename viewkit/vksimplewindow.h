@@ -32,7 +32,6 @@ class VkSimpleWindow : public VkComponent {
   static constexpr const char* kStatusSeparator = "  |  ";
   /// The one-line text under the view. Where it is too long for the window, parts at its end aren't shown.
   void setStatus(const char* text);
-  const std::string& status() const { return status_; }
 
  protected:
   /// The window manager asks to close the window: quits the application.
@@ -42,7 +41,7 @@ class VkSimpleWindow : public VkComponent {
  private:
   friend class VkApp;
   static void wmDeleteCallback(Widget widget, XtPointer self, XtPointer data);
-  /// Shows `message` on the status line in place of status().
+  /// Shows `message` on the status line in place of the status.
   void showBusyMessage(const char* message) { showOnStatusLine(message); }
   void hideBusyMessage() { showOnStatusLine(status_); }
   void showOnStatusLine(const std::string& text);
