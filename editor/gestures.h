@@ -29,8 +29,8 @@ class GraphGestures {
   /// Deletes the first of the selected links, in Edit Mode.
   void deleteSelectedLink();
 
-  /// Changes the picture alone. After `child` has moved to `parent`: where a parent can have only one child of that kind, removes the
-  /// arc to the child that was there before.
+  /// After `child` has moved to `parent`: where a parent can have only one child of that kind, removes the
+  /// arc to the child that was there before, from the picture only.
   void removeDisplaced(VkNode* parent, const VkNode* child);
 
  private:

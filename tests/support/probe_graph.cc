@@ -11,11 +11,11 @@
 #include <stdexcept>
 
 #include "viewkit/sggraph/Graph.h"
+#include "viewkit/xraii.h"
 
 extern WidgetClass sgGraphWidgetClass __attribute__((weak));
 double SgGraphZoom(Widget graph) __attribute__((weak));
 Widget SgNodeGraph(Widget node) __attribute__((weak));
-std::string SgNodeLabel(Widget node) __attribute__((weak));
 SgRectangle SgGraphViewport(Widget graph) __attribute__((weak));
 SgRectangle SgGraphNodeRectangle(Widget node) __attribute__((weak));
 std::vector<SgArc> SgGraphArcs(Widget graph) __attribute__((weak));
@@ -31,8 +31,8 @@ namespace {
 
 bool programHasGraphs() {
   return &sgGraphWidgetClass != nullptr && SgGraphZoom != nullptr && SgNodeGraph != nullptr &&
-         SgNodeLabel != nullptr && SgGraphViewport != nullptr && SgGraphNodeRectangle != nullptr &&
-         SgGraphArcs != nullptr && SgGraphGetSelectedArcs != nullptr && SgGraphGetSelectedNodes != nullptr &&
+         SgGraphViewport != nullptr && SgGraphNodeRectangle != nullptr && SgGraphArcs != nullptr &&
+         SgGraphGetSelectedArcs != nullptr && SgGraphGetSelectedNodes != nullptr &&
          SgGraphGetArcNodes != nullptr && SgGraphArcPoint != nullptr;
 }
 
@@ -95,7 +95,7 @@ std::vector<Words> describeGraph(Widget graph) {
 
   const std::vector<Widget> selected_nodes = SgGraphGetSelectedNodes(graph);
   for (const Widget node : nodesOf(graph)) {
-    Words line{"node", XtName(node), SgNodeLabel(node)};
+    Words line{"node", XtName(node), viewkit::textResource(node, XmNlabelString)};
     places.add(line, SgGraphNodeRectangle(node));
     Pixel tint = 0;
     XtVaGetValues(node, SgNtint, &tint, nullptr);

@@ -5,6 +5,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <functional>
 #include <map>
@@ -93,6 +94,14 @@ class WindowTest : public DisplayTest {
     return value;
   }
 
+  /// How many arcs a graph has from one node to another.
+  static std::size_t countArcs(Widget graph, Widget from, Widget to) {
+    return static_cast<std::size_t>(std::ranges::count_if(SgGraphArcs(graph), [&](SgArc arc) {
+      Widget parent = nullptr, child = nullptr;
+      return SgGraphGetArcNodes(graph, arc, &parent, &child) && parent == from && child == to;
+    }));
+  }
+
   std::unique_ptr<VkSimpleWindow> window_ = std::make_unique<VkSimpleWindow>("window");
 
  private:
@@ -151,6 +160,12 @@ class GraphTest : public WindowTest {
     hands().click(place, 1, held);
     settle();
   }
+  /// The arc that a click at a place picks; 0 for none.
+  SgArc arcAt(SgPoint place) {
+    click(at(nowhere()));
+    click(at(place));
+    return selectedArcs().empty() ? 0 : selectedArcs().front();
+  }
   void drag(support::Point from, support::Point to, unsigned button = 1, support::Held held = {}) {
     hands().drag(from, to, button, held);
     settle();
@@ -174,6 +189,7 @@ class GraphTest : public WindowTest {
     settle();
   }
 
+  std::size_t arcCount() { return SgGraphArcs(graph_).size(); }
   std::vector<Widget> selectedNodes() { return SgGraphGetSelectedNodes(graph_); }
   std::vector<SgArc> selectedArcs() { return SgGraphGetSelectedArcs(graph_); }
 

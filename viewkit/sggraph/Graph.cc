@@ -95,7 +95,6 @@ XtResource kResources[] = {
     callbackRow(SgNarcMovedCallback, SG_MEMBER(arcMovedCallback)),
     callbackRow(SgNdefaultActionCallback, SG_MEMBER(defaultActionCallback)),
     callbackRow(SgNchangedCallback, SG_MEMBER(changedCallback)),
-    callbackRow(SgNselectionChangedCallback, SG_MEMBER(selectionChangedCallback)),
     callbackRow(SgNviewChangedCallback, SG_MEMBER(viewChangedCallback)),
 };
 

@@ -19,7 +19,6 @@
 
 #include <cstdint>
 #include <span>
-#include <string>
 #include <vector>
 
 #include "viewkit/sggraph/geometry.h"
@@ -48,8 +47,6 @@
 #define SgNdefaultActionCallback "defaultActionCallback"
 /// The widget made a change by itself, because `doit` was left True; same data as the request.
 #define SgNchangedCallback "changedCallback"
-/// What is selected changed; when it was removed, told with the next repaint. No node or arc is named.
-#define SgNselectionChangedCallback "selectionChangedCallback"
 /// Zoom, offset, size of the view or of the drawing changed. Comes at most once per repaint.
 #define SgNviewChangedCallback "viewChangedCallback"
 
@@ -65,8 +62,7 @@ enum {
   SgCR_NEW_ARC = 52,
   SgCR_ARC_MOVED = 53,
   SgCR_DEFAULT_ACTION = 54,
-  SgCR_SELECTION_CHANGED = 55,
-  SgCR_VIEW_CHANGED = 56
+  SgCR_VIEW_CHANGED = 55
 };
 
 /// An arc of one graph: 0 is none. The number of a removed arc never comes back.
@@ -118,10 +114,6 @@ bool SgGraphGetArcNodes(Widget graph, SgArc arc, Widget* from, Widget* to);
 /// Removes one arc from `from` to `to`: a selected one if there is, else the one added last.
 /// @returns whether there was any.
 bool SgGraphRemoveArcBetweenNodes(Widget graph, Widget from, Widget to);
-bool SgGraphRemoveArc(Widget graph, SgArc arc);
-/// How many arcs lead from `from` to `to`.
-std::size_t SgGraphCountArcs(Widget graph, Widget from, Widget to);
-std::size_t SgGraphArcCount(Widget graph);
 /// Lets an arc run over inner points, from its parent on; none: straight. Moving either node drops them.
 void SgGraphSetArcBends(Widget graph, SgArc arc, std::span<const SgPoint> bends);
 /// The points an arc is drawn through, on the plane, from the edge of one node to that of the other.
@@ -134,9 +126,8 @@ std::vector<SgArc> SgGraphArcs(Widget graph);
 /// @{
 std::vector<SgArc> SgGraphGetSelectedArcs(Widget graph);
 std::vector<Widget> SgGraphGetSelectedNodes(Widget graph);
-/// Select one more; the node becomes the current one, which the keyboard works on.
+/// Selects one more; it becomes the current one, which the keyboard works on.
 void SgGraphSelectNode(Widget graph, Widget node);
-void SgGraphSelectArc(Widget graph, SgArc arc);
 void SgGraphClearSelection(Widget graph);
 /// @}
 
@@ -151,10 +142,8 @@ SgRectangle SgGraphNodeBounds(Widget node);
 /// @name The view
 /// @{
 double SgGraphZoom(Widget graph);
-/// Zooms, held within SgMinZoom and SgMaxZoom, around a place in the window (the middle by default), which
-/// stays put.
+/// Zooms, held within SgMinZoom and SgMaxZoom, around the middle of the window.
 void SgGraphSetZoom(Widget graph, double zoom);
-void SgGraphZoomAround(Widget graph, double zoom, SgPoint window);
 /// Shows everything, never larger than 100 %, in the middle of the view.
 void SgGraphZoomToFit(Widget graph);
 /// The part of the window that shows the plane, scroll bars excluded.
@@ -176,9 +165,8 @@ SgRectangle SgGraphNodeRectangle(Widget node);
 /// it is selected. False for no arc.
 bool SgGraphArcPoint(Widget graph, SgArc arc, SgPoint* middle, SgPoint* parentHandle = nullptr,
                      SgPoint* childHandle = nullptr);
-/// What a press there would pick, null or 0 for nothing. Nodes lie above arcs.
+/// The node that a press there would pick; null for none.
 Widget SgGraphNodeAt(Widget graph, SgPoint window);
-SgArc SgGraphArcAt(Widget graph, SgPoint window);
 /// Paints what is due at once instead of when the program is idle.
 void SgGraphUpdate(Widget graph);
 /// @}
@@ -186,5 +174,3 @@ void SgGraphUpdate(Widget graph);
 /// The colour of the resource `<name>Tint` (class `Tint`) of the graph, such as "*graph.warningTint:
 /// #d0e8c0", or the graph's nodeColor when nobody set it. Looked up once per name.
 Pixel SgGraphTint(Widget graph, const char* name);
-/// The node's label as plain text.
-std::string SgNodeLabel(Widget node);

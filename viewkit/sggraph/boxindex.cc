@@ -35,7 +35,6 @@ void BoxIndex::put(std::uint32_t number, const SgRectangle& box) {
   std::vector<std::uint32_t>& cell = grids_[level][key];
   cell.push_back(number);
   place = {box, key, static_cast<std::uint32_t>(cell.size() - 1), static_cast<std::uint8_t>(level)};
-  ++size_;
 }
 
 void BoxIndex::remove(std::uint32_t number) {
@@ -48,7 +47,6 @@ void BoxIndex::remove(std::uint32_t number) {
   cell->second.pop_back();
   if (cell->second.empty()) grid.erase(cell);
   place.level = kAbsent;
-  --size_;
 }
 
 bool BoxIndex::contains(std::uint32_t number) const {
@@ -58,7 +56,6 @@ bool BoxIndex::contains(std::uint32_t number) const {
 void BoxIndex::clear() {
   for (Grid& grid : grids_) grid.clear();
   places_.clear();
-  size_ = 0;
 }
 
 BoxIndex::Cells BoxIndex::cellsAround(const SgRectangle& area, std::size_t level) {

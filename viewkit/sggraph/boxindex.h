@@ -20,8 +20,6 @@ class BoxIndex {
   void put(std::uint32_t number, const SgRectangle& box);
   /// Numbers that aren't in are ignored.
   void remove(std::uint32_t number);
-  bool contains(std::uint32_t number) const;
-  std::size_t size() const { return size_; }
   void clear();
 
   /// Calls `visit(number)` for every rectangle that touches `area`, in no order.
@@ -64,11 +62,11 @@ class BoxIndex {
   static std::uint64_t keyOf(std::int32_t x, std::int32_t y) {
     return std::uint64_t{static_cast<std::uint32_t>(x)} << 32 | static_cast<std::uint32_t>(y);
   }
+  bool contains(std::uint32_t number) const;
   static Cells cellsAround(const SgRectangle& area, std::size_t level);
 
   std::array<Grid, kLevels> grids_;
   std::vector<Place> places_;
-  std::size_t size_ = 0;
 };
 
 }  // namespace sggraph

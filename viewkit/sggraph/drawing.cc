@@ -47,7 +47,6 @@ void freeSlot(Item& item) {
 NodeId Drawing::addNode() {
   const NodeId node = takeSlot(nodes_, freeNodes_);
   nodes_[node].used = true;
-  ++nodeCount_;
   return node;
 }
 
@@ -58,11 +57,10 @@ void Drawing::removeNode(NodeId node) {
   if (nodes_[node].selected) selectedNodes_.erase(nodes_[node].selected);
   freeSlot(nodes_[node]);
   freeNodes_.push_back(node);
-  --nodeCount_;
 }
 
 StableId Drawing::stableNodeId(NodeId node) const {
-  return hasNode(node) ? stableIdOf(node, nodes_[node].generation) : 0;
+  return node == kNone ? 0 : stableIdOf(node, nodes_[node].generation);
 }
 
 NodeId Drawing::nodeOf(StableId id) const { return numberOf(id, nodes_); }
@@ -110,12 +108,11 @@ ArcId Drawing::addArc(NodeId from, NodeId to) {
   link(nodes_[to].firstIn, arc, &Arc::in);
   const std::uint64_t key = pairKey(from, to);
   Pair& pair = pairs_[key];
-  std::vector<ArcId>& side = direction(pair, added);
+  std::vector<ArcId>& side = direction(pair, from, to);
   added.place = static_cast<std::uint32_t>(side.size());
   side.push_back(arc);
   if (pair.forward.size() + pair.backward.size() > 1) makePairStale(key, pair);
   makeStale(arc);
-  ++arcCount_;
   return arc;
 }
 
@@ -125,7 +122,7 @@ void Drawing::removeArc(ArcId arc) {
   unlink(nodes_[removed.to].firstIn, arc, &Arc::in);
 
   const auto pair = pairs_.find(pairKey(removed.from, removed.to));
-  std::vector<ArcId>& side = direction(pair->second, removed);
+  std::vector<ArcId>& side = direction(pair->second, removed.from, removed.to);
   arcs_[side.back()].place = removed.place;
   side[removed.place] = side.back();
   side.pop_back();
@@ -138,48 +135,38 @@ void Drawing::removeArc(ArcId arc) {
   arcIndex_.remove(arc);
   freeSlot(removed);
   freeArcs_.push_back(arc);
-  --arcCount_;
 }
 
 StableId Drawing::stableArcId(ArcId arc) const {
-  return hasArc(arc) ? stableIdOf(arc, arcs_[arc].generation) : 0;
+  return arc == kNone ? 0 : stableIdOf(arc, arcs_[arc].generation);
 }
 
 ArcId Drawing::arcOf(StableId id) const { return numberOf(id, arcs_); }
 
-const std::vector<ArcId>* Drawing::arcsFromTo(NodeId from, NodeId to) const {
-  const auto pair = pairs_.find(pairKey(from, to));
-  if (pair == pairs_.end()) return nullptr;
-  return from <= to ? &pair->second.forward : &pair->second.backward;
-}
-
-std::size_t Drawing::countArcs(NodeId from, NodeId to) const {
-  const auto* arcs = arcsFromTo(from, to);
-  return arcs ? arcs->size() : 0;
-}
-
 ArcId Drawing::findArc(NodeId from, NodeId to) const {
-  const auto* arcs = arcsFromTo(from, to);
-  if (!arcs || arcs->empty()) return kNone;
+  const auto pair = pairs_.find(pairKey(from, to));
+  if (pair == pairs_.end()) return kNone;
+  const std::vector<ArcId>& arcs = direction(pair->second, from, to);
+  if (arcs.empty()) return kNone;
   // Whichever list is shorter is searched: neither many duplicates nor a large selection cost much then.
-  if (selectedArcs_.size() < arcs->size()) {
+  if (selectedArcs_.size() < arcs.size()) {
     for (const auto& [order, arc] : selectedArcs_)
       if (arcs_[arc].from == from && arcs_[arc].to == to) return arc;
   } else {
-    for (const ArcId arc : *arcs)
+    for (const ArcId arc : arcs)
       if (arcSelected(arc)) return arc;
   }
-  return arcs->back();
+  return arcs.back();
 }
 
 void Drawing::setBends(ArcId arc, std::span<const SgPoint> bends) {
-  std::vector<SgPoint>& held_bends = arcs_[arc].bends;
-  held_bends.clear();
-  for (const SgPoint& bend : bends) held_bends.push_back({held(bend.x), held(bend.y)});
+  std::vector<SgPoint>& kept = arcs_[arc].bends;
+  kept.clear();
+  for (const SgPoint& bend : bends) kept.push_back({held(bend.x), held(bend.y)});
   makeStale(arc);
 }
 
-std::span<const SgPoint> Drawing::path(ArcId arc) {
+std::span<const SgPoint> Drawing::path(ArcId arc) const {
   bringUpToDate();
   return arcs_[arc].path;
 }
@@ -187,8 +174,7 @@ std::span<const SgPoint> Drawing::path(ArcId arc) {
 void Drawing::setPorts(Ports ports) {
   if (ports_ == ports) return;
   ports_ = ports;
-  for (ArcId arc = 0; arc < arcs_.size(); ++arc)
-    if (arcs_[arc].used) makeStale(arc);
+  visitAllArcs([&](ArcId arc) { makeStale(arc); });
 }
 
 void Drawing::selectNode(NodeId node) {
@@ -210,7 +196,7 @@ void Drawing::deselectAll() {
   selectedArcs_.clear();
 }
 
-const SgRectangle& Drawing::extents() {
+const SgRectangle& Drawing::extents() const {
   if (!extentsStale_) return extents_;
   extentsStale_ = false;
   extents_ = {};
@@ -231,7 +217,7 @@ NodeId Drawing::nodeAt(SgPoint point) const {
   return top;
 }
 
-ArcId Drawing::arcAt(SgPoint point, double reach) {
+ArcId Drawing::arcAt(SgPoint point, double reach) const {
   ArcId nearest = kNone;
   double least = reach;
   visitArcs(SgRectangle{point.x, point.y, 0, 0}.grownBy(reach), [&](ArcId arc) {
@@ -244,7 +230,7 @@ ArcId Drawing::arcAt(SgPoint point, double reach) {
   return nearest;
 }
 
-NodeId Drawing::neighbour(NodeId node, int directionX, int directionY) {
+NodeId Drawing::neighbour(NodeId node, int directionX, int directionY) const {
   const SgPoint middle = nodes_[node].box.middle();
   const SgRectangle& all = extents();
   const double farthest = all.width + all.height + 1;
@@ -261,11 +247,11 @@ NodeId Drawing::neighbour(NodeId node, int directionX, int directionY) {
     NodeId best = kNone;
     double least = 0;
     visitNodes(SgRectangle{middle.x, middle.y, 0, 0}.grownBy(reach), [&](NodeId other) {
-      const double cost_of_other = cost(other);
-      if (cost_of_other < 0) return;
-      if (best == kNone || cost_of_other < least || (cost_of_other == least && other < best)) {
+      const double otherCost = cost(other);
+      if (otherCost < 0) return;
+      if (best == kNone || otherCost < least || (otherCost == least && other < best)) {
         best = other;
-        least = cost_of_other;
+        least = otherCost;
       }
     });
     // Whatever lies outside the area searched costs more than `reach`.
@@ -287,7 +273,6 @@ void Drawing::clear() {
   // Slots are taken from the back: the next picture has its ids in the order of adding, as this one had.
   std::ranges::reverse(freeNodes_);
   std::ranges::reverse(freeArcs_);
-  nodeCount_ = arcCount_ = 0;
   pairs_.clear();
   staleArcs_.clear();
   stalePairs_.clear();
@@ -318,19 +303,19 @@ void Drawing::unlink(ArcId& first, ArcId arc, ArcLinks Arc::*links) {
     first = around.next;
 }
 
-void Drawing::makeStale(ArcId arc) {
+void Drawing::makeStale(ArcId arc) const {
   if (arcs_[arc].stale) return;
   arcs_[arc].stale = true;
   staleArcs_.push_back(arc);
 }
 
-void Drawing::makePairStale(std::uint64_t key, Pair& pair) {
+void Drawing::makePairStale(std::uint64_t key, const Pair& pair) {
   if (pair.stale) return;
   pair.stale = true;
   stalePairs_.push_back(key);
 }
 
-void Drawing::bringUpToDate() {
+void Drawing::bringUpToDate() const {
   for (const std::uint64_t key : stalePairs_) {
     const auto pair = pairs_.find(key);
     if (pair == pairs_.end() || !pair->second.stale) continue;
@@ -342,7 +327,7 @@ void Drawing::bringUpToDate() {
   for (const ArcId arc : staleArcs_) {
     if (!arcs_[arc].stale) continue;
     arcs_[arc].stale = false;
-    computePath(arc);
+    computePath(arcs_[arc]);
     if (arcShown(arc))
       arcIndex_.put(arc, boundsOf(arcs_[arc].path));
     else
@@ -351,8 +336,7 @@ void Drawing::bringUpToDate() {
   staleArcs_.clear();
 }
 
-void Drawing::computePath(ArcId number) {
-  Arc& arc = arcs_[number];
+void Drawing::computePath(const Arc& arc) const {
   const SgRectangle &from = nodes_[arc.from].box, &to = nodes_[arc.to].box;
   if (arc.from == arc.to) {
     arc.path = loopPath(from, arc.place);

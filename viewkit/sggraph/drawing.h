@@ -35,8 +35,6 @@ class Drawing {
   NodeId addNode();
   /// Removes the node and all its arcs.
   void removeNode(NodeId node);
-  bool hasNode(NodeId node) const { return node < nodes_.size() && nodes_[node].used; }
-  std::size_t nodeCount() const { return nodeCount_; }
   StableId stableNodeId(NodeId node) const;
   /// kNone for the stable id of a node that is gone.
   NodeId nodeOf(StableId id) const;
@@ -53,19 +51,21 @@ class Drawing {
   /// @{
   ArcId addArc(NodeId from, NodeId to);
   void removeArc(ArcId arc);
-  bool hasArc(ArcId arc) const { return arc < arcs_.size() && arcs_[arc].used; }
-  std::size_t arcCount() const { return arcCount_; }
-  std::size_t arcSlots() const { return arcs_.size(); }
   StableId stableArcId(ArcId arc) const;
   /// kNone for the stable id of an arc that is gone.
   ArcId arcOf(StableId id) const;
   NodeId from(ArcId arc) const { return arcs_[arc].from; }
   NodeId to(ArcId arc) const { return arcs_[arc].to; }
-  std::size_t countArcs(NodeId from, NodeId to) const;
   /// An arc from `from` to `to`: a selected one if there is, else the outermost; kNone without any.
   ArcId findArc(NodeId from, NodeId to) const;
   void setBends(ArcId arc, std::span<const SgPoint> bends);
   std::span<const SgPoint> bends(ArcId arc) const { return arcs_[arc].bends; }
+  /// Calls `visit(arc)` for every arc, oldest first as far as none was removed.
+  template <class Visit>
+  void visitAllArcs(Visit&& visit) const {
+    for (ArcId arc = 0; arc < arcs_.size(); ++arc)
+      if (arcs_[arc].used) visit(arc);
+  }
   /// Calls `visit(arc)` for every arc that starts or ends at the node, twice for one that does both.
   template <class Visit>
   void visitArcsOf(NodeId node, Visit&& visit) const {
@@ -74,7 +74,7 @@ class Drawing {
   }
   bool arcShown(ArcId arc) const { return shown(from(arc)) && shown(to(arc)); }
   /// The points that the arc is drawn through, valid until the next change.
-  std::span<const SgPoint> path(ArcId arc);
+  std::span<const SgPoint> path(ArcId arc) const;
   void setPorts(Ports ports);
   /// @}
 
@@ -92,23 +92,23 @@ class Drawing {
   /// @name What lies where
   /// @{
   /// Bounds of all shown nodes; linear after a change, and empty at the origin without any.
-  const SgRectangle& extents();
+  const SgRectangle& extents() const;
   template <class Visit>
   void visitNodes(const SgRectangle& area, Visit&& visit) const {
     nodeIndex_.visit(area, visit);
   }
   /// Visits arcs whose bounds touch the area, which they may miss all the same.
   template <class Visit>
-  void visitArcs(const SgRectangle& area, Visit&& visit) {
+  void visitArcs(const SgRectangle& area, Visit&& visit) const {
     bringUpToDate();
     arcIndex_.visit(area, visit);
   }
   /// The topmost node, that is the one added last, at a point; kNone for none.
   NodeId nodeAt(SgPoint point) const;
   /// The nearest arc at most `reach` away; kNone for none.
-  ArcId arcAt(SgPoint point, double reach);
+  ArcId arcAt(SgPoint point, double reach) const;
   /// The shown node next to `node` in the direction (-1, 0, 1 each); kNone when nothing is there.
-  NodeId neighbour(NodeId node, int directionX, int directionY);
+  NodeId neighbour(NodeId node, int directionX, int directionY) const;
   /// @}
 
   /// Removes everything. Stable ids stay invalid.
@@ -130,43 +130,48 @@ class Drawing {
     ArcLinks out, in;  // the lists of all arcs of the two nodes
     std::uint32_t generation = 0;
     std::uint32_t place = 0;  // in the list of its direction in its pair
-    bool used = false, stale = false;
+    bool used = false;
     std::uint64_t selected = 0;
-    std::vector<SgPoint> bends, path;
+    std::vector<SgPoint> bends;
+    mutable std::vector<SgPoint> path;
+    mutable bool stale = false;  // `path` isn't right any more
   };
   /// The arcs between two nodes; a < b but for loops, which are all forward.
   struct Pair {
     std::vector<ArcId> forward, backward;
-    bool stale = false;
+    mutable bool stale = false;  // none of their paths is right any more
   };
 
   static std::uint64_t pairKey(NodeId a, NodeId b);
-  static std::vector<ArcId>& direction(Pair& pair, const Arc& arc) {
-    return arc.from <= arc.to ? pair.forward : pair.backward;
+  /// The arcs of a pair that lead from `from` to `to`.
+  template <class P>
+  static auto& direction(P& pair, NodeId from, NodeId to) {
+    return from <= to ? pair.forward : pair.backward;
   }
-  const std::vector<ArcId>* arcsFromTo(NodeId from, NodeId to) const;
   void link(ArcId& first, ArcId arc, ArcLinks Arc::*links);
   void unlink(ArcId& first, ArcId arc, ArcLinks Arc::*links);
-  void makeStale(ArcId arc);
-  void makePairStale(std::uint64_t key, Pair& pair);
-  void bringUpToDate();
-  void computePath(ArcId arc);
+  void makeStale(ArcId arc) const;
+  void makePairStale(std::uint64_t key, const Pair& pair);
+  void bringUpToDate() const;
+  void computePath(const Arc& arc) const;
 
   std::vector<Node> nodes_;
   std::vector<Arc> arcs_;
   std::vector<NodeId> freeNodes_;
   std::vector<ArcId> freeArcs_;
-  std::size_t nodeCount_ = 0, arcCount_ = 0;
   std::unordered_map<std::uint64_t, Pair> pairs_;
-  std::vector<ArcId> staleArcs_;
-  std::vector<std::uint64_t> stalePairs_;
-  BoxIndex nodeIndex_, arcIndex_;
+  BoxIndex nodeIndex_;
   std::map<std::uint64_t, NodeId> selectedNodes_;
   std::map<std::uint64_t, ArcId> selectedArcs_;
   std::uint64_t selections_ = 0;
-  SgRectangle extents_;
-  bool extentsStale_ = false;
   Ports ports_ = Ports::Down;
+
+  // Worked out when somebody asks, which changes nothing that can be seen from outside.
+  mutable std::vector<ArcId> staleArcs_;
+  mutable std::vector<std::uint64_t> stalePairs_;
+  mutable BoxIndex arcIndex_;
+  mutable SgRectangle extents_;
+  mutable bool extentsStale_ = false;
 };
 
 }  // namespace sggraph

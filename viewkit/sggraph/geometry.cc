@@ -32,6 +32,9 @@ bool clipLine(SgPoint& a, SgPoint& b, const SgRectangle& box) {
 
 double distance(SgPoint a, SgPoint b) { return std::hypot(b.x - a.x, b.y - a.y); }
 
+namespace {
+
+/// From a point to the nearest point of the line from `a` to `b`.
 double distanceToLine(SgPoint p, SgPoint a, SgPoint b) {
   const double dx = b.x - a.x, dy = b.y - a.y;
   const double square = dx * dx + dy * dy;
@@ -39,6 +42,8 @@ double distanceToLine(SgPoint p, SgPoint a, SgPoint b) {
   const double t = std::clamp(((p.x - a.x) * dx + (p.y - a.y) * dy) / square, 0.0, 1.0);
   return distance(p, {a.x + t * dx, a.y + t * dy});
 }
+
+}  // namespace
 
 double distanceToPath(SgPoint p, std::span<const SgPoint> path) {
   double nearest = std::numeric_limits<double>::infinity();

@@ -35,8 +35,6 @@ namespace sggraph {
 bool clipLine(SgPoint& a, SgPoint& b, const SgRectangle& box);
 
 double distance(SgPoint a, SgPoint b);
-/// From a point to the nearest point of the line from `a` to `b`.
-double distanceToLine(SgPoint p, SgPoint a, SgPoint b);
 /// From a point to the nearest point of a line through all of `path`; infinite for an empty one.
 double distanceToPath(SgPoint p, std::span<const SgPoint> path);
 

@@ -29,9 +29,9 @@ GraphView::Hit GraphView::hit(SgPoint window) {
   Hit found;
   if (editable()) {
     double nearest = kHandleReach;
-    for (const auto& [order, arc] : drawing.selectedArcs()) {
-      if (!drawing.arcShown(arc)) continue;
-      const HandlePlaces places = handlePlaces(drawing.path(arc), viewport_);
+    for (const auto& [order, arc] : drawing_.selectedArcs()) {
+      if (!drawing_.arcShown(arc)) continue;
+      const HandlePlaces places = handlePlaces(drawing_.path(arc), viewport_);
       for (const bool child : {true, false}) {
         const double away = distance(window, child ? places.child : places.parent);
         if (away >= nearest) continue;
@@ -49,7 +49,7 @@ GraphView::Hit GraphView::hit(SgPoint window) {
 void GraphView::setHover(SgPoint window) {
   const bool inside = SgRectangle{0, 0, viewport_.width(), viewport_.height()}.contains(window);
   const Hit under = inside ? hit(window) : Hit{};
-  const StableId node = drawing.stableNodeId(under.node), arc = drawing.stableArcId(under.arc);
+  const StableId node = drawing_.stableNodeId(under.node), arc = drawing_.stableArcId(under.arc);
   if (node == hoverNode_ && arc == hoverArc_) return;
   hoverNode_ = node;
   hoverArc_ = arc;
@@ -70,12 +70,12 @@ void GraphView::endGesture() {
 
 void GraphView::giveUp() {
   if (gesture_.dragging) {
-    if (gesture_.kind == Gesture::Kind::Pan) viewport_.scrollTo(gesture_.viewAtPress, {0, 0});
+    if (gesture_.kind == Gesture::Kind::Pan)
+      changeViewport([&](Viewport& view) { view.scrollTo(gesture_.viewAtPress, {0, 0}); });
     for (const auto& [stable, corner] : gesture_.before)
-      if (const NodeId node = drawing.nodeOf(stable); node != kNone) drawing.moveNode(node, corner);
+      if (const NodeId node = drawing_.nodeOf(stable); node != kNone) moveNode(node, corner);
     for (const auto& [stable, bends] : gesture_.straightened)
-      if (const ArcId arc = drawing.arcOf(stable); arc != kNone) drawing.setBends(arc, bends);
-    changed();
+      if (const ArcId arc = drawing_.arcOf(stable); arc != kNone) setBends(arc, bends);
   }
   // What follows of the drag, up to the release, does nothing.
   const unsigned button = gesture_.button;
@@ -88,13 +88,14 @@ void GraphView::wheel(const XButtonEvent& event) {
   const SgPoint pointer = placeOf(event);
   const bool back = event.button == Button4 || event.button == 6;
   const bool sideways = event.button > Button5 || (event.state & ShiftMask) != 0;
-  if (event.button <= Button5 && (event.state & ControlMask) != 0) {
-    view().zoomAround(viewport_.zoom() * (back ? kWheelZoom : 1 / kWheelZoom), pointer);
-  } else {
+  const bool zooms = event.button <= Button5 && (event.state & ControlMask) != 0;
+  changeViewport([&](Viewport& view) {
     const double step = back ? -kWheelStep : kWheelStep;
-    view().scrollBy(sideways ? step : 0, sideways ? 0 : step);
-  }
-  changed();
+    if (zooms)
+      view.zoomAround(view.zoom() * (back ? kWheelZoom : 1 / kWheelZoom), pointer);
+    else
+      view.scrollBy(sideways ? step : 0, sideways ? 0 : step);
+  });
   if (gesture_.kind == Gesture::Kind::Idle) {
     setHover(pointer);
   } else if (gesture_.kind == Gesture::Kind::Pan) {
@@ -130,8 +131,8 @@ void GraphView::press(const XButtonEvent& event) {
   if (event.button == Button2) return;
 
   const Hit under = hit(place);
-  gesture_.node = drawing.stableNodeId(under.node);
-  gesture_.arc = drawing.stableArcId(under.arc);
+  gesture_.node = drawing_.stableNodeId(under.node);
+  gesture_.arc = drawing_.stableArcId(under.arc);
   const bool again = lastClick_.valid &&
                      event.time - lastClick_.time <= Time(XtGetMultiClickTime(display())) &&
                      distance(lastClick_.place, place) <= kClickSlack && lastClick_.node == gesture_.node;
@@ -139,14 +140,12 @@ void GraphView::press(const XButtonEvent& event) {
   // A third click begins anew.
   lastClick_ = {event.time, place, gesture_.node, !again};
 
-  const std::weak_ptr<const bool> alive = alive_;
   if (under.handle) {
     gesture_.kind = Gesture::Kind::MoveArcEnd;
     gesture_.childEnd = under.childEnd;
   } else if (under.node != kNone) {
     beginOnNode(under.node, event.state);
   }
-  if (alive.expired()) return;
   XmProcessTraversal(widget(), XmTRAVERSE_CURRENT);
 }
 
@@ -157,10 +156,9 @@ void GraphView::beginOnNode(NodeId node, unsigned state) {
   }
   gesture_.kind = Gesture::Kind::MoveNodes;
   makeCurrent(node);
-  if (drawing.nodeSelected(node)) return;
-  if (!gesture_.adds) drawing.deselectAll();
-  drawing.selectNode(node);
-  selectionChanged();
+  if (drawing_.nodeSelected(node)) return;
+  if (!gesture_.adds) deselectAll();
+  selectNode(node);
 }
 
 void GraphView::motion(const XMotionEvent& event) {
@@ -193,13 +191,13 @@ void GraphView::startDrag() {
       setCursor(XC_crosshair);
       break;
     case Gesture::Kind::MoveNodes:
-      for (const auto& [order, node] : drawing.selectedNodes()) {
-        const SgRectangle& box = drawing.box(node);
-        gesture_.before.push_back({drawing.stableNodeId(node), {box.x, box.y}});
-        drawing.visitArcsOf(node, [&](ArcId arc) {
-          const auto bends = drawing.bends(arc);
+      for (const auto& [order, node] : drawing_.selectedNodes()) {
+        const SgRectangle& box = drawing_.box(node);
+        gesture_.before.push_back({drawing_.stableNodeId(node), {box.x, box.y}});
+        drawing_.visitArcsOf(node, [&](ArcId arc) {
+          const auto bends = drawing_.bends(arc);
           if (!bends.empty())
-            gesture_.straightened.push_back({drawing.stableArcId(arc), {bends.begin(), bends.end()}});
+            gesture_.straightened.push_back({drawing_.stableArcId(arc), {bends.begin(), bends.end()}});
         });
       }
       break;
@@ -210,33 +208,30 @@ void GraphView::startDrag() {
 }
 
 void GraphView::drag() {
-  bringUpToDate();
-  const SgPoint plane = viewport_.toPlane(gesture_.pointer);
+  const SgPoint plane = viewport().toPlane(gesture_.pointer);
   switch (gesture_.kind) {
     case Gesture::Kind::Pan:
-      viewport_.scrollTo(gesture_.pressedPlane, gesture_.pointer);
-      changed();
+      changeViewport([&](Viewport& view) { view.scrollTo(gesture_.pressedPlane, gesture_.pointer); });
       break;
     case Gesture::Kind::MoveNodes:
       for (const auto& [stable, corner] : gesture_.before)
-        if (const NodeId node = drawing.nodeOf(stable); node != kNone)
-          drawing.moveNode(node, {corner.x + plane.x - gesture_.pressedPlane.x,
-                                  corner.y + plane.y - gesture_.pressedPlane.y});
-      changed();
+        if (const NodeId node = drawing_.nodeOf(stable); node != kNone)
+          moveNode(node, {corner.x + plane.x - gesture_.pressedPlane.x,
+                          corner.y + plane.y - gesture_.pressedPlane.y});
       break;
     case Gesture::Kind::DrawArc: {
-      const NodeId under = drawing.nodeAt(plane);
-      const StableId stable = drawing.stableNodeId(under);
+      const NodeId under = drawing_.nodeAt(plane);
+      const StableId stable = drawing_.stableNodeId(under);
       if (stable != gesture_.node) gesture_.leftNode = true;
       gesture_.target = gesture_.leftNode ? stable : 0;
       overlayChanged();
       break;
     }
     case Gesture::Kind::MoveArcEnd: {
-      const ArcId arc = drawing.arcOf(gesture_.arc);
-      const NodeId under = drawing.nodeAt(plane);
-      const bool same = arc != kNone && under == (gesture_.childEnd ? drawing.to(arc) : drawing.from(arc));
-      gesture_.target = same ? 0 : drawing.stableNodeId(under);
+      const ArcId arc = drawing_.arcOf(gesture_.arc);
+      const NodeId under = drawing_.nodeAt(plane);
+      const bool same = arc != kNone && under == (gesture_.childEnd ? drawing_.to(arc) : drawing_.from(arc));
+      gesture_.target = same ? 0 : drawing_.stableNodeId(under);
       overlayChanged();
       break;
     }
@@ -264,15 +259,15 @@ void GraphView::finishDrag(XEvent* event) {
   // The gesture is over before anyone is called: callbacks may post dialogs, clear the graph, start anew.
   const Gesture done = gesture_;
   endGesture();
-  const NodeId target = drawing.nodeOf(done.target);
+  const NodeId target = drawing_.nodeOf(done.target);
   if (target == kNone || !editable()) return;
   if (done.kind == Gesture::Kind::DrawArc) {
-    const NodeId parent = drawing.nodeOf(done.node);
+    const NodeId parent = drawing_.nodeOf(done.node);
     if (parent != kNone) newArc(parent, target, event);
   } else if (done.kind == Gesture::Kind::MoveArcEnd) {
-    const ArcId arc = drawing.arcOf(done.arc);
+    const ArcId arc = drawing_.arcOf(done.arc);
     if (arc == kNone) return;
-    arcMoved(arc, done.childEnd ? drawing.from(arc) : target, done.childEnd ? target : drawing.to(arc),
+    arcMoved(arc, done.childEnd ? drawing_.from(arc) : target, done.childEnd ? target : drawing_.to(arc),
              event);
   }
 }
@@ -281,27 +276,24 @@ void GraphView::finishClick(XEvent* event) {
   const Gesture done = gesture_;
   endGesture();
   if (done.kind == Gesture::Kind::Refused || done.button != Button1) return;
-  const NodeId node = drawing.nodeOf(done.node);
-  const ArcId arc = drawing.arcOf(done.arc);
+  const NodeId node = drawing_.nodeOf(done.node);
+  const ArcId arc = drawing_.arcOf(done.arc);
   if (node != kNone) {
     if (done.kind != Gesture::Kind::MoveNodes) return;
     if (done.doubleClick) {
       defaultAction(node, event);
-    } else if (!done.adds && drawing.selectedNodes().size() + drawing.selectedArcs().size() > 1) {
-      drawing.deselectAll();
-      drawing.selectNode(node);
-      selectionChanged();
+    } else if (!done.adds && drawing_.selectedNodes().size() + drawing_.selectedArcs().size() > 1) {
+      deselectAll();
+      selectNode(node);
     }
   } else if (arc != kNone) {
-    if (drawing.arcSelected(arc) && (done.adds || drawing.selectedArcs().size() == 1)) return;
-    if (!done.adds) drawing.deselectAll();
-    drawing.selectArc(arc);
-    selectionChanged();
+    if (drawing_.arcSelected(arc) && (done.adds || drawing_.selectedArcs().size() == 1)) return;
+    if (!done.adds) deselectAll();
+    selectArc(arc);
   } else if (done.doubleClick && done.node == 0 && done.arc == 0) {
     if (widget_->graph.okToAdd) newNode(event);
-  } else if (!done.adds && !(drawing.selectedNodes().empty() && drawing.selectedArcs().empty())) {
-    drawing.deselectAll();
-    selectionChanged();
+  } else if (!done.adds) {
+    deselectAll();
   }
 }
 
@@ -356,8 +348,8 @@ void GraphView::key(XKeyEvent& event) {
     case osfXK_Activate:
     case XK_KP_Enter: {
       bringUpToDate();
-      const NodeId node = drawing.nodeOf(current_);
-      if (gesture_.kind == Gesture::Kind::Idle && node != kNone && drawing.shown(node))
+      const NodeId node = drawing_.nodeOf(current_);
+      if (gesture_.kind == Gesture::Kind::Idle && node != kNone && drawing_.shown(node))
         defaultAction(node, &whole);
       break;
     }
@@ -369,14 +361,14 @@ void GraphView::key(XKeyEvent& event) {
 void GraphView::walk(int directionX, int directionY) {
   if (gesture_.kind != Gesture::Kind::Idle) return;
   bringUpToDate();
-  NodeId next = drawing.nodeOf(current_);
-  if (next != kNone && drawing.shown(next)) {
-    next = drawing.neighbour(next, directionX, directionY);
+  NodeId next = drawing_.nodeOf(current_);
+  if (next != kNone && drawing_.shown(next)) {
+    next = drawing_.neighbour(next, directionX, directionY);
   } else {
     // The walk starts at the upper left of what is in view.
     double least = std::numeric_limits<double>::infinity();
-    drawing.visitNodes(viewport_.visible(), [&](NodeId node) {
-      const SgRectangle& box = drawing.box(node);
+    drawing_.visitNodes(viewport_.visible(), [&](NodeId node) {
+      const SgRectangle& box = drawing_.box(node);
       const double rank = box.y + box.x / 1000;
       if (rank < least) {
         least = rank;
@@ -384,12 +376,11 @@ void GraphView::walk(int directionX, int directionY) {
       }
     });
   }
-  if (next == kNone || !drawing.shown(next)) return;
-  viewport_.reveal(drawing.box(next));
+  if (next == kNone || !drawing_.shown(next)) return;
+  changeViewport([&](Viewport& view) { view.reveal(drawing_.box(next)); });
   makeCurrent(next);
-  drawing.deselectAll();
-  drawing.selectNode(next);
-  selectionChanged();
+  deselectAll();
+  selectNode(next);
 }
 
 // Requests. Each asks the callbacks first and makes the change only if they left it to the widget, and if
@@ -412,15 +403,14 @@ void GraphView::newNode(XEvent* event) {
   if (!call(&SgGraphPart::newNodeCallback, data) || !data.doit) return;
   data.node = makeNode("node", nullptr, 0);
   const NodeId node = reinterpret_cast<SgNodeObject>(data.node)->node.id;
-  const SgRectangle& box = drawing.box(node);
-  drawing.moveNode(node, {data.position.x - box.width / 2, data.position.y - box.height / 2});
+  const SgRectangle& box = drawing_.box(node);
+  moveNode(node, {data.position.x - box.width / 2, data.position.y - box.height / 2});
   XtManageChild(data.node);
-  changed();
   call(&SgGraphPart::changedCallback, data);
 }
 
 void GraphView::newArc(NodeId parent, NodeId child, XEvent* event) {
-  const StableId stableParent = drawing.stableNodeId(parent), stableChild = drawing.stableNodeId(child);
+  const StableId stableParent = drawing_.stableNodeId(parent), stableChild = drawing_.stableNodeId(child);
   SgGraphCallbackStruct data{};
   data.reason = SgCR_NEW_ARC;
   data.event = event;
@@ -429,36 +419,35 @@ void GraphView::newArc(NodeId parent, NodeId child, XEvent* event) {
   data.child = widgetOf(child);
   data.position = viewport_.toPlane(placeOf(event->xbutton));
   if (!call(&SgGraphPart::newArcCallback, data) || !data.doit) return;
-  if (drawing.nodeOf(stableParent) == kNone || drawing.nodeOf(stableChild) == kNone) return;
-  data.arc = drawing.stableArcId(addArc(parent, child, {}));
+  if (drawing_.nodeOf(stableParent) == kNone || drawing_.nodeOf(stableChild) == kNone) return;
+  data.arc = drawing_.stableArcId(addArc(parent, child, {}));
   call(&SgGraphPart::changedCallback, data);
 }
 
 void GraphView::arcMoved(ArcId arc, NodeId parent, NodeId child, XEvent* event) {
-  const StableId stableArc = drawing.stableArcId(arc);
-  const StableId stableParent = drawing.stableNodeId(parent), stableChild = drawing.stableNodeId(child);
+  const StableId stableArc = drawing_.stableArcId(arc);
+  const StableId stableParent = drawing_.stableNodeId(parent), stableChild = drawing_.stableNodeId(child);
   SgGraphCallbackStruct data{};
   data.reason = SgCR_ARC_MOVED;
   data.event = event;
   data.doit = True;
   data.arc = stableArc;
-  data.oldParent = widgetOf(drawing.from(arc));
-  data.oldChild = widgetOf(drawing.to(arc));
+  data.oldParent = widgetOf(drawing_.from(arc));
+  data.oldChild = widgetOf(drawing_.to(arc));
   data.newParent = widgetOf(parent);
   data.newChild = widgetOf(child);
   data.position = viewport_.toPlane(placeOf(event->xbutton));
   if (!call(&SgGraphPart::arcMovedCallback, data) || !data.doit) return;
-  if (drawing.arcOf(stableArc) == kNone || drawing.nodeOf(stableParent) == kNone ||
-      drawing.nodeOf(stableChild) == kNone)
+  if (drawing_.arcOf(stableArc) == kNone || drawing_.nodeOf(stableParent) == kNone ||
+      drawing_.nodeOf(stableChild) == kNone)
     return;
   const auto known = arcLabels_.find(arc);
   const std::string label = known == arcLabels_.end() ? std::string() : known->second;
-  arcLabels_.erase(arc);
-  drawing.removeArc(arc);
+  removeArc(arc);
   const ArcId moved = addArc(parent, child, label);
-  drawing.selectArc(moved);
-  data.arc = drawing.stableArcId(moved);
-  if (call(&SgGraphPart::changedCallback, data)) selectionChanged();
+  selectArc(moved);
+  data.arc = drawing_.stableArcId(moved);
+  call(&SgGraphPart::changedCallback, data);
 }
 
 }  // namespace sggraph

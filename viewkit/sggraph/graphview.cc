@@ -62,7 +62,7 @@ Widget GraphView::makeNode(const char* nodeName, ArgList args, Cardinal count) {
 }
 
 void GraphView::nodeMade(SgNodeObject node) {
-  const NodeId id = drawing.addNode();
+  const NodeId id = drawing_.addNode();
   if (id >= looks_.size()) {
     looks_.resize(id + std::size_t{1});
     widgets_.resize(id + std::size_t{1});
@@ -76,11 +76,8 @@ void GraphView::nodeMade(SgNodeObject node) {
 void GraphView::nodeGone(SgNodeObject node) {
   const NodeId id = node->node.id;
   if (id == kNone) return;
-  if (!arcLabels_.empty()) drawing.visitArcsOf(id, [&](ArcId arc) { arcLabels_.erase(arc); });
-  const auto selected = [&] { return drawing.selectedNodes().size() + drawing.selectedArcs().size(); };
-  const std::size_t selectedBefore = selected();
-  drawing.removeNode(id);
-  if (selected() != selectedBefore) selectionLost_ = true;
+  if (!arcLabels_.empty()) drawing_.visitArcsOf(id, [&](ArcId arc) { arcLabels_.erase(arc); });
+  drawing_.removeNode(id);
   widgets_[id] = nullptr;
   looks_[id] = {};
   labels_[id].reset();
@@ -113,12 +110,22 @@ void GraphView::nodeLooksChanged(SgNodeObject node) {
 void GraphView::measure(NodeId node) {
   const NodeLook& look = looks_[node];
   if (look.picture) {
-    drawing.resizeNode(node, look.picture.width + 2 * kPicturePadding,
-                       look.picture.height + 2 * kPicturePadding);
+    drawing_.resizeNode(node, look.picture.width + 2 * kPicturePadding,
+                        look.picture.height + 2 * kPicturePadding);
     return;
   }
   const double width = measuring_->width(look.label) + 2 * kLabelPadding;
-  drawing.resizeNode(node, std::max(width, kLeastNodeWidth), measuring_->height() + 2 * kLabelMargin);
+  drawing_.resizeNode(node, std::max(width, kLeastNodeWidth), measuring_->height() + 2 * kLabelMargin);
+}
+
+void GraphView::managedChanged() {
+  managedStale_ = true;
+  changed();
+}
+
+void GraphView::moveNode(NodeId node, SgPoint corner) {
+  drawing_.moveNode(node, corner);
+  changed();
 }
 
 void GraphView::clear() {
@@ -131,8 +138,7 @@ void GraphView::clear() {
     node.id = kNone;
     node.labelString = nullptr;
   }
-  const bool hadSelection = !drawing.selectedNodes().empty() || !drawing.selectedArcs().empty();
-  drawing.clear();
+  drawing_.clear();
   looks_.clear();
   widgets_.clear();
   arcLabels_.clear();
@@ -145,7 +151,6 @@ void GraphView::clear() {
   viewport_ = {};
   viewport_.resize(width, height);
   changed();
-  if (hadSelection) selectionChanged();
 }
 
 Pixel GraphView::tint(const char* tintName) {
@@ -162,39 +167,64 @@ Pixel GraphView::tint(const char* tintName) {
 // Arcs
 
 ArcId GraphView::addArc(NodeId from, NodeId to, const std::string& label) {
-  const ArcId arc = drawing.addArc(from, to);
+  const ArcId arc = drawing_.addArc(from, to);
   if (!label.empty()) arcLabels_[arc] = label;
   changed();
   return arc;
 }
 
 void GraphView::removeArc(ArcId arc) {
-  const bool selected = drawing.arcSelected(arc);
   arcLabels_.erase(arc);
-  drawing.removeArc(arc);
+  drawing_.removeArc(arc);
   changed();
-  if (selected) selectionChanged();
+}
+
+void GraphView::setBends(ArcId arc, std::span<const SgPoint> bends) {
+  drawing_.setBends(arc, bends);
+  changed();
 }
 
 NodeId GraphView::nodeAt(SgPoint window) {
   bringUpToDate();
-  return drawing.nodeAt(viewport_.toPlane(window));
+  return drawing_.nodeAt(viewport_.toPlane(window));
 }
 
 ArcId GraphView::arcAt(SgPoint window) {
   bringUpToDate();
-  return drawing.arcAt(viewport_.toPlane(window), arcReach());
+  return drawing_.arcAt(viewport_.toPlane(window), arcReach());
 }
 
 SgPoint GraphView::pickPoint(ArcId arc) {
   bringUpToDate();
-  const std::span<const SgPoint> path = drawing.path(arc);
+  const std::span<const SgPoint> path = drawing_.path(arc);
   for (const double fraction : {0.5, 0.4, 0.6, 0.3, 0.7, 0.2, 0.8}) {
     const SgPoint place = pathPoint(path, fraction);
-    if (drawing.nodeAt(place) == kNone && drawing.arcAt(place, arcReach()) == arc)
+    if (drawing_.nodeAt(place) == kNone && drawing_.arcAt(place, arcReach()) == arc)
       return viewport_.toWindow(place);
   }
   return viewport_.toWindow(pathPoint(path, 0.5));
+}
+
+// Selection
+
+void GraphView::selectNode(NodeId node) {
+  drawing_.selectNode(node);
+  changed();
+}
+
+void GraphView::selectArc(ArcId arc) {
+  drawing_.selectArc(arc);
+  changed();
+}
+
+void GraphView::deselectAll() {
+  drawing_.deselectAll();
+  changed();
+}
+
+void GraphView::makeCurrent(NodeId node) {
+  current_ = drawing_.stableNodeId(node);
+  overlayChanged();
 }
 
 // The view
@@ -206,15 +236,20 @@ void GraphView::bringUpToDate() {
     for (Cardinal i = 0; i < shelf.num_children; ++i) {
       const auto* node = reinterpret_cast<SgNodeObject>(shelf.children[i]);
       if (node->node.id != kNone)
-        drawing.showNode(node->node.id, XtIsManaged(shelf.children[i]) && !node->object.being_destroyed);
+        drawing_.showNode(node->node.id, XtIsManaged(shelf.children[i]) && !node->object.being_destroyed);
     }
   }
-  viewport_.setExtents(drawing.extents());
+  viewport_.setExtents(drawing_.extents());
 }
 
-Viewport& GraphView::view() {
+const Viewport& GraphView::viewport() {
   bringUpToDate();
   return viewport_;
+}
+
+const SgRectangle& GraphView::extents() {
+  bringUpToDate();
+  return drawing_.extents();
 }
 
 void GraphView::changed() {
@@ -253,16 +288,15 @@ void GraphView::update() {
     painter_->setInks(inks());
   }
   if (pictureStale_) {
-    painter_->paint(drawing, looks_, arcLabels_, viewport_, editable());
+    painter_->paint(drawing_, looks_, arcLabels_, viewport_, editable());
     setScrollBars();
   }
   if (pictureStale_ || overlayStale_) {
     pictureStale_ = overlayStale_ = false;
-    painter_->paintOverlay(drawing, viewport_, overlay());
+    painter_->paintOverlay(drawing_, viewport_, overlay());
     painter_->show(0, 0, widget_->core.width, widget_->core.height);
   }
-  if (std::exchange(selectionLost_, false) && !announceSelection()) return;
-  const ViewState state{viewport_.zoom(), viewport_.visible(), drawing.extents()};
+  const ViewState state{viewport_.zoom(), viewport_.visible(), drawing_.extents()};
   if (state == announced_) return;
   announced_ = state;
   SgGraphCallbackStruct data{};
@@ -288,28 +322,28 @@ Inks GraphView::inks() const {
 Overlay GraphView::overlay() const {
   Overlay overlay;
   overlay.focus = focused_;
-  if (focused_) overlay.currentNode = drawing.nodeOf(current_);
-  if (overlay.currentNode != kNone && !drawing.shown(overlay.currentNode)) overlay.currentNode = kNone;
+  if (focused_) overlay.currentNode = drawing_.nodeOf(current_);
+  if (overlay.currentNode != kNone && !drawing_.shown(overlay.currentNode)) overlay.currentNode = kNone;
   if (gesture_.kind == Gesture::Kind::Idle) {
-    overlay.hoverNode = drawing.nodeOf(hoverNode_);
-    overlay.hoverArc = drawing.arcOf(hoverArc_);
+    overlay.hoverNode = drawing_.nodeOf(hoverNode_);
+    overlay.hoverArc = drawing_.arcOf(hoverArc_);
     return overlay;
   }
   if (!gesture_.dragging) return overlay;
-  if (gesture_.kind == Gesture::Kind::DrawArc && drawing.nodeOf(gesture_.node) != kNone) {
+  if (gesture_.kind == Gesture::Kind::DrawArc && drawing_.nodeOf(gesture_.node) != kNone) {
     overlay.rubberLine = true;
-    overlay.rubberParent = viewport_.toWindow(drawing.box(drawing.nodeOf(gesture_.node)).middle());
+    overlay.rubberParent = viewport_.toWindow(drawing_.box(drawing_.nodeOf(gesture_.node)).middle());
     overlay.rubberChild = gesture_.pointer;
   }
-  if (const ArcId arc = drawing.arcOf(gesture_.arc);
+  if (const ArcId arc = drawing_.arcOf(gesture_.arc);
       gesture_.kind == Gesture::Kind::MoveArcEnd && arc != kNone) {
-    const NodeId stays = gesture_.childEnd ? drawing.from(arc) : drawing.to(arc);
-    const SgPoint middle = viewport_.toWindow(drawing.box(stays).middle());
+    const NodeId stays = gesture_.childEnd ? drawing_.from(arc) : drawing_.to(arc);
+    const SgPoint middle = viewport_.toWindow(drawing_.box(stays).middle());
     overlay.rubberLine = true;
     overlay.rubberParent = gesture_.childEnd ? middle : gesture_.pointer;
     overlay.rubberChild = gesture_.childEnd ? gesture_.pointer : middle;
   }
-  overlay.target = drawing.nodeOf(gesture_.target);
+  overlay.target = drawing_.nodeOf(gesture_.target);
   return overlay;
 }
 
@@ -352,11 +386,12 @@ void GraphView::scrollBarMoved(Widget scrollBar, XtPointer self, XtPointer data)
 }
 
 void GraphView::scrolled(Widget scrollBar, int value) {
-  if (scrollBar == horizontalBar_)
-    view().setHorizontal(value);
-  else
-    view().setVertical(value);
-  changed();
+  changeViewport([&](Viewport& view) {
+    if (scrollBar == horizontalBar_)
+      view.setHorizontal(value);
+    else
+      view.setVertical(value);
+  });
 }
 
 void GraphView::resized() {
@@ -387,29 +422,12 @@ void GraphView::resourcesChanged(bool fonts, bool ports) {
     for (NodeId node = 0; node < widgets_.size(); ++node)
       if (widgets_[node]) measure(node);
   }
-  if (ports) drawing.setPorts(graph.arcDirection == SgARC_DOWN ? Ports::Down : Ports::Any);
+  if (ports) drawing_.setPorts(graph.arcDirection == SgARC_DOWN ? Ports::Down : Ports::Any);
   if (!graph.editableArcs &&
       (gesture_.kind == Gesture::Kind::DrawArc || gesture_.kind == Gesture::Kind::MoveArcEnd))
     giveUp();
   if (painter_) painter_->setInks(inks());
   changed();
-}
-
-void GraphView::selectionChanged() {
-  selectionLost_ = false;
-  changed();
-  announceSelection();
-}
-
-bool GraphView::announceSelection() {
-  SgGraphCallbackStruct data{};
-  data.reason = SgCR_SELECTION_CHANGED;
-  return call(&SgGraphPart::selectionChangedCallback, data);
-}
-
-void GraphView::makeCurrent(NodeId node) {
-  current_ = drawing.stableNodeId(node);
-  overlayChanged();
 }
 
 bool GraphView::call(XtCallbackList SgGraphPart::*list, SgGraphCallbackStruct& data) {

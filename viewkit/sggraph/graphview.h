@@ -64,7 +64,19 @@ class GraphView {
   explicit GraphView(SgGraphWidget widget);
   ~GraphView();
 
-  Drawing drawing;
+  /// The picture on the plane. The functions below change it, and see to it that the change is painted.
+  const Drawing& drawing() const { return drawing_; }
+  /// Bounds of all managed nodes. Linear after a change.
+  const SgRectangle& extents();
+  /// The viewport over the picture as it is now.
+  const Viewport& viewport();
+  /// Changes the viewport by `change(viewport)`.
+  template <class Change>
+  void changeViewport(Change&& change) {
+    bringUpToDate();
+    change(viewport_);
+    changed();
+  }
 
   /// @name Nodes
   /// @{
@@ -73,11 +85,11 @@ class GraphView {
   void nodeGone(SgNodeObject node);
   /// Takes over label, picture and tint from the node's resources.
   void nodeLooksChanged(SgNodeObject node);
-  const NodeLook& look(NodeId node) const { return looks_[node]; }
   Widget widgetOf(NodeId node) const { return node == kNone ? nullptr : widgets_[node]; }
-  Widget widgetOf(StableId node) const { return widgetOf(drawing.nodeOf(node)); }
   /// Some nodes were managed or unmanaged.
-  void managedChanged() { managedStale_ = true; }
+  void managedChanged();
+  /// Puts a node's upper left corner there, which straightens its arcs.
+  void moveNode(NodeId node, SgPoint corner);
   void clear();
   Pixel tint(const char* name);
   /// @}
@@ -86,22 +98,24 @@ class GraphView {
   /// @{
   ArcId addArc(NodeId from, NodeId to, const std::string& label);
   void removeArc(ArcId arc);
+  void setBends(ArcId arc, std::span<const SgPoint> bends);
   /// A place in the window where a press picks the arc.
   SgPoint pickPoint(ArcId arc);
-  ArcId arcAt(SgPoint window);
   NodeId nodeAt(SgPoint window);
   /// @}
 
-  /// The viewport over the picture as it is now.
-  Viewport& view();
-  /// What is seen has changed: paints when the program is idle.
-  void changed();
-  /// Only what lies over the picture has changed.
-  void overlayChanged();
+  /// @name Selection
+  /// @{
+  /// Select one more.
+  void selectNode(NodeId node);
+  void selectArc(ArcId arc);
+  void deselectAll();
+  /// Makes a node the one that the keyboard works on.
+  void makeCurrent(NodeId node);
+  /// @}
+
   /// Paints what is due. Callbacks are called at the end: the view may be gone afterwards.
   void update();
-  void selectionChanged();
-  void makeCurrent(NodeId node);
 
   /// @name What Xt asks for
   /// @{
@@ -138,9 +152,14 @@ class GraphView {
   Display* display() const { return XtDisplay(widget()); }
   bool editable() const { return widget_->graph.editableArcs; }
   void makeShelf();
-  void makeFont();
   void measure(NodeId node);
+  /// Takes over which nodes are managed, and what the view can scroll to.
   void bringUpToDate();
+  /// What is seen has changed: paints when the program is idle.
+  void changed();
+  /// Only what lies over the picture has changed.
+  void overlayChanged();
+  ArcId arcAt(SgPoint window);
   void placeScrollBars();
   void setScrollBars();
   void schedule();
@@ -163,13 +182,13 @@ class GraphView {
   void endGesture();
   /// @returns false when the callbacks destroyed the widget: nothing of it may be touched any more.
   bool call(XtCallbackList SgGraphPart::*list, SgGraphCallbackStruct& data);
-  bool announceSelection();
   void defaultAction(NodeId node, XEvent* event);
   void newNode(XEvent* event);
   void newArc(NodeId parent, NodeId child, XEvent* event);
   void arcMoved(ArcId arc, NodeId parent, NodeId child, XEvent* event);
 
   SgGraphWidget widget_;
+  Drawing drawing_;
   std::shared_ptr<const bool> alive_ = std::make_shared<const bool>(true);
   Widget shelf_ = nullptr;
   Widget horizontalBar_ = nullptr, verticalBar_ = nullptr;
@@ -187,7 +206,6 @@ class GraphView {
   bool pictureStale_ = true, overlayStale_ = true;
   XtWorkProcId work_ = 0;
   ViewState announced_;
-  bool selectionLost_ = false;  // something selected was removed, which nobody was told yet
 
   Gesture gesture_;
   LastClick lastClick_;

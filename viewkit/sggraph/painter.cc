@@ -84,7 +84,7 @@ void Painter::fit(const Viewport& view) {
   font_->setTarget(picture_.get(), visual_, colormap_);
 }
 
-void Painter::paint(Drawing& drawing, const std::vector<NodeLook>& looks,
+void Painter::paint(const Drawing& drawing, const std::vector<NodeLook>& looks,
                     const std::unordered_map<ArcId, std::string>& arcLabels, const Viewport& view,
                     bool handles) {
   fit(view);
@@ -118,7 +118,7 @@ void Painter::paint(Drawing& drawing, const std::vector<NodeLook>& looks,
   if (handles) drawHandles(drawing, view);
 }
 
-void Painter::addArc(ArcBatch& batch, Drawing& drawing, ArcId arc, const Viewport& view,
+void Painter::addArc(ArcBatch& batch, const Drawing& drawing, ArcId arc, const Viewport& view,
                      double headLength) const {
   const std::span<const SgPoint> path = drawing.path(arc);
   const SgRectangle window = SgRectangle{0, 0, view.width(), view.height()}.grownBy(2);
@@ -147,7 +147,7 @@ void Painter::drawArcs(Drawable target, const ArcBatch& batch, Pixel pixel, unsi
     XFillPolygon(display_, target, gc_.get(), &heads[i], 3, Convex, CoordModeOrigin);
 }
 
-void Painter::drawNodes(Drawing& drawing, const std::vector<NodeLook>& looks, const Viewport& view) {
+void Painter::drawNodes(const Drawing& drawing, const std::vector<NodeLook>& looks, const Viewport& view) {
   std::vector<NodeId> nodes;
   drawing.visitNodes(view.visible(), [&](NodeId node) { nodes.push_back(node); });
   // The same order at every repaint, the order in which nodeAt sees them.
@@ -261,7 +261,7 @@ void Painter::outline(Drawable target, const SgRectangle& box, Pixel pixel, int 
   XDrawSegments(display_, target, gc_.get(), lines.data(), static_cast<int>(lines.size()));
 }
 
-void Painter::drawHandles(Drawing& drawing, const Viewport& view) {
+void Painter::drawHandles(const Drawing& drawing, const Viewport& view) {
   const SgRectangle window = SgRectangle{0, 0, view.width(), view.height()}.grownBy(kHandleSize);
   for (const auto& [order, arc] : drawing.selectedArcs()) {
     if (!drawing.arcShown(arc)) continue;
@@ -277,7 +277,7 @@ void Painter::drawHandles(Drawing& drawing, const Viewport& view) {
   }
 }
 
-void Painter::paintOverlay(Drawing& drawing, const Viewport& view, const Overlay& overlay) {
+void Painter::paintOverlay(const Drawing& drawing, const Viewport& view, const Overlay& overlay) {
   if (!picture_) return;
   XCopyArea(display_, picture_.get(), front_.get(), gc_.get(), 0, 0, width_, height_, 0, 0);
   frontPainted_ = true;

@@ -61,10 +61,10 @@ class Painter {
   void dropPicture(NodeId node) { pictures_.erase(node); }
 
   /// Paints the picture.
-  void paint(Drawing& drawing, const std::vector<NodeLook>& looks,
+  void paint(const Drawing& drawing, const std::vector<NodeLook>& looks,
              const std::unordered_map<ArcId, std::string>& arcLabels, const Viewport& view, bool handles);
   /// Adds the overlay to the picture painted last.
-  void paintOverlay(Drawing& drawing, const Viewport& view, const Overlay& overlay);
+  void paintOverlay(const Drawing& drawing, const Viewport& view, const Overlay& overlay);
   /// Copies a part of the result to the window; nothing before the first paintOverlay.
   void show(int x, int y, unsigned width, unsigned height);
 
@@ -75,14 +75,15 @@ class Painter {
   };
 
   void fit(const Viewport& view);
-  void addArc(ArcBatch& batch, Drawing& drawing, ArcId arc, const Viewport& view, double headLength) const;
+  void addArc(ArcBatch& batch, const Drawing& drawing, ArcId arc, const Viewport& view,
+              double headLength) const;
   void drawArcs(Drawable target, const ArcBatch& batch, Pixel pixel, unsigned width);
-  void drawNodes(Drawing& drawing, const std::vector<NodeLook>& looks, const Viewport& view);
+  void drawNodes(const Drawing& drawing, const std::vector<NodeLook>& looks, const Viewport& view);
   /// @param box  uncut, in window coordinates; likewise for the next.
   void drawContents(NodeId node, const NodeLook& look, const SgRectangle& box, const Viewport& view);
   void drawPicture(NodeId node, const NodeLook& look, const SgRectangle& box, const Viewport& view);
   void outline(Drawable target, const SgRectangle& box, Pixel pixel, int width);
-  void drawHandles(Drawing& drawing, const Viewport& view);
+  void drawHandles(const Drawing& drawing, const Viewport& view);
   /// The ink for text on a tint.
   Pixel textOn(Pixel tint);
   /// The tint of a node that is too small for an outline: darker, where that costs no colour cell.

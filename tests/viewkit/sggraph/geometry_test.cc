@@ -46,10 +46,11 @@ INSTANTIATE_TEST_SUITE_P(
     CaseName());
 
 TEST(Geometry, DistanceToALineEndsAtItsEnds) {
-  EXPECT_DOUBLE_EQ(sggraph::distanceToLine({5, 3}, {0, 0}, {10, 0}), 3);
-  EXPECT_DOUBLE_EQ(sggraph::distanceToLine({-3, 4}, {0, 0}, {10, 0}), 5);
-  EXPECT_DOUBLE_EQ(sggraph::distanceToLine({13, 4}, {0, 0}, {10, 0}), 5);
-  EXPECT_DOUBLE_EQ(sggraph::distanceToLine({3, 4}, {0, 0}, {0, 0}), 5);
+  const SgPoint line[] = {{0, 0}, {10, 0}}, point[] = {{0, 0}, {0, 0}};
+  EXPECT_DOUBLE_EQ(sggraph::distanceToPath({5, 3}, line), 3);
+  EXPECT_DOUBLE_EQ(sggraph::distanceToPath({-3, 4}, line), 5);
+  EXPECT_DOUBLE_EQ(sggraph::distanceToPath({13, 4}, line), 5);
+  EXPECT_DOUBLE_EQ(sggraph::distanceToPath({3, 4}, point), 5);
 }
 
 TEST(Geometry, DistanceToNoPathIsInfinite) {
