@@ -171,6 +171,31 @@ constexpr char kTranslations[] =
     "<FocusIn>: ManagerFocusIn() SgGraphFocus()\n"
     "<FocusOut>: ManagerFocusOut() SgGraphFocus()";
 
+SgGraphClassRec graphClass() {
+  SgGraphClassRec made{};
+  made.core_class =
+      coreClass(reinterpret_cast<WidgetClass>(&xmDrawingAreaClassRec), "SgGraph", sizeof(SgGraphRec));
+  made.core_class.initialize = &initialize;
+  made.core_class.destroy = &destroy;
+  made.core_class.resize = &resize;
+  made.core_class.expose = &expose;
+  made.core_class.compress_exposure = XtExposeCompressMultiple;
+  made.core_class.set_values = &setValues;
+  made.core_class.actions = kActions;
+  made.core_class.num_actions = XtNumber(kActions);
+  made.core_class.resources = kResources;
+  made.core_class.num_resources = XtNumber(kResources);
+  made.core_class.tm_table = name(kTranslations);
+  made.composite_class.geometry_manager = &refuseGeometry;
+  made.composite_class.change_managed = &managedChanged;
+  made.composite_class.insert_child = XtInheritInsertChild;
+  made.composite_class.delete_child = XtInheritDeleteChild;
+  made.constraint_class.constraint_size = sizeof(XmManagerConstraintRec);
+  // No translations of the manager: the inherited ones would take the cursor keys to move between gadgets.
+  made.manager_class.parent_process = XmInheritParentProcess;
+  return made;
+}
+
 }  // namespace
 
 GraphView* viewOf(Widget graph) {
@@ -186,73 +211,6 @@ GraphView* viewOfNode(Widget node) {
 
 }  // namespace sggraph
 
-SgGraphClassRec sgGraphClassRec = {
-    .core_class =
-        {
-            .superclass = reinterpret_cast<WidgetClass>(&xmDrawingAreaClassRec),
-            .class_name = sggraph::name("SgGraph"),
-            .widget_size = sizeof(SgGraphRec),
-            .class_initialize = nullptr,
-            .class_part_initialize = nullptr,
-            .class_inited = False,
-            .initialize = &sggraph::initialize,
-            .initialize_hook = nullptr,
-            .realize = XtInheritRealize,
-            .actions = sggraph::kActions,
-            .num_actions = XtNumber(sggraph::kActions),
-            .resources = sggraph::kResources,
-            .num_resources = XtNumber(sggraph::kResources),
-            .xrm_class = NULLQUARK,
-            .compress_motion = True,
-            .compress_exposure = XtExposeCompressMultiple,
-            .compress_enterleave = True,
-            .visible_interest = False,
-            .destroy = &sggraph::destroy,
-            .resize = &sggraph::resize,
-            .expose = &sggraph::expose,
-            .set_values = &sggraph::setValues,
-            .set_values_hook = nullptr,
-            .set_values_almost = XtInheritSetValuesAlmost,
-            .get_values_hook = nullptr,
-            .accept_focus = nullptr,
-            .version = XtVersion,
-            .callback_private = nullptr,
-            .tm_table = sggraph::name(sggraph::kTranslations),
-            .query_geometry = nullptr,
-            .display_accelerator = nullptr,
-            .extension = nullptr,
-        },
-    .composite_class =
-        {
-            .geometry_manager = &sggraph::refuseGeometry,
-            .change_managed = &sggraph::managedChanged,
-            .insert_child = XtInheritInsertChild,
-            .delete_child = XtInheritDeleteChild,
-            .extension = nullptr,
-        },
-    .constraint_class =
-        {
-            .resources = nullptr,
-            .num_resources = 0,
-            .constraint_size = sizeof(XmManagerConstraintRec),
-            .initialize = nullptr,
-            .destroy = nullptr,
-            .set_values = nullptr,
-            .extension = nullptr,
-        },
-    .manager_class =
-        {
-            // None: the inherited ones would take the cursor keys to move between gadgets.
-            .translations = nullptr,
-            .syn_resources = nullptr,
-            .num_syn_resources = 0,
-            .syn_constraint_resources = nullptr,
-            .num_syn_constraint_resources = 0,
-            .parent_process = XmInheritParentProcess,
-            .extension = nullptr,
-        },
-    .drawing_area_class = {.extension = nullptr},
-    .graph_class = {.extension = nullptr},
-};
+SgGraphClassRec sgGraphClassRec = sggraph::graphClass();
 
 WidgetClass sgGraphWidgetClass = reinterpret_cast<WidgetClass>(&sgGraphClassRec);

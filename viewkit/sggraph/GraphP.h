@@ -102,6 +102,22 @@ namespace sggraph {
 /// Xt's tables and calls say `char*` for names that they only read.
 inline char* name(const char* text) { return const_cast<char*>(text); }
 
+/// The core part of a widget class: what its superclass has, and nothing of its own yet.
+inline CoreClassPart coreClass(WidgetClass superclass, const char* className, Cardinal instanceSize) {
+  CoreClassPart made{};
+  made.superclass = superclass;
+  made.class_name = name(className);
+  made.widget_size = instanceSize;
+  made.realize = XtInheritRealize;
+  made.xrm_class = NULLQUARK;
+  made.compress_motion = True;
+  made.compress_exposure = XtExposeCompressMaximal;
+  made.compress_enterleave = True;
+  made.set_values_almost = XtInheritSetValuesAlmost;
+  made.version = XtVersion;
+  return made;
+}
+
 /// The view of a graph widget; null for other widgets and for one that is being destroyed.
 GraphView* viewOf(Widget graph);
 /// The view that a node is in; null for other widgets and while either is being destroyed.

@@ -14,7 +14,7 @@ SgNodeObject nodeOf(Widget widget) { return reinterpret_cast<SgNodeObject>(widge
 SgShelfWidget shelfOf(Widget widget) { return reinterpret_cast<SgShelfWidget>(widget); }
 
 /// The view of a node's graph, also while it is being destroyed.
-GraphView* viewBehind(Widget node) {
+GraphView* viewAbove(Widget node) {
   return reinterpret_cast<SgGraphWidget>(XtParent(XtParent(node)))->graph.view;
 }
 
@@ -27,11 +27,11 @@ void defaultTint(Widget node, int, XrmValue* value) {
 
 void initializeNode(Widget, Widget widget, ArgList, Cardinal*) noexcept {
   nodeOf(widget)->node.id = kNone;
-  viewBehind(widget)->nodeMade(nodeOf(widget));
+  viewAbove(widget)->nodeMade(nodeOf(widget));
 }
 
 void destroyNode(Widget widget) noexcept {
-  if (GraphView* view = viewBehind(widget)) view->nodeGone(nodeOf(widget));
+  if (GraphView* view = viewAbove(widget)) view->nodeGone(nodeOf(widget));
 }
 
 Boolean setNodeValues(Widget, Widget, Widget widget, ArgList, Cardinal*) noexcept {
@@ -73,7 +73,7 @@ void insertIntoShelf(Widget node) noexcept {
   reinterpret_cast<CompositeWidgetClass>(compositeWidgetClass)->composite_class.insert_child(node);
 }
 
-/// Xt's own procedure searches the list and moves everything behind the child down.
+/// Xt's own procedure searches the list and moves everything after the child down.
 void deleteFromShelf(Widget node) noexcept {
   CompositePart& shelf = shelfOf(XtParent(node))->composite;
   const Cardinal place = nodeOf(node)->node.place;
@@ -82,98 +82,44 @@ void deleteFromShelf(Widget node) noexcept {
   nodeOf(last)->node.place = place;
 }
 
-CompositeClassExtensionRec kShelfExtension = {
-    .next_extension = nullptr,
-    .record_type = NULLQUARK,
-    .version = XtCompositeExtensionVersion,
-    .record_size = sizeof(CompositeClassExtensionRec),
-    .accepts_objects = True,
-    .allows_change_managed_set = False,
-};
+SgNodeClassRec nodeClass() {
+  SgNodeClassRec made{};
+  made.rect_class.superclass = reinterpret_cast<WidgetClass>(&rectObjClassRec);
+  made.rect_class.class_name = name("SgNode");
+  made.rect_class.widget_size = sizeof(SgNodeRec);
+  made.rect_class.initialize = &initializeNode;
+  made.rect_class.destroy = &destroyNode;
+  made.rect_class.resources = kNodeResources;
+  made.rect_class.num_resources = XtNumber(kNodeResources);
+  made.rect_class.xrm_class = NULLQUARK;
+  made.rect_class.set_values = &setNodeValues;
+  made.rect_class.set_values_almost = XtInheritSetValuesAlmost;
+  made.rect_class.get_values_hook = &getNodeValues;
+  made.rect_class.version = XtVersion;
+  return made;
+}
+
+SgShelfClassRec shelfClass() {
+  static CompositeClassExtensionRec extension{};
+  extension.record_type = NULLQUARK;
+  extension.version = XtCompositeExtensionVersion;
+  extension.record_size = sizeof extension;
+  extension.accepts_objects = True;
+  SgShelfClassRec made{};
+  made.core_class =
+      coreClass(reinterpret_cast<WidgetClass>(&compositeClassRec), "SgShelf", sizeof(SgShelfRec));
+  made.composite_class.geometry_manager = &allowGeometry;
+  made.composite_class.change_managed = &shelfManagedChanged;
+  made.composite_class.insert_child = &insertIntoShelf;
+  made.composite_class.delete_child = &deleteFromShelf;
+  made.composite_class.extension = &extension;
+  return made;
+}
 
 }  // namespace
 }  // namespace sggraph
 
-SgNodeClassRec sgNodeClassRec = {.rect_class = {
-                                     .superclass = reinterpret_cast<WidgetClass>(&rectObjClassRec),
-                                     .class_name = sggraph::name("SgNode"),
-                                     .widget_size = sizeof(SgNodeRec),
-                                     .class_initialize = nullptr,
-                                     .class_part_initialize = nullptr,
-                                     .class_inited = False,
-                                     .initialize = &sggraph::initializeNode,
-                                     .initialize_hook = nullptr,
-                                     .rect1 = nullptr,
-                                     .rect2 = nullptr,
-                                     .rect3 = 0,
-                                     .resources = sggraph::kNodeResources,
-                                     .num_resources = XtNumber(sggraph::kNodeResources),
-                                     .xrm_class = NULLQUARK,
-                                     .rect4 = False,
-                                     .rect5 = 0,
-                                     .rect6 = False,
-                                     .rect7 = False,
-                                     .destroy = &sggraph::destroyNode,
-                                     .resize = nullptr,
-                                     .expose = nullptr,
-                                     .set_values = &sggraph::setNodeValues,
-                                     .set_values_hook = nullptr,
-                                     .set_values_almost = XtInheritSetValuesAlmost,
-                                     .get_values_hook = &sggraph::getNodeValues,
-                                     .rect9 = nullptr,
-                                     .version = XtVersion,
-                                     .callback_private = nullptr,
-                                     .rect10 = nullptr,
-                                     .query_geometry = nullptr,
-                                     .rect11 = nullptr,
-                                     .extension = nullptr,
-                                 }};
-
-SgShelfClassRec sgShelfClassRec = {
-    .core_class =
-        {
-            .superclass = reinterpret_cast<WidgetClass>(&compositeClassRec),
-            .class_name = sggraph::name("SgShelf"),
-            .widget_size = sizeof(SgShelfRec),
-            .class_initialize = nullptr,
-            .class_part_initialize = nullptr,
-            .class_inited = False,
-            .initialize = nullptr,
-            .initialize_hook = nullptr,
-            .realize = XtInheritRealize,
-            .actions = nullptr,
-            .num_actions = 0,
-            .resources = nullptr,
-            .num_resources = 0,
-            .xrm_class = NULLQUARK,
-            .compress_motion = True,
-            .compress_exposure = XtExposeCompressMaximal,
-            .compress_enterleave = True,
-            .visible_interest = False,
-            .destroy = nullptr,
-            .resize = nullptr,
-            .expose = nullptr,
-            .set_values = nullptr,
-            .set_values_hook = nullptr,
-            .set_values_almost = XtInheritSetValuesAlmost,
-            .get_values_hook = nullptr,
-            .accept_focus = nullptr,
-            .version = XtVersion,
-            .callback_private = nullptr,
-            .tm_table = nullptr,
-            .query_geometry = XtInheritQueryGeometry,
-            .display_accelerator = nullptr,
-            .extension = nullptr,
-        },
-    .composite_class =
-        {
-            .geometry_manager = &sggraph::allowGeometry,
-            .change_managed = &sggraph::shelfManagedChanged,
-            .insert_child = &sggraph::insertIntoShelf,
-            .delete_child = &sggraph::deleteFromShelf,
-            .extension = &sggraph::kShelfExtension,
-        },
-};
-
+SgNodeClassRec sgNodeClassRec = sggraph::nodeClass();
+SgShelfClassRec sgShelfClassRec = sggraph::shelfClass();
 WidgetClass sgNodeObjectClass = reinterpret_cast<WidgetClass>(&sgNodeClassRec);
 WidgetClass sgShelfWidgetClass = reinterpret_cast<WidgetClass>(&sgShelfClassRec);
