@@ -36,7 +36,7 @@ Boolean dispatchKey(XEvent* event) {
   const bool plain = !(key.state & (ControlMask | Mod1Mask));
   if (plain && isEditingKey(XLookupKeysym(&key, 0))) {
     if (const Widget text = focusedText(key)) {
-      // Straight to the text: on the usual way the menu bar's grab of the window would take the key.
+      // Sent to the text itself: the usual way leads to the menu bar, which would run the item of that key.
       return XFilterEvent(event, XtWindow(text)) || XtDispatchEventToWidget(text, event);
     }
   }
@@ -45,8 +45,8 @@ Boolean dispatchKey(XEvent* event) {
 
 Boolean dispatchRelease(XEvent* event) {
   XKeyEvent& key = event->xkey;
-  // A menu bar opens its menus when the key comes up, and only if Alt is still down: hands let go of it
-  // first.
+  // A menu bar opens its menus when the letter is released, and only if Alt is still down. Many people
+  // release Alt first: the release of the letter gets the modifiers of its press.
   if (key.keycode == lastPress.keycode) key.state |= lastPress.state;
   return nextReleaseDispatcher(event);
 }

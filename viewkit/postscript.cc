@@ -15,7 +15,7 @@ namespace {
 constexpr double kPageWidth = 595, kPageHeight = 842, kPageMargin = 36;  // points
 constexpr double kThinnest = 0.1;                                        // points
 
-/// Appends numbers with blanks behind them, with a decimal point in every locale.
+/// Appends numbers, a blank after each, with a decimal point in every locale.
 void append(std::string& out, std::initializer_list<double> numbers, int decimals = 1) {
   for (const double number : numbers) {
     std::array<char, 64> digits{};

@@ -1,5 +1,5 @@
 /// @file
-/// Scrolled areas on the toolkit's scrolled window, which knows neither wheel nor focus.
+/// Scrolled areas made of the toolkit's scrolled window, which follows neither the wheel nor the focus.
 #include "viewkit/scrolling.h"
 
 #include <Xm/ScrollBar.h>
@@ -54,7 +54,7 @@ Boolean dispatchPress(XEvent* event) {
   if (!area) return nextPressDispatcher(event);
   const bool back = press.button == Button4 || press.button == kTiltLeft;
   if (const Widget bar = barFor(area, press)) scroll(bar, back ? -kWheelStep : kWheelStep);
-  // A press on an option menu freezes the pointer until the menu, which never sees this one, lets it go on.
+  // A press on an option menu freezes the pointer until the menu handles it, and this press never gets there.
   XAllowEvents(press.display, AsyncPointer, CurrentTime);
   return True;
 }

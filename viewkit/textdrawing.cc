@@ -1,5 +1,5 @@
 /// @file
-/// Reaches for the toolkit's own functions, since no public one does the job.
+/// Calls functions that the toolkit exports but doesn't declare: no public one does this.
 #include "viewkit/textdrawing.h"
 
 #include <X11/IntrinsicP.h>

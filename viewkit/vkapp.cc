@@ -49,7 +49,7 @@ bool smoothsText(const char* displayName) {
 
 XtErrorMsgHandler printWarning;
 
-/// Core fonts cover the scripts they cover; that a locale knows more is nothing to tell every user.
+/// The server's fonts rarely have all the characters of a locale; a warning at each start would help nobody.
 void filterWarning(String name, String type, String className, String text, String* words, Cardinal* count) {
   if (std::strcmp(name, "missingCharsetList") != 0) printWarning(name, type, className, text, words, count);
 }

@@ -1,5 +1,5 @@
 /// @file
-/// Calling callback lists whose members, receivers and owner may change under way.
+/// Calling callback lists whose entries, receivers and owner may change while they are called.
 #include "viewkit/vkcallbackobject.h"
 
 const char* const VkCallbackObject::deleteCallback = "deleteCallback";

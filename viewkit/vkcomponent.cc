@@ -1,5 +1,5 @@
 /// @file
-/// The bond between a component and its base widget.
+/// How a component and its base widget learn that the other one is destroyed, and default resources.
 #include "viewkit/vkcomponent.h"
 
 #include <X11/StringDefs.h>

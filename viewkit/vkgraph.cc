@@ -332,7 +332,7 @@ void VkGraph::placeNew(const Picture& shown) {
       place = {parent.x, parent.bottom() + 2 * kGap};
       break;
     }
-    // To the right until nothing is in the way; a crowd that goes on and on is lived with.
+    // To the right until nothing is in the way. In a very long row of nodes it may come to lie on another.
     for (int tries = 0; tries < 100; ++tries) {
       const Widget there = SgGraphNodeAt(
           graph_, SgGraphToWindow(graph_, {place.x + size.width / 2, place.y + size.height / 2}));

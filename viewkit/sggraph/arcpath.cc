@@ -46,7 +46,8 @@ std::vector<SgPoint> straightDown(const SgRectangle& from, const SgRectangle& to
   const bool down = isAbove(from, to);
   SgPoint start{from.middle().x, down ? from.bottom() : from.y};
   SgPoint end{to.middle().x, down ? to.y : to.bottom()};
-  // Moved sideways along the nodes' edges: the flatter the line, the further it takes to come as far apart.
+  // The ends are moved along the nodes' edges. The flatter the line, the further they must be moved to keep
+  // the same distance between parallel lines.
   constexpr double kFlat = 0.4;
   const double steepness = std::abs(end.y - start.y) / std::max(distance(start, end), 1.0);
   const double room = kUsableWidth / 2 * std::min(from.width, to.width);
@@ -54,8 +55,7 @@ std::vector<SgPoint> straightDown(const SgRectangle& from, const SgRectangle& to
   start.x += shift;
   end.x += shift;
   if (steepness >= kFlat || offset == 0) return {start, end};
-  // Where that would take more than the edge has, the line makes way up or down in its middle, to the same
-  // side.
+  // Where the edge is too short for that, the middle of the line moves up or down instead, to the same side.
   const bool falls = (end.x - start.x) * (end.y - start.y) > 0;
   return {start, {(start.x + end.x) / 2, (start.y + end.y) / 2 + (falls ? -offset : offset)}, end};
 }

@@ -24,9 +24,8 @@ inline constexpr std::uint32_t kNone = 0xffffffff;
 using StableId = std::uint64_t;
 
 /// Nodes and arcs with their places and selection. Ids given must exist unless a function says otherwise.
-/// Arcs are there for the eye only if both their nodes are shown; what can be found and visited is what is
-/// shown. Lines of arcs are worked out when somebody asks, so any number of changes in between costs them
-/// once.
+/// An arc is shown if both its nodes are, and only what is shown can be found by its place. The paths of arcs
+/// are computed when somebody asks, so that many changes in a row cost one computation.
 class Drawing {
  public:
   /// @name Nodes
@@ -35,6 +34,7 @@ class Drawing {
   NodeId addNode();
   /// Removes the node and all its arcs.
   void removeNode(NodeId node);
+  /// 0 for kNone; likewise for arcs.
   StableId stableNodeId(NodeId node) const;
   /// kNone for the stable id of a node that is gone.
   NodeId nodeOf(StableId id) const;
@@ -166,7 +166,7 @@ class Drawing {
   std::uint64_t selections_ = 0;
   Ports ports_ = Ports::Down;
 
-  // Worked out when somebody asks, which changes nothing that can be seen from outside.
+  // Computed when somebody asks, which changes nothing that can be seen from outside.
   mutable std::vector<ArcId> staleArcs_;
   mutable std::vector<std::uint64_t> stalePairs_;
   mutable BoxIndex arcIndex_;

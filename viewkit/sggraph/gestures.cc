@@ -99,7 +99,7 @@ void GraphView::wheel(const XButtonEvent& event) {
   if (gesture_.kind == Gesture::Kind::Idle) {
     setHover(pointer);
   } else if (gesture_.kind == Gesture::Kind::Pan) {
-    // The place that is held changes under the pointer.
+    // The place of the plane that is dragged along is another one now.
     gesture_.pressedPlane = viewport_.toPlane(pointer);
   } else {
     gesture_.pointer = pointer;
@@ -114,7 +114,7 @@ void GraphView::press(const XButtonEvent& event) {
   }
   if (event.button == Button3) return;
   if (gesture_.kind != Gesture::Kind::Idle) {
-    // A release got lost when the button that began the gesture isn't held any more.
+    // If the button that began the gesture isn't held any more, its release was lost.
     const unsigned held = gesture_.button == Button1 ? Button1Mask : Button2Mask;
     if ((event.state & held) != 0) return;
     giveUp();
@@ -137,7 +137,7 @@ void GraphView::press(const XButtonEvent& event) {
                      event.time - lastClick_.time <= Time(XtGetMultiClickTime(display())) &&
                      distance(lastClick_.place, place) <= kClickSlack && lastClick_.node == gesture_.node;
   gesture_.doubleClick = again;
-  // A third click begins anew.
+  // A third click is a first one again.
   lastClick_ = {event.time, place, gesture_.node, !again};
 
   if (under.handle) {
@@ -246,7 +246,7 @@ void GraphView::release(const XButtonEvent& event) {
   XEvent whole{};
   whole.xbutton = event;
   if (gesture_.dragging) {
-    // The last motion may have been compressed away.
+    // Xt may have dropped the last motion before the release.
     gesture_.pointer = placeOf(event);
     drag();
     finishDrag(&whole);

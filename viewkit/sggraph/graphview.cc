@@ -17,7 +17,7 @@ constexpr double kLabelPadding = 10, kLabelMargin = 5;  // plane units beside an
 constexpr double kLeastNodeWidth = 44;
 constexpr int kScrollStep = 40;  // pixels per click on a scroll bar's arrow
 
-/// A node has one line.
+/// A label is shown in one line.
 std::string labelText(XmString label) {
   std::string text = viewkit::plainText(label);
   std::ranges::replace(text, '\n', ' ');
@@ -90,7 +90,7 @@ void GraphView::nodeGone(SgNodeObject node) {
 void GraphView::nodeLooksChanged(SgNodeObject node) {
   const NodeId id = node->node.id;
   NodeLook& look = looks_[id];
-  // The resource is the caller's string when it was set just now, ours when it was not.
+  // A string that was set just now is the caller's, to be copied; otherwise it is the copy made before.
   if (node->node.labelString != labels_[id].get() || !labels_[id]) {
     labels_[id].reset(node->node.labelString
                           ? XmStringCopy(node->node.labelString)
@@ -414,7 +414,7 @@ void GraphView::resourcesChanged(bool fonts, bool ports) {
     const XmRenderTable table =
         graph.renderTable ? graph.renderTable : XmeGetDefaultRenderTable(widget(), XmLABEL_FONTLIST);
     RenderTable copy(XmRenderTableCopy(table, nullptr, 0));
-    // Whoever uses the old table must let go of it first.
+    // The fonts use the old table until they are made from the new one.
     measuring_ = std::make_unique<TextFont>(XtScreen(widget()), copy.get());
     if (painter_) painter_->setFonts(copy.get());
     renderTable_ = std::move(copy);

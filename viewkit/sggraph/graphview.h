@@ -45,13 +45,13 @@ struct Gesture {
   bool adds = false;              // Shift was held
   StableId node = 0, arc = 0;     // under the pointer at the press
   bool childEnd = false;          // MoveArcEnd: which end
-  bool leftNode = false;          // DrawArc: a loop takes a way out and back
+  bool leftNode = false;          // DrawArc: was outside `node`, so that coming back makes a loop
   StableId target = 0;            // the node that would be taken now
   std::vector<MovedNode> before;  // MoveNodes: where they were
   std::vector<StraightenedArc> straightened;
 };
 
-/// Of the press before, to see a double-click.
+/// The press before, to recognise a double-click.
 struct LastClick {
   Time time = 0;
   SgPoint place;

@@ -20,7 +20,7 @@ unsigned short toExtent(double extent) {
 }
 XPoint toXPoint(SgPoint p) { return {toShort(p.x), toShort(p.y)}; }
 
-/// The part of a box near the viewport: a huge node must not leave the 16 bits of the server.
+/// The part of a box near the viewport, so that the coordinates of a huge node fit the 16 bits of X.
 SgRectangle cut(const SgRectangle& box, const Viewport& view) {
   const double left = std::max(box.x, -100.0), top = std::max(box.y, -100.0);
   return {left, top, std::max(std::min(box.right(), view.width() + 100) - left, 1.0),
@@ -232,7 +232,7 @@ const viewkit::PixmapId* Painter::pictureOf(NodeId node, const PixmapSource& sou
   if (known != pictures_.end() && known->second.part == part) return &known->second.pixmap;
   viewkit::PixmapId made = scaledPixmap(display_, source, part);
   if (!made) return nullptr;
-  constexpr std::size_t kKept = 500;  // enough for a view; a tour past thousands of pictures gives them back
+  constexpr std::size_t kKept = 500;  // enough for a view; scrolling past thousands mustn't keep them all
   if (pictures_.size() >= kKept) pictures_.clear();
   Scaled& kept = pictures_[node];
   kept = {part, std::move(made)};
@@ -286,7 +286,6 @@ void Painter::paintOverlay(const Drawing& drawing, const Viewport& view, const O
     ArcBatch batch;
     addArc(batch, drawing, overlay.hoverArc, view, 0);
     drawArcs(front_.get(), batch, inks_.hover, 2);
-    // Nodes lie above arcs, but the picture below is painted already: the ends stay clear of them by a pixel.
   }
   if (overlay.hoverNode != kNone)
     outline(front_.get(), boxOf(overlay.hoverNode),
@@ -329,7 +328,7 @@ void Painter::show(int x, int y, unsigned width, unsigned height) {
     XFillRectangle(display_, window_, gc_.get(), static_cast<int>(width_), static_cast<int>(height_),
                    static_cast<unsigned>(pastRight), static_cast<unsigned>(pastBottom));
   }
-  // What a copy finds no source for it would paint with the background.
+  // A copy from outside of the pixmap would paint with the background.
   const int copied = static_cast<int>(width) - std::max(pastRight, 0);
   const int copiedDown = static_cast<int>(height) - std::max(pastBottom, 0);
   if (copied > 0 && copiedDown > 0)

@@ -56,7 +56,7 @@ class Painter {
 
   void setInks(const Inks& inks);
   void setFonts(XmRenderTable fonts);
-  /// Forgets what pictures looked like.
+  /// Drop scaled pictures, of all nodes or of one that shows another picture from now on.
   void dropPictures() { pictures_.clear(); }
   void dropPicture(NodeId node) { pictures_.erase(node); }
 

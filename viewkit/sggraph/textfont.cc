@@ -1,5 +1,5 @@
 /// @file
-/// Fonts out of render tables, and other sizes of them.
+/// The fonts of a render table, and the same ones in other sizes.
 #include "viewkit/sggraph/textfont.h"
 
 #include <algorithm>
@@ -136,7 +136,7 @@ XFontSet TextFont::setOfHeight(int pixels) {
       XListFonts(display_, withPixelSize(fields, "*").c_str(), 1000, &count));
   int best = 0, smallest = 0;
   for (int i = 0; i < count; ++i) {
-    const int size = sizeOf(names.get()[i]);  // 0: a font that the server would scale, not a pretty sight
+    const int size = sizeOf(names.get()[i]);  // 0: a font that the server would scale, which looks bad
     if (size <= 0) continue;
     if (size <= pixels) best = std::max(best, size);
     smallest = smallest == 0 ? size : std::min(smallest, size);

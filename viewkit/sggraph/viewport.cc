@@ -10,7 +10,7 @@ namespace sggraph {
 namespace {
 
 constexpr double kMargin = 24;         // pixels kept free around the drawing
-constexpr double kFinestScroll = 1e6;  // scroll bars compute in int and float: no more steps than this
+constexpr double kFinestScroll = 1e6;  // most steps of a scroll bar, which computes in int and float
 
 ScrollRange scrollRange(double least, double most, double view, double offset, double zoom) {
   const double whole = most - least + view;
