@@ -337,33 +337,27 @@ TEST_F(Gestures, TheWheelBringsAFarNodeUnderADraggedArc) {
 
 // Moved ends
 
-TEST_F(Gestures, DraggingTheChildHandleMovesThatEnd) {
+TEST_F(Gestures, DraggingAHandleMovesThatEnd) {
   editMode(true);
-  click(at(arc_));
-  drag(handle(true), at(c_));
-  ASSERT_EQ(calls_.size(), 2u);
-  EXPECT_EQ(calls_[0].reason, SgCR_ARC_MOVED);
-  EXPECT_EQ(calls_[0].arc, arc_);
-  EXPECT_EQ(calls_[0].oldParent, a_);
-  EXPECT_EQ(calls_[0].oldChild, b_);
-  EXPECT_EQ(calls_[0].newParent, a_);
-  EXPECT_EQ(calls_[0].newChild, c_);
-  EXPECT_EQ(countArcs(graph_, a_, b_), 0u);
-  EXPECT_EQ(countArcs(graph_, a_, c_), 1u);
-  EXPECT_THAT(selectedArcs(), ElementsAre(calls_[1].arc));
-}
-
-TEST_F(Gestures, DraggingTheParentHandleMovesThatEnd) {
-  editMode(true);
-  click(at(arc_));
-  drag(handle(false), at(c_));
-  ASSERT_EQ(calls_.size(), 2u);
-  EXPECT_EQ(calls_[0].oldParent, a_);
-  EXPECT_EQ(calls_[0].newParent, c_);
-  EXPECT_EQ(calls_[0].oldChild, b_);
-  EXPECT_EQ(calls_[0].newChild, b_);
-  EXPECT_EQ(countArcs(graph_, c_, b_), 1u);
-  EXPECT_EQ(arcCount(), 1u);
+  for (const bool child : {true, false}) {
+    SCOPED_TRACE(child);
+    calls_.clear();
+    click(at(arc_));
+    drag(handle(child), at(c_));
+    const Widget newParent = child ? a_ : c_, newChild = child ? c_ : b_;
+    ASSERT_EQ(calls_.size(), 2u);
+    EXPECT_EQ(calls_[0].reason, SgCR_ARC_MOVED);
+    EXPECT_EQ(calls_[0].arc, arc_);
+    EXPECT_EQ(calls_[0].oldParent, a_);
+    EXPECT_EQ(calls_[0].oldChild, b_);
+    EXPECT_EQ(calls_[0].newParent, newParent);
+    EXPECT_EQ(calls_[0].newChild, newChild);
+    EXPECT_EQ(countArcs(graph_, newParent, newChild), 1u);
+    EXPECT_EQ(arcCount(), 1u);
+    EXPECT_THAT(selectedArcs(), ElementsAre(calls_[1].arc));
+    SgGraphRemoveArcBetweenNodes(graph_, newParent, newChild);
+    arc_ = SgGraphAddArc(graph_, a_, b_);
+  }
 }
 
 TEST_F(Gestures, AClearedFlagLeavesTheMoveToTheCallback) {

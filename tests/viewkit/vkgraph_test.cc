@@ -58,6 +58,12 @@ class Graph : public WindowTest {
     graph_->displayAll();
     graph_->doLayout();
   }
+  /// A tree of 301 nodes with two children each, displayed.
+  void growTree() {
+    for (int i = 0; i < 300; ++i)
+      link(("n" + std::to_string(i / 2)).c_str(), ("n" + std::to_string(i + 1)).c_str());
+    graph_->displayAll();
+  }
   SgRectangle bounds(const char* name) { return SgGraphNodeBounds(graph_->find(name)->baseWidget()); }
   SgPoint inWindow(const char* name) {
     return SgGraphNodeRectangle(graph_->find(name)->baseWidget()).middle();
@@ -215,9 +221,7 @@ TEST_F(Graph, PartsOfNamesAndLabelsAreFoundOneAfterTheOther) {
 // Layout
 
 TEST_F(Graph, TheFirstLayoutShowsTheTop) {
-  for (int i = 0; i < 300; ++i)
-    link(("n" + std::to_string(i / 2)).c_str(), ("n" + std::to_string(i + 1)).c_str());
-  graph_->displayAll();
+  growTree();
   show(canvas());
   graph_->doLayout();
   const SgRectangle view = SgGraphViewport(canvas());
@@ -250,9 +254,7 @@ TEST_F(Graph, ALayoutIsNotRedoneWithoutNeed) {
 
 TEST_F(Graph, WhatWasWorkedOnStaysInPlace) {
   show(canvas());
-  for (int i = 0; i < 300; ++i)
-    link(("n" + std::to_string(i / 2)).c_str(), ("n" + std::to_string(i + 1)).c_str());
-  graph_->displayAll();
+  growTree();
   graph_->doLayout();
   SgGraphSetZoom(canvas(), 0.7);
   graph_->reveal(graph_->find("n100"));
@@ -271,9 +273,7 @@ TEST_F(Graph, WhatWasWorkedOnStaysInPlace) {
 
 TEST_F(Graph, ANewNodeComesIntoView) {
   show(canvas());
-  for (int i = 0; i < 300; ++i)
-    link(("n" + std::to_string(i / 2)).c_str(), ("n" + std::to_string(i + 1)).c_str());
-  graph_->displayAll();
+  growTree();
   graph_->doLayout();
   graph_->add(std::make_unique<VkNode>("newNode", "New Node"));
   graph_->displayAll();

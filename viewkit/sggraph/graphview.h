@@ -106,9 +106,8 @@ class GraphView {
 
   /// @name Selection
   /// @{
-  /// Select one more.
+  /// Selects one more.
   void selectNode(NodeId node);
-  void selectArc(ArcId arc);
   void deselectAll();
   /// Makes a node the one that the keyboard works on.
   void makeCurrent(NodeId node);
@@ -122,7 +121,6 @@ class GraphView {
   void resized();
   void exposed(const XEvent& event);
   void resourcesChanged(bool fonts, bool ports);
-  void scrolled(Widget scrollBar, int value);
   void press(const XButtonEvent& event);
   void release(const XButtonEvent& event);
   void motion(const XMotionEvent& event);
@@ -130,9 +128,6 @@ class GraphView {
   void key(XKeyEvent& event);
   void focus(bool in);
   /// @}
-
-  /// Ends a drag without effect; what it moved goes back.
-  void giveUp();
 
  private:
   struct Hit {
@@ -160,6 +155,8 @@ class GraphView {
   /// Only what lies over the picture has changed.
   void overlayChanged();
   ArcId arcAt(SgPoint window);
+  void selectArc(ArcId arc);
+  void scrolled(Widget scrollBar, int value);
   void placeScrollBars();
   void setScrollBars();
   void schedule();
@@ -180,6 +177,8 @@ class GraphView {
   void wheel(const XButtonEvent& event);
   void walk(int directionX, int directionY);
   void endGesture();
+  /// Ends a drag without effect; what it moved goes back.
+  void giveUp();
   /// @returns false when the callbacks destroyed the widget: nothing of it may be touched any more.
   bool call(XtCallbackList SgGraphPart::*list, SgGraphCallbackStruct& data);
   void defaultAction(NodeId node, XEvent* event);
