@@ -183,7 +183,7 @@ int GraphWindow::applyChanges(VkPrefDialog* dialog, int, int) {
   if (!dialog->item()) return 0;
   const auto* const property = dynamic_cast<const PropertyDialog*>(dialog);
   const unsigned long index = property ? property->index() : 0;
-  return values::applyChanges(dialog->name(), dialog->item()->model(), static_cast<Word>(index));
+  return values::applyChanges(*qis, dialog->name(), dialog->item()->model(), static_cast<Word>(index));
 }
 
 void GraphWindow::showScene() {

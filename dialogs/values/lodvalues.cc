@@ -68,16 +68,10 @@ class LodDialog final : public RecordDialog<LevelsOfDetail> {
   LodDialog() : RecordDialog({.lines = kLines}, LodRows::all()) {}
 
  protected:
-<<<<<<< HEAD
-  std::unique_ptr<Item> make_items(Word number) const override {
-    auto top = RecordDialog::make_items(number);
-    if (Item* const count = top->find("header.nlod"))
-      count->set_label("number of LOD Level of obj_" + shown(number, kDecimal));
-=======
   std::unique_ptr<Item> make_items(Qis& scene, Word number) const override {
     auto top = RecordDialog::make_items(scene, number);
-    top->find("header.nlod")->set_label("number of LOD Level of obj_" + shown(number, kDecimal));
->>>>>>> 3fc87bd (dialogs, cli: values and names take the scene they work on)
+    if (Item* const count = top->find("header.nlod"))
+      count->set_label("number of LOD Level of obj_" + shown(number, kDecimal));
     return top;
   }
 };
