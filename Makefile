@@ -9,9 +9,9 @@ test:     ## everything that guards this program
 	scripts/test
 bench:    ## measure it
 	scripts/install-packages build run test bench
-	cmake --preset release -DQUIL_TESTS=ON && cmake --build --preset release --target bench
+	cmake --preset checked && cmake --build --preset checked --target bench
 fuzz:     ## feed it broken files for a while
-	scripts/install-packages build fuzz
+	scripts/install-packages build sanitize
 	cmake --preset fuzz && cmake --build --preset fuzz --target fuzz
 format:   ## format every C++ file
 	scripts/install-packages test

@@ -17,8 +17,9 @@ int main(int argc, char** argv) {
   std::setvbuf(stdout, nullptr, _IOLBF, 0);
   VkApp app("quileditor", &argc, argv, nullptr, 0, &editorResources);
   GraphWindow window("QUILeditor2");
-  std::snprintf(version_string.data(), version_string.size(), "%s %s\n%s\n%s", "QUILeditor Version2.02",
-                "2026-11-21", "Copyright (c) 2026 the quileditor authors.",
+  std::snprintf(version_string.data(), version_string.size(), "%s %s\n%s\n%s",
+                "QUILeditor Version" QUIL_VERSION, QUIL_RELEASE_DATE,
+                "Copyright (c) 2026 the quileditor authors.",
                 "Licensed under the MIT License; see the file LICENSE.");
   app.setVersionString(version_string.data());
   app.setBusyDialog(nullptr);

@@ -218,7 +218,7 @@ void VkGraph::reveal(VkNode* node) {
 
 // Displaying
 
-void VkGraph::show(const std::vector<VkNode*>& nodes) {
+void VkGraph::unhide(const std::vector<VkNode*>& nodes) {
   std::vector<Widget> hidden;
   for (const VkNode* node : nodes)
     if (node->baseWidget() && !XtIsManaged(node->baseWidget())) hidden.push_back(node->baseWidget());
@@ -233,18 +233,18 @@ void VkGraph::displayAll() {
   std::vector<VkNode*> all;
   all.reserve(nodes_.size());
   for (const auto& node : nodes_) all.push_back(node.get());
-  show(all);
+  unhide(all);
 }
 
 void VkGraph::display(VkNode* node) {
-  if (node && node->graph() == this) show({node});
+  if (node && node->graph() == this) unhide({node});
 }
 
 void VkGraph::displayWithChildren(VkNode* node) {
   if (!node || node->graph() != this) return;
   std::vector<VkNode*> family{node};
   for (int i = 0; i < node->nChildren(); ++i) family.push_back(node->child(i));
-  show(family);
+  unhide(family);
 }
 
 // Laying out

@@ -107,7 +107,7 @@ class VkGraph : public VkComponent {
   void enter(std::unique_ptr<VkNode> node);
   static void link(VkNode* parent, VkNode* child);
   static void unlink(VkNode* parent, VkNode* child);
-  void show(const std::vector<VkNode*>& nodes);
+  void unhide(const std::vector<VkNode*>& nodes);
   Picture picture() const;
   void placeNew(const Picture& picture);
   void placeAll(const Picture& picture);

@@ -249,7 +249,7 @@ TEST(ObjChildren, ASelfLinkIsTakenOnce) {
 
 TEST(MatTextures, TheFourthIsRefused) {
   const auto scene = built_scene();
-  for (Word tex : {0, 1, 2}) ASSERT_EQ(qiAddMat_Tex(*scene, 0, tex), 1);
+  for (Word tex : {0u, 1u, 2u}) ASSERT_EQ(qiAddMat_Tex(*scene, 0, tex), 1);
   const auto before = size_words(*scene);
   EXPECT_EQ(qiAddMat_Tex(*scene, 0, 3), 0);
   EXPECT_EQ(qiAddMat_Tex(*scene, 0, 1), 0);

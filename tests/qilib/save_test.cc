@@ -133,7 +133,7 @@ TEST(Written, AddingAnObjToTheSceneRaisesThreeSizesAndNothingElse) {
   Bytes bytes = file.bytes();
   Qis scene = opened(bytes.str());
   ASSERT_EQ(qiAddScene_Obj(scene, 1), 1);
-  for (const std::size_t size : {4, 16, 108}) bytes.put(size, bytes.word_at(size) + 4);
+  for (const std::size_t size : {4u, 16u, 108u}) bytes.put(size, bytes.word_at(size) + 4);
   bytes.put(120, 3);  // objs of the scene
   std::string expected = bytes.str();
   expected.insert(152, Bytes{}.u32(1).str());

@@ -124,7 +124,7 @@ TEST_F(Replacing, WhereFilesNeedNamesItHasATemporaryOneForItsOwnerOnly) {
 }
 
 TEST_F(Replacing, ANewFileHasTheModeThatTheUserWants) {
-  for (const mode_t mask : {0022, 0077}) {
+  for (const mode_t mask : {0022u, 0077u}) {
     umask(mask);
     EXPECT_EQ(save(dir_ / std::to_string(mask)), "");
     EXPECT_EQ(status(dir_ / std::to_string(mask)).st_mode & 07777u, 0666u & ~mask);

@@ -513,13 +513,13 @@ TEST_F(Dialogs, OpenBesideThoseThatAreOpen) {
       if (w.viewable && w.isAt("objDialog/nodeNameBase")) found.push_back(w.box.centre());
     return found;
   };
-  for (const std::size_t count : {1, 2, 3}) {
+  for (const std::size_t count : {1u, 2u, 3u}) {
     editor_.doubleClickNode("obj_0");
     editor_.await("another dialog", [&](const WidgetInfo&) { return places().size() == count; });
     editor_.settle();
   }
   const auto found = places();
-  for (const std::size_t i : {1, 2}) {
+  for (const std::size_t i : {1u, 2u}) {
     EXPECT_GT(found[i].x, found[i - 1].x);
     EXPECT_GT(found[i].y, found[i - 1].y);
   }

@@ -1,0 +1,8 @@
+/// @file
+/// Runs all tests of a program.
+#include <gmock/gmock.h>
+
+int main(int argc, char** argv) {
+  testing::InitGoogleMock(&argc, argv);
+  return RUN_ALL_TESTS();
+}
