@@ -3,6 +3,7 @@
 #pragma once
 
 #include <memory>
+#include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -20,6 +21,8 @@ class PropertyDialog : public VkPrefDialog {
 
   /// The record's number in its list.
   virtual unsigned long index() const { return 0; }
+  /// The node that stands for the record, such as "mat_0".
+  virtual std::string node() const = 0;
 
  protected:
   /// Makes the dialog's items, filled from its record, and their widgets: the work of every createDialog.

@@ -6,7 +6,6 @@
 
 #include "dialogs/values/numbers.h"
 #include "editor/model/currentscene.h"
-#include "editor/model/nodenames.h"
 #include "viewkit/preflayout.h"
 #include "viewkit/vktabpanel.h"
 
@@ -68,6 +67,6 @@ std::unique_ptr<PropertyDialog> makePropertyDialog(const values::DialogOn& on) {
   if (!dialog->require_record(*qis, number)) return nullptr;
   const NodeKind& kind = dialog->kind();
   auto made = kMakers[kind_place(kind)](kind.dialog, number);
-  made->setTitle(node_name(kind, number).c_str());
+  made->setTitle(made->node().c_str());
   return made;
 }

@@ -8,6 +8,7 @@
 #include "dialogs/propertydialog.h"
 #include "dialogs/values/dispatch.h"
 #include "dialogs/values/kinds.h"
+#include "editor/model/nodenames.h"
 
 /// There is one scene record, so its dialog needs no number.
 template <class Key>
@@ -20,6 +21,7 @@ class KindDialog final : public KindDialogBase<Key> {
   using Base = KindDialogBase<Key>;
   using Base::Base;
   const char* className() const override { return kNodeKind<Key>.dialog_class; }
+  std::string node() const override { return node_name(kNodeKind<Key>, static_cast<Word>(this->index())); }
 
  protected:
   Widget createDialog(Widget parent) override {

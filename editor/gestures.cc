@@ -4,11 +4,20 @@
 
 #include <cinttypes>
 #include <cstdio>
+#include <string>
 
 #include "editor/model/currentscene.h"
 #include "editor/model/modifygraph.h"
 #include "editor/model/nodenames.h"
 #include "editor/model/tracedlinks.h"
+
+namespace {
+
+std::string from_to(const VkNode* from, const VkNode* to) {
+  return std::string(from->name()) + " to " + to->name();
+}
+
+}  // namespace
 
 bool GraphGestures::editing() const {
   Boolean editable = False;
@@ -33,6 +42,7 @@ void GraphGestures::newNode(SgGraphCallbackStruct& call) {
   call.doit = False;
   std::printf("In newNodeCallback\n");
   graph_.add(graph_.make<VkNode>("newNode", "New Node"));
+  history_.add({.label = "new node"});
   graph_.displayAll();
   graph_.doLayout();
 }
@@ -46,6 +56,7 @@ void GraphGestures::newArc(SgGraphCallbackStruct& call) {
     prompts_.warn("Can't add link!");
     return;
   }
+  history_.add({.label = "link " + from_to(parent, child), .changes_scene = true});
   graph_.add(parent, child);
   graph_.displayAll();
   graph_.doLayout();
@@ -70,6 +81,7 @@ void GraphGestures::arcMoved(SgGraphCallbackStruct& call) {
     prompts_.warn("Can't change link!");
     return;
   }
+  history_.add({.label = "move link " + from_to(old_parent, old_child), .changes_scene = true});
   graph_.add(new_parent, new_child);
   graph_.remove(old_parent, old_child);
   removeDisplaced(new_parent, new_child);
@@ -95,10 +107,12 @@ void GraphGestures::deleteSelectedLink() {
               static_cast<void*>(from_widget), static_cast<void*>(to_widget));
   std::printf("from %s\n", from->name());
   std::printf("to   %s\n", to->name());
-  if (quilDeleteLink(*qis, from->name(), to->name()) == 1)
-    graph_.remove(from, to);
-  else
+  if (quilDeleteLink(*qis, from->name(), to->name()) != 1) {
     prompts_.warn("Can't delete link!");
+    return;
+  }
+  history_.add({.label = "delete link " + from_to(from, to), .changes_scene = true});
+  graph_.remove(from, to);
 }
 
 void GraphGestures::removeDisplaced(VkNode* parent, const VkNode* child) {

@@ -2,15 +2,18 @@
 /// The gestures with which the user edits links in the graph.
 #pragma once
 
+#include "editor/model/history.h"
 #include "editor/prompts.h"
 #include "viewkit/vkgraph.h"
 
 /// Carries out the gestures of Edit Mode. A gesture goes to the link rules first, and only when they accept
-/// it is the picture changed. The graph widget never changes the picture by itself.
+/// it is the picture changed and the step added to the history. The graph widget never changes the picture by
+/// itself.
 class GraphGestures {
  public:
-  /// @param graph, prompts  outlive this.
-  GraphGestures(VkGraph& graph, Prompts& prompts) : graph_(graph), prompts_(prompts) {}
+  /// @param graph, prompts, history  outlive this.
+  GraphGestures(VkGraph& graph, Prompts& prompts, History& history)
+      : graph_(graph), prompts_(prompts), history_(history) {}
 
   /// Edit Mode: whether the user can change arcs and add nodes.
   bool editing() const;
@@ -36,4 +39,5 @@ class GraphGestures {
  private:
   VkGraph& graph_;
   Prompts& prompts_;
+  History& history_;
 };

@@ -41,7 +41,7 @@ GraphWindow::GraphWindow(const char* name)
     : VkWindow(name),
       graph_(makeView()),
       prompts_(*this),
-      gestures_(*graph_, prompts_),
+      gestures_(*graph_, prompts_, history_),
       files_(prompts_, *this),
       converters_(prompts_, quilsave, run_shell) {
   read_convert_options();
@@ -183,10 +183,15 @@ int GraphWindow::applyChanges(VkPrefDialog* dialog, int, int) {
   if (!dialog->item()) return 0;
   const auto* const property = dynamic_cast<const PropertyDialog*>(dialog);
   const unsigned long index = property ? property->index() : 0;
-  return values::applyChanges(*qis, dialog->name(), dialog->item()->model(), static_cast<Word>(index));
+  items::Item& items = dialog->item()->model();
+  const bool changed = items.changed();
+  const int applied = values::applyChanges(*qis, dialog->name(), items, static_cast<Word>(index));
+  if (property && changed && applied == 1) history_.add({.label = property->node(), .changes_scene = true});
+  return applied;
 }
 
 void GraphWindow::showScene() {
+  history_.clear();
   dialogs_.closeAll();
   graph_->clearAll();
   struct_graph(graph_.get());

@@ -9,6 +9,7 @@
 #include "editor/editflags.h"
 #include "editor/filecommands.h"
 #include "editor/gestures.h"
+#include "editor/model/history.h"
 #include "editor/texturedisplay.h"
 #include "editor/windowprompts.h"
 #include "viewkit/forward.h"
@@ -170,6 +171,7 @@ class GraphWindow : public VkWindow, private SceneDisplay, private TextureDispla
   // A part may use those that stand before it, which outlive it.
   std::unique_ptr<VkGraph> graph_;
   WindowPrompts prompts_;
+  History history_;
   GraphGestures gestures_;
   NodeDialogs dialogs_;
   FileCommands files_;
