@@ -55,7 +55,7 @@ Line words(const Message& m) {
     case MessageCode::no_output:
       return line("Output File Open Error");
     case MessageCode::output_failed:
-      return line("Output File Write Error: %s", std::strerror(m.write_error->number));
+      return line("Output File Write Error: %s", std::strerror(m.write_error.number));
     case MessageCode::unknown_version:
       return line("%8x\nUnknown version number.", found);
     case MessageCode::missing_data:
@@ -117,14 +117,14 @@ std::string place_of(const Message& message) { return place(message).data(); }
 
 std::string text_of(const Message& message) {
   std::string text = words(message).data();
-  if (message.write_error) text += '\n' + message.write_error->text();
+  if (message.write_error) text += '\n' + message.write_error.text();
   return text;
 }
 
 void print_message(const Message& message) {
   std::FILE* const stream = severity_of(message.code) == Severity::trace ? stdout : stderr;
   std::fprintf(stream, "%s\n", words(message).data());
-  if (message.write_error) std::fprintf(stream, "%s\n", message.write_error->text().c_str());
+  if (message.write_error) std::fprintf(stream, "%s\n", message.write_error.text().c_str());
 }
 
 }  // namespace qi

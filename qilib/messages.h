@@ -67,7 +67,7 @@ struct Message {
   /// Where what was being read begins in the file. Unknown for a version-2 structure, which is read once its
   /// record is in memory.
   std::optional<std::uint64_t> base = {};
-  std::optional<WriteError> write_error = {};  ///< of a file that can't be written or not to its end
+  WriteError write_error = {};  ///< of a file that can't be written or not to its end; else it is none
 };
 
 /// Is told what there is to say, as it turns up. Whoever calls the library owns it; nothing keeps it for

@@ -39,8 +39,8 @@ int with_free_name(std::string& name, Make make) {
   return error;
 }
 
-/// Makes calls of the system in a process of its own, so that whoever kills this one doesn't come between
-/// them.
+/// Makes calls of the system, and nothing else, in a process of its own, so that whoever kills this one
+/// doesn't come between them.
 /// @returns what they return: 0, or an errno.
 template <class Calls>
 int in_helper(Calls calls) {
@@ -63,9 +63,6 @@ int in_helper(Calls calls) {
   return error;
 }
 
-/// How a file without a name is told to `linkat`.
-std::string path_of(int fd) { return "/proc/self/fd/" + std::to_string(fd); }
-
 /// Says that a living process writes this file; the lock ends with the process. Without locks, leftovers
 /// stay.
 bool lock(int fd) { return flock(fd, LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK; }
@@ -73,8 +70,10 @@ bool lock(int fd) { return flock(fd, LOCK_EX | LOCK_NB) == 0 || errno != EWOULDB
 }  // namespace
 
 NewFile::NewFile(int folder, mode_t mode)
-    : folder_(folder), fd_(openat(folder, ".", O_TMPFILE | O_RDWR | O_CLOEXEC, mode)) {
-  if (fd_ && access(path_of(fd()).c_str(), F_OK) == 0) {
+    : folder_(folder),
+      fd_(openat(folder, ".", O_TMPFILE | O_RDWR | O_CLOEXEC, mode)),
+      nameless_("/proc/self/fd/" + std::to_string(fd())) {
+  if (fd_ && access(nameless_.c_str(), F_OK) == 0) {
     lock(fd());
   } else {
     open_temporary(mode);
@@ -99,11 +98,11 @@ void NewFile::unlink_temporary() {
   temporary_.clear();
 }
 
-int NewFile::link_as(const std::string& name) {
-  return linkat(AT_FDCWD, path_of(fd()).c_str(), folder_, name.c_str(), AT_SYMLINK_FOLLOW) == 0 ? 0 : errno;
+int NewFile::link_as(const std::string& name) noexcept {
+  return linkat(AT_FDCWD, nameless_.c_str(), folder_, name.c_str(), AT_SYMLINK_FOLLOW) == 0 ? 0 : errno;
 }
 
-int NewFile::rename_to(const std::string& name) {
+int NewFile::rename_to(const std::string& name) noexcept {
   return renameat(folder_, temporary_.c_str(), folder_, name.c_str()) == 0 ? 0 : errno;
 }
 
@@ -113,7 +112,7 @@ int NewFile::put(const std::string& name, bool taken) {
     error = rename_to(name);
   } else if (error = taken ? EEXIST : link_as(name); error == EEXIST) {
     error = with_free_name(temporary_, [&] {
-      return in_helper([&] {
+      return in_helper([&]() noexcept {
         const int failed = link_as(temporary_);
         return failed ? failed : rename_to(name);
       });

@@ -35,12 +35,13 @@ class NewFile {
 
  private:
   void open_temporary(mode_t mode);
-  int link_as(const std::string& name);    ///< @returns 0, or an errno
-  int rename_to(const std::string& name);  ///< the same
+  int link_as(const std::string& name) noexcept;    ///< @returns 0, or an errno
+  int rename_to(const std::string& name) noexcept;  ///< the same
   void unlink_temporary();
 
   int folder_;
   Descriptor fd_;
+  std::string nameless_;   ///< what names it to `linkat`
   std::string temporary_;  ///< empty: none
   int error_ = 0;
 };

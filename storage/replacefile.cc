@@ -39,7 +39,11 @@ ReplacingFile::ReplacingFile(const std::string& target) : path_(target) {
   struct stat held {};
   // By its own name: what lies behind /dev/stdout has none that could be followed to.
   const bool special = stat(target.c_str(), &held) == 0 && !S_ISREG(held.st_mode);
-  special ? open_special() : find_target() && open_beside();
+  if (special) {
+    open_special();
+  } else if (find_target()) {
+    open_beside();
+  }
 }
 
 std::FILE* ReplacingFile::stream() const {
@@ -130,7 +134,7 @@ bool ReplacingFile::flush_folder() {
   const Descriptor folder(openat(folder_.get(), ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC));
   // Not every folder can be opened, and not every file system can do this.
   if (!folder ? errno == EACCES : fsync(folder.get()) == 0 || storage::is_refusal(errno)) return true;
-  return fail({errno, WriteStep::flush_folder, path_.parent_path().string()});
+  return fail(WriteStep::flush_folder, errno);
 }
 
 bool ReplacingFile::copy_beside() {

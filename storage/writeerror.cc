@@ -14,7 +14,7 @@ const char* words(WriteStep step) {
     case WriteStep::open:
       return "can't be opened for writing";
     case WriteStep::create:
-      return "can't create a file in this folder";
+      return "can't create a file in its folder";
     case WriteStep::write:
       return "can't write the new contents";
     case WriteStep::flush:
@@ -30,7 +30,7 @@ const char* words(WriteStep step) {
     case WriteStep::flush_folder:
       break;
   }
-  return "can't flush this folder to the disk";
+  return "can't flush its folder to the disk";
 }
 
 }  // namespace

@@ -21,7 +21,7 @@ enum class WriteStep {
 struct WriteError {
   int number = 0;  ///< an errno; 0: nothing went wrong
   WriteStep step = WriteStep::open;
-  std::string path;  ///< the file, or the folder in which the step failed
+  std::string path;  ///< the file, or the folder of recovery copies
   int kept_copy =
       0;  ///< the recovery copy that has the new contents of a file that may be incomplete; 0: none
 

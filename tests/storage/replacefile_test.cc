@@ -159,8 +159,21 @@ TEST_F(Replacing, AnErrorTellsTheFileTheStepAndTheReason) {
   EXPECT_EQ(save(dir_ / "missing/scene"),
             (dir_ / "missing/scene: can't be opened for writing: No such file or directory").string());
   EXPECT_EQ(save(dir_), dir_.string() + ": can't be opened for writing: Is a directory");
-  const support::Faults full({{"fsync", 1, EDQUOT, true}});
-  EXPECT_EQ(save(), target_ + ": can't flush the new contents to the disk: Disk quota exceeded");
+  const struct {
+    const char* call;
+    int at;
+    const char* words;
+  } steps[]{{"open", 3, "can't create a file in its folder"},
+            {"write", 1, "can't write the new contents"},
+            {"chmod", 1, "can't keep the owner, the mode or the attributes"},
+            {"fsync", 1, "can't flush the new contents to the disk"},
+            {"rename", 1, "can't put the new file in place of the old one"},
+            {"fsync", 2, "can't flush its folder to the disk"}};
+  for (const auto& step : steps) {
+    write_file(target_, kOld);
+    const support::Faults fault({{step.call, step.at, EDQUOT, true}});
+    EXPECT_EQ(save(), target_ + ": " + step.words + ": Disk quota exceeded");
+  }
 }
 
 TEST_F(Replacing, AnErrorIsKnownAsSoonAsAWriteFails) {
@@ -188,6 +201,28 @@ TEST_F(Replacing, AFileWithSeveralNamesStaysOneFile) {
   EXPECT_EQ(status(target_).st_nlink, 2u);
   EXPECT_TRUE(copies().empty());
   EXPECT_EQ(files_in(state_), 0);
+}
+
+TEST_F(Replacing, AFullDiskLeavesAFileThatIsWrittenInPlaceAsItWas) {
+  write_file(target_, kOld);
+  fs::create_hard_link(target_, dir_ / "other");
+  const support::Faults full({{"fsync", 4, ENOSPC}});  // after two of the copy and one of its folder
+  EXPECT_EQ(save(), target_ + ": can't be written in place: No space left on device");
+  EXPECT_TRUE(full.happened());
+  EXPECT_EQ(read_file(target_), kOld);
+  EXPECT_EQ(files_in(state_), 0);
+}
+
+TEST_F(Replacing, AFileThatCouldNotBeCompletedInPlaceIsARecoveryCopy) {
+  write_file(target_, kOld);
+  fs::create_hard_link(target_, dir_ / "other");
+  const support::Faults broken({{"truncate", 1, EIO}});
+  EXPECT_EQ(save(), target_ +
+                        ": can't be written in place: Input/output error; the file may be incomplete, its "
+                        "new contents are recovery copy 1");
+  ASSERT_EQ(copies().size(), 1u);
+  EXPECT_TRUE(read_file(copies()[0].path) == kNew);
+  EXPECT_EQ(copies()[0].origin, fs::canonical(target_));
 }
 
 TEST_F(Replacing, ASecondNameNeedsARecoveryFolderAndSaysSo) {

@@ -41,26 +41,25 @@ class WriteFaults : public Saving, public testing::WithParamInterface<Target> {
     if (GetParam().other_name) fs::create_hard_link(target_, dir_ / "other");
   }
 
-  /// Saves in another process with these faults. @returns its exit status; `message_` is what went wrong, and
-  /// `happened_` whether the fault did.
-  int save_with(const Fault& fault) {
-    std::vector<Fault> faults{fault};
-    if (GetParam().temporary_name) faults.insert(faults.begin(), {"tmpfile", 1, EOPNOTSUPP, true});
-    const int status = in_child([&] {
-      std::string message;
-      bool happened = false;
-      {
-        const Faults armed(faults);
-        message = save();
-        happened = armed.happened();
-      }
-      write_file(scratch_ / "message", message);
-      return (message.empty() ? 0 : 1) + (happened ? 2 : 0);
-    });
-    happened_ = status >= 2;
-    if (status >= 128) return status;
-    message_ = read_file(scratch_ / "message");
-    return status & 1;
+  std::vector<Fault> faults(const Fault& fault) const {
+    if (GetParam().temporary_name) return {{"tmpfile", 1, EOPNOTSUPP, true}, fault};
+    return {fault};
+  }
+
+  /// Saves with a call that fails. `happened_` tells whether there was such a call.
+  /// @returns what went wrong, empty when all was well
+  std::string save_with(const Fault& fault) {
+    const Faults armed(faults(fault));
+    std::string message = save();
+    happened_ = armed.happened();
+    return message;
+  }
+
+  /// The same in a process that is killed by the fault.
+  void save_until(const Fault& fault) {
+    const int status = in_child([&] { return save_with(fault).empty() ? 0 : 1; });
+    EXPECT_THAT(status, AnyOf(0, 128 + SIGKILL));
+    happened_ = status != 0;
   }
 
   std::string contents() const { return fs::exists(target_) ? read_file(target_) : ""; }
@@ -81,7 +80,6 @@ class WriteFaults : public Saving, public testing::WithParamInterface<Target> {
         std::ranges::count_if(names(), [](const auto& n) { return n.starts_with(".quil-"); }));
   }
 
-  std::string message_;
   bool happened_ = false;
 };
 
@@ -93,16 +91,15 @@ TEST_P(WriteFaults, EachCallThatFailsLeavesTheOldOrTheNewFileAndNothingElse) {
         SCOPED_TRACE(testing::Message()
                      << "call " << at << ", errno " << error << (lasting ? " from then on" : ""));
         prepare();
-        const int status = save_with({"", at, error, lasting});
+        const std::string message = save_with({"", at, error, lasting});
         expect_nothing_lost();
         EXPECT_EQ(leftovers(), 0);
-        if (status == 0) {
-          EXPECT_EQ(message_, "");
+        if (message.empty()) {
           EXPECT_TRUE(contents() == kNew);
         } else {
-          EXPECT_THAT(message_, HasSubstr(std::generic_category().message(error)));
+          EXPECT_THAT(message, HasSubstr(std::generic_category().message(error)));
         }
-        const bool kept = message_.find("recovery copy 1") != message_.npos;
+        const bool kept = message.find("recovery copy 1") != message.npos;
         EXPECT_TRUE(kept || is_whole());
         EXPECT_EQ(files_in(state_), kept ? 2 : 0) << "a copy and what tells of it";
         ASSERT_LT(at, 100);
@@ -117,7 +114,7 @@ TEST_P(WriteFaults, EachCallThatIsTheLastLeavesTheOldOrTheNewFile) {
   for (int at = 1; happened_; ++at) {
     SCOPED_TRACE(at);
     prepare();
-    EXPECT_THAT(save_with({"", at}), AnyOf(0, 128 + SIGKILL));
+    save_until({"", at});
     expect_nothing_lost();
     left += leftovers();
     EXPECT_EQ(save(), "");
