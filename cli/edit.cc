@@ -2,6 +2,7 @@
 /// `quilscene edit`: a script of edits by the rules of the editor's window.
 #include <cinttypes>
 #include <cstdio>
+#include <filesystem>
 #include <fstream>
 #include <iostream>
 
@@ -12,6 +13,7 @@
 #include "cli/setvalues.h"
 #include "editor/model/recordnames.h"
 #include "editor/model/tracedlinks.h"
+#include "storage/fileidentity.h"
 
 namespace {
 
@@ -76,12 +78,25 @@ ScriptRun run_script_of(Qis& scene, const Arguments& arguments) {
   return run_script(scene, script, arguments.script->c_str());
 }
 
+bool is_same_file(const std::string& one, const std::string& other) {
+  std::error_code none;
+  return std::filesystem::equivalent(one, other, none);
+}
+
 }  // namespace
 
 Outcome edit(const Arguments& arguments) {
   Qis scene;
-  if (!open_scene(arguments.files.front(), scene)) return Outcome::failed;
+  const std::string& file = arguments.files.front();
+  const bool overwrites = is_same_file(file, arguments.output);
+  const storage::SeenFile seen(file);
+  if (!open_scene(file, scene)) return Outcome::failed;
   const ScriptRun script = run_script_of(scene, arguments);
   if (!script.complete) return script.outcome;
+  if (overwrites && seen.changed()) {
+    std::fprintf(stderr, "quilscene: %s changed on disk since it was opened, nothing is written\n",
+                 file.c_str());
+    return Outcome::failed;
+  }
   return save_scene(scene, arguments.output, arguments.mode) ? script.outcome : Outcome::failed;
 }

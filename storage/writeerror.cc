@@ -11,6 +11,8 @@ namespace {
 
 const char* words(WriteStep step) {
   switch (step) {
+    case WriteStep::backup:
+      return "can't keep a backup of it";
     case WriteStep::open:
       return "can't be opened for writing";
     case WriteStep::create:

@@ -6,6 +6,7 @@
 
 /// What was being done when writing failed, in the order in which it is done.
 enum class WriteStep {
+  backup,   ///< keeping the file as it was beside itself
   open,     ///< finding the file, and whether it may be written
   create,   ///< making a new file in its folder
   write,    ///< writing the new contents

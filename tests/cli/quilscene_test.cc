@@ -232,6 +232,31 @@ TEST_F(Quilscene, ScriptComesFromStandardInputByDefault) {
   EXPECT_EQ(ran.out, "-> 1\n");
 }
 
+TEST_F(Quilscene, EditDoesNotOverwriteAFileThatSomebodyChangedMeanwhile) {
+  put("scene.quil", read_file(scene_path("tiny_v1")));
+  std::filesystem::create_symlink("scene.quil", scratch_ / "link.quil");
+  for (const char* output : {"scene.quil", "./scene.quil", "link.quil"}) {
+    SCOPED_TRACE(output);
+    put("scene.quil", read_file(scene_path("tiny_v1")));
+    // The pipe opens when the scene has been read and its script is wanted.
+    const Ran ran = run(std::string("edit scene.quil -o ") + output + " --script pipe", "",
+                        "rm -f pipe; mkfifo pipe; (exec 3>pipe; cp " + scene_path("robot") +
+                            " scene.quil; echo delete obj_0 mat_0 >&3) & ");
+    EXPECT_EQ(ran.status, 1);
+    EXPECT_THAT(ran.err, HasSubstr("quilscene: scene.quil changed on disk since it was opened, nothing is "
+                                   "written\n"));
+    EXPECT_TRUE(written("scene.quil") == read_file(scene_path("robot")));
+  }
+}
+
+TEST_F(Quilscene, EditOfAFileThatIsGoneMeanwhileIsSaved) {
+  put("scene.quil", read_file(scene_path("tiny_v1")));
+  const Ran ran = run("edit scene.quil -o scene.quil --script pipe", "",
+                      "mkfifo pipe; (exec 3>pipe; rm scene.quil; echo delete obj_0 mat_0 >&3) & ");
+  EXPECT_EQ(ran.status, 0) << ran.err;
+  EXPECT_THAT(run("graph scene.quil").out, Not(HasSubstr("mat_0")));
+}
+
 TEST_F(Quilscene, OutputMayBeTheInput) {
   put("scene.quil", read_file(scene_path("tiny_v1")));
   put("script", "delete obj_0 mat_0\n");
