@@ -95,6 +95,7 @@ VkApp::VkApp(const char* className, int* argc, char** argv, XrmOptionDescRec* op
   XSetErrorHandler(&reportError);
   XSetIOErrorHandler(&displayLost);
   viewkit::installKeyDispatcher(display_);
+  endSignals_.emplace(context_, [this](int number) { heardEndSignal(number); });
 }
 
 VkApp::~VkApp() {
@@ -104,13 +105,19 @@ VkApp::~VkApp() {
   for (auto* window : windows) XtDestroyWidget(window->baseWidget());
   covers_.clear();
   watch_ = {};
+  endSignals_.reset();
   XtDestroyApplicationContext(context_);
   theApplication = nullptr;
 }
 
 int VkApp::run() {
   while (!quitting_) XtAppProcessEvent(context_, XtIMAll);
-  return 0;
+  return endSignal_ == 0 ? 0 : 128 + endSignal_;
+}
+
+void VkApp::heardEndSignal(int number) {
+  if (endSignal_ == 0) endSignal_ = number;
+  quitYourself();
 }
 
 VkSimpleWindow* VkApp::mainWindow() const { return windows_.empty() ? nullptr : windows_.front(); }

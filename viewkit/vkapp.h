@@ -6,10 +6,12 @@
 
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <typeindex>
 #include <vector>
 
+#include "viewkit/endsignals.h"
 #include "viewkit/look.h"
 #include "viewkit/vkcallbackobject.h"
 #include "viewkit/vkcomponent.h"
@@ -37,8 +39,9 @@ class VkApp : public VkCallbackObject {
   XtAppContext appContext() const { return context_; }
   const char* applicationClass() const { return className_.c_str(); }
 
-  /// Runs the event loop until the application is told to end.
-  /// @returns the exit status for main: 0.
+  /// Runs the event loop until the application is told to end, by `quitYourself` or by SIGTERM, SIGINT or
+  /// SIGHUP.
+  /// @returns the exit status for main: 0, or 128 and the number of the signal.
   int run();
 
   /// Ends the event loop, and every dialog that somebody waits for.
@@ -86,6 +89,7 @@ class VkApp : public VkCallbackObject {
   /// The words the program was started with, for the WM_COMMAND property.
   std::vector<char*> commandLine();
 
+  void heardEndSignal(int number);
   static void shellDestroyedCallback(Widget shell, XtPointer self, XtPointer data);
   void shellDestroyed(Widget shell, XtPointer data);
   /// Puts a window with a watch cursor over the shell that takes all input.
@@ -109,6 +113,8 @@ class VkApp : public VkCallbackObject {
   VkDialogManager* busyDialog_ = nullptr;
   int busyDepth_ = 0;
   bool quitting_ = false;
+  int endSignal_ = 0;  ///< what told the application to end; 0: no signal
+  std::optional<viewkit::EndSignals> endSignals_;
 };
 
 /// The application object; null before it is made and after it is gone.

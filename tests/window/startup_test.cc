@@ -111,6 +111,33 @@ TEST_F(StartUp, ADisplayThatGoesAwayEndsTheProgramInOrder) {
   EXPECT_EQ(commandsRun(), "killpxsend\nkillbxsend\n");
 }
 
+/// Signals that ask the program to end.
+class EndsInOrder : public StartUp, public testing::WithParamInterface<int> {};
+
+TEST_P(EndsInOrder, AndKillsTheLoaders) {
+  editor_.open(data("tiny_v1"));
+  editor_.process().signal(GetParam());
+  EXPECT_EQ(editor_.process().waitForExit(), 128 + GetParam());
+  EXPECT_EQ(commandsRun(), "killpxsend\nkillbxsend\n");
+}
+
+TEST_P(EndsInOrder, EvenWhileAQuestionWaitsForItsAnswer) {
+  editor_.chooseMenu({"File", "Save"});
+  EXPECT_EQ(editor_.message(Editor::kQuestion), "Overwrite OK?");
+  editor_.process().signal(GetParam());
+  EXPECT_EQ(editor_.process().waitForExit(), 128 + GetParam());
+  EXPECT_EQ(commandsRun(), "killpxsend\nkillbxsend\n");
+}
+
+INSTANTIATE_TEST_SUITE_P(Signals, EndsInOrder, testing::Values(SIGTERM, SIGINT, SIGHUP));
+
+TEST_F(StartUp, AKillBesideItIsStillHeardByTheProgramsThatItStarts) {
+  write_file(files_ / "bin/killbxsend",
+             "#!/bin/sh\nkill -TERM $$\necho lives >>'" + path("commands") + "'\n");
+  EXPECT_EQ(editor_.quit(), 0);
+  EXPECT_EQ(commandsRun(), "killpxsend\n");
+}
+
 TEST_F(StartUp, KillCommandsAreRunFromEitherMenu) {
   newOutput();
   editor_.chooseMenu({"KAVO tool", "kill [pb]xsend"});
