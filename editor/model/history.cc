@@ -13,22 +13,28 @@ void History::add(Step step) {
     steps_.pop_front();
   }
   done_ = steps_.size();
+  told_();
 }
 
 void History::clear() {
   steps_.clear();
   done_ = 0;
   first_ = ++newest_;
+  told_();
 }
 
 const Step* History::undo() {
   const Step* const step = to_undo();
-  if (step) --done_;
+  if (!step) return nullptr;
+  --done_;
+  told_();
   return step;
 }
 
 const Step* History::redo() {
   const Step* const step = to_redo();
-  if (step) ++done_;
+  if (!step) return nullptr;
+  ++done_;
+  told_();
   return step;
 }

@@ -5,7 +5,9 @@
 #include <cstddef>
 #include <cstdint>
 #include <deque>
+#include <functional>
 #include <string>
+#include <utility>
 
 /// One thing that the user did.
 struct Step {
@@ -22,6 +24,10 @@ class History {
   using State = std::uint64_t;
 
   static constexpr std::size_t kMostSteps = 1000;
+
+  /// Has somebody told of every change of this history, right after it: what the change stands for may not
+  /// have been carried out yet.
+  void on_change(std::function<void()> told) { told_ = std::move(told); }
 
   /// A step that was just done. What had been taken back can't be made again any more.
   void add(Step step);
@@ -49,4 +55,5 @@ class History {
   std::size_t done_ = 0;
   State first_ = 0;   ///< before all steps
   State newest_ = 0;  ///< the last one given out
+  std::function<void()> told_ = [] {};
 };

@@ -87,4 +87,21 @@ TEST(History, TheOldestStepsGoFirstAndTheStatesStay) {
   EXPECT_EQ(history.state(), last);
 }
 
+TEST(History, TellsOfEveryChangeAndOfNothingElse) {
+  History history;
+  int told = 0;
+  history.on_change([&] { ++told; });
+  history.undo();
+  history.redo();
+  EXPECT_EQ(told, 0) << "there was nothing";
+  history.add(edit("a"));
+  EXPECT_EQ(told, 1);
+  history.undo();
+  EXPECT_EQ(told, 2);
+  history.redo();
+  EXPECT_EQ(told, 3);
+  history.clear();
+  EXPECT_EQ(told, 4);
+}
+
 }  // namespace
