@@ -4,6 +4,16 @@
 
 #include "editor/model/currentscene.h"
 
+const char* const PropertyDialog::editModeCallback = "editModeCallback";
+
+void PropertyDialog::showEditMode(bool on) {
+  if (on)
+    setNotice("editMode", std::nullopt);
+  else
+    setNotice("editMode", VkNotice{"Edit Mode is off: nothing will be written", "Turn It On",
+                                   [this] { callCallbacks(editModeCallback, nullptr); }});
+}
+
 Widget PropertyDialog::createFrom(const values::Dialog& dialog, Widget parent) {
   setDefaultResources(parent, dialog.lines());
   if (auto items = dialog.open(*qis, static_cast<Word>(index())))

@@ -19,6 +19,13 @@ class PropertyDialog : public VkPrefDialog {
   explicit PropertyDialog(const char* name) : VkPrefDialog(name) {}
   const char* className() const override { return "PropertyDialog"; }
 
+  /// The list that is told when the user asks the dialog for Edit Mode; there is no call data.
+  static const char* const editModeCallback;
+
+  /// Says whether what is entered will be written, which it is in Edit Mode only. While it won't be, the
+  /// dialog shows a notice with a button that asks for Edit Mode.
+  void showEditMode(bool on);
+
   /// The record's number in its list.
   virtual unsigned long index() const { return 0; }
   /// The node that stands for the record, such as "mat_0".

@@ -7,10 +7,11 @@
 
 #include "dialogs/propertydialogs.h"
 
-PropertyDialog* NodeDialogs::open(const char* node) {
+PropertyDialog* NodeDialogs::open(const char* node, bool editing) {
   const auto record = values::dialog_of_node(node);
   auto dialog = record ? makePropertyDialog(*record) : nullptr;
   if (!dialog) return nullptr;
+  dialog->showEditMode(editing);
   dialog->show();
   // Every dialog comes up in the middle of the window, where it would hide the one opened before.
   const auto last =
@@ -21,4 +22,8 @@ PropertyDialog* NodeDialogs::open(const char* node) {
 
 void NodeDialogs::closeAll() {
   for (const auto& dialog : dialogs_) dialog->hide();
+}
+
+void NodeDialogs::showEditMode(bool on) {
+  for (const auto& dialog : dialogs_) dialog->showEditMode(on);
 }

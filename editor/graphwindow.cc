@@ -22,6 +22,7 @@ constexpr auto kSubmenu = VkMenuItemType::SUBMENU;
 constexpr VkMenuDesc kSeparator = {VkMenuItemType::SEPARATOR};
 constexpr VkMenuDesc kEnd = {VkMenuItemType::END};
 
+constexpr const char* kEditModeLabel = "Edit Mode";
 constexpr const char* kTextureImageLabel = "Display Texture Image";
 
 bool reads_true_color_textures(Widget shell) {
@@ -83,7 +84,7 @@ void GraphWindow::addMenus() {
       kEnd,
   };
   static const VkMenuDesc edit[] = {
-      {kToggle, "Edit Mode", editCallback},
+      {kToggle, kEditModeLabel, editCallback},
       {kAction, "Delete Link", deleteLinkCallback},
       kEnd,
   };
@@ -134,9 +135,15 @@ VkMenuToggle* GraphWindow::textureImageToggle() const {
   return pane ? pane->findNamedItem<VkMenuToggle>(kTextureImageLabel) : nullptr;
 }
 
-void GraphWindow::edit(XmToggleButtonCallbackStruct& toggle) {
-  gestures_.setEditing(toggle.set != XmUNSET);
+void GraphWindow::setEditing(bool on) {
+  gestures_.setEditing(on);
   setStatus(gestures_.hint());
+  dialogs_.showEditMode(on);
+}
+
+void GraphWindow::editModeWanted(PropertyDialog*, void*, void*) {
+  if (auto* const toggle = menu()->findNamedItem<VkMenuToggle>(kEditModeLabel)) toggle->setVisualState(true);
+  setEditing(true);
 }
 
 void GraphWindow::setDefault() {
@@ -154,14 +161,18 @@ void GraphWindow::nodeAction(const SgGraphCallbackStruct& call) {
   const VkNode* const node = VkNode::of(call.node);
   if (!node) return;
   std::printf("%s\n", node->label());
-  if (auto* const dialog = dialogs_.open(node->name()))
+  if (auto* const dialog = dialogs_.open(node->name(), gestures_.editing())) {
     dialog->addCallback(VkPrefDialog::prefCallback, this, &GraphWindow::handlePrefs);
+    dialog->addCallback(PropertyDialog::editModeCallback, this, &GraphWindow::editModeWanted);
+  }
 }
 
 void GraphWindow::handlePrefs(VkComponent* component, void*, void* reason) {
   auto* const dialog = dynamic_cast<VkPrefDialog*>(component);
   const auto answer = *static_cast<const VkDialogReason*>(reason);
   if (!dialog) return;
+  if (answer == VkDialogReason::OK && dialog->leftUnwritten() && !gestures_.editing())
+    setStatus((dialog->title() + ": not written, Edit Mode is off").c_str());
   switch (values::handlePrefs(dialog->name(), static_cast<int>(answer))) {
     case values::PrefAction::nothing:
       break;

@@ -93,7 +93,9 @@ class GraphWindow : public VkWindow, private SceneDisplay, private TextureDispla
   void quit() { theApplication->quitYourself(); }
 
   // Edit.
-  void edit(XmToggleButtonCallbackStruct& toggle);
+  void edit(XmToggleButtonCallbackStruct& toggle) { setEditing(toggle.set != XmUNSET); }
+  void setEditing(bool on);
+  void editModeWanted(PropertyDialog* dialog, void* clientData, void* callData);
   void deleteLinkMenu() { gestures_.deleteSelectedLink(); }
 
   // View.

@@ -123,6 +123,15 @@ constexpr Line kLines[] = {
     {"*XmComboBox.marginWidth", "0"},
     {"*XmComboBox.arrowSpacing", "0"},
 
+    // What a dialog has to say about itself.
+    {"*notices.marginWidth", "6"},
+    {"*notices.marginHeight", "4"},
+    {"*notices.spacing", "4"},
+    {"*notices.XmForm.marginWidth", "6"},
+    {"*notices.XmForm.marginHeight", "3"},
+    {"*notices.XmForm.background", "#fff3c6", "#d5d5d5"},
+    {"*notices.XmForm.XmLabel.background", "#fff3c6", "#d5d5d5"},
+
     // Windows and dialogs.
     {"*status.marginHeight", "4"},
     {"*status.marginWidth", "6"},

@@ -39,6 +39,7 @@ class VkDialogManager : public VkComponent {
 
   /// The text of the dialog's title bar.
   void setTitle(const char* title);
+  const std::string& title() const { return title_; }
 
  protected:
   explicit VkDialogManager(const char* name);

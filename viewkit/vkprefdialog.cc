@@ -3,6 +3,7 @@
 #include "viewkit/vkprefdialog.h"
 
 #include <Xm/Form.h>
+#include <Xm/Label.h>
 #include <Xm/PushB.h>
 #include <Xm/RowColumn.h>
 #include <Xm/Separator.h>
@@ -16,6 +17,7 @@
 #include "viewkit/scrolling.h"
 #include "viewkit/textdrawing.h"
 #include "viewkit/vkapp.h"
+#include "viewkit/xraii.h"
 
 using viewkit::Forward;
 using viewkit::naturalSize;
@@ -58,7 +60,12 @@ Widget VkPrefDialog::createDialog(Widget parent) {
     XtManageChild(top_->baseWidget());
   }
   XtManageChild(scrolled_);
+  notices_ = XtVaCreateWidget("notices", xmRowColumnWidgetClass, form, XmNorientation, XmVERTICAL,
+                              XmNleftAttachment, XmATTACH_FORM, XmNrightAttachment, XmATTACH_FORM, nullptr);
+  for (auto& [name, shown] : shownNotices_) createNoticeRow(name, shown);
   createButtons(form);
+  if (!shownNotices_.empty()) XtManageChild(notices_);
+  stackAboveButtons();
   XtAddCallback(form, XmNmapCallback, &Forward<&VkPrefDialog::focusFirstItem>::call, this);
   return form;
 }
@@ -83,15 +90,93 @@ void VkPrefDialog::createButtons(Widget form) {
   separator_ = XtVaCreateManagedWidget("buttonSeparator", xmSeparatorWidgetClass, form, XmNleftAttachment,
                                        XmATTACH_FORM, XmNrightAttachment, XmATTACH_FORM, XmNbottomAttachment,
                                        XmATTACH_WIDGET, XmNbottomWidget, buttons_, nullptr);
-  XtVaSetValues(scrolled_, XmNbottomAttachment, XmATTACH_WIDGET, XmNbottomWidget, separator_, nullptr);
 }
 
 void VkPrefDialog::addBelowItems(Widget widget) {
   below_ = widget;
   XtVaSetValues(widget, XmNleftAttachment, XmATTACH_FORM, XmNleftOffset, viewkit::kPrefMargin,
-                XmNrightAttachment, XmATTACH_FORM, XmNbottomAttachment, XmATTACH_WIDGET, XmNbottomWidget,
-                separator_, nullptr);
-  XtVaSetValues(scrolled_, XmNbottomWidget, widget, nullptr);
+                XmNrightAttachment, XmATTACH_FORM, nullptr);
+  stackAboveButtons();
+}
+
+void VkPrefDialog::stackAboveButtons() {
+  Widget under = separator_;
+  for (const Widget widget : {shownNotices_.empty() ? nullptr : notices_, below_, scrolled_}) {
+    if (!widget) continue;
+    XtVaSetValues(widget, XmNbottomAttachment, XmATTACH_WIDGET, XmNbottomWidget, under, nullptr);
+    under = widget;
+  }
+}
+
+void VkPrefDialog::setNotice(const std::string& name, std::optional<VkNotice> notice) {
+  const bool isUp = notices_ && XtIsRealized(notices_);
+  // The form would leave it to chance which of the widgets in it gets more room: it is told all heights.
+  if (isUp) XtVaSetValues(baseWidget(), XmNresizePolicy, XmRESIZE_NONE, nullptr);
+  const int heightBefore = noticesSize().height;
+  if (const auto shown = shownNotices_.find(name); shown != shownNotices_.end()) {
+    if (const Widget row = shown->second.row) {
+      // The focus must not be in it any more: the dialog remembers the button that has it.
+      XtUnmanageChild(row);
+      viewkit::releaseTextDrawing(row);
+      XtDestroyWidget(row);
+    }
+    shownNotices_.erase(shown);
+  }
+  if (notice) shownNotices_[name].notice = *std::move(notice);
+  if (!notices_) return;
+  if (notice) createNoticeRow(name, shownNotices_[name]);
+  if (isUp) makeRoom(noticesSize().height - heightBefore);
+  // A form goes by the heights that its widgets once had, and by those of managed ones only.
+  XtVaSetValues(notices_, XmNtopAttachment, XmATTACH_OPPOSITE_WIDGET, XmNtopWidget, separator_, XmNtopOffset,
+                -noticesSize().height, nullptr);
+  if (!shownNotices_.empty()) XtManageChild(notices_);
+  stackAboveButtons();
+  if (shownNotices_.empty()) XtUnmanageChild(notices_);
+}
+
+viewkit::PrefSize VkPrefDialog::noticesSize() const {
+  return shownNotices_.empty() ? viewkit::PrefSize{0, 0} : naturalSize(notices_);
+}
+
+void VkPrefDialog::makeRoom(int difference) {
+  Dimension width = 0, height = 0;
+  XtVaGetValues(baseWidget(), XmNwidth, &width, XmNheight, &height, nullptr);
+  const int limit = std::max<int>(height, HeightOfScreen(XtScreen(baseWidget())) - kFrameHeight);
+  XtVaSetValues(baseWidget(), XmNwidth, std::max<int>(width, noticesSize().width), XmNheight,
+                std::min(height + difference, limit), nullptr);
+}
+
+void VkPrefDialog::createNoticeRow(const std::string& name, ShownNotice& shown) {
+  const VkNotice& notice = shown.notice;
+  const Widget row = shown.row =
+      XtVaCreateWidget((name + "Notice").c_str(), xmFormWidgetClass, notices_, nullptr);
+  const Widget text = XtVaCreateManagedWidget(
+      "text", xmLabelWidgetClass, row, XmNalignment, XmALIGNMENT_BEGINNING, XmNlabelString,
+      viewkit::xmString(notice.text).get(), XmNtopAttachment, XmATTACH_FORM, XmNbottomAttachment,
+      XmATTACH_FORM, XmNleftAttachment, XmATTACH_FORM, nullptr);
+  if (notice.button.empty()) {
+    XtVaSetValues(text, XmNrightAttachment, XmATTACH_FORM, nullptr);
+  } else {
+    const Widget button = XtVaCreateManagedWidget(
+        "button", xmPushButtonWidgetClass, row, XmNlabelString, viewkit::xmString(notice.button).get(),
+        XmNnavigationType, XmEXCLUSIVE_TAB_GROUP, XmNtopAttachment, XmATTACH_FORM, XmNbottomAttachment,
+        XmATTACH_FORM, XmNrightAttachment, XmATTACH_FORM, nullptr);
+    XtVaSetValues(text, XmNrightAttachment, XmATTACH_WIDGET, XmNrightWidget, button, XmNrightOffset,
+                  kButtonGap, nullptr);
+    XtAddCallback(button, XmNactivateCallback, &Forward<&VkPrefDialog::noticePressed>::call, this);
+  }
+  // Until it is realized, the row doesn't know how high it is; in a dialog that is up, room is made for it
+  // now.
+  if (XtIsRealized(notices_)) XtRealizeWidget(row);
+  XtManageChild(row);
+}
+
+void VkPrefDialog::noticePressed(Widget button, XtPointer) {
+  const auto found = std::ranges::find_if(
+      shownNotices_, [&](const auto& shown) { return shown.second.row == XtParent(button); });
+  if (found == shownNotices_.end()) return;
+  const auto pressed = found->second.notice.pressed;  // a copy: it may take the notice away
+  pressed();
 }
 
 void VkPrefDialog::prepare(const char* message) {
@@ -101,10 +186,11 @@ void VkPrefDialog::prepare(const char* message) {
 
 void VkPrefDialog::fitItems() {
   auto [width, height] = viewkit::placeItems(*top_);
-  width = std::max(width, naturalSize(buttons_).width);
+  const auto notices = noticesSize();
+  width = std::max({width, naturalSize(buttons_).width, notices.width});
   XtVaSetValues(top_->baseWidget(), XmNwidth, width, XmNheight, height, nullptr);
-  const int heightBelow =
-      naturalSize(below_).height + naturalSize(separator_).height + naturalSize(buttons_).height;
+  const int heightBelow = notices.height + naturalSize(below_).height + naturalSize(separator_).height +
+                          naturalSize(buttons_).height;
   const Screen* const screen = XtScreen(baseWidget());
   viewkit::fitScrolledArea(scrolled_, width, height, WidthOfScreen(screen) - kFrameWidth,
                            HeightOfScreen(screen) - kFrameHeight - heightBelow);
@@ -143,6 +229,7 @@ void VkPrefDialog::close(VkDialogReason reason) {
 }
 
 void VkPrefDialog::widgetDestroyed() {
-  scrolled_ = buttons_ = separator_ = below_ = nullptr;
+  scrolled_ = buttons_ = separator_ = notices_ = below_ = nullptr;
+  for (auto& [name, shown] : shownNotices_) shown.row = nullptr;
   VkDialogManager::widgetDestroyed();
 }

@@ -2,10 +2,22 @@
 /// Dialogs in which the user looks at values and changes them.
 #pragma once
 
+#include <functional>
+#include <map>
 #include <memory>
+#include <optional>
+#include <string>
 
+#include "viewkit/preflayout.h"
 #include "viewkit/vkdialogmanager.h"
 #include "viewkit/vkprefgroup.h"
+
+/// A line between the items and the buttons of a dialog that tells what the user has to know of it.
+struct VkNotice {
+  std::string text;
+  std::string button = {};             ///< the label of a button beside the text; empty: there is none
+  std::function<void()> pressed = {};  ///< what that button does; it may change the notices
+};
 
 /// A dialog around a tree of items, with OK, Apply and Cancel. Its windows are made when it is posted and
 /// released when it closes; the items and what they show stay. It is never larger than the screen: what
@@ -29,12 +41,19 @@ class VkPrefDialog : public VkDialogManager {
   /// Replaces the top item, while the dialog has no windows.
   void setItem(std::unique_ptr<VkPrefGroup> top);
 
+  /// Shows a notice, in place of the one that was shown under that name; without one, none any more. It comes
+  /// up with the dialog's windows if they are not there yet. Its row is the widget `<name>Notice`, with the
+  /// label `text` and the button `button`.
+  void setNotice(const std::string& name, std::optional<VkNotice> notice);
+
   /// Closes the dialog without telling anybody; nothing is applied.
   void hide() override { close(VkDialogReason::CANCEL); }
 
   /// To be called by a receiver of APPLY who could not make use of the items: they keep their changes, for
   /// the next Apply.
   void refuseApply() { applyRefused_ = true; }
+  /// Whether the last Apply was refused although something had been entered.
+  bool leftUnwritten() const { return applyRefused_ && top_ && top_->changed(); }
 
  protected:
   /// Makes the dialog with the widgets of the top item.
@@ -50,9 +69,23 @@ class VkPrefDialog : public VkDialogManager {
   void widgetDestroyed() override;
 
  private:
+  /// A notice, and what shows it while the dialog has windows.
+  struct ShownNotice {
+    VkNotice notice;
+    Widget row = nullptr;
+  };
+
   void tell(VkDialogReason reason);
   void close(VkDialogReason reason);
   void createButtons(Widget form);
+  void createNoticeRow(const std::string& name, ShownNotice& shown);
+  viewkit::PrefSize noticesSize() const;
+  /// Makes the dialog, which is up, higher by that many pixels, but no higher than the screen, or lower; and
+  /// as wide as its notices are.
+  void makeRoom(int difference);
+  void noticePressed(Widget button, XtPointer data);
+  /// Attaches what stands between the items and the buttons, as far as it is shown.
+  void stackAboveButtons();
   void fitItems();
   void focusFirstItem();
 
@@ -60,6 +93,8 @@ class VkPrefDialog : public VkDialogManager {
   Widget scrolled_ = nullptr;
   Widget buttons_ = nullptr;
   Widget separator_ = nullptr;  // above the buttons
+  Widget notices_ = nullptr;    // managed while there are any
   Widget below_ = nullptr;      // what addBelowItems was given
+  std::map<std::string, ShownNotice> shownNotices_;
   bool applyRefused_ = false;
 };

@@ -1,7 +1,6 @@
 /// @file
 /// The property dialogs in the built editor: opened from nodes, filled in by pointer and keyboard, applied,
 /// and what that makes of the file.
-#include <filesystem>
 #include <functional>
 #include <map>
 #include <optional>
@@ -12,105 +11,14 @@
 
 #include "tests/support/case_name.h"
 #include "tests/support/wait.h"
-#include "tests/window/editorfixture.h"
+#include "tests/window/dialogfixture.h"
 
 namespace {
 
-namespace fs = std::filesystem;
-
-using support::Editor;
 using support::WidgetInfo;
 using testing::EndsWith;
 using testing::HasSubstr;
 using testing::StartsWith;
-
-class Dialogs : public EditorTest {
- protected:
-  explicit Dialogs(int width = 1280, int height = 1000) : EditorTest(24, {}, width, height) {}
-
-  /// Opens a scene in Edit Mode.
-  void edit(const std::string& file) {
-    file_ = file;
-    editor_.open(file);
-    editor_.toggleEditMode();
-    newOutput();
-  }
-
-  /// Double-clicks a node and waits for its dialog. @param dialog  such as "matDialog".
-  void openDialog(const std::string& node, const std::string& dialog) {
-    editor_.doubleClickNode(node);
-    awaitDialog(dialog);
-  }
-  void awaitDialog(const std::string& dialog) {
-    dialog_ = dialog;
-    editor_.await("the focus in " + dialog, [&](const WidgetInfo& w) {
-      return w.focused && w.viewable && w.path.find(dialog) != w.path.npos;
-    });
-  }
-
-  /// The widget of an item, given as in "cc_g.cc_quil.quil_color_type0.vtx".
-  WidgetInfo widget(const std::string& item, const std::string& part = "Base") {
-    std::string where = dialog_;
-    std::istringstream names(item);
-    for (std::string name; std::getline(names, name, '.');)
-      where += "/" + name + (names.eof() ? part : "Base");
-    return editor_.await(where, [&](const WidgetInfo& w) { return w.isAt(where); });
-  }
-
-  /// What an item shows, as the command line prints it.
-  std::string shown(const std::string& item) {
-    const WidgetInfo found = widget(item);
-    if (found.class_name == "XmToggleButton") return found.set ? "1" : "0";
-    if (found.class_name == "XmRowColumn") return widget(item, "Base/OptionButton").label;
-    return found.class_name == "XmTextField" ? found.text : found.label;
-  }
-
-  /// Gives an item a value as a person would: types it, clicks a toggle until it shows it, picks a menu
-  /// entry.
-  void enter(const std::string& item, const std::string& value) {
-    const WidgetInfo field = widget(item);
-    if (field.class_name == "XmToggleButton") {
-      if (field.set != (value == "1")) editor_.driver().click(field.box.centre());
-    } else if (field.class_name == "XmTextField") {
-      editor_.driver().click(field.box.centre());
-      editor_.driver().key("End");
-      editor_.driver().key("Home", {"Shift_L"});
-      editor_.driver().key("BackSpace");
-      editor_.driver().type(value);
-    } else {
-      editor_.driver().click(field.box.centre());
-      const WidgetInfo entry = editor_.await("the entry " + value, [&](const WidgetInfo& w) {
-        return w.name() == "entry" && w.label == value && w.viewable && w.path.find(dialog_) != w.path.npos;
-      });
-      editor_.driver().clickInMenu(entry.box.centre());
-    }
-    editor_.settle();
-  }
-
-  void press(const std::string& button) {
-    editor_.click(dialog_ + "/buttons/" + button);
-    editor_.settle();
-  }
-  bool isOpen() {
-    editor_.settle();
-    return editor_.find([&](const WidgetInfo& w) { return w.isAt(dialog_) && w.viewable; }).has_value();
-  }
-
-  /// The file that Save As writes.
-  std::string saved() {
-    fs::remove(path("saved.quil"));
-    editor_.saveAs(path("saved.quil"));
-    return read_file(path("saved.quil"));
-  }
-
-  /// What the command line prints when it makes the same change, from "APPLY." on.
-  std::string trace(const std::string& command) const {
-    const std::string all = edited(file_, command + "\n").trace;
-    return all.substr(all.find("APPLY.\n"), all.rfind("-> ") - all.find("APPLY.\n"));
-  }
-
-  std::string file_, dialog_;
-};
 
 struct Entry {
   const char* item;
