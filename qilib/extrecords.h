@@ -17,7 +17,7 @@ namespace qi {
 struct CiImg {
   static constexpr Word kTag = record_tag(0x20);
   struct Fixed {
-    Word tag, index, size, name, width, height, index_bits;
+    Word tag, index, word2, name, width, height, index_bits;
     std::array<Word, 12> words7;
     Word block1_size, block2_size;
   } fixed{};
@@ -38,7 +38,7 @@ std::uint64_t pixel_index_words(const CiImg::Fixed& fixed);
 struct ColorPalette {
   static constexpr Word kTag = record_tag(0x21);
   struct Fixed {
-    Word tag, index, size, name, entry_count;
+    Word tag, index, word2, name, entry_count;
     std::array<Word, 14> words5;
     Word block1_size, block2_size;
   } fixed{};

@@ -85,6 +85,9 @@ Line words(const Message& m) {
     case MessageCode::size_corrected:
       return line("%s: %.*s %" PRIu64 " corrected to %" PRIu64, where.data(), length(m.what), m.what.data(),
                   m.found, m.expected);
+    case MessageCode::size_carried:
+      return line("%s: %.*s is %" PRIu64 ", the contents take %" PRIu64, where.data(), length(m.what),
+                  m.what.data(), m.found, m.expected);
     case MessageCode::no_link:
       return line("Error: no link to index %d.", signed_word(m.found));
     case MessageCode::already_changed:
@@ -103,6 +106,8 @@ Severity severity_of(MessageCode code) {
   switch (code) {
     case MessageCode::size_corrected:
       return Severity::correction;
+    case MessageCode::size_carried:
+      return Severity::hint;
     case MessageCode::no_link:
     case MessageCode::already_changed:
     case MessageCode::already_linked:

@@ -36,6 +36,7 @@ enum class MessageCode {
   wrong_name_tag,  ///< found: the tag of the list of names, even when it is a record's that is wrong
 
   size_corrected,  ///< a size that was held, and what the writer writes
+  size_carried,    ///< a size as the file had it, and what the contents take
 
   // Why an edit was refused, or a part of it.
   no_link,          ///< found: the record number that is not among an array's entries
@@ -47,6 +48,7 @@ enum class MessageCode {
 enum class Severity {
   error,       ///< a file could not be opened or saved
   correction,  ///< something was wrong and has been put right
+  hint,        ///< something is odd and stays
   trace,       ///< how an edit went
 };
 Severity severity_of(MessageCode code);

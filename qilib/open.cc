@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 
+#include "qilib/checksizes.h"
 #include "qilib/files.h"
 #include "qilib/guarded.h"
 #include "qilib/lists.h"
@@ -130,14 +131,21 @@ int open_extension_lists(Qis& scene, const MessageSink& sink) {
 
 }  // namespace
 
+/// The lists and structures of a file of either version.
+int open_lists(const std::string& filename, Qis& scene, const MessageSink& sink) {
+  const std::optional<int> result = open_version1(filename, scene, sink);
+  if (!result) return 0;
+  if (qiQUILver(scene.header) != kVersion2) return *result;
+  if (!setup_version2_structures(scene, sink)) return 0;
+  if (!has_ext_sizes(scene.header)) return *result;
+  return open_extension_lists(scene, sink) ? *result : 0;
+}
+
 int open_scene(const std::string& filename, Qis& scene, const MessageSink& sink) {
   return guarded(sink, [&] {
-    const std::optional<int> result = open_version1(filename, scene, sink);
-    if (!result) return 0;
-    if (qiQUILver(scene.header) != kVersion2) return *result;
-    if (!setup_version2_structures(scene, sink)) return 0;
-    if (!has_ext_sizes(scene.header)) return *result;
-    return open_extension_lists(scene, sink) ? *result : 0;
+    if (!open_lists(filename, scene, sink)) return 0;
+    carry_sizes(scene);
+    return 1;
   });
 }
 

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <array>
+#include <compare>
 #include <string>
 #include <vector>
 
@@ -76,6 +77,24 @@ struct ExtLists {
   List<Name> external_name_list;
 };
 
+/// Where one of the size words that nothing reads stands.
+struct SizeWord {
+  enum Sort : Word { kFullWeightedPart, kWeightedPart, kMorphPart, kRecord, kTableEntry };
+  static constexpr Word kSecondKind = 100;
+  static constexpr Word kNone = 0xFFFFFFFF;
+  Word list = 0;        ///< the row of the table of lists; more by kSecondKind for a second kind of records
+  Word record = kNone;  ///< its number; kNone: the size of the list itself
+  Word part = 0;
+  Sort sort = kRecord;
+  friend auto operator<=>(const SizeWord&, const SizeWord&) = default;
+};
+
+/// What the file stated in such a word beyond what the contents took, as far as that was something else.
+struct CarriedSize {
+  SizeWord word;
+  Word difference;  ///< below 0 it wraps around
+};
+
 }  // namespace qi
 
 /// One scene file in memory. A value: copying it copies every record; moving it is cheap.
@@ -102,4 +121,7 @@ struct Qis {
   qi::List<qi::Switch> switch_list;
   qi::List<qi::Name> name_list;
   qi::ExtLists ext;
+  /// What the file's own sizes differed by when it was opened, sorted. No edit changes it: what an edit adds
+  /// to the contents it adds to the size words.
+  std::vector<qi::CarriedSize> carried_sizes;
 };

@@ -145,7 +145,7 @@ static_assert(sizeof(Shape::Fixed) == 40);
 struct Vtx {
   static constexpr Word kTag = record_tag(0x04);
   struct Fixed {
-    Word tag, index, size, word3, word4, vertex_count;
+    Word tag, index, word2, word3, word4, vertex_count;
   } fixed{};
   std::vector<std::array<Word, 3>> vertices;
 
@@ -208,7 +208,7 @@ static_assert(sizeof(Tri::Fixed) == 32);
 
 /// The fixed words shared by the colour, vector and texture-coordinate records.
 struct TableFixed {
-  Word tag, index, size, word3, count;
+  Word tag, index, word2, word3, count;
 };
 static_assert(sizeof(TableFixed) == 20);
 
@@ -391,7 +391,7 @@ static_assert(sizeof(CollSub::Fixed) == 16);
 struct Coll {
   static constexpr Word kTag = 0x000d1000;
   struct Fixed {
-    Word tag, index, size, word3, word4, sub_count, block1_size, block2_size;
+    Word tag, index, word2, word3, word4, sub_count, block1_size, block2_size;
   } fixed{};
   Words indices;
   std::vector<CollSub> subs;

@@ -22,7 +22,7 @@ bool resize(qi::List<R>& list, Word record_number, Word bytes, bool of_record) {
   if (of_record) {
     if (record_number >= list.records.size() || record_number >= list.sizes.size()) return false;
     list.sizes[record_number] += bytes;
-    list.records[record_number].fixed.size += bytes;
+    if constexpr (requires(R record) { record.fixed.size; }) list.records[record_number].fixed.size += bytes;
   }
   list.header.size += bytes;
   return true;

@@ -95,6 +95,8 @@ class Completer {
     Completer inner(version2_);
     walk(inner, record);
     if constexpr (requires { record.fixed.size; }) record.fixed.size = inner.bytes();
+    if constexpr (requires { record.fixed.word2; })
+      record.fixed.word2 = inner.bytes();  // where others have it
     return inner.bytes();
   }
 

@@ -139,11 +139,13 @@ TEST_F(Quilscene, CheckReportsWhatTheReaderSays) {
   EXPECT_THAT(ran.err, IsEmpty());
 }
 
-/// A size word of tiny_v1's only object and of what contains it, and the sort of finding when it is wrong.
+/// A size word of tiny_v1's only object and of what contains it, the sort of finding when it is wrong, and
+/// the exit status.
 struct SizeRow {
   const char* name;
   std::size_t before_record;  ///< bytes from the word to the record; 0: the word is in the record
   const char* finding;
+  int status;
 };
 class WrongSize : public Quilscene, public testing::WithParamInterface<SizeRow> {};
 
@@ -154,18 +156,32 @@ TEST_P(WrongSize, IsReportedAndStays) {
   const std::string bad = with_word(tiny.file, offset, word_at(tiny.file, offset) + 400);
   put("bad.quil", bad);
   const Ran ran = run("check bad.quil");
-  EXPECT_EQ(ran.status, 1);
+  EXPECT_EQ(ran.status, row.status);
   EXPECT_THAT(ran.out, StartsWith(std::string{"bad.quil: "} + row.finding + ": "));
   EXPECT_TRUE(written("bad.quil") == bad) << "a check changes no file";
 }
 
 INSTANTIATE_TEST_SUITE_P(Rows, WrongSize,
-                         testing::Values(SizeRow{"OfTheRecord", 0, "size"},
-                                         SizeRow{"InTheSizeTable", 4, "size"},
-                                         SizeRow{"OfTheList", 20, "size"},
-                                         SizeRow{"InTheDirectory", TinyObject{}.record - 32, "message"},
-                                         SizeRow{"OfTheFile", TinyObject{}.record - 4, "message"}),
+                         testing::Values(SizeRow{"OfTheRecord", 0, "hint", 0},
+                                         SizeRow{"InTheSizeTable", 4, "hint", 0},
+                                         SizeRow{"OfTheList", 20, "hint", 0},
+                                         SizeRow{"InTheDirectory", TinyObject{}.record - 32, "message", 1},
+                                         SizeRow{"OfTheFile", TinyObject{}.record - 4, "message", 1}),
                          CaseName{});
+
+TEST_F(Quilscene, ResaveKeepsSizesThatNothingReads) {
+  const TinyObject tiny;
+  std::string odd = tiny.file;
+  for (const std::size_t offset : {tiny.record + 8, tiny.record - 4, tiny.record - 20})
+    odd = with_word(odd, offset, 0);
+  put("odd.quil", odd);
+  for (const char* mode : {"1", "2"}) {
+    const Ran ran = run(std::string{"resave odd.quil -o out.quil --mode "} + mode);
+    EXPECT_EQ(ran.status, 0);
+    EXPECT_EQ(ran.out + ran.err, "");
+    EXPECT_TRUE(written("out.quil") == odd) << mode;
+  }
+}
 
 TEST_F(Quilscene, CheckReportsLoopsAmongObjects) {
   ASSERT_EQ(edit("robot", "add obj_5 obj_1\n").status, 0);

@@ -136,11 +136,36 @@ class CheckSizesOf : public CheckSizes, public testing::WithParamInterface<KindC
       }
       qi::for_each_record(list, []<class R>(std::size_t, R& record) {
         // Of an image and of a name, the record's size says how much data there is.
-        if constexpr (!std::same_as<R, qi::Teximg> && !std::same_as<R, qi::Name>) record.fixed.size ^= 8;
+        constexpr bool kCounts = std::same_as<R, qi::Teximg> || std::same_as<R, qi::Name>;
+        if constexpr (!kCounts && requires { record.fixed.size; }) record.fixed.size ^= 8;
       });
     });
     scene_.header.fixed.header_size += 4;
     scene_.header.fixed.file_size = 0;
+  }
+  /// Sets every size word that nothing reads to something else, each to another.
+  void state_otherwise() {
+    Word odd = 1;
+    const auto state = [&odd](Word& size) { size = odd += 0x10000001; };
+    qi::for_each_list(scene_, [&]<class L>(const qi::ListInfo& info, L& list) {
+      if (info.name != GetParam().list) return;
+      if constexpr (requires { list.header.size; }) state(list.header.size);
+      if constexpr (requires { list.sizes; }) std::ranges::for_each(list.sizes, state);
+      if constexpr (qi::TwoKinds<L>) {
+        std::ranges::for_each(list.sizes1, state);
+        std::ranges::for_each(list.sizes2, state);
+      }
+      qi::for_each_record(list, [&]<class R>(std::size_t, R& record) {
+        if constexpr (requires { record.fixed.word2; }) state(record.fixed.word2);
+        if constexpr (std::same_as<R, qi::Envelope>) {
+          for (auto& part : record.full_weighted) state(part.fixed.size);
+          for (auto& part : record.weighted) state(part.fixed.size);
+          for (auto& part : record.morphs) state(part.fixed.size);
+        }
+        constexpr bool kCounts = std::same_as<R, qi::Teximg> || std::same_as<R, qi::Name>;
+        if constexpr (!kCounts && requires { record.fixed.size; }) state(record.fixed.size);
+      });
+    });
   }
 };
 
@@ -156,6 +181,58 @@ TEST_P(CheckSizesOf, EachKindPutsThemRightInBothModes) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Each, CheckSizesOf, testing::ValuesIn(kinds::all()), CaseName{});
+
+/// A file that states, in every word that nothing reads, something other than what the contents take.
+TEST_P(CheckSizesOf, EachKindCarriesWhatTheFileStates) {
+  open(kinds::file_with(GetParam()).bytes().str());
+  state_otherwise();
+  const std::string odd = written(scene_, 1);
+  for (const int mode : {1, 2}) {
+    open(odd);
+    EXPECT_EQ(check(mode), 0);
+    EXPECT_TRUE(written(scene_, mode) == odd) << "mode " << mode;
+  }
+}
+
+TEST_F(CheckSizes, AnEditAddsToWhatIsCarried) {
+  open_robot();
+  scene_.obj_list.records[2].fixed.size = 7;
+  scene_.obj_list.sizes[2] = 0;
+  scene_.obj_list.header.size = 0xFFFFFFF0;
+  const std::string odd = written(scene_, 1);
+  for (const int mode : {1, 2}) {
+    open(odd);
+    ASSERT_EQ(qiAddObj_Obj(scene_, 2, 17), 1);
+    EXPECT_EQ(check(mode), 0);
+    EXPECT_EQ(scene_.obj_list.records[2].fixed.size, 11u);
+    EXPECT_EQ(scene_.obj_list.sizes[2], 4u);
+    EXPECT_EQ(scene_.obj_list.header.size, 0xFFFFFFF4);
+    reopen(mode);
+    EXPECT_EQ(scene_.obj_list.records[2].fixed.size, 11u);
+  }
+}
+
+/// What an edit made wrong goes back to the difference that the file had.
+TEST_F(CheckSizes, ARepeatedTextureIsTakenOutOfWhatIsCarried) {
+  open_robot();
+  scene_.mat_list.records[0].fixed.size += 100;
+  const std::string odd = written(scene_, 1);
+  open(odd);
+  ASSERT_EQ(qiAddMat_Tex(scene_, 0, 0), 1);
+  EXPECT_EQ(check(2), 5);
+  EXPECT_TRUE(written(scene_, 2) == odd);
+}
+
+TEST_F(CheckSizes, TellsWhatIsCarriedAsAHint) {
+  open_robot();
+  const Word bytes = scene_.obj_list.records[2].fixed.size;
+  scene_.obj_list.records[2].fixed.size = 7;
+  open(written(scene_, 1));
+  Told told;
+  qi::tell_carried_sizes(scene_, told.sink());
+  EXPECT_EQ(told.words(), "ObjList: record 2: size is 7, the contents take " + std::to_string(bytes) + "\n");
+  EXPECT_EQ(qi::severity_of(told.messages.at(0).code), qi::Severity::hint);
+}
 
 TEST_F(CheckSizes, FollowsAStructureWhoseLengthNobodyAdded) {
   for (const int mode : {2, 1}) {

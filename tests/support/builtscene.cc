@@ -114,7 +114,7 @@ SizeWords size_words(const Qis& scene) {
     if constexpr (std::same_as<L, Scene> || requires { typename L::Record; }) {
       for_each_record(list, [&](std::size_t i, const auto& record) {
         const std::string key = std::string(info.record) + " " + std::to_string(i);
-        words[key] = record.fixed.size;
+        if constexpr (requires { record.fixed.size; }) words[key] = record.fixed.size;
         if constexpr (requires { record.fixed.block1_size; })
           words[key + " block"] = record.fixed.block1_size;
       });
