@@ -6,7 +6,7 @@
 #include <Xm/Label.h>
 #include <Xm/PushBG.h>
 #include <Xm/RowColumn.h>
-#include <Xm/Separator.h>
+#include <Xm/SeparatoG.h>
 #include <Xm/TextF.h>
 #include <Xm/ToggleB.h>
 #include <Xm/XmP.h>
@@ -210,5 +210,5 @@ VkPrefSeparator::VkPrefSeparator(const char* name)
     : VkPrefItem(std::make_unique<Item>(ItemKind::separator, name)) {}
 
 void VkPrefSeparator::createWidgets(Widget parent) {
-  showIn(XtVaCreateWidget(baseName().c_str(), xmSeparatorWidgetClass, parent, nullptr));
+  showIn(XtVaCreateWidget(baseName().c_str(), xmSeparatorGadgetClass, parent, nullptr));
 }

@@ -270,12 +270,12 @@ class SmallScreen : public Dialogs {
     EXPECT_TRUE(isWithin(widgetAt(dialog_).box, kScreen));
     for (const char* button : {"OK", "Apply", "Cancel"})
       EXPECT_TRUE(isWithin(widgetAt(dialog_ + "/buttons/" + button).box, kScreen)) << button;
-    const auto all = fields();
+    const auto [all, sight] = fieldsAndSight();
     ASSERT_FALSE(all.empty());
     for (const WidgetInfo& field : all) {
       const auto focused =
           editor_.await(field.path, [&](const WidgetInfo& w) { return w.id == field.id && w.focused; });
-      EXPECT_TRUE(isWithin(focused.box, view())) << focused.path;
+      EXPECT_TRUE(isWithin(focused.box, sight)) << focused.path;
       editor_.driver().key("Tab");
     }
     EXPECT_TRUE(editor_
@@ -291,22 +291,36 @@ class SmallScreen : public Dialogs {
   static constexpr support::Box kScreen{0, 0, 640, 480};
 };
 
-class EveryDialogOnASmallScreen : public SmallScreen, public testing::WithParamInterface<const char*> {};
+class EveryDialogOnASmallScreen : public SmallScreen, public testing::WithParamInterface<Case> {};
 
 TEST_P(EveryDialogOnASmallScreen, EveryItemIsReachedByTabAndByWheel) {
-  edit(data(GetParam()));
-  for (const Case& c : kCases) {
-    if (std::string(c.scene) != GetParam()) continue;
-    SCOPED_TRACE(c.name);
-    // The frame of the last dialog may lie above the node for a moment more.
-    support::waitFor([&] {
-      editor_.doubleClickNode(c.node);
+  edit(data(GetParam().scene));
+  openDialog(GetParam().node, GetParam().dialog);
+  expectToReachEverything();
+}
+
+TEST_F(SmallScreen, TheWheelScrollsWhateverItIsTurnedOver) {
+  edit(data("skeleton"));
+  openDialog("obj_0", "objDialog");
+  std::set<std::string> turned_over;
+  const support::Box sight = view();
+  const auto in_sight = [&](const WidgetInfo& w) {
+    return w.path.find(dialog_ + "/items/ClipWindow/") != w.path.npos && w.viewable && isWithin(w.box, sight);
+  };
+  const auto contents = [&] { return widgetAt(dialog_ + "/items/ClipWindow/prefListBase").box; };
+  for (std::optional<int> last; last != contents().y;) {
+    last = contents().y;
+    while (const auto next = editor_.find(
+               [&](const WidgetInfo& w) { return in_sight(w) && !turned_over.contains(w.path); })) {
+      turned_over.insert(next->path);
+      const int before = contents().y;
+      editor_.driver().wheel(next->box.centre(), before < sight.y ? 1 : -1);
       editor_.settle();
-      return editor_.find([&](const WidgetInfo& w) { return w.isAt(c.dialog) && w.managed; }).has_value();
-    });
-    awaitDialog(c.dialog);
-    expectToReachEverything();
+      EXPECT_NE(before, contents().y) << next->path;
+    }
+    wheel(-4);
   }
+  EXPECT_THAT(turned_over, testing::Contains(testing::HasSubstr("sep")));
 }
 
 TEST_F(SmallScreen, EveryOptionOfTheConvertersIsReachedByTabAndByWheel) {
@@ -320,8 +334,7 @@ TEST_F(SmallScreen, EveryOptionOfTheConvertersIsReachedByTabAndByWheel) {
   }
 }
 
-INSTANTIATE_TEST_SUITE_P(Scenes, EveryDialogOnASmallScreen, testing::Values("robot", "skeleton"),
-                         [](const auto& row) { return std::string(row.param); });
+INSTANTIATE_TEST_SUITE_P(All, EveryDialogOnASmallScreen, testing::ValuesIn(kCases), CaseName());
 
 TEST_F(Dialogs, OpenOnReturnToo) {
   editor_.open(data("tiny_v1"));
