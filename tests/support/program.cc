@@ -92,6 +92,7 @@ std::string Program::errors() {
 void Program::settle() { ask({"settle"}); }
 
 std::vector<std::vector<std::string>> Program::ask(const std::vector<std::string>& question) {
+  driver_.awaitWindowManager();
   const std::string line = probe::joined(question) + "\n";
   std::string reply;
   bool open =

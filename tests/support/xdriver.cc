@@ -5,6 +5,7 @@
 #include <X11/XKBlib.h>
 #include <X11/Xlib.h>
 #include <X11/extensions/XTest.h>
+#include <poll.h>
 
 #include <chrono>
 #include <cstdlib>
@@ -19,6 +20,9 @@ using Clock = std::chrono::steady_clock;
 /// Longer than the time within which two clicks count as a double click (the toolkit's is 200).
 constexpr std::chrono::milliseconds kClicksApart{400};
 
+/// Without an answer for so long, it is taken for gone.
+constexpr std::chrono::seconds kWindowManagersTime{10};
+
 struct CloseDisplay {
   void operator()(Display* display) const { XCloseDisplay(display); }
 };
@@ -29,6 +33,8 @@ struct XDriver::Implementation {
   std::unique_ptr<Display, CloseDisplay> display;
   Clock::time_point last_click{};
   Point last_place{};
+  Window ping = None;  ///< never shown
+  int ping_x = 0;
 
   void button(unsigned number, bool down, unsigned long delay = CurrentTime) {
     XTestFakeButtonEvent(display.get(), number, down, delay);
@@ -158,6 +164,28 @@ void XDriver::type(std::string_view text) {
     if (shift) impl_->key(symbolOf("Shift_L"), false);
   }
   impl_->sync();
+}
+
+void XDriver::awaitWindowManager() {
+  Display* const display = impl_->display.get();
+  if (impl_->ping == None) {
+    impl_->ping = XCreateSimpleWindow(display, DefaultRootWindow(display), 0, 0, 1, 1, 0, 0, 0);
+    XSelectInput(display, impl_->ping, StructureNotifyMask);
+  }
+  // What a program asks for its windows on the screen goes to the window manager, which does it in its turn.
+  impl_->ping_x = impl_->ping_x % 100 + 1;
+  XMoveWindow(display, impl_->ping, impl_->ping_x, 0);
+  const auto moved = [&] {
+    XEvent event;
+    while (XCheckTypedWindowEvent(display, impl_->ping, ConfigureNotify, &event))
+      if (event.xconfigure.x == impl_->ping_x) return true;
+    return false;
+  };
+  const auto end = Clock::now() + kWindowManagersTime;
+  while (!moved() && Clock::now() < end) {
+    pollfd ready{ConnectionNumber(display), POLLIN, 0};
+    poll(&ready, 1, 100);
+  }
 }
 
 }  // namespace support

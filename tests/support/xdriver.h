@@ -51,6 +51,10 @@ class XDriver {
   /// Types printable ASCII text.
   void type(std::string_view text);
 
+  /// Waits until the window manager has handled what came before. (It gets a press in a window that is not
+  /// active, and hands it on to the program later.)
+  void awaitWindowManager();
+
  private:
   struct Implementation;
   std::unique_ptr<Implementation> impl_;
