@@ -12,14 +12,19 @@
 #include <filesystem>
 #include <fstream>
 #include <functional>
+#include <optional>
 #include <stdexcept>
 #include <string>
 
+#include "editor/model/history.h"
 #include "editor/model/scenegraph.h"
+#include "editor/scenefiles.h"
+#include "editor/unsavedwork.h"
 #include "qilib/byteorder.h"
 #include "qilib/checksizes.h"
 #include "qilib/lists.h"
 #include "qilib/opensave.h"
+#include "tests/editor/recordingprompts.h"
 #include "tests/support/files.h"
 
 namespace {
@@ -28,6 +33,7 @@ namespace fs = std::filesystem;
 using Clock = std::chrono::steady_clock;
 
 constexpr double kOpenLimit = 2.0;           // times the floor
+constexpr double kWaitLimit = 0.05;          // seconds
 constexpr double kTextureMemoryLimit = 2.2;  // times the file, when it is mostly texels
 
 struct Measured {
@@ -200,6 +206,36 @@ void make_records(const std::string& file, Word count) {
   save_generated(scene, file);
 }
 
+/// @returns how long the event loop waits at most while a recovery copy of a changed scene is written and,
+/// when the change is taken back, removed.
+double longest_wait_for_copy(const std::string& file, const fs::path& state) {
+  must(setenv("XDG_STATE_HOME", state.c_str(), 1) == 0, "no state folder");
+  must(quilread(file) == 1, "the scene could not be opened");
+  History history;
+  RecordingPrompts prompts;
+  constexpr std::chrono::minutes kPause{1};
+  UnsavedWork work(history, prompts, write_scene, kPause);
+  history.add({.label = "change", .changes_scene = true});
+  double longest = 0;
+  auto now = UnsavedWork::Clock::now();
+  const auto tend = [&] {
+    std::optional<UnsavedWork::Clock::duration> next;
+    longest = std::max(longest, timed([&] { next = work.tend(now); }));
+    return next;
+  };
+  for (auto next = tend(); next; next = tend()) {
+    if (*next == kPause)
+      now += kPause;
+    else
+      usleep(1000);
+  }
+  must(fs::exists(state / "quileditor/recovery/1.copy"), "there is no copy");
+  history.undo();
+  while (tend()) usleep(1000);
+  must(!fs::exists(state / "quileditor/recovery/1.copy"), "the copy stays");
+  return longest;
+}
+
 /// @param memory_limit  what opening may take at its peak, times the file; 0: no limit.
 void report(const char* title, double memory_limit, const std::function<void(const std::string&)>& make) {
   const ScratchDirectory scratch;
@@ -220,6 +256,8 @@ void report(const char* title, double memory_limit, const std::function<void(con
   const Measured saved = measure([&] { return save_file(file, output); });
   std::printf("  %-24s %8.3f s  %5.2f times reading, until it is on the disk\n", "save", saved.seconds,
               saved.seconds / least.seconds);
+  const Measured kept = measure([&] { return longest_wait_for_copy(file, scratch / "state"); });
+  std::printf("  %-24s %8.3f s  (limit %.3f)\n", "waits for recovery copy", kept.seconds, kWaitLimit);
   const Measured walked = measure([&] { return walk_graph(file); });
   std::printf("  %-24s %8.3f s\n", "nodes and arcs", walked.seconds);
 }

@@ -1,9 +1,7 @@
 /// @file
 /// `quilscene recover`: the copies of unsaved work.
-#include <chrono>
 #include <cinttypes>
 #include <cstdio>
-#include <ctime>
 #include <string>
 #include <system_error>
 
@@ -15,14 +13,6 @@
 
 namespace {
 
-std::string local_time(std::chrono::system_clock::time_point time) {
-  const std::time_t seconds = std::chrono::system_clock::to_time_t(time);
-  std::tm local{};
-  char text[32] = "";
-  if (localtime_r(&seconds, &local)) std::strftime(text, sizeof text, "%Y-%m-%d %H:%M:%S", &local);
-  return text;
-}
-
 Outcome list(const RecoveryStore& store) {
   std::error_code error;
   const auto copies = store.list(error);
@@ -33,7 +23,7 @@ Outcome list(const RecoveryStore& store) {
   if (!copies.empty()) std::printf("%9s  %-19s %12s  file\n", "copy", "written", "bytes");
   for (const RecoveryCopy& copy : copies) {
     const std::string origin = copy.origin.empty() ? "(never saved)" : printable(copy.origin);
-    std::printf("%9d  %-19s %12" PRIu64 "  %s%s\n", copy.number, local_time(copy.time).c_str(), copy.size,
+    std::printf("%9d  %-19s %12" PRIu64 "  %s%s\n", copy.number, copy.local_time().c_str(), copy.size,
                 origin.c_str(), copy.in_use ? " (in use)" : "");
   }
   return Outcome::well;

@@ -6,8 +6,10 @@
 #include <unistd.h>
 
 #include <cstdio>
+#include <utility>
 
 #include "editor/scenefiles.h"
+#include "storage/backup.h"
 
 namespace {
 
@@ -23,40 +25,131 @@ void FileCommands::clear() {
   if (prompts_.confirm("All data is deleted. OK?")) display_.showNoScene();
 }
 
-void FileCommands::open() {
-  const auto path = prompts_.chooseFile("Open");
-  if (!path)
-    std::printf("User canceled.\n");
-  else if (!read(*path))
-    prompts_.warn("Can't Read QUIL File!");
+bool FileCommands::mayDrop(const char* question) {
+  return !habits_.confirm_unsaved_changes || !unsaved_.exists() || prompts_.confirm(question);
 }
 
-bool FileCommands::read(const std::string& path) {
-  const Busy busy(prompts_, "Opening...");
-  if (quilread(path) != 1) return false;
-  std::printf("File name: %s\n", path.c_str());
-  file_name_ = path;
-  display_.showScene();
-  display_.showFileName(path);
-  return true;
+void FileCommands::open() {
+  if (!mayDrop("Open another scene without saving the changes?")) return;
+  const auto path = prompts_.chooseFile("Open");
+  if (!path) {
+    std::printf("User canceled.\n");
+    return;
+  }
+  const bool drops = unsaved_.exists();
+  const std::string before = file_name_;
+  const storage::SeenFile seen(*path);
+  Reasons reasons;
+  const bool is_read = [&] {
+    const Busy busy(prompts_, "Opening...");
+    unsaved_.keep();
+    if (quilread(*path, reasons.sink()) != 1) return false;
+    std::printf("File name: %s\n", path->c_str());
+    file_name_ = *path;
+    display_.showScene();
+    unsaved_.opened(*path);
+    know(seen);
+    return true;
+  }();
+  prompts_.tell(is_read && drops ? "What was not saved of " + before + " is in File > Recover..."
+                                 : reasons.line());
+  if (!is_read) prompts_.warn("Can't Read QUIL File!");
+}
+
+void FileCommands::recover() {
+  if (!mayDrop("Open a recovery copy without saving the changes?")) return;
+  unsaved_.keep();  // before the choice: the oldest copy may go for it
+  const auto copies = unsaved_.copies();
+  std::vector<std::string> rows;
+  for (const RecoveryCopy& copy : copies)
+    rows.push_back(copy.local_time() + "   " + (copy.origin.empty() ? "(never saved)" : copy.origin));
+  if (const auto row = prompts_.chooseRow("Recover", rows)) read(copies[*row]);
+}
+
+void FileCommands::read(const RecoveryCopy& copy) {
+  Reasons reasons;
+  const bool is_read = [&] {
+    const Busy busy(prompts_, "Opening...");
+    if (quilread(copy.path, reasons.sink()) != 1) return false;
+    file_name_ = copy.origin;
+    display_.showScene();
+    unsaved_.recovered(copy);
+    know(storage::SeenFile(copy.origin, copy.time));
+    return true;
+  }();
+  prompts_.tell(reasons.line());
+  if (!is_read) prompts_.warn("Can't Read QUIL File!");
+  lookAtDisk();
+}
+
+void FileCommands::know(storage::SeenFile seen) {
+  seen_ = std::move(seen);
+  changed_on_disk_ = false;
+  display_.showFile();
+}
+
+void FileCommands::lookAtDisk() {
+  const bool changed = seen_.changed();
+  if (changed == changed_on_disk_) return;
+  changed_on_disk_ = changed;
+  display_.showFile();
+  if (changed)
+    prompts_.tell(file_name_ + " has changed on disk since it was opened: Save would overwrite that");
+}
+
+bool FileCommands::overwriteIsOk(const std::string& path) {
+  const bool changed = path == file_name_ && changed_on_disk_;
+  return prompts_.confirm("Overwrite OK?", changed ? "Question: changed on disk" : "Question");
 }
 
 void FileCommands::save() {
-  if (overwriteIsOk()) write();
+  lookAtDisk();
+  if (overwriteIsOk(file_name_)) write();
 }
 
 void FileCommands::saveAs() {
   const auto path = prompts_.chooseFile("Save As");
-  if (!path || (can_be_read(*path) && !overwriteIsOk())) return;
+  if (!path) return;
+  lookAtDisk();
+  if (can_be_read(*path) && !overwriteIsOk(*path)) return;
   file_name_ = *path;
-  display_.showFileName(file_name_);
+  know(storage::SeenFile(file_name_));
   write();
 }
 
 void FileCommands::write() {
-  const bool saved = !file_name_.empty() && [&] {
-    const Busy busy(prompts_, "Saving...");
-    return quilsave(file_name_) == 0;
-  }();
+  Reasons reasons;
+  const bool saved = writeFile(reasons);
+  if (saved) {
+    unsaved_.saved(file_name_);
+    know(storage::SeenFile(file_name_));
+  } else if (has_scene()) {
+    unsaved_.notSaved(file_name_);
+    display_.showFile();
+  }
+  prompts_.tell(reasons.line());
   if (!saved) prompts_.warn("Can't write QUIL data!");
+}
+
+bool FileCommands::writeFile(Reasons& reasons) {
+  if (file_name_.empty()) {
+    reasons.add("The scene has no file name yet: Save As... gives it one");
+    return false;
+  }
+  if (!has_scene()) {
+    reasons.add("No scene is open");
+    return false;
+  }
+  const Busy busy(prompts_, "Saving...");
+  if (habits_.backup_on_save) keepBackup(reasons);
+  return quilsave(file_name_, 2, reasons.sink()) == 0;
+}
+
+void FileCommands::keepBackup(Reasons& reasons) {
+  if (backed_up_.contains(file_name_)) return;
+  const WriteError error = storage::keep_backup(file_name_);
+  if (error)
+    reasons.add(error.text());
+  else
+    backed_up_.insert(file_name_);
 }

@@ -2,9 +2,13 @@
 /// The commands of the File menu.
 #pragma once
 
+#include <set>
 #include <string>
 
 #include "editor/prompts.h"
+#include "editor/reasons.h"
+#include "editor/unsavedwork.h"
+#include "storage/fileidentity.h"
 
 /// Where the scene and its file are shown.
 class SceneDisplay {
@@ -14,15 +18,23 @@ class SceneDisplay {
   /// Shows the current scene, and closes what belongs to the one before.
   virtual void showScene() = 0;
   virtual void showNoScene() = 0;
-  virtual void showFileName(const std::string& path) = 0;
+  /// Shows the file's name, and how it stands with the file.
+  virtual void showFile() = 0;
 };
 
-/// Knows the name of the current scene's file. Open changes scene, picture and file name together, and only
-/// when the file could be read.
+/// Knows the current scene's file. Open changes scene, picture and file name together, and only when the file
+/// could be read.
 class FileCommands {
  public:
-  /// @param prompts, display  outlive this.
-  FileCommands(Prompts& prompts, SceneDisplay& display) : prompts_(prompts), display_(display) {}
+  /// What the user wants beside what is always done.
+  struct Habits {
+    bool confirm_unsaved_changes = false;  ///< ask before unsaved changes go
+    bool backup_on_save = false;           ///< keep each file as it was before its first save
+  };
+
+  /// @param prompts, display, unsaved  outlive this.
+  FileCommands(Prompts& prompts, SceneDisplay& display, UnsavedWork& unsaved, Habits habits)
+      : prompts_(prompts), display_(display), unsaved_(unsaved), habits_(habits) {}
 
   /// Clears the picture alone: the scene stays in memory, and Save still writes it.
   void clear();
@@ -31,13 +43,34 @@ class FileCommands {
   void save();
   /// The chosen name becomes the current file name, even when the file can't be written.
   void saveAs();
+  /// Opens a recovery copy, as an unsaved change of its file.
+  void recover();
+  /// Whether the program may end; asks if the user wants to be asked.
+  bool mayQuit() { return mayDrop("Quit without saving the changes?"); }
+
+  /// Looks whether somebody else has written the scene's file, and says so when that is new.
+  void lookAtDisk();
+  bool changedOnDisk() const { return changed_on_disk_; }
+
+  /// Of the last Open, Recover or Save As; empty before.
+  const std::string& fileName() const { return file_name_; }
 
  private:
-  bool read(const std::string& path);
+  bool mayDrop(const char* question);
+  void read(const RecoveryCopy& copy);
+  /// Takes a state of the scene's file for the one that the user knows.
+  void know(storage::SeenFile seen);
   void write();
-  bool overwriteIsOk() { return prompts_.confirm("Overwrite OK?"); }
+  bool writeFile(Reasons& reasons);
+  void keepBackup(Reasons& reasons);
+  bool overwriteIsOk(const std::string& path);
 
   Prompts& prompts_;
   SceneDisplay& display_;
-  std::string file_name_;  ///< of the last Open or Save As; empty before
+  UnsavedWork& unsaved_;
+  const Habits habits_;
+  std::string file_name_;
+  storage::SeenFile seen_;  ///< the scene's file as this program knows it
+  bool changed_on_disk_ = false;
+  std::set<std::string> backed_up_;  ///< the files of which there is a backup of this run
 };

@@ -4,6 +4,7 @@
 
 #include <Xm/ToggleB.h>
 
+#include <algorithm>
 #include <cstdio>
 
 #include "dialogs/values/dispatch.h"
@@ -22,19 +23,9 @@ constexpr auto kSubmenu = VkMenuItemType::SUBMENU;
 constexpr VkMenuDesc kSeparator = {VkMenuItemType::SEPARATOR};
 constexpr VkMenuDesc kEnd = {VkMenuItemType::END};
 
+constexpr const char* kRecoverLabel = "Recover...";
 constexpr const char* kEditModeLabel = "Edit Mode";
 constexpr const char* kTextureImageLabel = "Display Texture Image";
-
-bool reads_true_color_textures(Widget shell) {
-  struct Resources {
-    Boolean on;
-  } resources{};
-  static char name[] = "trueColorTextures", class_name[] = "TrueColorTextures";
-  static XtResource table[] = {
-      {name, class_name, XtRBoolean, sizeof(Boolean), XtOffsetOf(Resources, on), XtRImmediate, nullptr}};
-  XtGetApplicationResources(shell, &resources, table, XtNumber(table), nullptr, 0);
-  return resources.on != False;
-}
 
 }  // namespace
 
@@ -43,19 +34,26 @@ GraphWindow::GraphWindow(const char* name)
       graph_(makeView()),
       prompts_(*this),
       gestures_(*graph_, prompts_, history_),
-      files_(prompts_, *this),
-      converters_(prompts_, quilsave, run_shell) {
+      unsaved_(history_, prompts_, write_scene, settings_.recovery_interval),
+      files_(prompts_, *this, unsaved_, {settings_.confirm_unsaved_changes, settings_.backup_on_save}),
+      converters_(
+          prompts_, [this](const std::string& path, int mode) { return saveFor(path, mode); }, run_shell) {
   read_convert_options();
   if (auto* toggle = textureImageToggle()) toggle->setVisualState(false);
   make256table(theApplication->display(), c256);
-  true_color_textures = reads_true_color_textures(baseWidget());
+  true_color_textures = settings_.true_color_textures;
 
   theApplication->addCallback(VkApp::displayLostCallback, this, &GraphWindow::displayLost);
-  setTitle(name);
-  setStatus(gestures_.hint());
+  history_.on_change([this] { tending_.start({}); });  // the change may not have been made yet
+  showFile();
+  if (!unsaved_.copies().empty()) told_ = "Unsaved work of an earlier time is kept: File > Recover...";
+  showStatus();
 }
 
-GraphWindow::~GraphWindow() { killpbxsend(); }
+GraphWindow::~GraphWindow() {
+  unsaved_.keep();
+  killpbxsend();
+}
 
 std::unique_ptr<VkGraph> GraphWindow::makeView() {
   addMenus();
@@ -79,6 +77,7 @@ void GraphWindow::addMenus() {
       {kAction, "Open", openCallback},
       {kAction, "Save", saveCallback},
       {kAction, "Save As...", saveAsCallback},
+      {kAction, kRecoverLabel, recoverCallback},
       kSeparator,
       {kAction, "Quit", quitCallback},
       kEnd,
@@ -137,13 +136,33 @@ VkMenuToggle* GraphWindow::textureImageToggle() const {
 
 void GraphWindow::setEditing(bool on) {
   gestures_.setEditing(on);
-  setStatus(gestures_.hint());
+  tell("");
   dialogs_.showEditMode(on);
 }
 
 void GraphWindow::editModeWanted(PropertyDialog*, void*, void*) {
   if (auto* const toggle = menu()->findNamedItem<VkMenuToggle>(kEditModeLabel)) toggle->setVisualState(true);
   setEditing(true);
+}
+
+void GraphWindow::tell(const std::string& text) {
+  told_ = text;
+  showStatus();
+}
+
+void GraphWindow::showStatus() {
+  setStatus(((told_.empty() ? "" : told_ + kStatusSeparator) + gestures_.hint()).c_str());
+}
+
+void GraphWindow::quit() {
+  if (files_.mayQuit()) theApplication->quitYourself();
+}
+
+int GraphWindow::saveFor(const std::string& path, int mode) {
+  Reasons reasons;
+  const int saved = quilsave(path, mode, reasons.sink());
+  tell(reasons.line());
+  return saved;
 }
 
 void GraphWindow::setDefault() {
@@ -216,8 +235,35 @@ void GraphWindow::showScene() {
   }
 }
 
-void GraphWindow::showFileName(const std::string& path) {
-  setTitle((path.substr(path.rfind('/') + 1) + " - " + name()).c_str());
+void GraphWindow::showTitle() {
+  const std::string& path = files_.fileName();
+  const std::string file = path.substr(path.rfind('/') + 1);
+  const std::string mark = unsaved_.exists() ? "*" : "";
+  const std::string disk = files_.changedOnDisk() ? " (changed on disk)" : "";
+  setTitle((mark + file + disk + (file.empty() ? "" : " - ") + name()).c_str());
+  setIconName((mark + (file.empty() ? name() : file)).c_str());
 }
 
-void GraphWindow::displayLost(VkApp*, void*, void*) { killpbxsend(); }
+void GraphWindow::tendUnsavedWork() {
+  showTitle();
+  const auto pause = unsaved_.tend(UnsavedWork::Clock::now());
+  if (pause)
+    tending_.start(std::chrono::ceil<std::chrono::milliseconds>(std::max(*pause, {})));
+  else
+    tending_.stop();
+  auto* const item = menu()->findNamedItem(kRecoverLabel);
+  if (unsaved_.copies().empty())
+    item->deactivate();
+  else
+    item->activate();
+}
+
+void GraphWindow::handleFocus() {
+  files_.lookAtDisk();
+  tendUnsavedWork();
+}
+
+void GraphWindow::displayLost(VkApp*, void*, void*) {
+  unsaved_.keep();
+  killpbxsend();
+}

@@ -10,9 +10,12 @@
 #include "editor/filecommands.h"
 #include "editor/gestures.h"
 #include "editor/model/history.h"
+#include "editor/settings.h"
 #include "editor/texturedisplay.h"
+#include "editor/unsavedwork.h"
 #include "editor/windowprompts.h"
 #include "viewkit/forward.h"
+#include "viewkit/timer.h"
 #include "viewkit/vkapp.h"
 #include "viewkit/vkgraph.h"
 #include "viewkit/vkmenu.h"
@@ -27,6 +30,9 @@ class GraphWindow : public VkWindow, private SceneDisplay, private TextureDispla
   ~GraphWindow() override;
 
   const char* className() const override { return "GraphWindow"; }
+
+  /// Says something on the status line, before the help on gestures. Empty: nothing.
+  void tell(const std::string& text);
 
   /// The window's view.
   VkGraph& graph() { return *graph_; }
@@ -90,7 +96,8 @@ class GraphWindow : public VkWindow, private SceneDisplay, private TextureDispla
   void open() { files_.open(); }
   void save() { files_.save(); }
   void saveAs() { files_.saveAs(); }
-  void quit() { theApplication->quitYourself(); }
+  void recover() { files_.recover(); }
+  void quit();
 
   // Edit.
   void edit(XmToggleButtonCallbackStruct& toggle) { setEditing(toggle.set != XmUNSET); }
@@ -136,6 +143,7 @@ class GraphWindow : public VkWindow, private SceneDisplay, private TextureDispla
   static constexpr auto openCallback = forward<&GraphWindow::open>;
   static constexpr auto saveCallback = forward<&GraphWindow::save>;
   static constexpr auto saveAsCallback = forward<&GraphWindow::saveAs>;
+  static constexpr auto recoverCallback = forward<&GraphWindow::recover>;
   static constexpr auto quitCallback = forward<&GraphWindow::quit>;
   static constexpr auto editCallback = forward<&GraphWindow::edit>;
   static constexpr auto deleteLinkCallback = forward<&GraphWindow::deleteLinkMenu>;
@@ -162,20 +170,32 @@ class GraphWindow : public VkWindow, private SceneDisplay, private TextureDispla
 
   void showScene() override;
   void showNoScene() override { graph_->clearAll(); }
-  void showFileName(const std::string& path) override;
+  void showFile() override { tendUnsavedWork(); }
+  void handleWmDeleteMessage() override { quit(); }
+  void handleFocus() override;
 
   void addMenus();
   /// Adds the menus and then the view, which is the order that the window's widgets have.
   std::unique_ptr<VkGraph> makeView();
   VkMenuToggle* textureImageToggle() const;
+  void showTitle();
+  void showStatus();
+  /// Saves for a converter, and tells why it could not.
+  int saveFor(const std::string& path, int mode);
+  /// Follows the scene's state: the mark in the title, the recovery copies.
+  void tendUnsavedWork();
   void displayLost(VkApp* app, void* client_data, void* call_data);
 
   // A part may use those that stand before it, which outlive it.
   std::unique_ptr<VkGraph> graph_;
+  const Settings settings_{read_settings(baseWidget())};
   WindowPrompts prompts_;
   History history_;
   GraphGestures gestures_;
   NodeDialogs dialogs_;
+  UnsavedWork unsaved_;
   FileCommands files_;
   Converters converters_;
+  viewkit::Timer tending_{[this] { tendUnsavedWork(); }};
+  std::string told_;  ///< what stands on the status line before the help
 };

@@ -2,8 +2,10 @@
 /// What the commands of the editor tell and ask the user, so that a command needs no window.
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <string>
+#include <vector>
 
 /// Where the choice of a file starts.
 struct FileStart {
@@ -22,8 +24,13 @@ class Prompts {
 
   /// Tells about a failure.
   virtual void warn(const char* text) = 0;
+  /// Says something on the status line, where it stays until the next thing is said. Empty: what was said
+  /// goes.
+  virtual void tell(const std::string& text) = 0;
   /// @returns whether the answer is OK.
-  virtual bool confirm(const char* question) = 0;
+  virtual bool confirm(const char* question, const char* title = "Question") = 0;
+  /// Lets the user choose one of several rows. @returns its place, from 0; nothing when the user cancels.
+  virtual std::optional<std::size_t> chooseRow(const char* title, const std::vector<std::string>& rows) = 0;
   /// @returns an absolute path, of a file that need not exist; nothing when the user cancels.
   virtual std::optional<std::string> chooseFile(const char* title, const FileStart& start = {}) = 0;
   /// Lets the user set the options in `ngops`. @returns whether the converter is to run with them.

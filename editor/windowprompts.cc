@@ -6,12 +6,20 @@
 #include "editor/graphwindow.h"
 #include "viewkit/vkapp.h"
 #include "viewkit/vkfileselectiondialog.h"
+#include "viewkit/vklistdialog.h"
 #include "viewkit/vkmessagedialogs.h"
 
 void WindowPrompts::warn(const char* text) { getTheWarningDialog()->postAndWait(text); }
 
-bool WindowPrompts::confirm(const char* question) {
+void WindowPrompts::tell(const std::string& text) { window_.tell(text); }
+
+bool WindowPrompts::confirm(const char* question, const char* title) {
+  getTheQuestionDialog()->setTitle(title);
   return getTheQuestionDialog()->postAndWait(question) == VkDialogReason::OK;
+}
+
+std::optional<std::size_t> WindowPrompts::chooseRow(const char* title, const std::vector<std::string>& rows) {
+  return getTheListDialog()->choose(title, rows);
 }
 
 std::optional<std::string> WindowPrompts::chooseFile(const char* title, const FileStart& start) {

@@ -13,7 +13,9 @@ class WindowPrompts final : public Prompts {
   explicit WindowPrompts(GraphWindow& window) : window_(window) {}
 
   void warn(const char* text) override;
-  bool confirm(const char* question) override;
+  void tell(const std::string& text) override;
+  bool confirm(const char* question, const char* title) override;
+  std::optional<std::size_t> chooseRow(const char* title, const std::vector<std::string>& rows) override;
   std::optional<std::string> chooseFile(const char* title, const FileStart& start) override;
   bool setOptions(Converter converter, const char* title) override;
   void busy(const char* message) override;

@@ -35,6 +35,10 @@ std::optional<FileIdentity> identity_of(int fd) {
   return identity(status);
 }
 
+SeenFile::SeenFile(const std::string& path, std::chrono::system_clock::time_point time) : SeenFile(path) {
+  if (seen_ && std::chrono::nanoseconds(seen_->modified) > time.time_since_epoch()) seen_.reset();
+}
+
 bool SeenFile::changed() const {
   const auto now = identity_of(path_);
   return now && !(seen_ && now->same_contents(*seen_));

@@ -4,6 +4,7 @@
 
 #include <sys/stat.h>
 
+#include <chrono>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -35,6 +36,8 @@ class SeenFile {
   SeenFile() = default;
   /// @param path  of the file, which need not exist; it is looked at now
   explicit SeenFile(const std::string& path) : path_(path), seen_(identity_of(path)) {}
+  /// The same, but what was written after that time counts as not seen.
+  SeenFile(const std::string& path, std::chrono::system_clock::time_point time);
 
   /// Whether a save would overwrite something that nobody has seen: the file has other contents now, or is
   /// another one.

@@ -12,6 +12,7 @@
 #include <cerrno>
 #include <charconv>
 #include <cstdlib>
+#include <ctime>
 #include <optional>
 #include <set>
 #include <sstream>
@@ -118,6 +119,14 @@ int number_of_unfinished(const fs::path& folder, const std::string& name) {
 
 }  // namespace
 
+std::string RecoveryCopy::local_time() const {
+  const std::time_t seconds = std::chrono::system_clock::to_time_t(time);
+  std::tm local{};
+  char text[32] = "";
+  if (localtime_r(&seconds, &local)) std::strftime(text, sizeof text, "%Y-%m-%d %H:%M:%S", &local);
+  return text;
+}
+
 RecoveryStore::RecoveryStore() : RecoveryStore(user_folder()) {}
 
 std::vector<RecoveryCopy> RecoveryStore::list(std::error_code& error) const {
@@ -214,8 +223,7 @@ int RecoverySession::describe(int number, const std::string& origin) {
   number_ = number;
   std::ostringstream text;
   text << kProcess << getpid() << '\n' << kOrigin << origin;
-  const int error = storage::write_all(info_.get(), text.str().data(), text.str().size());
-  return error != 0 || fsync(info_.get()) == 0 ? error : errno;
+  return storage::write_all(info_.get(), text.str().data(), text.str().size());
 }
 
 std::string RecoverySession::copy_name() const { return name_of(number_, kCopy); }
@@ -242,7 +250,7 @@ bool RecoveryWriter::commit() {
   if (error_ || temporary_.empty()) return false;
   if (const int error = stream_->flush()) {
     fail(error);
-  } else if (fsync(fd()) != 0 ||
+  } else if (fsync(session_.info_.get()) != 0 || fsync(fd()) != 0 ||
              renameat(folder, temporary_.c_str(), folder, session_.copy_name().c_str()) != 0) {
     fail(errno);
   } else {

@@ -23,6 +23,9 @@ struct RecoveryCopy {
   std::uint64_t size = 0;                      ///< bytes
   pid_t process = 0;                           ///< what wrote it; 0: not known
   bool in_use = false;                         ///< a living process may replace it or take it away
+
+  /// When it was written, in the user's time: "2026-11-21 23:38:09".
+  std::string local_time() const;
 };
 
 /// The folder with a user's recovery copies: for number N "N.copy", written by a temporary file and so always

@@ -29,9 +29,12 @@ void handle(int number) {
 EndSignals::EndSignals(XtAppContext context, std::function<void(int)> heard) : heard_(std::move(heard)) {
   if (pipe2(ends_, O_CLOEXEC | O_NONBLOCK) != 0) return;
   handlers_end = ends_[1];
-  input_ = XtAppAddInput(context, ends_[0], reinterpret_cast<XtPointer>(XtInputReadMask),  // NOLINT: Xt takes the mask as a pointer
-                         &inputCallback, this);
-  struct sigaction action {}, before {};
+  input_ =
+      XtAppAddInput(context, ends_[0],
+                    reinterpret_cast<XtPointer>(XtInputReadMask),  // NOLINT: Xt takes the mask as a pointer
+                    &inputCallback, this);
+  struct sigaction action {
+  }, before{};
   action.sa_handler = &handle;  // unlike a blocked signal, a handler is not inherited
   action.sa_flags = SA_RESTART;
   for (const int number : kSignals)

@@ -22,6 +22,7 @@ VkSimpleWindow::VkSimpleWindow(const char* name) : VkComponent(name) {
   theApplication->addShell(shell, &wmDeleteCallback, this);
   theApplication->addWindow(this);
 
+  XtAddEventHandler(shell, FocusChangeMask, False, &focusHandler, this);
   mainWindow_ = XtVaCreateManagedWidget("mainWindow", xmMainWindowWidgetClass, shell, nullptr);
   statusLine_ =
       XtVaCreateManagedWidget("status", xmLabelWidgetClass, mainWindow_, XmNalignment, XmALIGNMENT_BEGINNING,
@@ -44,6 +45,7 @@ void VkSimpleWindow::addView(Widget view) {
 void VkSimpleWindow::show() {
   if (!baseWidget()) return;
   XtRealizeWidget(baseWidget());
+  fitStatusLine();
   XtMapWidget(baseWidget());
 }
 
@@ -53,6 +55,10 @@ void VkSimpleWindow::hide() {
 
 void VkSimpleWindow::setTitle(const char* title) {
   if (baseWidget()) XtVaSetValues(baseWidget(), XmNtitle, title, nullptr);
+}
+
+void VkSimpleWindow::setIconName(const char* text) {
+  if (baseWidget()) XtVaSetValues(baseWidget(), XmNiconName, text, nullptr);
 }
 
 void VkSimpleWindow::setStatus(const char* text) {
@@ -85,6 +91,11 @@ void VkSimpleWindow::fitStatusLine() {
 
 void VkSimpleWindow::statusResizedHandler(Widget, XtPointer self, XEvent* event, Boolean*) {
   if (event->type == ConfigureNotify) static_cast<VkSimpleWindow*>(self)->fitStatusLine();
+}
+
+void VkSimpleWindow::focusHandler(Widget, XtPointer self, XEvent* event, Boolean*) {
+  if (event->type == FocusIn && event->xfocus.mode == NotifyNormal)
+    static_cast<VkSimpleWindow*>(self)->handleFocus();
 }
 
 void VkSimpleWindow::handleWmDeleteMessage() { theApplication->quitYourself(); }

@@ -27,6 +27,8 @@ class VkSimpleWindow : public VkComponent {
 
   /// The text of the window's title bar; at first the window's name.
   void setTitle(const char* title);
+  /// The text of the window's icon; at first the window's name.
+  void setIconName(const char* text);
 
   /// Stands between the parts of a status text.
   static constexpr const char* kStatusSeparator = "  |  ";
@@ -36,6 +38,8 @@ class VkSimpleWindow : public VkComponent {
  protected:
   /// The window manager asks to close the window: quits the application.
   virtual void handleWmDeleteMessage();
+  /// The window gets the focus of the keyboard.
+  virtual void handleFocus() {}
   void widgetDestroyed() override;
 
  private:
@@ -46,6 +50,7 @@ class VkSimpleWindow : public VkComponent {
   void hideBusyMessage() { showOnStatusLine(status_); }
   void showOnStatusLine(const std::string& text);
   void fitStatusLine();
+  static void focusHandler(Widget widget, XtPointer self, XEvent* event, Boolean* goOn);
   static void statusResizedHandler(Widget widget, XtPointer self, XEvent* event, Boolean* goOn);
 
   Widget mainWindow_ = nullptr;

@@ -4,7 +4,12 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
+#include <optional>
+
 #include "editor/model/currentscene.h"
+#include "editor/scenefiles.h"
+#include "qilib/opensave.h"
 #include "tests/editor/recordingprompts.h"
 #include "tests/support/files.h"
 
@@ -18,13 +23,32 @@ class Files : public testing::Test, private SceneDisplay {
     write_file(good_, read_file(QUIL_TEST_DATA "/tiny_v1.quil"));
     write_file(bad_, "not a scene");
     qis = std::make_unique<Qis>();
+    setenv("XDG_STATE_HOME", directory_.path().c_str(), 1);
+    unsaved_.emplace(history_, prompts_, write_scene, std::chrono::minutes(1));
+    start({});
+  }
+  ~Files() override { unsetenv("XDG_STATE_HOME"); }
+
+  void start(FileCommands::Habits habits) {
+    SceneDisplay& display = *this;
+    files_.emplace(prompts_, display, *unsaved_, habits);
   }
 
   Lines asked(void (FileCommands::*command)(), const std::string& file = {}) {
     prompts_.file = file;
     prompts_.lines.clear();
-    (files_.*command)();
+    ((*files_).*command)();
     return prompts_.lines;
+  }
+  /// Makes the scene differ from its file, so far as anybody can tell.
+  void change() { history_.add({.label = "change", .changes_scene = true}); }
+
+  /// What the library says of the file that is no scene.
+  std::string why_bad() const {
+    Reasons reasons;
+    Qis scene;
+    qi::open_scene(bad_, scene, reasons.sink());
+    return reasons.line();
   }
 
   const ScratchDirectory directory_;
@@ -35,9 +59,18 @@ class Files : public testing::Test, private SceneDisplay {
  private:
   void showScene() override { prompts_.note("show scene"); }
   void showNoScene() override { prompts_.note("show nothing"); }
-  void showFileName(const std::string& path) override { prompts_.note("name", path); }
+  void showFile() override {
+    const std::string shown = files_->fileName() + (files_->changedOnDisk() ? " changed" : "");
+    if (shown != shown_) prompts_.note("name", shown);
+    shown_ = shown;
+  }
 
-  FileCommands files_{prompts_, *this};
+  std::string shown_;
+
+ protected:
+  History history_;
+  std::optional<UnsavedWork> unsaved_;
+  std::optional<FileCommands> files_;
 };
 
 TEST_F(Files, AreReadAndShownWhileBusy) {
@@ -49,8 +82,8 @@ TEST_F(Files, AreReadAndShownWhileBusy) {
 TEST_F(Files, ThatAreNoScenesAreToldAndChangeNothing) {
   asked(&FileCommands::open, good_);
   const Qis* const scene = qis.get();
-  EXPECT_EQ(asked(&FileCommands::open, bad_),
-            (Lines{"choose: Open", "busy: Opening...", "ready", "warn: Can't Read QUIL File!"}));
+  EXPECT_EQ(asked(&FileCommands::open, bad_), (Lines{"choose: Open", "busy: Opening...", "ready",
+                                                     "tell: " + why_bad(), "warn: Can't Read QUIL File!"}));
   EXPECT_EQ(qis.get(), scene);
   EXPECT_EQ(asked(&FileCommands::save), (Lines{"confirm: Overwrite OK?", "busy: Saving...", "ready"}));
   EXPECT_EQ(read_file(bad_), "not a scene") << "the scene is still of the file before";
@@ -69,6 +102,8 @@ TEST_F(Files, AreSavedUnderTheirNewNameEvenAfterAFailure) {
   const std::string fresh = directory_ / "no such place/fresh.quil";
   EXPECT_EQ(asked(&FileCommands::saveAs, fresh),
             (Lines{"choose: Save As", "name: " + fresh, "busy: Saving...", "ready",
+                   "tell: Output File Open Error  |  " + fresh +
+                       ": can't be opened for writing: No such file or directory",
                    "warn: Can't write QUIL data!"}));
   std::filesystem::create_directory(directory_ / "no such place");
   EXPECT_EQ(asked(&FileCommands::save), (Lines{"confirm: Overwrite OK?", "busy: Saving...", "ready"}));
@@ -78,13 +113,109 @@ TEST_F(Files, AreSavedUnderTheirNewNameEvenAfterAFailure) {
 }
 
 TEST_F(Files, CannotBeSavedWithoutAName) {
-  EXPECT_EQ(asked(&FileCommands::save), (Lines{"confirm: Overwrite OK?", "warn: Can't write QUIL data!"}));
+  EXPECT_EQ(asked(&FileCommands::save),
+            (Lines{"confirm: Overwrite OK?", "tell: The scene has no file name yet: Save As... gives it one",
+                   "warn: Can't write QUIL data!"}));
 }
 
 TEST_F(Files, StayWhatTheyAreWhenThePictureIsCleared) {
   asked(&FileCommands::open, good_);
   EXPECT_EQ(asked(&FileCommands::clear), (Lines{"confirm: All data is deleted. OK?", "show nothing"}));
   EXPECT_FALSE(qis->obj_list.records.empty());
+}
+
+TEST_F(Files, ThatSomebodyElseWroteAreNotOverwrittenUnnoticed) {
+  asked(&FileCommands::open, good_);
+  write_file(good_, "somebody else's");
+  prompts_.lines.clear();
+  files_->lookAtDisk();
+  const Lines news{"name: " + good_ + " changed",
+                   "tell: " + good_ + " has changed on disk since it was opened: Save would overwrite that"};
+  EXPECT_EQ(prompts_.lines, news);
+  prompts_.lines.clear();
+  files_->lookAtDisk();
+  EXPECT_EQ(prompts_.lines, Lines{}) << "that is known";
+  EXPECT_EQ(asked(&FileCommands::save), (Lines{"confirm: Overwrite OK? (Question: changed on disk)",
+                                               "busy: Saving...", "ready", "name: " + good_}));
+  EXPECT_EQ(asked(&FileCommands::save), (Lines{"confirm: Overwrite OK?", "busy: Saving...", "ready"}));
+}
+
+TEST_F(Files, ThatSomebodyElseWroteAreNoticedBySaveItself) {
+  asked(&FileCommands::open, good_);
+  write_file(good_, "somebody else's");
+  prompts_.answer = false;
+  EXPECT_EQ(asked(&FileCommands::save).back(), "confirm: Overwrite OK? (Question: changed on disk)");
+  write_file(good_, "and once more");
+  EXPECT_EQ(asked(&FileCommands::saveAs, good_), (Lines{"choose: Save As"}));
+  prompts_.answer = true;
+  EXPECT_EQ(asked(&FileCommands::saveAs, good_)[1], "confirm: Overwrite OK? (Question: changed on disk)");
+}
+
+TEST_F(Files, ThatAreGoneAreSavedWithoutAWord) {
+  asked(&FileCommands::open, good_);
+  std::filesystem::remove(good_);
+  EXPECT_EQ(asked(&FileCommands::save), (Lines{"confirm: Overwrite OK?", "busy: Saving...", "ready"}));
+}
+
+TEST_F(Files, AreRecoveredAsAnUnsavedChangeOfTheirFile) {
+  asked(&FileCommands::open, good_);
+  change();
+  EXPECT_EQ(asked(&FileCommands::open, good_).back(),
+            "tell: What was not saved of " + good_ + " is in File > Recover...");
+  EXPECT_FALSE(unsaved_->exists());
+  EXPECT_EQ(asked(&FileCommands::recover),
+            (Lines{"choose: Recover", "busy: Opening...", "show scene", "ready"}));
+  ASSERT_EQ(prompts_.rows.size(), 1U);
+  EXPECT_TRUE(prompts_.rows[0].ends_with("   " + good_)) << prompts_.rows[0];
+  EXPECT_TRUE(unsaved_->exists());
+  EXPECT_EQ(asked(&FileCommands::save), (Lines{"confirm: Overwrite OK?", "busy: Saving...", "ready"}));
+  EXPECT_FALSE(unsaved_->exists());
+}
+
+TEST_F(Files, ThatWereWrittenAfterTheRecoveryCopyCountAsChanged) {
+  asked(&FileCommands::open, good_);
+  change();
+  asked(&FileCommands::open, good_);
+  std::filesystem::last_write_time(good_,
+                                   std::filesystem::file_time_type::clock::now() + std::chrono::hours(1));
+  asked(&FileCommands::recover);
+  EXPECT_EQ(prompts_.lines.back(),
+            "tell: " + good_ + " has changed on disk since it was opened: Save would overwrite that");
+}
+
+TEST_F(Files, AskBeforeUnsavedChangesGoIfTheUserWantsThat) {
+  start({.confirm_unsaved_changes = true});
+  asked(&FileCommands::open, good_);
+  EXPECT_TRUE(files_->mayQuit());
+  change();
+  prompts_.answer = false;
+  EXPECT_FALSE(files_->mayQuit());
+  EXPECT_EQ(asked(&FileCommands::open, good_),
+            (Lines{"confirm: Open another scene without saving the changes?"}));
+  EXPECT_EQ(asked(&FileCommands::recover),
+            (Lines{"confirm: Open a recovery copy without saving the changes?"}));
+}
+
+TEST_F(Files, AreBackedUpBeforeTheirFirstSaveIfTheUserWantsThat) {
+  start({.backup_on_save = true});
+  asked(&FileCommands::open, good_);
+  const std::string scene = read_file(good_);
+  write_file(good_, "the file before");
+  asked(&FileCommands::save);
+  asked(&FileCommands::save);
+  EXPECT_EQ(read_file(good_ + "~"), "the file before");
+  EXPECT_EQ(read_file(good_), scene);
+}
+
+TEST_F(Files, AreSavedEvenWhenThereCanBeNoBackupWhichIsTold) {
+  start({.backup_on_save = true});
+  asked(&FileCommands::open, good_);
+  const std::string scene = read_file(good_);
+  write_file(good_, "the file before");
+  std::filesystem::create_directory(good_ + "~");
+  EXPECT_EQ(asked(&FileCommands::save).back(),
+            "tell: " + good_ + ": can't keep a backup of it: Is a directory");
+  EXPECT_EQ(read_file(good_), scene);
 }
 
 }  // namespace

@@ -12,7 +12,18 @@
 class RecordingPrompts final : public Prompts {
  public:
   void warn(const char* text) override { note("warn", text); }
-  bool confirm(const char* question) override { return note("confirm", question), answer; }
+  void tell(const std::string& text) override {
+    if (!text.empty()) note("tell", text);
+  }
+  bool confirm(const char* question, const char* title) override {
+    note("confirm", question + (title == std::string("Question") ? "" : std::string(" (") + title + ")"));
+    return answer;
+  }
+  std::optional<std::size_t> chooseRow(const char* title, const std::vector<std::string>& shown) override {
+    note("choose", title);
+    rows = shown;
+    return answer ? std::optional(row) : std::nullopt;
+  }
   std::optional<std::string> chooseFile(const char* title, const FileStart& asked) override {
     note("choose", title);
     start = asked;
@@ -31,7 +42,9 @@ class RecordingPrompts final : public Prompts {
 
   using Lines = std::vector<std::string>;
   Lines lines;
-  bool answer = true;  ///< OK, or else Cancel
-  std::string file;    ///< what is chosen
-  FileStart start;     ///< of the last choice
+  bool answer = true;             ///< OK, or else Cancel
+  std::string file;               ///< what is chosen
+  FileStart start;                ///< of the last choice
+  std::vector<std::string> rows;  ///< of the last choice among rows
+  std::size_t row = 0;            ///< what is chosen of them
 };

@@ -31,8 +31,7 @@ void Dialogs::awaitDialog(const std::string& dialog) {
 WidgetInfo Dialogs::widget(const std::string& item, const std::string& part) {
   std::string where = dialog_;
   std::istringstream names(item);
-  for (std::string name; std::getline(names, name, '.');)
-    where += "/" + name + (names.eof() ? part : "Base");
+  for (std::string name; std::getline(names, name, '.');) where += "/" + name + (names.eof() ? part : "Base");
   return editor_.await(where, [&](const WidgetInfo& w) { return w.isAt(where); });
 }
 

@@ -34,6 +34,7 @@ support::Program::Start EditorTest::start(support::Program::Start how) const {
     fs::permissions(bin / name, fs::perms::owner_all);
   }
   if (!how.directory.empty()) how.directory = files_.path() / how.directory;
+  how.environment["XDG_STATE_HOME"] = path("state");
   how.environment["PATH"] = bin.string() + ":" + std::getenv("PATH");
   return how;
 }
@@ -58,6 +59,7 @@ std::string EditorTest::quilscene(const std::vector<std::string>& arguments, int
   Process::Start start;
   start.command = arguments;
   start.command.insert(start.command.begin(), QUILSCENE);
+  start.environment["XDG_STATE_HOME"] = path("state");
   start.output = path("quilscene.output");
   start.errors = path("quilscene.errors");
   EXPECT_EQ(Process(start).waitForExit(), status) << read_file(start.errors);

@@ -23,7 +23,7 @@ class EditorTest : public testing::Test {
   explicit EditorTest(int depth = 24, support::Program::Start how = {}, int width = 1280, int height = 1000);
 
   /// What a fresh editor is started with: `how`, and the fake commands in its PATH. A relative
-  /// working directory lies in the test's.
+  /// working directory lies in the test's, and so do the recovery copies of all its editors.
   support::Program::Start start(support::Program::Start how = {}) const;
 
   /// A path in the test's directory.
