@@ -202,10 +202,12 @@ void GraphWindow::handlePrefs(VkComponent* component, void*, void* reason) {
       applyOptions2(dialog);
       break;
     case values::PrefAction::applyChanges:
-      if (gestures_.editing())
-        applyChanges(dialog, 0, 0);
-      else
-        dialog->refuseApply();
+      if (!gestures_.editing()) {
+        dialog->setOutcome(VkPrefDialog::Outcome::refused);
+      } else if (applyChanges(dialog, 0, 0) != 1) {
+        dialog->setOutcome(VkPrefDialog::Outcome::faulty);
+        prompts_.warn("Can't change the record!");
+      }
   }
 }
 

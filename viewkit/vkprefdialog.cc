@@ -204,13 +204,14 @@ void VkPrefDialog::focusFirstItem() {
 void VkPrefDialog::tell(VkDialogReason reason) { callCallbacks(prefCallback, &reason); }
 
 void VkPrefDialog::apply() {
-  applyRefused_ = false;
+  outcome_ = Outcome::applied;
   tell(VkDialogReason::APPLY);
-  if (top_ && !applyRefused_) top_->applied();
+  if (top_ && outcome_ == Outcome::applied) top_->applied();
 }
 
 void VkPrefDialog::ok() {
   apply();
+  if (outcome_ == Outcome::faulty) return;
   tell(VkDialogReason::OK);
   close(VkDialogReason::OK);
 }

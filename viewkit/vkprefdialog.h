@@ -49,11 +49,14 @@ class VkPrefDialog : public VkDialogManager {
   /// Closes the dialog without telling anybody; nothing is applied.
   void hide() override { close(VkDialogReason::CANCEL); }
 
-  /// To be called by a receiver of APPLY who could not make use of the items: they keep their changes, for
-  /// the next Apply.
-  void refuseApply() { applyRefused_ = true; }
+  /// What a receiver of APPLY may have made of the items. `refused`: nothing; they keep their changes, for
+  /// the next Apply. `faulty`: the same, and they are to be corrected: OK doesn't close the dialog, nor is it
+  /// told.
+  enum class Outcome { applied, refused, faulty };
+  /// To be called by a receiver of APPLY, unless it has applied the items.
+  void setOutcome(Outcome outcome) { outcome_ = outcome; }
   /// Whether the last Apply was refused although something had been entered.
-  bool leftUnwritten() const { return applyRefused_ && top_ && top_->changed(); }
+  bool leftUnwritten() const { return outcome_ != Outcome::applied && top_ && top_->changed(); }
 
  protected:
   /// Makes the dialog with the widgets of the top item.
@@ -96,5 +99,5 @@ class VkPrefDialog : public VkDialogManager {
   Widget notices_ = nullptr;    // managed while there are any
   Widget below_ = nullptr;      // what addBelowItems was given
   std::map<std::string, ShownNotice> shownNotices_;
-  bool applyRefused_ = false;
+  Outcome outcome_ = Outcome::applied;
 };

@@ -76,7 +76,8 @@ void VkPrefGroup::createWidgets(Widget parent) {
 }
 
 Widget VkPrefGroup::focusWidget() const {
+  if (!activated()) return nullptr;
   for (const auto& item : items_)
-    if (const Widget focus = item->focusWidget()) return focus;
+    if (const Widget focus = item->activated() ? item->focusWidget() : nullptr) return focus;
   return nullptr;
 }

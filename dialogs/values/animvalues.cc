@@ -167,9 +167,7 @@ struct AnimRows : Rows<qi::Anim> {
                               .on_means_none = true},
                              &F::anim_loop),
             separator("sep3").only_when(has_ext<qi::Anim>),
-            group("quil2", kVertical, channels())
-                .stored_by(store_nothing<qi::Anim>)
-                .only_when(has_ext<qi::Anim>)};
+            group("quil2", kVertical, channels()).only_shown().only_when(has_ext<qi::Anim>)};
   }
 };
 

@@ -4,7 +4,9 @@
 
 #include <cstdio>
 
+#include "dialogs/values/numbers.h"
 #include "editor/model/nodenames.h"
+#include "editor/model/recordnames.h"
 
 namespace values {
 namespace {
@@ -54,10 +56,17 @@ void Dialog::trace_item(const Item& item) {
   std::printf("prefg->size() = %zu\nitem->name() = %s\n", item.size(), item.name().c_str());
 }
 
+bool Dialog::can_take_name(Qis& scene, const Item& top, Word number) const {
+  const Item* const name = top.find("title.nodeName");
+  const Word index = *kind_.name_index(scene, number);
+  const bool renames = name && name->changed() && first_line(name->text()) != get_name_string(scene, index);
+  return !renames || require_nameable(scene, node_name(kind_, number), index);
+}
+
 int Dialog::write_back(Qis& scene, Item& top, Word number) const {
   if (!top.changed()) return 1;
   std::printf("%s is changed.\n", kind_.word);
-  if (!require_record(scene, number)) return 0;
+  if (!require_record(scene, number) || !can_take_name(scene, top, number)) return 0;
   if (facts_.traces_top) trace_item(top);
   store_items(scene, top, number);
   return 1;

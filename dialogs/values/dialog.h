@@ -51,7 +51,8 @@ class Dialog {
 
   /// Writes back what the items of `top` show, unless none has changed. Prints the traces of it, and changes
   /// what a write-back changes of the items (which are activated); they still count as changed afterwards.
-  /// @returns 1; 0, with a line on standard error, when the record is there no more.
+  /// @returns 1; 0, with a line on standard error and nothing written, when the record is there no more, or
+  ///          when it would get a name although its name index is out of range.
   int write_back(Qis& scene, Item& top, Word number) const;
 
  protected:
@@ -63,6 +64,8 @@ class Dialog {
   static void trace_item(const Item& item);
 
  private:
+  bool can_take_name(Qis& scene, const Item& top, Word number) const;
+
   const NodeKind& kind_;
   DialogFacts facts_;
 };

@@ -4,6 +4,8 @@
 
 #include <algorithm>
 #include <charconv>
+#include <ranges>
+#include <vector>
 
 namespace values {
 namespace {
@@ -38,12 +40,29 @@ std::optional<std::string> edit_option(Item& item, const std::string& text) {
 
 std::optional<std::string> edit_toggle(Item& item, const std::string& text) {
   if (text != "0" && text != "1") return complaint(item.name() + " is 0 or 1, not", text);
-  const bool on = text == "1";
-  if (item.in_radio() && item.on() && !on)
-    return complaint("turn on another one of " + item.holder()->name() + " instead of turning off",
-                     item.name());
-  item.edit({.on = on});
+  item.edit({.on = text == "1"});
   return std::nullopt;
+}
+
+bool has_one_on(const Item& radio) {
+  for (std::size_t i = 0; i < radio.size(); ++i)
+    if (radio.item(i).on()) return true;
+  return false;
+}
+
+std::optional<std::string> edit_item(Item* item, const TextEdit& edit) {
+  if (!item) return complaint("no such item", edit.path);
+  switch (item->kind()) {
+    case ItemKind::toggle:
+      return edit_toggle(*item, edit.text);
+    case ItemKind::option:
+      return edit_option(*item, edit.text);
+    case ItemKind::text:
+      item->edit({.text = edit.text});
+      return std::nullopt;
+    default:
+      return complaint("this item can't be changed", edit.path);
+  }
 }
 
 }  // namespace
@@ -63,20 +82,26 @@ std::string shown_text(const Item& item, LabelLines lines) {
   }
 }
 
-std::optional<std::string> edit_text(Item& top, std::string_view path, const std::string& text) {
-  Item* const item = path.empty() ? nullptr : top.find(path);
-  if (!item) return complaint("no such item", path);
-  switch (item->kind()) {
-    case ItemKind::toggle:
-      return edit_toggle(*item, text);
-    case ItemKind::option:
-      return edit_option(*item, text);
-    case ItemKind::text:
-      item->edit({.text = text});
-      return std::nullopt;
-    default:
-      return complaint("this item can't be changed", path);
+std::optional<std::string> edit_texts(Item& top, std::span<const TextEdit> edits) {
+  std::vector<Item*> turned_off;
+  for (const TextEdit& edit : edits) {
+    Item* const item = edit.path.empty() ? nullptr : top.find(edit.path);
+    const bool was_on = item && item->on();
+    if (auto problem = edit_item(item, edit)) return problem;
+    if (was_on && !item->on() && item->in_radio()) turned_off.push_back(item);
   }
+  for (Item* const item : turned_off | std::views::reverse) {
+    const Item& radio = *item->holder();
+    if (has_one_on(radio)) continue;
+    item->edit({.on = true});
+    return complaint("turn on another one of " + radio.name() + " instead of turning off", item->name());
+  }
+  return std::nullopt;
+}
+
+std::optional<std::string> edit_text(Item& top, std::string_view path, const std::string& text) {
+  const TextEdit edit{path, text};
+  return edit_texts(top, {&edit, 1});
 }
 
 }  // namespace values

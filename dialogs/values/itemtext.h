@@ -3,6 +3,7 @@
 #pragma once
 
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -34,9 +35,19 @@ void for_each_shown(const Item& top, const Visit& visit, const std::string& pref
   }
 }
 
-/// Changes the item at `path` to what `text` says, as a user of the dialog would: a toggle to 0 or 1 (one of
-/// a radio only to 1, which turns off the others), an option to the entry with this label or else this index.
-/// @returns nothing when it was done; otherwise what is wrong, in words that name the item or the value.
+/// An item, by its path, and what it is to show.
+struct TextEdit {
+  std::string_view path;
+  std::string text;
+};
+
+/// Changes items to what their texts say, as a user of the dialog would: a toggle to 0 or 1 (of a radio, the
+/// one that is turned on last stays on), an option to the entry with this label or else this index.
+/// @returns nothing when it was done; otherwise what is wrong first, in words that name the item or the
+///          value: the edits before it are done. Only when all are done is a radio judged, of which one
+///          toggle must be on if one was: otherwise, the one that was turned off last is on again.
+std::optional<std::string> edit_texts(Item& top, std::span<const TextEdit> edits);
+/// The same for one item.
 std::optional<std::string> edit_text(Item& top, std::string_view path, const std::string& text);
 
 }  // namespace values

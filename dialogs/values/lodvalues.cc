@@ -53,13 +53,13 @@ void store_levels(qi::Obj& obj, const Item& set, const Item& /*top*/) {
 
 struct LodRows : Rows<qi::Obj> {
   static std::vector<Row> all() {
-    return {group("header", kHorizontal, {text("nlod", 5, &qi::Obj::Fixed::lod_count, kDecimal)})
-                .stored_by(store_nothing<qi::Obj>),
-            separator("sep1"),
-            group("lod_set", kHorizontal,
-                  {group("lod_dist_group", kVertical, {}).shown_by(show_distances),
-                   group("lod_link_group", kVertical, {}).shown_by(show_links)})
-                .stored_by(store_levels)};
+    return {
+        group("header", kHorizontal, {text("nlod", 5, &qi::Obj::Fixed::lod_count, kDecimal)}).only_shown(),
+        separator("sep1"),
+        group("lod_set", kHorizontal,
+              {group("lod_dist_group", kVertical, {}).shown_by(show_distances),
+               group("lod_link_group", kVertical, {}).shown_by(show_links)})
+            .stored_by(store_levels)};
   }
 };
 

@@ -126,6 +126,7 @@ void add_item(Item& group, const OptionRow& row) {
   } else {
     Item& item = group.add(ItemKind::text, row.name, {.columns = row.columns});
     item.set_value({.text = std::string(text_of(row.field))});
+    item.set_activated(!row.only_shown);
   }
 }
 

@@ -47,6 +47,7 @@ struct Row {
   Show show = {};            ///< fills the item, and may give it items of its own
   Store store = {};          ///< writes the item back, with all in it; without one, `rows` do
   bool only_if_changed = false;
+  bool is_greyed = false;
 
   template <class Hook>
   Row only_when(Hook holds) && {
@@ -63,6 +64,11 @@ struct Row {
     store = in_scene(std::move(hook));
     return std::move(*this);
   }
+  /// It is never written, with all that is in it, and looks it.
+  Row only_shown() && {
+    is_greyed = true;
+    return std::move(*this).stored_by([](R&, const Item&, const Item&) {});
+  }
   /// Nothing of it is written unless something in it changed; then all of it is.
   Row stored_if_changed() && {
     only_if_changed = true;
@@ -78,6 +84,7 @@ void add_items(Item& group, const std::vector<Row<R>>& rows, const Qis& scene, c
     Item& item = group.add(row.make(record));
     add_items(item, row.rows, scene, record);
     if (row.show) row.show(scene, record, item);
+    if (row.is_greyed) item.set_activated(false);
   }
 }
 
@@ -100,10 +107,6 @@ void store_rows(const std::vector<Row<R>>& rows, Qis& scene, R& record, Item& gr
   for (const Row<R>& row : rows)
     if (Item* const found = group.find(row.name)) store_item(row, scene, record, *found, top);
 }
-
-/// The hook of items that are only shown.
-template <class R>
-void store_nothing(R& /*record*/, const Item& /*item*/, const Item& /*top*/) {}
 
 inline const Look kHorizontal{.horizontal = true};
 inline const Look kVertical{};

@@ -181,6 +181,14 @@ const SetRow kSet[] = {
      "robot",
      "set cam_0 clip.near=0.25 type.ortho=1",
      {{"cam_0 clip.near", "0.25"}, {"cam_0 type.persp", "0"}, {"cam_0 type.ortho", "1"}}},
+    {"CamTurnedOffFirst",
+     "robot",
+     "set cam_0 type.persp=0 type.ortho=1",
+     {{"cam_0 type.persp", "0"}, {"cam_0 type.ortho", "1"}}},
+    {"CamTurnedOffLast",
+     "robot",
+     "set cam_0 type.ortho=1 type.persp=0",
+     {{"cam_0 type.persp", "0"}, {"cam_0 type.ortho", "1"}}},
     {"Light", "robot", "set light_0 ambi.ambi_r=2.5", {{"light_0 ambi.ambi_r", "2.5"}}},
     {"Obj",
      "robot",
@@ -281,9 +289,25 @@ const BadSet kBad[] = {
     {"ToggleValue", "set scene_0 gamma=yes", "scene_0: gamma is 0 or 1, not: yes"},
     {"RadioTurnedOff", "set scene_0 video.ntsc=0",
      "scene_0: turn on another one of video instead of turning off: ntsc"},
+    {"RadioTurnedOffAndOnAgain", "set scene_0 video.pal=1 gamma=0 video.pal=0",
+     "scene_0: turn on another one of video instead of turning off: pal"},
     {"SecondItem", "set mat_0 prim_color.red=1 nothing=2", "mat_0: no such item: nothing"},
 };
 INSTANTIATE_TEST_SUITE_P(Rows, SetOfWhatIsNot, testing::ValuesIn(kBad), CaseName());
+
+TEST_F(Values, ANameWhoseIndexIsOutOfRangeIsNotLostButRefused) {
+  const std::string robot = read_file(scene_path("robot"));
+  const std::size_t part_0 = robot.find(std::string("\0\x09\x01\0", 4));
+  ASSERT_NE(part_0, robot.npos);
+  put("dangling.quil", with_word(robot, part_0 + 12, 9999));
+  put("script", "set part_0 title.nodeName=wheel\nname part_0 wheel\nname part_1 wheel\n");
+  const Ran ran = run("edit dangling.quil -o out.quil --script script");
+  EXPECT_EQ(ran.status, 1);
+  EXPECT_EQ(lines_with(ran.out, "->"), (std::vector<std::string>{"0", "0", "1"}));
+  const std::string line = "part_0: can't be renamed: its name index is 9999, and the scene has ";
+  EXPECT_THAT(ran.err, testing::MatchesRegex(line + "[0-9]+ names\n" + line + "[0-9]+ names\n"));
+  EXPECT_EQ(word_at(written("out.quil"), part_0 + 12), 9999u);
+}
 
 TEST_F(Values, ShowSaysWhichNodeIsMissingAndShowsTheOthers) {
   const Ran ran = run("show " + scene_path("robot") + " mat_99 part_0 no 'a\nb'");

@@ -140,7 +140,7 @@ class PrefsWindow : public VkWindow {
     const auto told = *static_cast<const VkDialogReason*>(reason);
     std::printf("%s told %d\n", dialog->name(), static_cast<int>(told));
     printChanged(*dialog->item());
-    if (told == VkDialogReason::APPLY && refuse_) dialog->refuseApply();
+    if (told == VkDialogReason::APPLY && refuse_) dialog->setOutcome(VkPrefDialog::Outcome::refused);
   }
 
   std::vector<std::unique_ptr<TestDialog>> dialogs_;

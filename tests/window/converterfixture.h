@@ -30,6 +30,11 @@ class ConverterTest : public EditorTest {
   void enter(const std::string& item, const std::string& text) {
     editor_.fillIn(dialog_ + "/" + item + "Base", text);
   }
+  /// The field of an item, be it usable or not.
+  support::WidgetInfo field(const std::string& item) {
+    const std::string where = dialog_ + "/" + item + "Base";
+    return editor_.await(where, [&](const support::WidgetInfo& w) { return w.isAt(where); });
+  }
   /// Chooses the menu item that brings it up, and waits for it.
   void chooseDialog(const std::vector<std::string>& menu) {
     editor_.chooseMenu(menu);

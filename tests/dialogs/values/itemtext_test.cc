@@ -5,6 +5,8 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "tests/items/itemtree.h"
 
@@ -36,6 +38,26 @@ TEST(ItemText, TurningOneOfARadioOnTurnsTheOthersOff) {
   EXPECT_FALSE(edit_text(*top, "group.radio.a", "0")) << "it is off";
   EXPECT_EQ(edit_text(*top, "group.radio.b", "0"), "turn on another one of radio instead of turning off: b");
   EXPECT_TRUE(on_at(*top, "group.radio.b"));
+}
+
+TEST(ItemText, ARadioIsJudgedWhenAllIsDone) {
+  const auto top = item_tree();
+  const auto turn = [&](std::string a, std::string b, bool b_first) {
+    std::vector<values::TextEdit> edits{{"group.radio.a", std::move(a)}, {"group.radio.b", std::move(b)}};
+    if (b_first) std::swap(edits[0], edits[1]);
+    return values::edit_texts(*top, edits);
+  };
+  for (const bool b_first : {false, true}) {
+    SCOPED_TRACE(b_first);
+    EXPECT_FALSE(turn("0", "1", b_first));
+    EXPECT_FALSE(on_at(*top, "group.radio.a"));
+    EXPECT_TRUE(on_at(*top, "group.radio.b"));
+    EXPECT_FALSE(turn("1", "0", b_first));
+    EXPECT_TRUE(on_at(*top, "group.radio.a"));
+    EXPECT_FALSE(on_at(*top, "group.radio.b"));
+    EXPECT_EQ(turn("0", "0", b_first), "turn on another one of radio instead of turning off: a");
+    EXPECT_TRUE(on_at(*top, "group.radio.a"));
+  }
 }
 
 TEST(ItemText, RefusesWhatADialogCouldNot) {

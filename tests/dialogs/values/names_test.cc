@@ -1,5 +1,7 @@
 /// @file
 /// Renaming a record in its dialog.
+#include <gmock/gmock.h>
+
 #include <ostream>
 
 #include "editor/model/recordnames.h"
@@ -48,6 +50,24 @@ TEST_P(NameOf, IsMadeOnceWhereThereWasNone) {
   change(record_, "title.nodeName", "second");
   EXPECT_EQ(qis->name_list.records.size(), 3u);
   EXPECT_EQ(qiGetName(qis->name_list.records.at(2)), "second");
+}
+
+TEST_P(NameOf, IsRefusedWhereTheIndexIsOutOfRange) {
+  name_index() = 2;
+  const SceneWords expected = scene_words();
+  Opened dialog = open(record_);
+  edit(dialog, "title.nodeName", "third");
+  testing::internal::CaptureStderr();
+  EXPECT_THAT(apply(dialog, 0), testing::EndsWith(" is changed.\n"));
+  EXPECT_EQ(testing::internal::GetCapturedStderr(),
+            record_ + ": can't be renamed: its name index is 2, and the scene has 2 names\n");
+  EXPECT_EQ(scene_words(), expected);
+
+  // Without a new name, there is nothing that stands in the way of the rest.
+  edit(dialog, "title.nodeName", "");
+  apply(dialog);
+  EXPECT_EQ(name_index(), 2u);
+  EXPECT_EQ(scene_words()["name_1"], expected.at("name_1"));
 }
 
 const Named kNamed[] = {
@@ -104,7 +124,9 @@ TEST_F(ValuesTest, AnEmptyNameIsStored) {
 TEST_F(ValuesTest, ANameIndexOutsideTheListShowsNothingAndIsKept) {
   qis->part_list.records[1].fixed.name = 99;
   EXPECT_EQ(shown("part_1", "title.nodeName"), "");
-  change("part_1", "title.nodeName", "wheel");
+  Opened part = open("part_1");
+  edit(part, "title.nodeName", "wheel");
+  apply(part, 0);
   EXPECT_EQ(qis->part_list.records[1].fixed.name, 99u);
   EXPECT_EQ(qis->name_list.records.size(), 2u);
 }

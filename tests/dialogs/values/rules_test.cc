@@ -1,5 +1,6 @@
 /// @file
 /// The rules by which single dialogs show and store: each one that a user could stumble over.
+#include "dialogs/values/optionvalues.h"
 #include "tests/dialogs/values/dialog_rule.h"
 
 namespace {
@@ -492,6 +493,26 @@ TEST_F(ValuesTest, AVersion2RecordWithoutStructureShowsTheVersion1Items) {
     EXPECT_EQ(open(node).top->size(), size) << node;
   }
   EXPECT_EQ(shown("shape_1", "kind"), "link to TriGroup[9]");
+}
+
+/// The paths of the items that one can't use, and those in them.
+std::string greyed(const values::Item& group, const std::string& path = "") {
+  std::string all;
+  for (std::size_t i = 0; i < group.size(); ++i) {
+    const values::Item& item = group.item(i);
+    all += item.activated() ? greyed(item, path + item.name() + ".") : path + item.name() + " ";
+  }
+  return all;
+}
+
+TEST_F(ValuesTest, ItemsThatAreNeverWrittenLookIt) {
+  EXPECT_EQ(greyed(*open("anim_1").top), "quil2 ");
+  EXPECT_EQ(greyed(*open("lod_1").top), "header ");
+  EXPECT_EQ(greyed(*values::quil2gfx_dialog().items()), "options.dirName ");
+  EXPECT_EQ(greyed(*values::quil2zex_dialog().items()), "options.dirName ");
+  for (const char* node : {"scene_0", "env_1", "cam_1", "light_1", "shape_1", "part_1", "mat_1", "tex_1",
+                           "ChainRoot_1", "joint_1", "effector_1"})
+    EXPECT_EQ(greyed(*open(node).top), "") << node;
 }
 
 TEST_F(ValuesTest, AVersion1FileNeverShowsOrWritesTheExtension) {

@@ -207,12 +207,12 @@ class ValuesTest : public testing::Test {
     EXPECT_FALSE(complaint) << *complaint;
   }
 
-  /// Applies a dialog; gives what it printed.
-  static std::string apply(Opened& dialog) {
+  /// Applies a dialog; gives what it printed. @param answer  1, or 0: it is refused
+  static std::string apply(Opened& dialog, int answer = 1) {
     testing::internal::CaptureStdout();
     const int result = values::applyChanges(*qis, dialog.on.dialog->name(), *dialog.top, dialog.on.number);
     const std::string traces = testing::internal::GetCapturedStdout();
-    EXPECT_EQ(result, 1);
+    EXPECT_EQ(result, answer);
     return traces;
   }
   /// Opens the dialog of a node, changes one item and applies.

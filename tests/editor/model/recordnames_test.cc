@@ -64,8 +64,11 @@ TEST_F(RecordNames, EveryKindOfNodeCanBeNamed) {
 TEST_F(RecordNames, WhatIsNoRecordIsRefused) {
   qis->obj_list.records[2].fixed.name = 77;
   const auto before = size_words(*qis);
+  testing::internal::CaptureStderr();
   for (const char* node : {"obj_6", "scene_1", "lod_0", "newNode", "", "obj_-1", "obj_x", "obj_2"})
     EXPECT_EQ(name_node(*qis, node, "text"), 0) << node;
+  EXPECT_EQ(testing::internal::GetCapturedStderr(),
+            "obj_2: can't be renamed: its name index is 77, and the scene has 0 names\n");
   EXPECT_EQ(size_words(*qis), before);
   EXPECT_EQ(qis->obj_list.records[2].fixed.name, 77u) << "a name that isn't there can't be changed";
 }
