@@ -119,14 +119,17 @@ void FileCommands::saveAs() {
 
 void FileCommands::write() {
   Reasons reasons;
+  const bool known = !seen_.changed();
   const bool saved = writeFile(reasons);
-  if (saved) {
+  if (saved)
     unsaved_.saved(file_name_);
-    know(storage::SeenFile(file_name_));
-  } else if (has_scene()) {
+  else if (has_scene())
     unsaved_.notSaved(file_name_);
+  // After a failure, too, the file may be another: what has changed now was this program.
+  if (saved || known)
+    know(storage::SeenFile(file_name_));
+  else
     display_.showFile();
-  }
   prompts_.tell(reasons.line());
   if (!saved) prompts_.warn("Can't write QUIL data!");
 }

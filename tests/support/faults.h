@@ -4,7 +4,8 @@
 /// Linked into a test, this stands before the calls of the test's own process. As a library that is loaded
 /// before a program (LD_PRELOAD), it reads its faults from the variable QUIL_FAULTS, each as
 /// "CALL:NUMBER:WHAT" and separated by blanks; WHAT is an errno, an errno with "+" for this and all later
-/// calls, or "kill". The program makes the file that QUIL_FAULTS_HAPPENED names when a fault happens.
+/// calls, or "kill". Calls count only while the file exists that QUIL_FAULTS_ARMED names, if it names one.
+/// The program makes the file that QUIL_FAULTS_HAPPENED names when a fault happens.
 ///
 /// Only calls for files that are open for writing and for folders are counted: "open", "write", "fsync",
 /// "rename", "link", "close", "chmod", "chown", "setxattr", "truncate", and "tmpfile" for the opening of a

@@ -31,7 +31,8 @@ TEST_F(DialogEntry, ANameWhoseIndexIsOutOfRangeIsRefusedAndCanBeTakenBack) {
   enter("prim_color.red", "0.25");
   press("OK");
   EXPECT_EQ(editor_.message(Editor::kWarning), "Can't change the record!");
-  EXPECT_THAT(editor_.errors(), HasSubstr("mat_0: can't be renamed: its name index is 9999, and the scene has "));
+  EXPECT_THAT(editor_.errors(),
+              HasSubstr("mat_0: can't be renamed: its name index is 9999, and the scene has "));
   editor_.answer(Editor::kWarning, "OK");
   EXPECT_TRUE(isOpen());
   EXPECT_THAT(newOutput(), EndsWith("Mat is changed.\n"));
