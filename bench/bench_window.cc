@@ -31,7 +31,7 @@ struct Size {
   std::uint32_t objects;  ///< gives about 1.2 times as many nodes
   double limit;           ///< seconds from the file to the picture
 };
-constexpr std::array<Size, 3> kSizes = {{{830, 0.1}, {8300, 1.0}, {83000, 10.0}}};
+constexpr std::array<Size, 4> kSizes = {{{830, 0.1}, {8300, 1.0}, {83000, 10.0}, {830000, 100.0}}};
 
 /// Seconds since the last call.
 class Stopwatch {

@@ -178,7 +178,7 @@ void VkGraph::changedCallback(Widget widget, XtPointer self, XtPointer data) {
 void VkGraph::changed(Widget, XtPointer data) {
   const auto& change = *static_cast<const SgGraphCallbackStruct*>(data);
   if (change.reason == SgCR_NEW_NODE) {
-    auto node = std::make_unique<VkNode>(XtName(change.node));
+    auto node = std::make_unique<VkNode>(SgNodeName(change.node));
     XtVaSetValues(change.node, XmNuserData, node.get(), nullptr);
     node->setBaseWidget(change.node);
     node->placed_ = true;

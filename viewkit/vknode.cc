@@ -19,7 +19,7 @@ void VkNode::build(Widget parent) {
   Cardinal count = 0;
   XtSetArg(args[count], XmNuserData, this), ++count;
   viewkit::XmStr labelString;
-  if (label_ != name()) {  // the widget's name is what it shows by itself
+  if (label_ != name()) {  // the node's name is what it shows by itself
     labelString = viewkit::xmString(label_);
     XtSetArg(args[count], XmNlabelString, labelString.get()), ++count;
   }

@@ -16,6 +16,7 @@
 extern WidgetClass sgGraphWidgetClass __attribute__((weak));
 double SgGraphZoom(Widget graph) __attribute__((weak));
 Widget SgNodeGraph(Widget node) __attribute__((weak));
+const char* SgNodeName(Widget node) __attribute__((weak));
 SgRectangle SgGraphViewport(Widget graph) __attribute__((weak));
 SgRectangle SgGraphNodeRectangle(Widget node) __attribute__((weak));
 std::vector<SgArc> SgGraphArcs(Widget graph) __attribute__((weak));
@@ -31,8 +32,8 @@ namespace {
 
 bool programHasGraphs() {
   return &sgGraphWidgetClass != nullptr && SgGraphZoom != nullptr && SgNodeGraph != nullptr &&
-         SgGraphViewport != nullptr && SgGraphNodeRectangle != nullptr && SgGraphArcs != nullptr &&
-         SgGraphGetSelectedArcs != nullptr && SgGraphGetSelectedNodes != nullptr &&
+         SgNodeName != nullptr && SgGraphViewport != nullptr && SgGraphNodeRectangle != nullptr &&
+         SgGraphArcs != nullptr && SgGraphGetSelectedArcs != nullptr && SgGraphGetSelectedNodes != nullptr &&
          SgGraphGetArcNodes != nullptr && SgGraphArcPoint != nullptr;
 }
 
@@ -95,7 +96,7 @@ std::vector<Words> describeGraph(Widget graph) {
 
   const std::vector<Widget> selected_nodes = SgGraphGetSelectedNodes(graph);
   for (const Widget node : nodesOf(graph)) {
-    Words line{"node", XtName(node), viewkit::textResource(node, XmNlabelString)};
+    Words line{"node", SgNodeName(node), viewkit::textResource(node, XmNlabelString)};
     places.add(line, SgGraphNodeRectangle(node));
     Pixel tint = 0;
     XtVaGetValues(node, SgNtint, &tint, nullptr);
@@ -110,7 +111,7 @@ std::vector<Words> describeGraph(Widget graph) {
     SgPoint middle, parent_handle, child_handle;
     if (!SgGraphGetArcNodes(graph, arc, &from, &to)) continue;
     if (!SgGraphArcPoint(graph, arc, &middle, &parent_handle, &child_handle)) continue;
-    Words line{"arc", XtName(from), XtName(to)};
+    Words line{"arc", SgNodeName(from), SgNodeName(to)};
     for (const SgPoint point : {middle, parent_handle, child_handle}) places.add(line, point);
     line.push_back(contains(selected_arcs, arc) ? "t" : "");
     result.push_back(line);

@@ -85,7 +85,7 @@ struct SgGraphCallbackStruct {
 extern WidgetClass sgGraphWidgetClass;
 
 /// Nodes: made with SgGraphCreateNode. Resources: XmNuserData (XtPointer), XmNlabelString (XmString, copied;
-/// the widget's name by default), XmNlabelPixmap (the picture shown instead of the label, of the screen's
+/// the node's name by default), XmNlabelPixmap (the picture shown instead of the label, of the screen's
 /// depth or 1, not freed; XmUNSPECIFIED_PIXMAP for none), SgNtint (Pixel of the box, the graph's nodeColor by
 /// default). A node is as large as what it shows. Unmanaged nodes and their arcs are invisible.
 extern WidgetClass sgNodeObjectClass;
@@ -95,7 +95,10 @@ Widget SgCreateGraph(Widget parent, const char* name, ArgList args, Cardinal cou
 /// Makes an unmanaged node at the origin. XtParent of it isn't the graph: use SgNodeGraph. Many nodes are
 /// best managed by one XtManageChildren. Destroy it with SgGraphRemoveNode or XtDestroyWidget, all with
 /// SgGraphClear.
+/// @param name  the node's, which is copied; the widgets of all nodes are called "node".
 Widget SgGraphCreateNode(Widget graph, const char* name, ArgList args = nullptr, Cardinal count = 0);
+/// The node's name, valid as long as no node is made or removed; "" for other widgets.
+const char* SgNodeName(Widget node);
 /// The graph that a node lives in.
 Widget SgNodeGraph(Widget node);
 /// Takes the node and its arcs out of the picture at once and destroys the widget, which inside of callbacks

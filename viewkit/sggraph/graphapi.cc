@@ -51,6 +51,11 @@ Widget SgGraphCreateNode(Widget graph, const char* name, ArgList args, Cardinal 
   return view ? view->makeNode(name, args, count) : nullptr;
 }
 
+const char* SgNodeName(Widget node) {
+  const NodeInView found = find(node);
+  return found ? found.view->nameOf(found.id) : "";
+}
+
 Widget SgNodeGraph(Widget node) { return sggraph::viewOfNode(node) ? XtParent(XtParent(node)) : nullptr; }
 
 void SgGraphRemoveNode(Widget node) {

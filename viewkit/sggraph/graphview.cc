@@ -58,7 +58,10 @@ void GraphView::makeShelf() {
 // Nodes
 
 Widget GraphView::makeNode(const char* nodeName, ArgList args, Cardinal count) {
-  return XtCreateWidget(nodeName, sgNodeObjectClass, shelf_, args, count);
+  // All widgets of nodes share one name. The toolkit keeps every name for ever, and the table that it keeps
+  // them in becomes quadratic for a million that differ in their numbers only.
+  newName_ = nodeName;
+  return XtCreateWidget("node", sgNodeObjectClass, shelf_, args, count);
 }
 
 void GraphView::nodeMade(SgNodeObject node) {
@@ -67,9 +70,11 @@ void GraphView::nodeMade(SgNodeObject node) {
     looks_.resize(id + std::size_t{1});
     widgets_.resize(id + std::size_t{1});
     labels_.resize(id + std::size_t{1});
+    names_.resize(id + std::size_t{1});
   }
   node->node.id = id;
   widgets_[id] = reinterpret_cast<Widget>(node);
+  names_[id] = std::move(newName_);
   nodeLooksChanged(node);
 }
 
@@ -81,6 +86,7 @@ void GraphView::nodeGone(SgNodeObject node) {
   widgets_[id] = nullptr;
   looks_[id] = {};
   labels_[id].reset();
+  names_[id].clear();
   node->node.id = kNone;
   node->node.labelString = nullptr;
   if (painter_) painter_->dropPicture(id);
@@ -92,9 +98,8 @@ void GraphView::nodeLooksChanged(SgNodeObject node) {
   NodeLook& look = looks_[id];
   // A string that was set just now is the caller's, to be copied; otherwise it is the copy made before.
   if (node->node.labelString != labels_[id].get() || !labels_[id]) {
-    labels_[id].reset(node->node.labelString
-                          ? XmStringCopy(node->node.labelString)
-                          : XmStringCreateLocalized(XtName(reinterpret_cast<Widget>(node))));
+    labels_[id].reset(node->node.labelString ? XmStringCopy(node->node.labelString)
+                                             : XmStringCreateLocalized(names_[id].data()));
     node->node.labelString = labels_[id].get();
     look.label = labelText(labels_[id].get());
   }
@@ -141,6 +146,7 @@ void GraphView::clear() {
   drawing_.clear();
   looks_.clear();
   widgets_.clear();
+  names_.clear();
   arcLabels_.clear();
   const Widget oldShelf = shelf_;
   makeShelf();

@@ -81,6 +81,7 @@ class GraphView {
   /// @name Nodes
   /// @{
   Widget makeNode(const char* name, ArgList args, Cardinal count);
+  const char* nameOf(NodeId node) const { return names_[node].c_str(); }
   void nodeMade(SgNodeObject node);
   void nodeGone(SgNodeObject node);
   /// Takes over label, picture and tint from the node's resources.
@@ -195,6 +196,8 @@ class GraphView {
   Viewport viewport_;
   std::vector<NodeLook> looks_;         // by NodeId
   std::vector<Widget> widgets_;         // by NodeId
+  std::vector<std::string> names_;      // by NodeId
+  std::string newName_;                 // of the node that is being made
   std::vector<viewkit::XmStr> labels_;  // by NodeId: what the nodes' labelString points at
   std::unordered_map<ArcId, std::string> arcLabels_;
   std::map<std::string, Pixel> tints_;
