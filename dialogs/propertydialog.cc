@@ -5,6 +5,7 @@
 #include "editor/model/currentscene.h"
 
 const char* const PropertyDialog::editModeCallback = "editModeCallback";
+const char* const PropertyDialog::keyCallback = "keyCallback";
 
 void PropertyDialog::showEditMode(bool on) {
   if (on)
@@ -18,7 +19,17 @@ Widget PropertyDialog::createFrom(const values::Dialog& dialog, Widget parent) {
   setDefaultResources(parent, dialog.lines());
   if (auto items = dialog.open(*qis, static_cast<Word>(index())))
     setItem(std::make_unique<VkPrefList>(std::move(items)));
-  return VkPrefDialog::createDialog(parent);
+  const Widget form = VkPrefDialog::createDialog(parent);
+  viewkit::listenToKeys(XtParent(form),
+                        [this](const viewkit::PressedKey& press) { return keyPressed(press); });
+  return form;
+}
+
+bool PropertyDialog::keyPressed(const viewkit::PressedKey& press) {
+  if (!press.ctrl || press.alt || isAnyAwaited()) return false;
+  Key key{press};
+  callCallbacks(keyCallback, &key);
+  return key.taken;
 }
 
 void PropertyDialog::addSwatch(std::string_view path, ColorSwatch::Read read) {

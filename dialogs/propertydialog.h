@@ -10,6 +10,7 @@
 
 #include "dialogs/colorswatch.h"
 #include "dialogs/values/dialog.h"
+#include "viewkit/keys.h"
 #include "viewkit/vkprefdialog.h"
 
 /// A dialog that shows the values of one record of the current scene as they were when it was opened. It is
@@ -21,6 +22,14 @@ class PropertyDialog : public VkPrefDialog {
 
   /// The list that is told when the user asks the dialog for Edit Mode; there is no call data.
   static const char* const editModeCallback;
+
+  /// The list that is told of Ctrl with a key, unless that goes into a text field where it means something,
+  /// with a `PropertyDialog::Key*` as call data.
+  static const char* const keyCallback;
+  struct Key {
+    viewkit::PressedKey press;
+    bool taken = false;  ///< to be set by a receiver that has done what the key asks for
+  };
 
   /// Says whether what is entered will be written, which it is in Edit Mode only. While it won't be, the
   /// dialog shows a notice with a button that asks for Edit Mode.
@@ -50,6 +59,8 @@ class PropertyDialog : public VkPrefDialog {
   void widgetDestroyed() override;
 
  private:
+  bool keyPressed(const viewkit::PressedKey& press);
+
   std::vector<std::unique_ptr<VkComponent>> parts_;
 };
 

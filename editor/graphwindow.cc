@@ -2,6 +2,7 @@
 /// The main window's construction, and what concerns more than one of its parts.
 #include "editor/graphwindow.h"
 
+#include <X11/keysym.h>
 #include <Xm/ToggleB.h>
 
 #include <algorithm>
@@ -183,15 +184,30 @@ void GraphWindow::nodeAction(const SgGraphCallbackStruct& call) {
   if (auto* const dialog = dialogs_.open(node->name(), gestures_.editing())) {
     dialog->addCallback(VkPrefDialog::prefCallback, this, &GraphWindow::handlePrefs);
     dialog->addCallback(PropertyDialog::editModeCallback, this, &GraphWindow::editModeWanted);
+    dialog->addCallback(PropertyDialog::keyCallback, this, &GraphWindow::dialogKey);
   }
+}
+
+void GraphWindow::dialogKey(PropertyDialog* dialog, void*, void* data) {
+  auto& key = *static_cast<PropertyDialog::Key*>(data);
+  if (key.press.symbol != XK_s || key.press.shift) return;
+  key.taken = true;
+  if (dialog->apply() || !dialog->leftUnwritten())
+    save();
+  else
+    tellIfUnwritten(*dialog);
+}
+
+void GraphWindow::tellIfUnwritten(const VkPrefDialog& dialog) {
+  if (dialog.leftUnwritten() && !gestures_.editing())
+    tell(dialog.title() + ": not written, Edit Mode is off");
 }
 
 void GraphWindow::handlePrefs(VkComponent* component, void*, void* reason) {
   auto* const dialog = dynamic_cast<VkPrefDialog*>(component);
   const auto answer = *static_cast<const VkDialogReason*>(reason);
   if (!dialog) return;
-  if (answer == VkDialogReason::OK && dialog->leftUnwritten() && !gestures_.editing())
-    setStatus((dialog->title() + ": not written, Edit Mode is off").c_str());
+  if (answer == VkDialogReason::OK) tellIfUnwritten(*dialog);
   switch (values::handlePrefs(dialog->name(), static_cast<int>(answer))) {
     case values::PrefAction::nothing:
       break;

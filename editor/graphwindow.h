@@ -102,6 +102,8 @@ class GraphWindow : public VkWindow, private SceneDisplay, private TextureDispla
   // Edit.
   void edit(XmToggleButtonCallbackStruct& toggle) { setEditing(toggle.set != XmUNSET); }
   void setEditing(bool on);
+  void dialogKey(PropertyDialog* dialog, void* clientData, void* key);
+  void tellIfUnwritten(const VkPrefDialog& dialog);
   void editModeWanted(PropertyDialog* dialog, void* clientData, void* callData);
   void deleteLinkMenu() { gestures_.deleteSelectedLink(); }
 

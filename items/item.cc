@@ -31,8 +31,7 @@ std::string Item::entry(int index) const {
 void Item::show(Value value) {
   if (value == shown_) return;
   shown_ = std::move(value);
-  for (const Item* item = this; item; item = item->holder_)
-    if (item->watcher_) item->watcher_->shown();
+  tell_watchers([](Watcher& watcher) { watcher.shown(); });
 }
 
 void Item::set_value(Value value) {
@@ -42,6 +41,10 @@ void Item::set_value(Value value) {
 }
 
 void Item::edit(Value value) {
+  if (look_.capacity > 0 && value.text.size() > look_.capacity) {
+    tell_watchers([this](Watcher& watcher) { watcher.refused(*this); });
+    return;
+  }
   if (value != settled_) changed_ = true;
   const bool turned_on = value.on;
   show(std::move(value));

@@ -21,6 +21,7 @@ struct Look {
   bool horizontal = false;                ///< group, radio: the items stand side by side
   bool no_label = false;                  ///< group, radio: without a label of its own
   int columns = 0;                        ///< text: width in characters
+  std::size_t capacity = 0;               ///< text: how many bytes it may have; 0: any number
   std::vector<std::string> entries = {};  ///< option: the labels of the menu
   bool force_label_format = false;        ///< toggle: a label in front, and a button without one
 };
@@ -34,11 +35,15 @@ struct Value {
   friend bool operator==(const Value&, const Value&) = default;
 };
 
+class Item;
+
 /// Shows an item on the screen, and is told when there is something else to show.
 class Watcher {
  public:
   /// The item, or one in it, shows another value.
   virtual void shown() = 0;
+  /// The item, or one in it, was to show a text that is longer than it may be; it shows what it did.
+  virtual void refused(Item& item) = 0;
   /// The item was activated or greyed, or has another label.
   virtual void restyled() = 0;
 
@@ -92,7 +97,8 @@ class Item {
   /// Shows a value from the record: the item has not changed.
   void set_value(Value value);
   /// Shows what the user makes of it. From then on the item has changed until the value is applied or set.
-  /// A toggle of a radio that is turned on turns off the others.
+  /// A toggle of a radio that is turned on turns off the others. Nothing happens, and the watchers are told,
+  /// when it is a text beyond the item's capacity.
   void edit(Value value);
 
   /// Whether what is shown, here or in an item below, has differed at any moment from what was last set or
@@ -122,6 +128,12 @@ class Item {
     return found;
   }
 
+  /// Calls `tell` with the watchers of this item and of those that hold it.
+  template <class Tell>
+  void tell_watchers(const Tell& tell) {
+    for (const Item* item = this; item; item = item->holder_)
+      if (item->watcher_) tell(*item->watcher_);
+  }
   void show(Value value);
 
   ItemKind kind_;

@@ -2,11 +2,14 @@
 /// Key presses and releases on their way to the toolkit.
 #include "viewkit/keys.h"
 
-#include <X11/Intrinsic.h>
+#include <X11/StringDefs.h>
 #include <X11/Xutil.h>
 #include <X11/keysym.h>
 #include <Xm/Text.h>
 #include <Xm/TextF.h>
+
+#include <map>
+#include <utility>
 
 namespace viewkit {
 namespace {
@@ -14,6 +17,7 @@ namespace {
 XtEventDispatchProc nextDispatcher;
 XtEventDispatchProc nextReleaseDispatcher;
 XKeyEvent lastPress;
+std::map<Widget, KeyListener> listeners;  // by shell
 
 bool isEditingKey(KeySym symbol) {
   return IsCursorKey(symbol) || symbol == XK_Delete || symbol == XK_BackSpace || symbol == XK_Insert;
@@ -30,9 +34,26 @@ Widget focusedText(const XKeyEvent& key) {
   return above ? focus : nullptr;
 }
 
+bool isTakenByListener(XKeyEvent& key) {
+  if (listeners.empty()) return false;
+  Widget shell = XtWindowToWidget(key.display, key.window);
+  while (shell && !XtIsShell(shell)) shell = XtParent(shell);
+  const auto found = listeners.find(shell);
+  if (found == listeners.end()) return false;
+  const KeyListener listener = found->second;  // a copy: it may destroy the shell
+  return listener({.symbol = XLookupKeysym(&key, 0),
+                   .ctrl = (key.state & ControlMask) != 0,
+                   .alt = (key.state & Mod1Mask) != 0,
+                   .shift = (key.state & ShiftMask) != 0,
+                   .into_text = focusedText(key) != nullptr});
+}
+
+void forgetListener(Widget shell, XtPointer, XtPointer) { listeners.erase(shell); }
+
 Boolean dispatchKey(XEvent* event) {
   XKeyEvent& key = event->xkey;
   lastPress = key;
+  if (isTakenByListener(key)) return True;
   const bool plain = !(key.state & (ControlMask | Mod1Mask));
   if (plain && isEditingKey(XLookupKeysym(&key, 0))) {
     if (const Widget text = focusedText(key)) {
@@ -52,6 +73,11 @@ Boolean dispatchRelease(XEvent* event) {
 }
 
 }  // namespace
+
+void listenToKeys(Widget shell, KeyListener listener) {
+  listeners.insert_or_assign(shell, std::move(listener));
+  XtAddCallback(shell, XtNdestroyCallback, &forgetListener, nullptr);
+}
 
 void installKeyDispatcher(Display* display) {
   nextDispatcher = XtSetEventDispatcher(display, KeyPress, &dispatchKey);

@@ -47,8 +47,10 @@ VkDialogReason VkDialogManager::postAndWait(const char* message) {
   if (!isPosted()) return VkDialogReason::CANCEL;
   const auto waiting = std::make_shared<Waiting>();
   waiting_ = waiting;
+  ++awaited_;
   while (!waiting->reason && !theApplication->quitting())
     XtAppProcessEvent(theApplication->appContext(), XtIMAll);
+  --awaited_;
   if (!waiting->reason) unpost();
   theApplication->paintEverything();
   return *waiting->reason;

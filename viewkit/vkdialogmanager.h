@@ -29,6 +29,9 @@ class VkDialogManager : public VkComponent {
   /// CANCEL.
   VkDialogReason postAndWait(const char* message = nullptr);
 
+  /// Whether somebody waits for the answer of a dialog, which keeps input from all other windows.
+  static bool isAnyAwaited() { return awaited_ > 0; }
+
   /// Takes the dialog down; whoever waits for it gets CANCEL.
   void unpost();
   bool isPosted() const;
@@ -69,6 +72,8 @@ class VkDialogManager : public VkComponent {
   void popUp(unsigned char style, const char* message);
   void showTitle();
   void endWaiting(VkDialogReason reason);
+
+  static inline int awaited_ = 0;
 
   std::string title_;
   std::shared_ptr<Waiting> waiting_;

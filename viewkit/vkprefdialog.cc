@@ -31,14 +31,41 @@ constexpr int kButtonGap = 8;
 constexpr int kFrameWidth = 20;  // what the window manager's frame may take of the screen
 constexpr int kFrameHeight = 60;
 
+const char* const kLimit = "limit";  // the notice that tells how long a text may be
+
+/// The path to an item from the top of its tree.
+std::string pathTo(const items::Item& item) {
+  const items::Item* const holder = item.holder();
+  if (!holder) return {};
+  return holder->holder() ? pathTo(*holder) + "." + item.name() : item.name();
+}
+
 }  // namespace
 
-VkPrefDialog::VkPrefDialog(const char* name, std::unique_ptr<VkPrefGroup> top)
-    : VkDialogManager(name), top_(std::move(top)) {}
+VkPrefDialog::VkPrefDialog(const char* name, std::unique_ptr<VkPrefGroup> top) : VkDialogManager(name) {
+  setItem(std::move(top));
+}
 
 VkPrefDialog::~VkPrefDialog() = default;
 
-void VkPrefDialog::setItem(std::unique_ptr<VkPrefGroup> top) { top_ = std::move(top); }
+void VkPrefDialog::setItem(std::unique_ptr<VkPrefGroup> top) {
+  top_ = std::move(top);
+  if (!top_) return;
+  top_->addCallback(VkPrefItem::refusedCallback, this, &VkPrefDialog::itemRefused);
+  top_->addCallback(VkPrefItem::shownCallback, this, &VkPrefDialog::itemShown);
+}
+
+void VkPrefDialog::itemRefused(VkPrefItem*, void*, void* data) {
+  const auto& item = *static_cast<const items::Item*>(data);
+  const VkPrefItem* const shown = top_->find(pathTo(item));
+  const Widget label = shown ? shown->labelWidget() : nullptr;
+  setNotice(kLimit, VkNotice{(label ? viewkit::textResource(label, XmNlabelString) : item.name()) +
+                             ": at most " + std::to_string(item.look().capacity) + " characters"});
+}
+
+void VkPrefDialog::itemShown(VkPrefItem*, void*, void*) {
+  if (shownNotices_.contains(kLimit)) setNotice(kLimit, std::nullopt);
+}
 
 Widget VkPrefDialog::createDialog(Widget parent) {
   std::string widgetName = name();
@@ -83,7 +110,7 @@ void VkPrefDialog::createButtons(Widget form) {
   };
   VkDialogManager* const manager = this;
   const Widget ok = create("OK", &okCallback, manager);
-  create("Apply", &Forward<&VkPrefDialog::apply>::call, this);
+  create("Apply", &Forward<&VkPrefDialog::applyPressed>::call, this);
   const Widget cancel = create("Cancel", &cancelCallback, manager);
   XtManageChild(buttons_);
   XtVaSetValues(form, XmNdefaultButton, ok, XmNcancelButton, cancel, nullptr);
@@ -203,10 +230,12 @@ void VkPrefDialog::focusFirstItem() {
 
 void VkPrefDialog::tell(VkDialogReason reason) { callCallbacks(prefCallback, &reason); }
 
-void VkPrefDialog::apply() {
+bool VkPrefDialog::apply() {
   outcome_ = Outcome::applied;
   tell(VkDialogReason::APPLY);
-  if (top_ && outcome_ == Outcome::applied) top_->applied();
+  if (outcome_ != Outcome::applied) return false;
+  if (top_) top_->applied();
+  return true;
 }
 
 void VkPrefDialog::ok() {

@@ -24,8 +24,9 @@ struct VkNotice {
 /// doesn't fit is scrolled.
 ///
 /// Apply tells VkDialogReason::APPLY. OK tells APPLY, so that nothing entered is lost, then OK, and closes.
-/// Cancel tells CANCEL, puts the items back to what was last set or applied, and closes; so does the window
-/// manager's close. Return presses OK, Escape Cancel; Tab walks the items.
+/// A text that is too long for its item is refused while it is typed, and a notice tells its limit until
+/// something else is entered. Cancel tells CANCEL, puts the items back to what was last set or applied, and
+/// closes; so does the window manager's close. Return presses OK, Escape Cancel; Tab walks the items.
 class VkPrefDialog : public VkDialogManager {
  public:
   /// The list that is told of answers; the call data is a `const VkDialogReason*`. Its receivers may not
@@ -49,6 +50,9 @@ class VkPrefDialog : public VkDialogManager {
   /// Closes the dialog without telling anybody; nothing is applied.
   void hide() override { close(VkDialogReason::CANCEL); }
 
+  /// Does what the Apply button does. @returns whether the items were applied.
+  bool apply();
+
   /// What a receiver of APPLY may have made of the items. `refused`: nothing; they keep their changes, for
   /// the next Apply. `faulty`: the same, and they are to be corrected: OK doesn't close the dialog, nor is it
   /// told.
@@ -64,7 +68,6 @@ class VkPrefDialog : public VkDialogManager {
   void prepare(const char* message) override;
   void ok() override;
   void cancel() override;
-  void apply();
 
   /// Puts a widget, made below the base widget, between the items and the buttons.
   void addBelowItems(Widget widget);
@@ -78,8 +81,11 @@ class VkPrefDialog : public VkDialogManager {
     Widget row = nullptr;
   };
 
+  void applyPressed() { apply(); }
   void tell(VkDialogReason reason);
   void close(VkDialogReason reason);
+  void itemRefused(VkPrefItem* sender, void* clientData, void* item);
+  void itemShown(VkPrefItem* sender, void* clientData, void* callData);
   void createButtons(Widget form);
   void createNoticeRow(const std::string& name, ShownNotice& shown);
   viewkit::PrefSize noticesSize() const;

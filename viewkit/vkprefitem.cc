@@ -2,6 +2,8 @@
 /// The widgets of the simple items.
 #include "viewkit/vkprefitem.h"
 
+#include <X11/Xutil.h>
+#include <X11/keysym.h>
 #include <Xm/CascadeBG.h>
 #include <Xm/Label.h>
 #include <Xm/PushBG.h>
@@ -14,6 +16,7 @@
 #include <algorithm>
 
 #include "viewkit/forward.h"
+#include "viewkit/textentry.h"
 #include "viewkit/xraii.h"
 
 using items::Item;
@@ -28,11 +31,13 @@ Widget createEntry(Widget menu, const std::string& label) {
                           viewkit::xmString(label).get(), nullptr);
 }
 
+constexpr std::size_t kUndoSteps = 1000;
 constexpr int kWidened = 12;  // columns: the widest that a text field becomes for its text
 
 }  // namespace
 
 const char* const VkPrefItem::shownCallback = "shownCallback";
+const char* const VkPrefItem::refusedCallback = "refusedCallback";
 
 VkPrefItem::VkPrefItem(items::Item& item) : VkComponent(item.name()), item_(item) { item_.watch(this); }
 
@@ -46,6 +51,11 @@ VkPrefItem::~VkPrefItem() {
 void VkPrefItem::shown() {
   showValue();
   callCallbacks(shownCallback, nullptr);
+}
+
+void VkPrefItem::refused(Item& item) {
+  showValue();
+  callCallbacks(refusedCallback, &item);
 }
 
 void VkPrefItem::restyled() {
@@ -79,6 +89,9 @@ void VkPrefText::createWidgets(Widget parent) {
                           XmNcursorPositionVisible, False, XmNnavigationType, XmEXCLUSIVE_TAB_GROUP,
                           nullptr));
   XtAddCallback(baseWidget(), XmNvalueChangedCallback, &Forward<&VkPrefText::typed>::call, this);
+  viewkit::keepControlsOut(baseWidget());
+  XtAddCallback(baseWidget(), XmNmodifyVerifyCallback, &Forward<&VkPrefText::changes>::call, this);
+  XtAddEventHandler(baseWidget(), KeyPressMask, False, &keyHandler, this);
   XtAddCallback(baseWidget(), XmNfocusCallback, &Forward<&VkPrefText::showCursor>::call, this);
   XtAddCallback(baseWidget(), XmNlosingFocusCallback, &Forward<&VkPrefText::hideCursor>::call, this);
 }
@@ -87,8 +100,11 @@ void VkPrefText::showValue() {
   // What is being typed stands there already.
   if (!baseWidget() || getValue() == viewkit::XtText(XmTextFieldGetString(baseWidget())).get()) return;
   // What can't be shown, such as bytes that mean nothing in the user's language, is kept all the same.
+  put(getValue());
+}
+
+void VkPrefText::put(std::string text) {
   showing_ = true;
-  std::string text = getValue();
   XmTextFieldSetString(baseWidget(), text.data());
   showing_ = false;
 }
@@ -102,7 +118,33 @@ void VkPrefText::widen(int columns) {
 }
 
 void VkPrefText::typed() {
-  if (!showing_) edit(viewkit::XtText(XmTextFieldGetString(baseWidget())).get());
+  if (showing_) return;
+  std::string before = getValue();
+  const XmTextPosition cursor = cursor_;
+  edit(viewkit::XtText(XmTextFieldGetString(baseWidget())).get());
+  if (getValue() == before) {  // refused: the field shows again what it did
+    XmTextFieldSetInsertionPosition(baseWidget(), cursor);
+    return;
+  }
+  before_.push_back({std::move(before), cursor});
+  if (before_.size() > kUndoSteps) before_.pop_front();
+}
+
+void VkPrefText::changes(XmTextVerifyCallbackStruct& change) { cursor_ = change.currInsert; }
+
+void VkPrefText::undoTyping() {
+  if (before_.empty()) return;
+  const Before before = std::move(before_.back());
+  before_.pop_back();
+  edit(before.text);
+  XmTextFieldSetInsertionPosition(baseWidget(), before.cursor);
+}
+
+void VkPrefText::keyHandler(Widget, XtPointer self, XEvent* event, Boolean*) {
+  XKeyEvent& key = event->xkey;
+  const unsigned modifiers = key.state & (ControlMask | ShiftMask | Mod1Mask);
+  if (modifiers == ControlMask && XLookupKeysym(&key, 0) == XK_z)
+    static_cast<VkPrefText*>(self)->undoTyping();
 }
 
 void VkPrefText::showCursor() { XtVaSetValues(baseWidget(), XmNcursorPositionVisible, True, nullptr); }

@@ -3,7 +3,9 @@
 #pragma once
 
 #include <X11/Intrinsic.h>
+#include <Xm/Xm.h>
 
+#include <deque>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -28,6 +30,10 @@ class VkPrefItem : public VkComponent, private items::Watcher {
   /// Called whenever the item, or one in it, shows another value, be it that the user changed it or the
   /// program.
   static const char* const shownCallback;
+
+  /// Called when the user enters a text that is longer than the item, or one in it, may hold; the call data
+  /// is the `items::Item*` of that one.
+  static const char* const refusedCallback;
 
   /// Makes the object that shows an item of that kind. The item must outlive it.
   static std::unique_ptr<VkPrefItem> showing(items::Item& item);
@@ -84,6 +90,7 @@ class VkPrefItem : public VkComponent, private items::Watcher {
   friend class VkPrefGroup;
 
   void shown() override;
+  void refused(items::Item& item) override;
   void restyled() override;
 
   std::unique_ptr<items::Item> own_;  // null when the item belongs to a tree
@@ -114,7 +121,8 @@ class VkPrefValue : public VkPrefItem {
   }
 };
 
-/// A field for a line of text.
+/// A field for a line of text. Control characters can't be entered; Ctrl+Z takes back what was entered last,
+/// change by change.
 class VkPrefText : public VkPrefValue<std::string, &items::Value::text> {
  public:
   VkPrefText(const char* name, int columns);
@@ -130,13 +138,25 @@ class VkPrefText : public VkPrefValue<std::string, &items::Value::text> {
   void widen(int columns);
 
  private:
+  /// What stood in the field before a change, and where the cursor was.
+  struct Before {
+    std::string text;
+    XmTextPosition cursor;
+  };
+
   void showValue() override;
+  void put(std::string text);
+  void changes(XmTextVerifyCallbackStruct& change);
   void typed();
+  void undoTyping();
+  static void keyHandler(Widget widget, XtPointer self, XEvent* event, Boolean* goOn);
   // The cursor is shown only in the field that has the focus.
   void showCursor();
   void hideCursor();
 
   bool showing_ = false;
+  std::deque<Before> before_;  // newest last
+  XmTextPosition cursor_ = 0;  // before the change that comes next
 };
 
 /// An on/off switch with its label on it; or, with `forceLabelFormat`, with the label in front like that of

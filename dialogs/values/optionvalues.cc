@@ -124,7 +124,8 @@ void add_item(Item& group, const OptionRow& row) {
     Item& toggle = group.add(ItemKind::toggle, row.name, {.force_label_format = row.flag != nullptr});
     if (row.flag) toggle.set_value({.on = text_of(row.field).find(row.flag) != std::string_view::npos});
   } else {
-    Item& item = group.add(ItemKind::text, row.name, {.columns = row.columns});
+    const std::size_t capacity = row.field(ngops).size() - 1;  // less the terminating zero
+    Item& item = group.add(ItemKind::text, row.name, {.columns = row.columns, .capacity = capacity});
     item.set_value({.text = std::string(text_of(row.field))});
     item.set_activated(!row.only_shown);
   }

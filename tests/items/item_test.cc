@@ -90,6 +90,7 @@ class Notes final : public items::Watcher {
 
  private:
   void shown() override { taken += "shown "; }
+  void refused(Item& item) override { taken += "refused " + item.name() + " "; }
   void restyled() override { taken += "restyled "; }
   Item& item_;
 };
@@ -116,6 +117,22 @@ TEST(Item, TellsTheWatchersOfItsGroups) {
   EXPECT_EQ(of_top.taken, "shown ");
   EXPECT_EQ(of_group.taken, "shown ");
   EXPECT_EQ(of_sibling.taken, "");
+}
+
+TEST(Item, RefusesATextBeyondItsCapacity) {
+  const auto top = item_tree();
+  Item& text = *top->find("group.text");
+  text.look().capacity = 4;
+  const Notes of_top(*top), of_text(text);
+  text.edit({.text = "five5"});
+  EXPECT_EQ(text.text(), "old");
+  EXPECT_FALSE(top->changed());
+  EXPECT_EQ(of_text.taken, "refused text ");
+  EXPECT_EQ(of_top.taken, "refused text ");
+  text.edit({.text = "four"});
+  EXPECT_EQ(text.text(), "four");
+  text.set_value({.text = "what a file holds"});
+  EXPECT_EQ(text.text(), "what a file holds");
 }
 
 TEST(Item, TellsItsWatcherHowItLooks) {
