@@ -7,6 +7,7 @@
 #include <string>
 
 #include "editor/model/currentscene.h"
+#include "editor/model/linkreasons.h"
 #include "editor/model/modifygraph.h"
 #include "editor/model/nodenames.h"
 #include "editor/model/tracedlinks.h"
@@ -53,7 +54,7 @@ void GraphGestures::newArc(SgGraphCallbackStruct& call) {
   VkNode* const parent = VkNode::of(call.parent);
   VkNode* const child = VkNode::of(call.child);
   if (quilAddLink(*qis, parent->name(), child->name()) != 1) {
-    prompts_.warn("Can't add link!");
+    refuse("Can't add link!", why_not_linked(*qis, parent->name(), child->name()));
     return;
   }
   history_.add({.label = "link " + from_to(parent, child), .changes_scene = true});
@@ -78,7 +79,8 @@ void GraphGestures::arcMoved(SgGraphCallbackStruct& call) {
       1) {
     graph_.displayWithChildren(new_parent);
     graph_.doSubtreeLayout(new_parent);
-    prompts_.warn("Can't change link!");
+    refuse("Can't change link!",
+           why_not_moved(*qis, old_child->name(), new_parent->name(), new_child->name()));
     return;
   }
   history_.add({.label = "move link " + from_to(old_parent, old_child), .changes_scene = true});
@@ -108,11 +110,17 @@ void GraphGestures::deleteSelectedLink() {
   std::printf("from %s\n", from->name());
   std::printf("to   %s\n", to->name());
   if (quilDeleteLink(*qis, from->name(), to->name()) != 1) {
-    prompts_.warn("Can't delete link!");
+    refuse("Can't delete link!", std::string(from->name()) + " holds no such reference to " + to->name());
     return;
   }
   history_.add({.label = "delete link " + from_to(from, to), .changes_scene = true});
   graph_.remove(from, to);
+}
+
+void GraphGestures::refuse(const char* text, const std::string& reason) {
+  std::fprintf(stderr, "%s\n", reason.c_str());
+  prompts_.tell(reason);
+  prompts_.warn(text);
 }
 
 void GraphGestures::removeDisplaced(VkNode* parent, const VkNode* child) {

@@ -2,6 +2,8 @@
 /// The gestures with which the user edits links in the graph.
 #pragma once
 
+#include <string>
+
 #include "editor/model/history.h"
 #include "editor/prompts.h"
 #include "viewkit/vkgraph.h"
@@ -37,6 +39,9 @@ class GraphGestures {
   void removeDisplaced(VkNode* parent, const VkNode* child);
 
  private:
+  /// Says why a gesture is refused, then that it is.
+  void refuse(const char* text, const std::string& reason);
+
   VkGraph& graph_;
   Prompts& prompts_;
   History& history_;

@@ -204,6 +204,10 @@ int move_link(Qis& scene, NodeId old_parent, NodeId old_child, NodeId new_parent
   return change_child(scene, old_parent, old_child, new_child.number, sink);
 }
 
+bool can_be_linked(Word parent_kind, Word child_kind) {
+  return find_rule(parent_kind, child_kind) != nullptr;
+}
+
 int isOnly1child(Word parent_kind, Word child_kind) {
   const Reference* kinds = find_reference(parent_kind, child_kind);
   return kinds && kinds->single ? 1 : 0;

@@ -40,5 +40,8 @@ int leave_parent(Qis& scene, NodeId parent, NodeId child, const qi::MessageSink&
 /// Refused, with a message, when the old one isn't there or the new one is.
 int exchange_entry(std::span<Word> entries, Word old_entry, Word new_entry, const qi::MessageSink& sink);
 
+/// Whether an arc can be drawn from a node of the one kind to a node of the other.
+bool can_be_linked(Word parent_kind, Word child_kind);
+
 /// 1 when a parent of this kind refers to at most one child of that kind, else 0.
 int isOnly1child(Word parent_kind, Word child_kind);

@@ -80,8 +80,9 @@ class Session {
   /// A place in the graph: often a node, an arc or its handle.
   Point place(const GraphState& graph) {
     const auto& view = graph.view;
-    std::vector<Point> places{{view.x + 5 + static_cast<int>(below(static_cast<std::size_t>(view.width - 10))),
-                               view.y + 5 + static_cast<int>(below(static_cast<std::size_t>(view.height - 10)))}};
+    std::vector<Point> places{
+        {view.x + 5 + static_cast<int>(below(static_cast<std::size_t>(view.width - 10))),
+         view.y + 5 + static_cast<int>(below(static_cast<std::size_t>(view.height - 10)))}};
     if (!graph.nodes.empty()) places.push_back(any(graph.nodes).box.centre());
     if (!graph.nodes.empty()) places.push_back(any(graph.nodes).box.centre());
     if (!graph.arcs.empty()) {

@@ -374,6 +374,9 @@ TEST_F(OnDisk, TheReasonOfEveryRefusalStandsOnTheStatusLineAndOnStandardError) {
   editor_.answer(kWarning, "OK");
   editor_.open(data("tiny_v1"));
   EXPECT_THAT(statusOf(editor_), testing::Not(HasSubstr("Error"))) << "it is no longer so";
+  editor_.toggleEditMode();
+  editor_.drawArc("mat_0", "shape_0");
+  expect("Can't add link!", "No arc can lead from mat to shape");
   editor_.chooseMenu({"File", "Save As..."});
   editor_.chooseFile(path("no/such.quil"));
   EXPECT_THAT(statusOf(editor_),
