@@ -225,14 +225,17 @@ bool check_file(const std::string& file) {
   Report report{file};
   Qis scene;
   const bool opened = qi::open_scene(file, scene, [&](const qi::Message& message) {
-    std::istringstream lines{text_of(message)};
-    for (std::string line; std::getline(lines, line);) report.finding("message", line);
+    std::istringstream lines{text_of(message) + '\n' + reason_of(message)};
+    for (std::string line; std::getline(lines, line);)
+      if (!line.empty()) report.finding("message", line);
   });
   if (!opened) {
     report.finding("message", "can't be opened");
     return false;
   }
   check_sizes(scene, report);
+  for (const int mode : {qi::kBlocksAsRead, qi::kFromStructures})
+    qi::tell_dropped_bytes(scene, mode, [&](const qi::Message& loss) { report.hint(text_of(loss)); });
   Kinds kinds{scene};
   check_references(scene, kinds, report);
   LoopFinder{scene, report}.run();

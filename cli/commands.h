@@ -20,6 +20,7 @@ struct Arguments {
   std::optional<std::string> script;
   int mode = 2;  ///< of the writer: 1 or 2
   bool dot = false;
+  bool strict = false;             ///< `resave`: not when the save would lose something
   std::vector<std::string> nodes;  ///< `show`: at least one
   int copy = 0;                    ///< `recover`: its number; 0: list them
   bool remove = false;             ///< `recover`: the copy is to go

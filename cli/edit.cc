@@ -1,10 +1,13 @@
 /// @file
 /// `quilscene edit`: a script of edits by the rules of the editor's window.
+#include <array>
+#include <cerrno>
 #include <cinttypes>
 #include <cstdio>
+#include <cstring>
 #include <filesystem>
-#include <fstream>
-#include <iostream>
+#include <sstream>
+#include <string>
 
 #include "cli/commands.h"
 #include "cli/newelement.h"
@@ -13,6 +16,7 @@
 #include "cli/setvalues.h"
 #include "editor/model/recordnames.h"
 #include "editor/model/tracedlinks.h"
+#include "qilib/filehandle.h"
 #include "storage/fileidentity.h"
 
 namespace {
@@ -67,15 +71,29 @@ ScriptRun run_script(Qis& scene, std::istream& script, const char* script_name) 
       return {Outcome::failed, false};
     }
   }
-  if (script.eof()) return {outcome, true};
-  std::fprintf(stderr, "quilscene: can't read %s, nothing is written\n", script_name);
-  return {Outcome::failed, false};
+  return {outcome, true};
 }
 
+ScriptRun cant_read(const char* script_name, Outcome outcome) {
+  std::fprintf(stderr, "quilscene: can't read %s: %s, nothing is written\n", script_name,
+               std::strerror(errno));
+  return {outcome, false};
+}
+
+/// A script that can't be read to its end might lack any of its edits: none is made.
 ScriptRun run_script_of(Qis& scene, const Arguments& arguments) {
-  if (!arguments.script) return run_script(scene, std::cin, "standard input");
-  std::ifstream script{*arguments.script};
-  return run_script(scene, script, arguments.script->c_str());
+  const char* const name = arguments.script ? arguments.script->c_str() : "standard input";
+  qi::File opened;
+  if (arguments.script) opened.reset(std::fopen(name, "r"));
+  std::FILE* const file = arguments.script ? opened.get() : stdin;
+  if (!file) return cant_read(name, Outcome::failed);
+  std::string text;
+  std::array<char, 4096> piece;
+  for (std::size_t n = 0; (n = std::fread(piece.data(), 1, piece.size(), file)) != 0;)
+    text.append(piece.data(), n);
+  if (std::ferror(file)) return cant_read(name, Outcome::wrong_use);
+  std::istringstream script{text};
+  return run_script(scene, script, name);
 }
 
 bool is_same_file(const std::string& one, const std::string& other) {

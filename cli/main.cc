@@ -30,7 +30,8 @@ struct Command {
   Operands operands = Operands::file;
 };
 
-// Letters without a short form on the command line: m (--mode), s (--script), d (--dot), r (--remove).
+// Letters without a short form on the command line: m (--mode), s (--script), d (--dot), r (--remove), t
+// (--strict).
 constexpr Command kCommands[] = {
     {"info", "FILE", "", "version, header, lists with their record counts and bytes, names", info},
     {"check", "FILE...", "", "one line for everything that is wrong or odd in each file", check,
@@ -38,7 +39,7 @@ constexpr Command kCommands[] = {
     {"graph", "[--dot] FILE", "d", "nodes and arcs in their order, or as a Graphviz graph", graph},
     {"show", "FILE NODE...", "", "the items of the nodes' dialogs and their values", show,
      Operands::file_and_nodes},
-    {"resave", "FILE -o OUT [--mode 1|2]", "om", "open and save", resave},
+    {"resave", "FILE -o OUT [--mode 1|2] [--strict]", "omt", "open and save", resave},
     {"edit", "FILE -o OUT [--mode 1|2] [--script S]", "oms", "run a script of edits, then save", edit},
     {"options", "[FILE]", "", "the converters' options and what they add to command lines", options,
      Operands::file_if_any},
@@ -87,13 +88,11 @@ Outcome run_on_copy(const Command& command, Arguments& arguments) {
 
 /// Reads the arguments after the command's name and runs it.
 Outcome run_command(const Command& command, int count, char** words) {
-  static constexpr option kOptions[] = {{"output", required_argument, nullptr, 'o'},
-                                        {"mode", required_argument, nullptr, 'm'},
-                                        {"script", required_argument, nullptr, 's'},
-                                        {"dot", no_argument, nullptr, 'd'},
-                                        {"remove", no_argument, nullptr, 'r'},
-                                        {"help", no_argument, nullptr, 'h'},
-                                        {}};
+  static constexpr option kOptions[] = {
+      {"output", required_argument, nullptr, 'o'}, {"mode", required_argument, nullptr, 'm'},
+      {"script", required_argument, nullptr, 's'}, {"dot", no_argument, nullptr, 'd'},
+      {"remove", no_argument, nullptr, 'r'},       {"strict", no_argument, nullptr, 't'},
+      {"help", no_argument, nullptr, 'h'},         {}};
   Arguments arguments;
   opterr = 0;
   for (int letter = 0; (letter = getopt_long(count, words, ":o:h", kOptions, nullptr)) != -1;) {
@@ -109,6 +108,7 @@ Outcome run_command(const Command& command, int count, char** words) {
     if (letter == 's') arguments.script = optarg;
     if (letter == 'd') arguments.dot = true;
     if (letter == 'r') arguments.remove = true;
+    if (letter == 't') arguments.strict = true;
     if (letter == 'm') {
       const std::string_view mode = optarg;
       if (mode != "1" && mode != "2") return misuse("the mode is 1 or 2, not ", mode);

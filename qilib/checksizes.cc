@@ -39,16 +39,15 @@ class SizeWalk {
     });
 
     about_list("FileHeader");
-    const bool table_alone = mode_ == kFromStructures && has_ext_sizes(scene_.header);
-    const std::uint64_t block1 =
-        table_alone
-            ? sizeof(Header::ExtSizes)
-            : std::max<std::uint64_t>(header.ext_block1_size, std::span(scene_.header.block1).size_bytes());
+    const std::uint64_t as_held = std::span(scene_.header.block1).size_bytes();
+    const std::uint64_t block1 = writes_table_alone(scene_.header, mode_)
+                                     ? sizeof(Header::ExtSizes)
+                                     : std::max<std::uint64_t>(header.ext_block1_size, as_held);
     if (header.ext_block1_size != 0) needed("ext_block1_size", header.ext_block1_size, block1);
     const std::uint64_t header_bytes =
         sizeof header + std::uint64_t{header.ext_block1_size} + header.ext_block2_size;
     needed("header_size", header.header_size, header_bytes);
-    needed("file_size", header.file_size, header_bytes + lists);
+    needed("file_size", header.file_size, header_bytes + lists + scene_.trailing.size());
   }
 
  private:

@@ -6,20 +6,36 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
+#include <cerrno>
+
 namespace qi {
 
 File open_regular(const std::string& path) {
   const int fd = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);  // doesn't wait for a pipe's writer
   struct stat status {};
   File file;
-  if (fd >= 0 && fstat(fd, &status) == 0 && S_ISREG(status.st_mode)) file.reset(fdopen(fd, "rb"));
-  if (fd >= 0 && !file) close(fd);
+  if (fd < 0) return file;
+  if (fstat(fd, &status) == 0) {
+    if (S_ISREG(status.st_mode))
+      file.reset(fdopen(fd, "rb"));
+    else
+      errno = S_ISDIR(status.st_mode) ? EISDIR : 0;
+  }
+  if (!file) {
+    const int reason = errno;
+    close(fd);
+    errno = reason;
+  }
   return file;
 }
 
 File open_to_read(const std::string& path, const MessageSink& sink) {
   File file = open_regular(path);
-  if (!file) sink({.code = MessageCode::no_input});
+  if (!file)
+    sink({.code = MessageCode::no_input,
+          .what = errno == 0 ? "not a regular file" : "",
+          .found = static_cast<unsigned>(errno)});
   return file;
 }
 
@@ -30,6 +46,10 @@ std::unique_ptr<ReplacingFile> open_to_write(const std::string& path, const Mess
     file.reset();
   }
   return file;
+}
+
+std::uint64_t position(std::FILE* file) {
+  return static_cast<std::uint64_t>(std::max<off_t>(ftello(file), 0));
 }
 
 std::uint64_t bytes_left(std::FILE* file) {

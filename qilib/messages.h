@@ -16,7 +16,9 @@ namespace qi {
 /// What a message is about. After each, what its figures `found` and `expected` are.
 enum class MessageCode {
   out_of_memory,
-  no_input,       ///< a file that can't be read
+  no_input,       ///< a file that can't be read. found: the reason, as errno tells it; 0: `what` says it
+  input_failed,   ///< a file that could not be read to its end. found: the reason, as errno tells it
+  input_changed,  ///< a file that was replaced or changed while it was read
   no_output,      ///< a file that can't be written
   output_failed,  ///< a file that could not be written to its end
 
@@ -32,11 +34,13 @@ enum class MessageCode {
   too_large,       ///< bytes of the piece, and those that are left
   no_whole_words,  ///< found: bytes of the piece; below 0 as a signed number
   wrong_length,    ///< bytes of a fixed part, and those that it must have, or have at least
+  no_structure,    ///< bytes of a piece that version 2 needs, and those that it must have at least
   wrong_tag,       ///< the tags
-  wrong_name_tag,  ///< found: the tag of the list of names, even when it is a record's that is wrong
+  wrong_name_tag,  ///< the tag of the list of names, and the one that is wrong, which may be a record's
 
   size_corrected,  ///< a size that was held, and what the writer writes
   size_carried,    ///< a size as the file had it, and what the contents take
+  bytes_dropped,   ///< bytes that a save does not keep, and the mode of that save
 
   // Why an edit was refused, or a part of it.
   no_link,          ///< found: the record number that is not among an array's entries
@@ -66,8 +70,7 @@ struct Message {
   /// Where the piece begins, in bytes from the beginning of what was being read: the file for the header and
   /// for whole lists, the list for what is in it, extension block 1 for a version-2 structure.
   std::optional<std::uint64_t> offset = {};
-  /// Where what was being read begins in the file. Unknown for a version-2 structure, which is read once its
-  /// record is in memory.
+  /// Where what was being read begins in the file; unknown when it is read from memory.
   std::optional<std::uint64_t> base = {};
   WriteError write_error = {};  ///< of a file that can't be written or not to its end; else it is none
 };
@@ -81,6 +84,11 @@ std::string place_of(const Message& message);
 
 /// The message in words: a line, or several with line breaks between them.
 std::string text_of(const Message& message);
+
+/// A further line about a file that can't be opened: why, or where in it (list, record, byte of the file),
+/// what was found and what expected. Empty where the words say all that is known. Of a version-2 structure
+/// that is missing there is nothing but this line.
+std::string reason_of(const Message& message);
 
 /// The sink that prints: traces on standard output, all else on standard error. Takes memory only for
 /// `write_error`.

@@ -1,7 +1,9 @@
 /// @file
 /// Opening scene files: header, core lists, version-2 structures, extension lists.
 #include <algorithm>
+#include <cerrno>
 #include <cstddef>
+#include <optional>
 
 #include "qilib/checksizes.h"
 #include "qilib/files.h"
@@ -10,6 +12,7 @@
 #include "qilib/opensave.h"
 #include "qilib/reader.h"
 #include "qilib/sizes.h"
+#include "qilib/writer.h"
 
 namespace qi {
 namespace {
@@ -60,7 +63,7 @@ bool has_bytes(std::FILE* file, std::uint64_t bytes, std::string_view what, cons
           .what = what,
           .found = bytes,
           .expected = left,
-          .offset = static_cast<std::uint64_t>(std::ftell(file)),
+          .offset = position(file),
           .base = 0});
   return bytes <= left;
 }
@@ -71,13 +74,28 @@ bool read_block(std::FILE* file, Words& block, Word size, std::string_view what,
           .list = kFileHeader,
           .what = what,
           .found = size,
-          .offset = static_cast<std::uint64_t>(std::ftell(file)),
+          .offset = position(file),
           .base = 0});
     return false;
   }
   if (!has_bytes(file, size, what, sink)) return false;
   block.resize(size / sizeof(Word));
-  return freadEndianSwap4(block.data(), size, file) == size;
+  errno = 0;
+  if (freadEndianSwap4(block.data(), size, file) == size) return true;
+  sink({.code = MessageCode::input_failed, .found = static_cast<unsigned>(errno)});
+  return false;
+}
+
+/// Makes the extension list size table; a message when a version-2 file has nothing to make it from.
+bool has_table(Header& header, const MessageSink& sink) {
+  if (qiSetupFileHeaderExt(header)) return true;
+  sink({.code = MessageCode::no_structure,
+        .list = kFileHeader,
+        .what = "extension block 1",
+        .expected = sizeof(Header::ExtSizes),
+        .offset = offsetof(Header::Fixed, ext_block1_size),
+        .base = 0});
+  return false;
 }
 
 int read_file_header(std::FILE* file, Header& header, const MessageSink& sink) {
@@ -88,7 +106,14 @@ int read_file_header(std::FILE* file, Header& header, const MessageSink& sink) {
   if (!whole) has_bytes(file, sizeof header.fixed, "fixed part", sink);
   return whole && read_block(file, header.block1, header.fixed.ext_block1_size, "extension block 1", sink) &&
          read_block(file, header.block2, header.fixed.ext_block2_size, "extension block 2", sink) &&
-         qiSetupFileHeaderExt(header) && good;
+         has_table(header, sink) && good;
+}
+
+/// Whether the file is still the one that the scene's core lists were read from; a message when it isn't.
+bool is_unchanged(std::FILE* file, const Qis& scene, const MessageSink& sink) {
+  if (!scene.read_from || storage::identity_of(fileno(file)) == scene.read_from) return true;
+  sink({.code = MessageCode::input_changed});
+  return false;
 }
 
 /// Reads the core lists or the extension lists, up to the first that fails.
@@ -101,45 +126,111 @@ int read_lists(std::FILE* file, Qis& scene, bool extension, const MessageSink& s
   return result;
 }
 
+/// Keeps what follows the last list of a version-2 file.
+bool read_trailing(std::FILE* file, Qis& scene, const MessageSink& sink) {
+  Message message{.code = MessageCode::too_large,
+                  .list = kFileHeader,
+                  .what = "data after the last list",
+                  .found = bytes_left(file),
+                  .offset = position(file),
+                  .base = 0};
+  scene.trailing.resize(static_cast<std::size_t>(message.found));
+  errno = 0;
+  message.expected = std::fread(scene.trailing.data(), 1, scene.trailing.size(), file);
+  if (message.expected == scene.trailing.size()) return true;
+  if (std::ferror(file)) message = {.code = MessageCode::input_failed, .found = static_cast<unsigned>(errno)};
+  sink(message);
+  return false;
+}
+
 /// Empties the scene, once the file could be opened, and reads the version-1 part into it.
 /// @returns nothing when the file could not be opened: what the scene holds is not this file's.
-std::optional<int> open_version1(const std::string& filename, Qis& scene, const MessageSink& sink) {
-  const File file = open_to_read(filename, sink);
+/// @param file  is opened, and stays so that no other file can get its inode before it is opened again
+std::optional<int> open_version1(const std::string& filename, Qis& scene, File& file,
+                                 const MessageSink& sink) {
+  file = open_to_read(filename, sink);
   if (!file) return std::nullopt;
   Qis empty;
   empty.filename = filename;  // aside: the name may be the scene's own
+  empty.read_from = storage::identity_of(fileno(file.get()));
   scene = std::move(empty);
-  return read_file_header(file.get(), scene.header, sink) && read_lists(file.get(), scene, false, sink);
+  if (!read_file_header(file.get(), scene.header, sink) || !read_lists(file.get(), scene, false, sink))
+    return 0;
+  const bool ends_here = qiQUILver(scene.header) == kVersion2 && !has_ext_sizes(scene.header);
+  return (!ends_here || read_trailing(file.get(), scene, sink)) && is_unchanged(file.get(), scene, sink);
+}
+
+/// Where the extension block 1 of a record stands in the file.
+std::uint64_t block1_offset(const Qis& scene, std::string_view list_name, std::size_t number) {
+  std::uint64_t offset = scene.header.fixed.header_size;
+  bool reached = false;
+  for_each_list(scene, [&](const ListInfo& info, const auto& list) {
+    reached = reached || info.name == list_name;
+    if (!reached) offset += list_bytes(scene.header, info);
+    if (info.name != list_name) return;
+    CountSink count;
+    Emitter emitter(count, kBlocksAsRead);
+    const auto up_to_block1 = [&](const auto& record) {
+      walk(emitter, record);
+      if constexpr (requires { record.ext; })
+        offset -= std::uint64_t{record.fixed.block1_size} + record.fixed.block2_size;
+    };
+    if constexpr (requires { list.fixed; }) {
+      up_to_block1(list);
+    } else if constexpr (requires { list.records; }) {
+      emitter.fixed(list.header);
+      emitter.words(list.sizes, list.header.count);
+      for (std::size_t i = 0; i < number; ++i) walk(emitter, list.records[i]);
+      up_to_block1(list.records[number]);
+    }
+    offset += count.total();
+  });
+  return offset;
 }
 
 /// Makes the version-2 structures, list by list, up to the first list that fails.
 int setup_version2_structures(Qis& scene, const MessageSink& sink) {
+  const MessageSink placing_sink = [&](Message message) {
+    message.base = block1_offset(scene, message.list, message.record.value_or(0));
+    sink(message);
+  };
   int result = 1;
   for_each_list(scene, [&]<class L>(const ListInfo& info, L& list) {
     using Record = typename RecordIn<L>::Type;
-    if constexpr (requires(Record r) { r.ext; }) result = result && SetupExt<Record>{info.name}(list, sink);
+    if constexpr (requires(Record r) { r.ext; })
+      result = result && SetupExt<Record>{info.name}(list, placing_sink);
   });
   return result;
 }
 
+/// Opens the file again by its name: another one, or a new version, may stand there by now.
 int open_extension_lists(Qis& scene, const MessageSink& sink) {
   const File file = open_to_read(scene.filename, sink);
-  if (!file) return 0;
-  if (fseeko(file.get(), static_cast<off_t>(qiSizeofQUIL1file(scene.header)), SEEK_SET) != 0) return 0;
-  return read_lists(file.get(), scene, true, sink);
+  if (!file || !is_unchanged(file.get(), scene, sink)) return 0;
+  if (fseeko(file.get(), static_cast<off_t>(qiSizeofQUIL1file(scene.header)), SEEK_SET) != 0) {
+    sink({.code = MessageCode::input_failed, .found = static_cast<unsigned>(errno)});
+    return 0;
+  }
+  return read_lists(file.get(), scene, true, sink) && read_trailing(file.get(), scene, sink) &&
+         is_unchanged(file.get(), scene, sink);
 }
-
-}  // namespace
 
 /// The lists and structures of a file of either version.
 int open_lists(const std::string& filename, Qis& scene, const MessageSink& sink) {
-  const std::optional<int> result = open_version1(filename, scene, sink);
+  File file;
+  const std::optional<int> result = open_version1(filename, scene, file, sink);
   if (!result) return 0;
   if (qiQUILver(scene.header) != kVersion2) return *result;
-  if (!setup_version2_structures(scene, sink)) return 0;
+  // In lists that could not be read, structures are missing for a reason that has been told.
+  const MessageSink all_but_missing = [&](const Message& message) {
+    if (message.code != MessageCode::no_structure) sink(message);
+  };
+  if (!setup_version2_structures(scene, *result ? sink : all_but_missing)) return 0;
   if (!has_ext_sizes(scene.header)) return *result;
   return open_extension_lists(scene, sink) ? *result : 0;
 }
+
+}  // namespace
 
 int open_scene(const std::string& filename, Qis& scene, const MessageSink& sink) {
   return guarded(sink, [&] {
@@ -171,8 +262,10 @@ int qiSetFilename(const std::string& filename, Qis& scene) {
 }
 
 int qiOpenQb1(const std::string& filename, Qis& scene) {
-  return qi::guarded(qi::print_message,
-                     [&] { return qi::open_version1(filename, scene, qi::print_message).value_or(0); });
+  return qi::guarded(qi::print_message, [&] {
+    qi::File file;
+    return qi::open_version1(filename, scene, file, qi::print_message).value_or(0);
+  });
 }
 
 int qiOpenQb2Ext(Qis& scene) {

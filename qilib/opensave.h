@@ -2,6 +2,7 @@
 /// Whole scene files: opening one into a scene, and saving a scene.
 #pragma once
 
+#include <cstdint>
 #include <cstdio>
 #include <string>
 
@@ -20,6 +21,11 @@ int open_scene(const std::string& filename, Qis& scene, const MessageSink& sink)
 ///              structures.
 /// @returns 1, or 0 after a message when the file can't be written.
 int save_scene(const Qis& scene, int mode, const MessageSink& sink);
+
+/// Tells what a save in that mode would not keep of what was opened, if it is so: mode 2 writes the extension
+/// list size table alone in place of a longer header block 1. A save tells it, too.
+/// @returns the bytes.
+std::uint64_t tell_dropped_bytes(const Qis& scene, int mode, const MessageSink& sink);
 
 }  // namespace qi
 
@@ -49,7 +55,8 @@ int qiWriteQb2(const Qis& scene);
 int qiSaveAsQb(Qis& scene, const std::string& filename);
 int qiSaveAsQb2(Qis& scene, const std::string& filename);
 
-/// Writes the whole scene where the file stands. @returns 1, or 0 when a write failed.
+/// Writes the whole scene, with what followed the last list of its file, where the file stands. @returns 1,
+/// or 0 when a write failed.
 int qiWriteScene(std::FILE* file, const Qis& scene, int mode);
 
 /// Writes the header and its extension blocks. @returns 1, or 0 when a write failed.

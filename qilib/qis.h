@@ -4,12 +4,15 @@
 
 #include <array>
 #include <compare>
+#include <cstddef>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "qilib/extrecords.h"
 #include "qilib/records.h"
 #include "qilib/words.h"
+#include "storage/fileidentity.h"
 
 namespace qi {
 
@@ -124,4 +127,8 @@ struct Qis {
   /// What the file's own sizes differed by when it was opened, sorted. No edit changes it: what an edit adds
   /// to the contents it adds to the size words.
   std::vector<qi::CarriedSize> carried_sizes;
+  /// In version 2: the bytes after the last list that was read, as they stand in the file.
+  std::vector<std::byte> trailing;
+  /// The file that the core lists were read from: the extension lists must come from the same one.
+  std::optional<storage::FileIdentity> read_from;
 };

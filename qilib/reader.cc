@@ -2,6 +2,7 @@
 /// Reading: a list's way from the file into the scene.
 #include "qilib/reader.h"
 
+#include <cerrno>
 #include <memory>
 
 #include "qilib/files.h"
@@ -25,7 +26,7 @@ int set_up(Qis& scene, std::string_view list_name, std::span<const Word> words, 
 }  // namespace
 
 int read_list(std::FILE* file, Word size, Qis& scene, std::string_view list_name, const MessageSink& sink) {
-  const auto begin = static_cast<std::uint64_t>(std::ftell(file));
+  const std::uint64_t begin = position(file);
   const MessageSink placing_sink = [&](Message message) {
     message.base = begin;
     sink(message);
@@ -42,9 +43,12 @@ int read_list(std::FILE* file, Word size, Qis& scene, std::string_view list_name
     message.code = MessageCode::no_whole_words;
   } else if (size <= message.expected) {
     const auto words = std::make_unique_for_overwrite<Word[]>(size / sizeof(Word));
+    errno = 0;
     message.expected = freadEndianSwap4(words.get(), size, file);
     if (message.expected == size)
       return set_up(scene, list_name, {words.get(), size / sizeof(Word)}, placing_sink);
+    if (std::ferror(file))
+      message = {.code = MessageCode::input_failed, .found = static_cast<unsigned>(errno)};
   }
   sink(message);
   return 0;

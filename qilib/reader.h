@@ -227,7 +227,7 @@ class Reader {
     fail_fixed(MessageCode::wrong_length, found, expected);
   }
   void name_tag_is(Word found, Word tag1, Word tag2) {
-    if (found != tag1 && found != tag2) fail_fixed(MessageCode::wrong_name_tag, name_list_tag_, 0);
+    if (found != tag1 && found != tag2) fail_fixed(MessageCode::wrong_name_tag, name_list_tag_, found);
   }
 
   ListCursor cursor_;
@@ -278,14 +278,18 @@ struct ResetList {
 };
 
 /// Parses extension block 1 of version-2 records into the structures beside them. A record without a block
-/// has no structure; it fails the set-up, without a message, once the other records have been tried.
+/// has no structure; it fails the set-up once the other records have been tried. Of what fails in a list, the
+/// first is told.
 template <class R>
 struct SetupExt {
   std::string_view list_name;
   int operator()(List<R>& list, const MessageSink& sink = print_message) const {
     int result = 1;
+    const MessageSink first_alone = [&](const Message& message) {
+      if (result) sink(message);
+    };
     for (std::size_t i = 0; i < list.records.size(); ++i)
-      if (!one(list.records[i], i, sink)) result = 0;
+      if (!one(list.records[i], i, first_alone)) result = 0;
     return result;
   }
   int operator()(R& record, const MessageSink& sink = print_message) const { return one(record, 0, sink); }
@@ -293,7 +297,15 @@ struct SetupExt {
  private:
   int one(R& record, std::size_t number, const MessageSink& sink) const {
     record.ext.reset();
-    if (record.fixed.block1_size == 0) return 0;
+    if (record.fixed.block1_size == 0) {
+      sink({.code = MessageCode::no_structure,
+            .list = list_name,
+            .record = number,
+            .what = "extension block 1",
+            .expected = sizeof record.ext->head,
+            .offset = 0});
+      return 0;
+    }
     Reader reader(record.block1, list_name, number);
     auto& ext = record.ext.emplace();
     walk(reader, ext, tiles_of(record));

@@ -2,6 +2,7 @@
 /// Saving scene files: header, core lists, extension lists.
 #include <cerrno>
 #include <limits>
+#include <span>
 
 #include "qilib/files.h"
 #include "qilib/guarded.h"
@@ -36,7 +37,10 @@ int qi::save_scene(const Qis& scene, int mode, const MessageSink& sink) {
   return guarded(sink, [&] {
     const auto file = open_to_write(scene.filename, sink);
     if (!file) return 0;
-    if (qiWriteScene(file->stream(), scene, mode) && file->commit()) return 1;
+    if (qiWriteScene(file->stream(), scene, mode) && file->commit()) {
+      tell_dropped_bytes(scene, mode, sink);
+      return 1;
+    }
     WriteError error = file->error();
     if (!error) error = {errno, WriteStep::write, scene.filename};  // too large for its size word
     sink({.code = MessageCode::output_failed, .write_error = error});
@@ -44,10 +48,23 @@ int qi::save_scene(const Qis& scene, int mode, const MessageSink& sink) {
   });
 }
 
+std::uint64_t qi::tell_dropped_bytes(const Qis& scene, int mode, const MessageSink& sink) {
+  const Header& header = scene.header;
+  if (!writes_table_alone(header, mode)) return 0;
+  const std::uint64_t bytes = std::span(header.block1).size_bytes() - sizeof header.ext_sizes;
+  if (bytes != 0)
+    sink({.code = MessageCode::bytes_dropped,
+          .list = "FileHeader",
+          .what = "header extension block 1, after the extension list size table,",
+          .found = bytes,
+          .expected = static_cast<unsigned>(mode)});
+  return bytes;
+}
+
 int qiWriteFileHeaderExt(std::FILE* file, const qi::Header& header, int mode) {
   qi::FileSink sink(file);
   qi::Emitter<qi::FileSink> emitter(sink, mode);
-  if (mode == qi::kFromStructures && qi::has_ext_sizes(header) && header.fixed.ext_block1_size != 0) {
+  if (qi::writes_table_alone(header, mode)) {
     emitter.fixed(header.ext_sizes);
   } else {
     emitter.block(header.block1, header.fixed.ext_block1_size);
@@ -70,7 +87,9 @@ int qiWriteQb2Ext(std::FILE* file, const Qis& scene) {
 
 int qiWriteScene(std::FILE* file, const Qis& scene, int mode) {
   return qiWriteFileHeader(file, scene.header, mode) && write_lists(file, scene, mode, false) &&
-         qiWriteQb2Ext(file, scene) && size_fits(file);
+         qiWriteQb2Ext(file, scene) &&
+         std::fwrite(scene.trailing.data(), 1, scene.trailing.size(), file) == scene.trailing.size() &&
+         size_fits(file);
 }
 
 int qiWriteQb(const Qis& scene) { return qi::save_scene(scene, qi::kBlocksAsRead, qi::print_message); }

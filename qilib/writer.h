@@ -81,6 +81,11 @@ bool writes_structure(const R& record, int mode) {
   return record.ext && size != 0 && (mode == kFromStructures || record.block1.size() * sizeof(Word) != size);
 }
 
+/// Whether the extension list size table takes the place of header extension block 1, however long that was.
+inline bool writes_table_alone(const Header& header, int mode) {
+  return mode == kFromStructures && has_ext_sizes(header) && header.fixed.ext_block1_size != 0;
+}
+
 /// Emits the pieces of records in file order: the Io of the walks (see walk.h) that writes. Every piece
 /// takes the room that its count or size word states: one that holds less is filled up with zeros.
 template <class Sink>

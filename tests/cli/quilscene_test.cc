@@ -135,7 +135,10 @@ TEST_F(Quilscene, CheckReportsWhatTheReaderSays) {
   put("bad.quil", with_word(TinyObject{}.file, 8, 1));
   const Ran ran = run("check bad.quil");
   EXPECT_EQ(ran.status, 1);
-  EXPECT_EQ(ran.out, "bad.quil: message: tag error.\nbad.quil: message: can't be opened\n");
+  EXPECT_EQ(ran.out,
+            "bad.quil: message: tag error.\n"
+            "bad.quil: message: FileHeader, byte 8: header_tag 0x00000001, expected 0\n"
+            "bad.quil: message: can't be opened\n");
   EXPECT_THAT(ran.err, IsEmpty());
 }
 
@@ -340,13 +343,61 @@ INSTANTIATE_TEST_SUITE_P(Rows, WellFormedScript,
                                          WellFormedRow{"TrailingComment", "delete obj_0 mat_0 # no more\n"}),
                          CaseName{});
 
-TEST_F(Quilscene, UnreadableScriptFailsAndWritesNothing) {
-  for (const char* script : {"missing", "."}) {
-    const Ran ran = run("edit " + scene_path("tiny_v1") + " -o out.quil --script " + script);
-    EXPECT_EQ(ran.status, 1) << script;
-    EXPECT_THAT(ran.err, HasSubstr("can't read"));
+TEST_F(Quilscene, MissingScriptFailsAndWritesNothing) {
+  const Ran ran = run("edit " + scene_path("tiny_v1") + " -o out.quil --script missing");
+  EXPECT_EQ(ran.status, 1);
+  EXPECT_THAT(ran.err, HasSubstr("can't read missing: No such file or directory"));
+  EXPECT_FALSE(exists("out.quil"));
+}
+
+TEST_F(Quilscene, AScriptThatCannotBeReadToItsEndEndsWithStatus2AndWritesNothing) {
+  // This process's memory: a read at address 0 fails.
+  for (const auto& [option, input] : {std::pair{"--script .", ""}, {"", "<."}, {"", "</proc/self/mem"}}) {
+    SCOPED_TRACE(std::string{option} + input);
+    const Ran ran = run("edit " + scene_path("tiny_v1") + " -o out.quil " + option, input);
+    EXPECT_EQ(ran.status, 2);
+    EXPECT_THAT(ran.err, HasSubstr("can't read "));
+    EXPECT_THAT(ran.out, IsEmpty());
     EXPECT_FALSE(exists("out.quil"));
   }
+}
+
+// What a save would lose.
+
+class LongHeaderBlock : public Quilscene {
+ protected:
+  /// tiny_v2 with 4 bytes more in header block 1.
+  LongHeaderBlock() {
+    file_ = read_file(scene_path("tiny_v2"));
+    for (const std::size_t offset : {4, 12, 92}) file_ = with_word(file_, offset, word_at(file_, offset) + 4);
+    file_.insert(100 + 36, "more");
+    put("long.quil", file_);
+  }
+  std::string file_;
+};
+
+TEST_F(LongHeaderBlock, CheckTellsWhatASaveDrops) {
+  const Ran ran = run("check long.quil");
+  EXPECT_EQ(ran.status, 0);
+  EXPECT_THAT(ran.out, AllOf(HasSubstr("long.quil: hint: 4 bytes of header extension block 1"),
+                             HasSubstr("save in mode 2\n"), Not(HasSubstr("mode 1"))));
+}
+
+TEST_F(LongHeaderBlock, ResaveTellsWhatItDrops) {
+  const Ran ran = run("resave long.quil -o out.quil");
+  EXPECT_EQ(ran.status, 0);
+  EXPECT_THAT("\n" + ran.err, HasSubstr("\n4 bytes of header extension block 1"));
+  EXPECT_TRUE(written("out.quil") == read_file(scene_path("tiny_v2")));
+}
+
+TEST_F(LongHeaderBlock, StrictResaveRefusesToDropAnything) {
+  const Ran refused = run("resave long.quil -o out.quil --strict");
+  EXPECT_EQ(refused.status, 1);
+  EXPECT_THAT(refused.err,
+              AllOf(StartsWith("4 bytes of header extension block 1"), HasSubstr("nothing is written")));
+  EXPECT_FALSE(exists("out.quil"));
+  EXPECT_EQ(run("resave long.quil -o out.quil --strict --mode 1").status, 0);
+  EXPECT_TRUE(written("out.quil") == file_);
 }
 
 TEST_F(Quilscene, NodesThatAreNoneAreRefused) {

@@ -44,7 +44,8 @@ class Messages : public testing::TestWithParam<MessageCase> {};
 TEST_P(Messages, ArePrintedInTheseWords) {
   EXPECT_EQ(text_of(GetParam().message), GetParam().text);
   const Printed printed = printed_by([] { print_message(GetParam().message); });
-  const std::string line = std::string(GetParam().text) + "\n";
+  std::string line = std::string(GetParam().text) + "\n";
+  if (const std::string reason = reason_of(GetParam().message); !reason.empty()) line += reason + "\n";
   EXPECT_EQ(printed.out, GetParam().trace ? line : "");
   EXPECT_EQ(printed.err, GetParam().trace ? "" : line);
 }
@@ -156,8 +157,12 @@ TEST(Printing, IsWhatOpeningAndReadingDo) {
   const qi::File file = qi::open_regular(name);
   Qis scene;
   const std::string header =
-      "5155494c\nUnknown version number.\nfile size 4 0\nData file size is incorrect - extra data.\n"
+      "5155494c\nUnknown version number.\n"
+      "FileHeader, byte 0: version 0x5155494c, expected 0x0100 or 0x0200 in its low half\n"
+      "file size 4 0\nData file size is incorrect - extra data.\n"
+      "FileHeader, byte 4: file_size 0, expected 4\n"
       "Incorrect file header size.\n"
+      "FileHeader, byte 12: header_size 0, expected 100\n"
       "FileHeader: fixed part of 100 bytes at offset 4 exceeds the 0 bytes left\n";
   EXPECT_EQ(printed_by([&] { EXPECT_EQ(qiOpenQb(name, scene), 0); }).err, header);
   EXPECT_EQ(printed_by([&] { EXPECT_EQ(qiOpenQb1(name, scene), 0); }).err, header);

@@ -3,9 +3,15 @@
 #include <gmock/gmock.h>
 #include <sys/stat.h>
 
+#include <array>
+#include <atomic>
 #include <functional>
+#include <map>
 #include <optional>
+#include <thread>
 
+#include "qilib/builders.h"
+#include "qilib/checksizes.h"
 #include "qilib/files.h"
 #include "qilib/forwards.h"
 #include "qilib/opensave.h"
@@ -26,6 +32,10 @@ using testing::internal::GetCapturedStderr;
 // Byte offsets of header words.
 constexpr std::size_t kVersionAt = 0, kFileSizeAt = 4, kTagAt = 8, kHeaderSizeAt = 12, kListNumAt = 16,
                       kBlock1SizeAt = 92, kBlock2SizeAt = 96;
+
+void put_word(std::string& file, std::size_t offset, std::size_t word) {
+  file.replace(offset, sizeof(Word), Bytes{}.u32(static_cast<Word>(word)).str());
+}
 
 class Open : public testing::Test {
  protected:
@@ -199,10 +209,11 @@ TEST_F(Open, Version2FilesAreNotSummed) {
   EXPECT_EQ(said_, "");
 }
 
-TEST_F(Open, AnEmptyHeaderBlock1FailsAVersion2FileWithoutAMessage) {
+TEST_F(Open, AnEmptyHeaderBlock1FailsAVersion2FileWithNothingButWhere) {
   FileBytes file = version1();
   EXPECT_EQ(open(file.bytes().put(kVersionAt, 0x0200)), 0);
   EXPECT_EQ(said_, "");
+  EXPECT_EQ(told_.reasons(), "FileHeader, byte 92: extension block 1 of 0 bytes, expected at least 36\n");
 }
 
 TEST_F(Open, ExtensionListsStandAfterTheVersion1Part) {
@@ -266,6 +277,7 @@ TEST_F(Open, AWrongRecordTagKeepsTheRecordsBefore) {
   file.core[0] = kinds::scene();
   EXPECT_EQ(open(file.bytes()), 0);
   EXPECT_EQ(said_, "irregular tag ! 0x00100200 != 0x00100100\n");
+  EXPECT_EQ(told_.reasons(), "EnvList: record 1, byte 292: tag 0x00100200, expected 0x00100100\n");
   ASSERT_GE(scene_.env_list.records.size(), 1u);
   EXPECT_EQ(scene_.env_list.records[0].fixed.tag, 0x00100100u);
   EXPECT_EQ(scene_.env_list.records[0].fixed.size, 68u);
@@ -355,12 +367,14 @@ TEST_F(Open, NameListsAcceptEitherTag) {
   EXPECT_EQ(scene_.ext.external_name_list.records.size(), 2u);
 }
 
-TEST_F(Open, AVersion2SceneWithoutAStructureFailsWithoutAMessage) {
+TEST_F(Open, AVersion2SceneWithoutAStructureFailsWithNothingButWhere) {
   FileBytes file = version2();
   const Bytes scene = Bytes{}.u32s({0x00010000, 44, 44, 0, 0, 0, 0, 0, 0, 0, 0});
   file.core[0] = scene;
   EXPECT_EQ(open(file.bytes()), 0);
   EXPECT_EQ(said_, "");
+  EXPECT_EQ(told_.reasons(),
+            "SceneList: record 0, byte 180: extension block 1 of 0 bytes, expected at least 20\n");
 }
 
 TEST_F(Open, AScenesStructureMayBeNoMoreThanItsFiveWords) {
@@ -378,6 +392,8 @@ TEST_F(Open, ARecordWithoutAStructureFailsAfterTheRecordsAfterIt) {
   file.core[4] = bytes_of_list(0x00020000, {bare, kinds::obj2(1)});
   EXPECT_EQ(open(file.bytes()), 0);
   EXPECT_EQ(said_, "");
+  EXPECT_EQ(told_.reasons(),
+            "ObjList: record 0, byte 364: extension block 1 of 0 bytes, expected at least 28\n");
   EXPECT_FALSE(scene_.obj_list.records[0].ext);
   EXPECT_TRUE(scene_.obj_list.records[1].ext);
   EXPECT_TRUE(scene_.ext.chain_root_list.records.empty());
@@ -390,7 +406,8 @@ TEST_F(Open, AStructureThatNeedsMoreThanItsBlockFailsWithALine) {
   EXPECT_EQ(open(file.bytes()), 0);
   EXPECT_THAT(said_, testing::MatchesRegex("ObjList: record 1: array of 3600 bytes at offset 28 exceeds the "
                                            "[0-9]+ bytes left\n"));
-  EXPECT_EQ(told_.messages.at(0).base, std::nullopt) << "an offset in the block, wherever that stood";
+  EXPECT_THAT(told_.reasons(),
+              HasSubstr("ObjList: record 1, byte 552: array of 3600 bytes, expected at most "));
 }
 
 TEST_F(Open, VersionTwoSetupsAfterAFailedPartAreHarmlessOnPartlyFilledLists) {
@@ -424,12 +441,16 @@ TEST_F(Open, WhatCannotBeOpenedLeavesTheSceneAsItWas) {
   ASSERT_EQ(open(version2().bytes()), 1);
   const std::string before = written(scene_, 2);
   ASSERT_EQ(mkfifo((scratch_ / "pipe").c_str(), 0600), 0);
-  for (const std::string& name : {scratch_ / "missing", scratch_.path().string(), scratch_ / "pipe",
-                                  std::string("/dev/null"), std::string()}) {
+  const std::string missing = "No such file or directory", irregular = "not a regular file";
+  for (const auto& [name, reason] : std::map<std::string, std::string>{{scratch_ / "missing", missing},
+                                                                       {scratch_.path(), "Is a directory"},
+                                                                       {scratch_ / "pipe", irregular},
+                                                                       {"/dev/null", irregular},
+                                                                       {"", missing}}) {
     SCOPED_TRACE(name);
     CaptureStderr();
     EXPECT_EQ(qiOpenQb(name, scene_), 0);
-    EXPECT_EQ(GetCapturedStderr(), "Input File Open Error\n");
+    EXPECT_EQ(GetCapturedStderr(), "Input File Open Error\n" + reason + "\n");
     EXPECT_TRUE(written(scene_, 2) == before);
     EXPECT_EQ(scene_.filename, file_);
   }
@@ -461,7 +482,7 @@ TEST_F(Open, ExtensionListsOfAFileThatIsGoneFail) {
   std::filesystem::remove(file_);
   CaptureStderr();
   EXPECT_EQ(qiOpenQb2Ext(scene_), 0);
-  EXPECT_EQ(GetCapturedStderr(), "Input File Open Error\n");
+  EXPECT_EQ(GetCapturedStderr(), "Input File Open Error\nNo such file or directory\n");
 }
 
 TEST_F(Open, AFileThatShrankMeanwhileFailsItsExtensionLists) {
@@ -470,7 +491,112 @@ TEST_F(Open, AFileThatShrankMeanwhileFailsItsExtensionLists) {
   std::filesystem::resize_file(file_, qiSizeofQUIL1file(scene_.header) + 8);
   CaptureStderr();
   EXPECT_EQ(qiOpenQb2Ext(scene_), 0);
-  EXPECT_THAT(GetCapturedStderr(), HasSubstr("ChainRootList: list of "));
+  EXPECT_EQ(GetCapturedStderr(), "The file was replaced or changed while it was read.\n");
+}
+
+TEST_F(Open, AFileThatWasReplacedMeanwhileFailsItsExtensionLists) {
+  write_file(file_, version2().bytes().str());
+  ASSERT_EQ(qiOpenQb1(file_, scene_), 1);
+  write_file(scratch_ / "new", version2().bytes().str());
+  std::filesystem::rename(scratch_ / "new", file_);
+  CaptureStderr();
+  EXPECT_EQ(qiOpenQb2Ext(scene_), 0) << "the same bytes, but another file";
+  EXPECT_EQ(GetCapturedStderr(), "The file was replaced or changed while it was read.\n");
+}
+
+/// Another program renames new versions over the file: each opening sees one version, whole, or fails.
+TEST_F(Open, AFileThatIsReplacedAllTheTimeIsReadAsOne) {
+  FileBytes other = version2();
+  for (Bytes* list : {&other.core[4], &other.ext[5]}) list->put(24 + 8 + 4 * 4, 77);  // word 4 of a record
+  const std::array<std::string, 2> versions = {version2().bytes().str(), other.bytes().str()};
+  write_file(file_, versions[0]);
+  std::atomic<bool> done = false;
+  std::thread replacer([&] {
+    for (std::size_t i = 0; !done; ++i) {
+      write_file(scratch_ / "new", versions[i % 2]);
+      std::filesystem::rename(scratch_ / "new", file_);
+    }
+  });
+  int whole = 0;
+  for (int i = 0; i < 300; ++i) {
+    Qis scene;
+    if (!qi::open_scene(file_, scene, ignore_message)) continue;
+    ++whole;
+    EXPECT_THAT(versions, testing::Contains(written(scene, 1)));
+  }
+  done = true;
+  replacer.join();
+  EXPECT_EQ(qi::open_scene(file_, scene_, ignore_message), 1);
+  RecordProperty("whole", whole);
+}
+
+// What no list claims.
+
+TEST_F(Open, BytesAfterTheLastListComeBackInBothModes) {
+  const std::string bytes = version2().bytes().str();
+  for (const std::size_t stray : {1u, 16u, 5000u}) {
+    std::string file = bytes + std::string(stray, 'x');
+    put_word(file, kFileSizeAt, file.size());
+    ASSERT_EQ(open(file), 1);
+    for (const int mode : {1, 2}) {
+      EXPECT_EQ(qi::correct_sizes(scene_, mode, ignore_message), 0);
+      EXPECT_TRUE(written(scene_, mode) == file) << stray << " in mode " << mode;
+      EXPECT_EQ(qi::tell_dropped_bytes(scene_, mode, ignore_message), 0u);
+    }
+    ASSERT_GT(qiAddJoint(scene_), 0u);
+    qi::correct_sizes(scene_, 2, ignore_message);
+    ASSERT_EQ(open(written(scene_, 2)), 1);
+    EXPECT_EQ(scene_.ext.joint_list.records.size(), 1u);
+    EXPECT_EQ(scene_.trailing.size(), stray);
+  }
+}
+
+TEST_F(Open, ExtensionListsThatAShortTableDoesNotTellOfComeBackInBothModes) {
+  const FileBytes whole = version2();
+  std::string file = whole.bytes().str();
+  file.erase(100 + 32, 4);  // the ninth entry of the table
+  put_word(file, kBlock1SizeAt, 32);
+  put_word(file, kHeaderSizeAt, 132);
+  put_word(file, kFileSizeAt, file.size());
+  ASSERT_EQ(open(file), 1);
+  EXPECT_EQ(scene_.trailing.size(), whole.ext[5].size());
+  for (const int mode : {1, 2}) {
+    EXPECT_EQ(qi::correct_sizes(scene_, mode, ignore_message), 0);
+    EXPECT_TRUE(written(scene_, mode) == file) << "mode " << mode;
+  }
+}
+
+TEST_F(Open, WhatASaveDropsIsTold) {
+  FileBytes file = version2();
+  file.block1_tail.u32s({1, 2});
+  ASSERT_EQ(open(file.bytes()), 1);
+  told_ = {};
+  EXPECT_EQ(qi::tell_dropped_bytes(scene_, 1, told_.sink()), 0u);
+  EXPECT_EQ(told_.words(), "");
+  EXPECT_EQ(qi::tell_dropped_bytes(scene_, 2, told_.sink()), 8u);
+  const std::string words =
+      "8 bytes of header extension block 1, after the extension list size table, are not kept by a save in "
+      "mode "
+      "2\n";
+  EXPECT_EQ(told_.words(), words);
+  told_ = {};
+  qi::correct_sizes(scene_, 2, ignore_message);
+  scene_.filename = scratch_ / "saved";
+  EXPECT_EQ(qi::save_scene(scene_, 2, told_.sink()), 1);
+  EXPECT_EQ(told_.words(), words);
+  qi::correct_sizes(scene_, 1, ignore_message);
+  EXPECT_TRUE(written(scene_, 1) == file.bytes().str()) << "a save in mode 2 takes nothing from the scene";
+}
+
+TEST_F(Open, AFileOfMoreThan4GiBIsToldWithItsTrueSize) {
+  write_file(file_, version1().bytes().str());
+  constexpr std::uintmax_t kLength = 0x1'4000'0000;
+  std::filesystem::resize_file(file_, kLength);
+  EXPECT_EQ(qi::open_scene(file_, scene_, told_.sink()), 0);
+  const std::string stated = std::to_string(scene_.header.fixed.file_size);
+  EXPECT_EQ(told_.words(),
+            "file size 5368709120 " + stated + "\nData file size is incorrect - extra data.\n");
+  EXPECT_EQ(told_.reasons(), "FileHeader, byte 4: file_size " + stated + ", expected 5368709120\n");
 }
 
 TEST(TextFiles, AreOpenedWithTheSameMessages) {
@@ -478,9 +604,9 @@ TEST(TextFiles, AreOpenedWithTheSameMessages) {
   CaptureStderr();
   EXPECT_FALSE(qiQdReadOpen(scratch / "missing"));
   EXPECT_FALSE(qiQdWriteOpen(scratch / "missing/file"));
-  EXPECT_EQ(GetCapturedStderr(), "Input File Open Error\nOutput File Open Error\n" +
-                                     (scratch / "missing/file") +
-                                     ": can't be opened for writing: No such file or directory\n");
+  EXPECT_EQ(GetCapturedStderr(),
+            "Input File Open Error\nNo such file or directory\nOutput File Open Error\n" +
+                (scratch / "missing/file") + ": can't be opened for writing: No such file or directory\n");
   const auto file = qiQdWriteOpen(scratch / "text");
   ASSERT_TRUE(file);
   std::fputs("text\n", file->stream());
