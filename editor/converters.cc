@@ -99,12 +99,13 @@ void Converters::viewerPreview(ZexBoard board) {
 
 void Converters::executeScript() {
   std::printf("%s\n", ngops.preview_path);
-  {
+  const bool written = [&] {
     // Unlike in every other save, the version-2 structures are written as they were read: scripts expect
     // that.
     const Busy busy(prompts_);
-    save_(script_scene(), 1);
-  }
+    return save_(script_scene(), 1) == 0;
+  }();
+  if (!written) prompts_.tell("No scene was written for the script");
   std::printf("%s\n", ngops.script_path);
   run_(cmd_script());
 }

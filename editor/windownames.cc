@@ -15,6 +15,16 @@ int changed(VkPrefItem* top, unsigned long index) {
   return values::dialog_of<Key>().write_back(*qis, top->model(), static_cast<Word>(index));
 }
 
+/// Takes the options from their dialog, which says which of them the file can't give back. @returns the same.
+std::string applied(const values::OptionsDialog& options, VkPrefDialog& dialog) {
+  std::string lost;
+  if (dialog.item())
+    for (const std::string& label : options.apply(dialog.item()->model()))
+      lost += (lost.empty() ? "The options file can't give back: " : ", ") + label;
+  dialog.setNotice("lost", lost.empty() ? std::nullopt : std::optional(VkNotice{lost}));
+  return lost;
+}
+
 }  // namespace
 
 void GraphWindow::struct_graph(VkGraph* graph) { ::struct_graph(*qis, *graph, *this); }
@@ -65,13 +75,8 @@ int GraphWindow::effectorChanged(VkPrefItem* top, unsigned long index) {
   return changed<qi::Effector>(top, index);
 }
 
-void GraphWindow::applyOptions(VkPrefDialog* dialog) {
-  if (dialog->item()) values::quil2gfx_dialog().apply(dialog->item()->model());
-}
-
-void GraphWindow::applyOptions2(VkPrefDialog* dialog) {
-  if (dialog->item()) values::quil2zex_dialog().apply(dialog->item()->model());
-}
+void GraphWindow::applyOptions(VkPrefDialog* dialog) { tell(applied(values::quil2gfx_dialog(), *dialog)); }
+void GraphWindow::applyOptions2(VkPrefDialog* dialog) { tell(applied(values::quil2zex_dialog(), *dialog)); }
 
 bool GraphWindow::print(const std::string& path) { return graph_->saveToFile(path.c_str()); }
 

@@ -41,16 +41,16 @@ void Item::set_value(Value value) {
 }
 
 void Item::edit(Value value) {
-  if (look_.capacity > 0 && value.text.size() > look_.capacity) {
-    tell_watchers([this](Watcher& watcher) { watcher.refused(*this); });
-    return;
-  }
   if (value != settled_) changed_ = true;
   const bool turned_on = value.on;
   show(std::move(value));
   if (!turned_on || !in_radio()) return;
   for (const auto& other : holder_->items_)
     if (other.get() != this && other->on()) other->edit({.on = false});
+}
+
+void Item::refuse() {
+  tell_watchers([this](Watcher& watcher) { watcher.refused(*this); });
 }
 
 bool Item::changed() const {

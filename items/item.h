@@ -97,9 +97,15 @@ class Item {
   /// Shows a value from the record: the item has not changed.
   void set_value(Value value);
   /// Shows what the user makes of it. From then on the item has changed until the value is applied or set.
-  /// A toggle of a radio that is turned on turns off the others. Nothing happens, and the watchers are told,
-  /// when it is a text beyond the item's capacity.
+  /// A toggle of a radio that is turned on turns off the others.
   void edit(Value value);
+
+  /// Whether it may hold that text.
+  bool has_room_for(const std::string& text) const {
+    return look_.capacity == 0 || text.size() <= look_.capacity;
+  }
+  /// Tells the watchers that the user entered a text for which there is no room.
+  void refuse();
 
   /// Whether what is shown, here or in an item below, has differed at any moment from what was last set or
   /// applied.

@@ -148,22 +148,35 @@ std::string first_word(std::string_view line) {
       line.substr(0, static_cast<std::size_t>(std::ranges::find_if(line, is_blank) - line.begin()))};
 }
 
-void read_options(OptionsReader& file) {
-  set_if_read(ngops.output_dir, file.word());
-  set_if_read(ngops.output, file.word());
+void read_options(OptionsReader& file, NgOps& options) {
+  set_if_read(options.output_dir, file.word());
+  set_if_read(options.output, file.word());
   file.skip_rest_of_line();
   while (!file.at_end()) {
     const std::string_view line = file.line();
     const auto found = std::ranges::find_if(
         kSearched, [&](const Option& option) { return line.find(option.key) != std::string_view::npos; });
     if (found != kSearched.end()) {
-      set_option(found->field(ngops), found->form == Form::flag ? getopt_flag(line) : getopt_string(line));
+      set_option(found->field(options), found->form == Form::flag ? getopt_flag(line) : getopt_string(line));
     } else if (line.starts_with('/')) {
-      set_option(ngops.script_path, first_word(line));
-      set_if_read(ngops.preview_path, file.word());
+      set_option(options.script_path, first_word(line));
+      set_if_read(options.preview_path, file.word());
       file.skip_rest_of_line();
     }
   }
+}
+
+std::string_view name_of(const Option& option) { return option.has_key() ? option.key + 1 : option.key; }
+
+/// The names of the options that a program which starts with this file would not have as they are now.
+std::vector<std::string_view> lost_options(const std::string& path) {
+  NgOps read{};
+  OptionsReader file{path};
+  if (!file.failed()) read_options(file, read);
+  std::vector<std::string_view> lost;
+  for (const Option& option : kOptions)
+    if (std::string_view{option.field(read).data()} != text_of(option)) lost.push_back(name_of(option));
+  return lost;
 }
 
 [[noreturn]] void stop_without_options(const std::string& path) {
@@ -212,7 +225,7 @@ bool read_options_file(const std::string& path) {
   set_option(ngops.script_path, "");
   set_option(ngops.preview_path, "");
   OptionsReader file{path};
-  if (!file.failed()) read_options(file);
+  if (!file.failed()) read_options(file, ngops);
   return !file.failed();
 }
 
@@ -222,7 +235,9 @@ void read_convert_options() {
   echo_convert_options();
 }
 
-int write_convert_options() {
+int write_convert_options() { return write_and_read_back().written ? 1 : 0; }
+
+OptionsWritten write_and_read_back() {
   echo_convert_options();
   const std::string path = getcnvoptpath();
   ReplacingFile file{path};
@@ -232,10 +247,10 @@ int write_convert_options() {
       std::fprintf(file.stream(), "%s%s%s\n", key_first ? option.key : "", key_first ? " " : "",
                    text_of(option));
     }
-    if (file.commit()) return 1;
+    if (file.commit()) return {.written = true, .lost = lost_options(path)};
   }
   std::fprintf(stderr, "Can't write convert options. %s\n%s\n", path.c_str(), file.error().text().c_str());
-  return 0;
+  return {};
 }
 
 void echo_convert_options() {
@@ -244,8 +259,7 @@ void echo_convert_options() {
 
 std::vector<NamedOption> named_options() {
   std::vector<NamedOption> named;
-  for (const Option& option : kOptions)
-    named.push_back({.name = option.has_key() ? option.key + 1 : option.key, .text = text_of(option)});
+  for (const Option& option : kOptions) named.push_back({.name = name_of(option), .text = text_of(option)});
   return named;
 }
 

@@ -90,6 +90,15 @@ void read_convert_options();
 /// @returns 1, or 0 (with a line on standard error) when the file could not be written.
 int write_convert_options();
 
+/// What became of the options in the file.
+struct OptionsWritten {
+  bool written = false;
+  std::vector<std::string_view> lost = {};  ///< names (see NamedOption) of those that it can't give back
+};
+/// The same; also reads what it wrote. The format can't hold, for instance, names with blanks, or an empty
+/// output name.
+OptionsWritten write_and_read_back();
+
 /// Writes every field of `ngops` to standard output, a line each, in the order of the record.
 void echo_convert_options();
 

@@ -119,14 +119,15 @@ void VkPrefText::widen(int columns) {
 
 void VkPrefText::typed() {
   if (showing_) return;
-  std::string before = getValue();
   const XmTextPosition cursor = cursor_;
-  edit(viewkit::XtText(XmTextFieldGetString(baseWidget())).get());
-  if (getValue() == before) {  // refused: the field shows again what it did
+  std::string text = viewkit::XtText(XmTextFieldGetString(baseWidget())).get();
+  if (!model().has_room_for(text)) {
+    model().refuse();  // the field shows again what it did
     XmTextFieldSetInsertionPosition(baseWidget(), cursor);
     return;
   }
-  before_.push_back({std::move(before), cursor});
+  before_.push_back({getValue(), cursor});
+  edit(std::move(text));
   if (before_.size() > kUndoSteps) before_.pop_front();
 }
 

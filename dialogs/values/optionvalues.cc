@@ -176,14 +176,20 @@ std::unique_ptr<Item> OptionsDialog::items() const {
   return top;
 }
 
-void OptionsDialog::apply(const Item& top) const {
+std::vector<std::string> OptionsDialog::apply(const Item& top) const {
   for (const OptionGroup& group : groups) {
     const Item* const item = top.find(group.name);
     if (item && item->changed()) store_group(group, *item);
   }
   std::printf("Get Values from Dialog.\n");
   echo_convert_options();
-  write_convert_options();
+  std::vector<std::string> lost;
+  for (const std::string_view option : write_and_read_back().lost) {
+    const char* const label = label_line(lines, option, "Label");
+    lost.emplace_back(label ? label : option);
+    std::fprintf(stderr, "The options file can't give this back: %s\n", lost.back().c_str());
+  }
+  return lost;
 }
 
 const OptionsDialog& quil2gfx_dialog() {

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <span>
+#include <string>
 #include <vector>
 
 #include "dialogs/values/dialog.h"
@@ -39,7 +40,9 @@ struct OptionsDialog {
 
   /// Writes the changed groups of `top` to `ngops`, with their traces, echoes `ngops`, and writes the options
   /// file.
-  void apply(const Item& top) const;
+  /// @returns the labels of the options that the file could not hold as they are, each of which is told on
+  ///          standard error.
+  std::vector<std::string> apply(const Item& top) const;
 };
 
 /// "quil2gfxDialog": the display-list converter.

@@ -123,6 +123,14 @@ TEST_F(Conversions, AreGivenUpWithTheirDialog) {
             (Lines{"set gfx options: Convert to KAVO DL", "set zex options: Convert to ZEX"}));
 }
 
+TEST_F(Conversions, AScriptRunsWithoutASceneAndThatIsTold) {
+  saved_ = -1;
+  converters_.executeScript();
+  EXPECT_EQ(prompts_.lines,
+            (Lines{"busy", "save mode 1: ../zexview/model.quil", "ready",
+                   "tell: No scene was written for the script", "run: (cd ../zexview/; ../zexview/prev) &"}));
+}
+
 TEST_F(Conversions, TellWhatIsNotWrittenAndGoOn) {
   saved_ = -1;
   converters_.viewerPreview(ZexBoard::emu_board);

@@ -119,20 +119,18 @@ TEST(Item, TellsTheWatchersOfItsGroups) {
   EXPECT_EQ(of_sibling.taken, "");
 }
 
-TEST(Item, RefusesATextBeyondItsCapacity) {
+TEST(Item, TellsTheWatchersOfATextBeyondItsCapacity) {
   const auto top = item_tree();
   Item& text = *top->find("group.text");
   text.look().capacity = 4;
   const Notes of_top(*top), of_text(text);
-  text.edit({.text = "five5"});
+  EXPECT_FALSE(text.has_room_for("five5"));
+  EXPECT_TRUE(text.has_room_for("four"));
+  text.refuse();
   EXPECT_EQ(text.text(), "old");
   EXPECT_FALSE(top->changed());
   EXPECT_EQ(of_text.taken, "refused text ");
   EXPECT_EQ(of_top.taken, "refused text ");
-  text.edit({.text = "four"});
-  EXPECT_EQ(text.text(), "four");
-  text.set_value({.text = "what a file holds"});
-  EXPECT_EQ(text.text(), "what a file holds");
 }
 
 TEST(Item, TellsItsWatcherHowItLooks) {

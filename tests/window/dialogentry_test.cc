@@ -140,4 +140,23 @@ TEST_F(DialogEntry, ATextBeyondAFieldsCapacityIsRefusedWhileTyping) {
   EXPECT_EQ(widget("options.label").text, "xz" + std::string(29, 'x')) << "the cursor stayed where it was";
 }
 
+TEST_F(DialogEntry, OptionsThatTheFileCantGiveBackAreNamed) {
+  editor_.chooseMenu({"KAVO tool", "Convert to KAVO DL", "Set Options and Go"});
+  awaitDialog("quil2gfxDialog");
+  enter("options.output", "my model.c");
+  press("Apply");
+  EXPECT_EQ(notice("lost"), "The options file can't give back: Output File Name (*.c)");
+  EXPECT_THAT(editor_.errors(), HasSubstr("The options file can't give this back: Output File Name (*.c)\n"));
+  enter("options.output", "model.c");
+  press("Apply");
+  EXPECT_EQ(notice("lost"), "");
+}
+
+TEST_F(DialogEntry, AScriptThatRunsWithoutASceneIsTold) {
+  editor_.chooseMenu({"QUIL2 tool", "Execute Script"});
+  editor_.settle();
+  EXPECT_THAT(newOutput(), HasSubstr("(cd ../zexview/; ../zexview/prev) &\n"));
+  EXPECT_THAT(editor_.await("mainWindow/status").label, StartsWith("No scene was written for the script"));
+}
+
 }  // namespace

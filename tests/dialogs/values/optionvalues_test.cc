@@ -199,6 +199,30 @@ TEST_F(OptionValues, TheDirectoryIsNotWrittenBackWhateverIsTyped) {
   EXPECT_STREQ(ngops.output_dir, "out/");
 }
 
+TEST_F(OptionValues, NamesWhatTheFileCantGiveBack) {
+  set_option(ngops.output_dir, "out/");
+  set_option(ngops.output, "model.c");
+  const auto lost = [&](const char* path, const char* text) {
+    const auto top = gfx_.items();
+    EXPECT_FALSE(values::edit_text(*top, path, text));
+    testing::internal::CaptureStdout();
+    testing::internal::CaptureStderr();
+    const auto labels = gfx_.apply(*top);
+    testing::internal::GetCapturedStdout();
+    std::string told;
+    for (const std::string& label : labels) told += "The options file can't give this back: " + label + "\n";
+    EXPECT_THAT(testing::internal::GetCapturedStderr(), testing::EndsWith(told));
+    return labels;
+  };
+  EXPECT_THAT(lost("options.label", "two words"), ElementsAre());
+  EXPECT_THAT(lost("options.output", "my model.c"), ElementsAre("Output File Name (*.c)"));
+  EXPECT_THAT(lost("options.output", "model.c"), ElementsAre());
+  EXPECT_THAT(lost("options.header", "model.h"), ElementsAre());
+  EXPECT_THAT(lost("options.output", ""), ElementsAre("Header File Name (*.h)", "Output File Name (*.c)"));
+  EXPECT_THAT(lost("options.output", "model.c"), ElementsAre());
+  EXPECT_THAT(lost("options.outobj", std::string(120, 'x').c_str()), ElementsAre("Output Specific Object"));
+}
+
 TEST_F(OptionValues, PastedLinesAndLongTextsAreCut) {
   apply(gfx_, {{"options.label", "one\n-scale 9"}, {"options.scale", std::string(100, '1')}});
   EXPECT_STREQ(ngops.label, "one");
