@@ -22,22 +22,20 @@ int take_out(Word value, Words& array, Word& count, const qi::MessageSink& sink)
 }
 
 int set_deformer(Qis& scene, Word shape_number, Word tag, Word deformer) {
-  if (!exists(scene, qi::kShapeTag, shape_number) || !exists(scene, tag, deformer)) return 0;
-  qi::Shape& shape = scene.shape_list.records[shape_number];
-  if (!shape.ext) return 0;
-  Word& held_tag = shape.ext->head.deformer_tag;
-  if (held_tag == tag && shape.fixed.geometry == deformer) return 0;
+  qi::Shape* const shape = qi::record_in(scene, &Qis::shape_list, shape_number);
+  if (!shape || !shape->ext || !exists(scene, tag, deformer)) return 0;
+  Word& held_tag = shape->ext->head.deformer_tag;
+  if (held_tag == tag && shape->fixed.geometry == deformer) return 0;
   held_tag = tag;
-  shape.fixed.geometry = deformer;
+  shape->fixed.geometry = deformer;
   return 1;
 }
 
 /// Part `number` of one of an envelope's part arrays, or null.
 template <class Part>
 Part* envelope_part(Qis& scene, Word envelope, std::vector<Part> qi::Envelope::*parts, Word number) {
-  if (!exists(scene, qi::kEnvelopeTag, envelope)) return nullptr;
-  auto& array = scene.ext.envelope_list.records[envelope].*parts;
-  return number < array.size() ? &array[number] : nullptr;
+  qi::Envelope* const record = qi::record_in(scene, &qi::ExtLists::envelope_list, envelope);
+  return record && number < (record->*parts).size() ? &(record->*parts)[number] : nullptr;
 }
 
 int tie_full_weighted_part(Qis& scene, Word envelope, Word number, Word tag, Word node) {

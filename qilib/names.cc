@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "qilib/appendrecord.h"
+#include "qilib/references.h"
 #include "qilib/sizes.h"
 
 namespace {
@@ -59,13 +60,12 @@ Word qiAddName(Qis& scene) {
 }
 
 int qiSetName(Qis& scene, Word index, std::string& text) {
-  auto& names = scene.name_list.records;
-  if (index >= names.size()) return 0;
+  qi::Name* const name = qi::record_in(scene, &Qis::name_list, index);
+  if (!name) return 0;
   text.resize(std::min(text.find('\0'), text.size()));
   qiSp2_(text);
-  qi::Name& name = names[index];
-  const Word change = (words_for(text.size()) - words_for(qiGetNamelen(name))) * Word{kCharsPerWord};
-  name.text = pack(text);
+  const Word change = (words_for(text.size()) - words_for(qiGetNamelen(*name))) * Word{kCharsPerWord};
+  name->text = pack(text);
   qiAdjustListSizeData(scene, index, static_cast<std::int32_t>(change), qi::kNameTag);
   return 1;
 }

@@ -98,6 +98,18 @@ struct CarriedSize {
   Word difference;  ///< below 0 it wraps around
 };
 
+class Recording;
+
+/// Leads from a scene to who records its edits just now. It belongs to the one scene: a copy is recorded by
+/// nobody.
+struct RecordingLink {
+  Recording* recording = nullptr;
+
+  RecordingLink() = default;
+  RecordingLink(const RecordingLink& /*other*/) {}
+  RecordingLink& operator=(const RecordingLink& /*other*/) { return *this; }
+};
+
 }  // namespace qi
 
 /// One scene file in memory. A value: copying it copies every record; moving it is cheap.
@@ -131,4 +143,5 @@ struct Qis {
   std::vector<std::byte> trailing;
   /// The file that the core lists were read from: the extension lists must come from the same one.
   std::optional<storage::FileIdentity> read_from;
+  qi::RecordingLink recording_link;  ///< see change.h
 };

@@ -7,6 +7,7 @@
 
 #include <span>
 
+#include "qilib/change.h"
 #include "qilib/lists.h"
 #include "qilib/qis.h"
 
@@ -17,13 +18,16 @@ std::size_t record_count(const Qis& scene, Word tag);
 
 /// Record `number` of the list that a member of the scene or of its extension lists holds; null when the list
 /// has no such record. The scene record is number 0, where there is one.
+/// Who gets a record that is not const is about to change it.
 template <class S, class Owner, class R>
 auto* record_in(S& scene, List<R> Owner::*list, Word number) {
+  if constexpr (!std::is_const_v<S>) about_to_change(scene, list_info(list).record_tag, number);
   auto& records = list_in(scene, list).records;
   return number < records.size() ? &records[number] : nullptr;
 }
 template <class S>
 auto* record_in(S& scene, Scene Qis::*record, Word number) {
+  if constexpr (!std::is_const_v<S>) about_to_change(scene, kSceneTag, number);
   return number < record_count(scene, kSceneTag) ? &(scene.*record) : nullptr;
 }
 

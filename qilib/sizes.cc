@@ -5,6 +5,7 @@
 #include <limits>
 #include <numeric>
 
+#include "qilib/change.h"
 #include "qilib/lists.h"
 
 namespace {
@@ -41,6 +42,7 @@ void resize_entry(qi::Header& header, const qi::ListInfo& info, Word bytes) {
 
 void qiAdjustListSizeData(Qis& scene, Word record_number, std::int32_t delta, Word tag) {
   const Word bytes = static_cast<Word>(delta);  // a shrinkage wraps around
+  qi::about_to_change(scene, tag, record_number);
   bool exists = true;
   qi::for_each_list(scene, [&]<class L>(const qi::ListInfo& info, L& list) {
     if (info.resized == qi::Resized::no || (tag != info.tag && tag != info.record_tag)) return;

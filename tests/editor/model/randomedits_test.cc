@@ -2,8 +2,6 @@
 /// Random scripts of edits: what each may change, and that what they leave is a file that opens again.
 #include <gmock/gmock.h>
 
-#include <random>
-
 #include "editor/model/modifygraph.h"
 #include "editor/model/nodenames.h"
 #include "editor/model/recordnames.h"
@@ -13,6 +11,7 @@
 #include "qilib/references.h"
 #include "qilib/sizes.h"
 #include "tests/editor/model/linkedits.h"
+#include "tests/support/editmaker.h"
 #include "tests/support/files.h"
 #include "tests/support/shared_scenes.h"
 #include "tests/support/told.h"
@@ -20,48 +19,6 @@
 namespace {
 
 using Arcs = std::multiset<std::string>;
-
-/// Makes up edits: mostly sensible ones, for records and arcs that are there, and some of any kind.
-class EditMaker {
- public:
-  explicit EditMaker(unsigned seed) : random_(seed) {}
-
-  std::size_t below(std::size_t n) { return n == 0 ? 0 : random_() % n; }
-  bool one_in(std::size_t n) { return below(n) == 0; }
-
-  /// A node of this kind, now and then of a record that doesn't exist.
-  std::string node(Word kind) {
-    const std::size_t count = qi::record_count(*qis, kind);
-    return node_name(kind, static_cast<Word>(below(count) + (one_in(20) ? count : 0)));
-  }
-  std::string any_node() {
-    if (one_in(20)) return one_in(2) ? "lod_0" : "newNode";
-    return node(kNodeKinds[below(kNodeKinds.size())].tag);
-  }
-  /// The ends of an arc that the rules may know.
-  std::pair<std::string, std::string> likely_pair() {
-    const auto& row = qi::references()[below(qi::references().size())];
-    return {node(row.parent), node(row.child)};
-  }
-  std::pair<std::string, std::string> pair() {
-    return one_in(6) ? std::pair{any_node(), any_node()} : likely_pair();
-  }
-  /// The ends of an arc that is there, or, in a scene without arcs, of any.
-  std::pair<std::string, std::string> drawn_pair() {
-    const SceneGraph graph = scene_graph(*qis);
-    if (graph.arcs.empty()) return pair();
-    const auto& arc = graph.arcs[below(graph.arcs.size())];
-    return {graph.nodes[arc.parent].name, graph.nodes[arc.child].name};
-  }
-  std::string text() {
-    std::string text(below(12), ' ');
-    for (char& c : text) c = "ab _z"[below(5)];
-    return text;
-  }
-
- private:
-  std::mt19937 random_;
-};
 
 /// Runs random edits on the current scene and checks what each did to the arcs and sizes.
 class RandomScript {
@@ -87,7 +44,7 @@ class RandomScript {
       case 0:
         return add(before);
       case 1: {
-        const auto [parent, child] = make_.one_in(5) ? make_.pair() : make_.drawn_pair();
+        const auto [parent, child] = make_.one_in(5) ? make_.pair(*qis) : make_.drawn_pair(*qis);
         const bool drawn = before.arcs.contains(parent + " " + child);
         const int made = run_edit(printed, [&] { return quilDeleteLink(parent, child); });
         Arcs expected = before.arcs;
@@ -101,7 +58,7 @@ class RandomScript {
       case 2:
         return move(before);
       default: {
-        const std::string node = make_.any_node();
+        const std::string node = make_.any_node(*qis);
         const int made = name_node(*qis, node, make_.text());
         EXPECT_EQ(snapshot().arcs, before.arcs) << "name " << node;
         return checked(made, before);
@@ -110,7 +67,7 @@ class RandomScript {
   }
 
   int add(const Snapshot& before) {
-    const auto [parent, child] = make_.pair();
+    const auto [parent, child] = make_.pair(*qis);
     SCOPED_TRACE("add " + parent + " " + child);
     const std::string arc = parent + " " + child;
     std::string printed;
@@ -126,20 +83,15 @@ class RandomScript {
   }
 
   int move(const Snapshot& before) {
-    const auto [old_parent, old_child] = make_.one_in(8) ? make_.pair() : make_.drawn_pair();
-    const bool moves_child = make_.one_in(2);
-    const auto other = [&](const std::string& node) {
-      return make_.one_in(8) ? make_.any_node() : same_kind(node);
-    };
-    const std::string new_parent =
-        moves_child ? old_parent : (make_.one_in(3) ? make_.any_node() : other(old_parent));
-    const std::string new_child = moves_child ? other(old_child) : old_child;
+    const auto [old_parent, old_child, new_parent, new_child] = make_.move(*qis);
+    const bool moves_child = old_parent == new_parent;
     SCOPED_TRACE("move " + old_parent + " " + old_child + " " + new_parent + " " + new_child);
     const bool repeated = !moves_child && before.arcs.contains(new_parent + " " + new_child) &&
                           !isOnly1child(tagofnd(new_parent), tagofnd(new_child));
     std::string printed;
-    const int made = run_edit(
-        printed, [&, p = old_parent, c = old_child] { return quilModifyLink(p, c, new_parent, new_child); });
+    const int made = run_edit(printed, [&, op = old_parent, oc = old_child, np = new_parent, nc = new_child] {
+      return quilModifyLink(op, oc, np, nc);
+    });
     const Arcs after = snapshot().arcs;
     if (made) {
       EXPECT_TRUE(after.contains(new_parent + " " + new_child));
@@ -148,11 +100,6 @@ class RandomScript {
       EXPECT_EQ(after, before.arcs);
     }
     return checked(made, before);
-  }
-
-  std::string same_kind(const std::string& node) {
-    const Word kind = tagofnd(node);
-    return kind == 0 ? node : make_.node(kind);
   }
 
   /// A refused edit changes no size.
