@@ -56,6 +56,8 @@ bool reachesMoreThan(const VkNode* start, std::size_t limit) {
 
 }  // namespace
 
+const char* const VkGraph::nodesMovedCallback = "nodesMovedCallback";
+
 VkGraph::VkGraph(const char* name, Widget parent) : VkComponent(name) {
   // A form that never asks for another size itself gives the strip the height it asks for.
   const Widget form =
@@ -63,6 +65,7 @@ VkGraph::VkGraph(const char* name, Widget parent) : VkComponent(name) {
   setBaseWidget(form);
   graph_ = SgCreateGraph(form, "canvas", nullptr, 0);
   XtAddCallback(graph_, SgNchangedCallback, &changedCallback, this);
+  XtAddCallback(graph_, SgNnodesMovedCallback, &movedCallback, this);
   XtAddCallback(graph_, XtNdestroyCallback, &graphDestroyedCallback, this);
   strip_ = std::make_unique<GraphStrip>("strip", form, *this);
   XtVaSetValues(strip_->baseWidget(), XmNleftAttachment, XmATTACH_FORM, XmNrightAttachment, XmATTACH_FORM,
@@ -145,11 +148,16 @@ void VkGraph::remove(VkNode* parent, VkNode* child) {
   if (graph_) SgGraphRemoveArcBetweenNodes(graph_, parent->baseWidget(), child->baseWidget());
 }
 
-void VkGraph::remove(VkNode* node) {
-  if (!node || node->graph() != this) return;
+void VkGraph::remove(VkNode* node) { take(node); }
+
+std::unique_ptr<VkNode> VkGraph::take(VkNode* node) {
+  if (!node || node->graph() != this) return nullptr;
   for (int i = 0; i < node->nParents(); ++i) node->parent(i)->removeChild(node);
   for (int i = 0; i < node->nChildren(); ++i) node->child(i)->removeParent(node);
-  if (node->baseWidget()) SgGraphRemoveNode(node->baseWidget());
+  if (const Widget widget = node->baseWidget()) {
+    node->setBaseWidget(nullptr);
+    SgGraphRemoveNode(widget);
+  }
   const auto name = byName_.find(std::string_view(node->name()));
   name->second.remove(node);
   if (name->second.empty()) byName_.erase(name);
@@ -158,7 +166,10 @@ void VkGraph::remove(VkNode* node) {
   const std::size_t number = node->number_;
   std::swap(nodes_[number], nodes_.back());
   nodes_[number]->number_ = number;
+  std::unique_ptr<VkNode> taken = std::move(nodes_.back());
   nodes_.pop_back();
+  taken->graph_ = nullptr;
+  return taken;
 }
 
 void VkGraph::clearAll() {
@@ -191,6 +202,29 @@ void VkGraph::changed(Widget, XtPointer data) {
   VkNode* parent = VkNode::of(moved ? change.newParent : change.parent);
   VkNode* child = VkNode::of(moved ? change.newChild : change.child);
   if (parent && child) link(parent, child);
+}
+
+void VkGraph::movedCallback(Widget widget, XtPointer self, XtPointer data) {
+  viewkit::Forward<&VkGraph::nodesMoved>::call(widget, self, data);
+}
+
+void VkGraph::nodesMoved(Widget, XtPointer data) {
+  const auto& call = *static_cast<const SgGraphCallbackStruct*>(data);
+  Moved moved;
+  for (const SgMovedNode& node : call.movedNodes)
+    if (VkNode* const found = VkNode::of(node.node)) {
+      const SgRectangle now = SgGraphNodeBounds(node.node);
+      moved.before.nodes.emplace_back(found, node.from);
+      moved.after.nodes.emplace_back(found, SgPoint{now.x, now.y});
+    }
+  for (const SgStraightenedArc& arc : call.straightenedArcs) {
+    Widget from = nullptr, to = nullptr;
+    if (!SgGraphGetArcNodes(graph_, arc.arc, &from, &to)) continue;
+    const VkPlaces::Ends ends{VkNode::of(from), VkNode::of(to)};
+    moved.before.arcs[ends].push_back(arc.bends);
+    moved.after.arcs.try_emplace(ends);
+  }
+  callCallbacks(nodesMovedCallback, &moved);
 }
 
 // Finding
@@ -249,6 +283,18 @@ void VkGraph::displayWithChildren(VkNode* node) {
 
 // Laying out
 
+std::vector<VkGraph::ArcEnds> VkGraph::arcs() const {
+  std::vector<ArcEnds> arcs;
+  for (const SgArc arc : SgGraphArcs(graph_)) {
+    Widget from = nullptr, to = nullptr;
+    SgGraphGetArcNodes(graph_, arc, &from, &to);
+    VkNode *const parent = VkNode::of(from), *const child = VkNode::of(to);
+    if (parent && child && parent->graph() == this && child->graph() == this)
+      arcs.push_back({arc, parent, child});
+  }
+  return arcs;
+}
+
 VkGraph::Picture VkGraph::picture() const {
   Picture picture;
   picture.numberOf.assign(nodes_.size(), Picture::kHidden);
@@ -260,11 +306,7 @@ VkGraph::Picture VkGraph::picture() const {
     picture.sizes.push_back({bounds.width, bounds.height});
     picture.positions.push_back({bounds.x, bounds.y});
   }
-  for (const SgArc arc : SgGraphArcs(graph_)) {
-    Widget from = nullptr, to = nullptr;
-    SgGraphGetArcNodes(graph_, arc, &from, &to);
-    const VkNode *parent = VkNode::of(from), *child = VkNode::of(to);
-    if (!parent || !child || parent->graph() != this || child->graph() != this) continue;
+  for (const auto& [arc, parent, child] : arcs()) {
     const graphlayout::Arc numbers{picture.numberOf[parent->number_], picture.numberOf[child->number_]};
     if (numbers.from == Picture::kHidden || numbers.to == Picture::kHidden) continue;
     picture.arcs.push_back(numbers);
@@ -360,6 +402,45 @@ void VkGraph::doSubtreeLayout(VkNode* node) {
     if (const auto bends = subtree.bends.of(i); !bends.empty())
       SgGraphSetArcBends(graph_, shown.arcIds[subtree.arcs[i]], pointsOf(bends));
   SgGraphRevealNode(graph_, node->baseWidget());
+}
+
+VkPlaces VkGraph::places() const {
+  VkPlaces places;
+  if (!graph_) return places;
+  places.nodes.reserve(nodes_.size());
+  for (const auto& node : nodes_) {
+    const SgRectangle bounds = SgGraphNodeBounds(node->baseWidget());
+    places.nodes.emplace_back(node.get(), SgPoint{bounds.x, bounds.y});
+  }
+  for (const auto& [arc, parent, child] : arcs())
+    if (auto bends = SgGraphArcBends(graph_, arc); !bends.empty())
+      places.arcs[{parent, child}].push_back(std::move(bends));
+  return places;
+}
+
+void VkGraph::arrange(const VkPlaces& places) {
+  if (!graph_) return;
+  for (const auto& [node, place] : places.nodes) {
+    SgGraphSetNodePosition(node->baseWidget(), place);
+    node->placed_ = true;
+  }
+  if (places.arcs.empty()) return;
+  std::map<VkPlaces::Ends, std::size_t> done;
+  for (const auto& [arc, parent, child] : arcs()) {
+    const auto bent = places.arcs.find({parent, child});
+    if (bent == places.arcs.end()) continue;
+    const std::size_t number = done[bent->first]++;
+    SgGraphSetArcBends(graph_, arc, number < bent->second.size() ? bent->second[number] : VkPlaces::Bends{});
+  }
+}
+
+void VkGraph::showOneOf(const std::vector<VkNode*>& nodes) {
+  if (!graph_ || nodes.empty()) return;
+  const SgRectangle view = SgGraphViewport(graph_);
+  const auto in_sight = [&](const VkNode* node) {
+    return SgGraphNodeRectangle(node->baseWidget()).touches(view);
+  };
+  if (std::ranges::none_of(nodes, in_sight)) SgGraphRevealNode(graph_, nodes.front()->baseWidget());
 }
 
 // Printing

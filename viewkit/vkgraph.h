@@ -16,6 +16,7 @@
 #include "viewkit/sggraph/Graph.h"
 #include "viewkit/vkcomponent.h"
 #include "viewkit/vknode.h"
+#include "viewkit/vkplaces.h"
 
 class GraphStrip;
 
@@ -25,6 +26,12 @@ class GraphStrip;
 class VkGraph : public VkComponent {
  public:
   static constexpr std::size_t kLargeGraph = 20000;
+
+  /// The list that is told when the user has moved nodes; the call data is a `const Moved*`.
+  static const char* const nodesMovedCallback;
+  struct Moved {
+    VkPlaces before, after;  ///< of the nodes that were moved
+  };
 
   VkGraph(const char* name, Widget parent);
   ~VkGraph() override;
@@ -56,6 +63,8 @@ class VkGraph : public VkComponent {
   void remove(VkNode* parent, VkNode* child);
   /// Takes a node out of the graph with all its links and arcs and frees it.
   void remove(VkNode* node);
+  /// The same, but the node is handed over; add() brings it back. Null for nodes of other graphs.
+  std::unique_ptr<VkNode> take(VkNode* node);
   /// Frees all nodes. Safe in any callback of the graph widget.
   void clearAll();
 
@@ -82,6 +91,13 @@ class VkGraph : public VkComponent {
 
   /// Selects the node, and nothing else, and brings it into view.
   void reveal(VkNode* node);
+  /// Scrolls to the first of the nodes, unless one of them is in sight.
+  void showOneOf(const std::vector<VkNode*>& nodes);
+
+  /// Where all nodes and arcs lie. Linear.
+  VkPlaces places() const;
+  /// Brings nodes and arcs back to such places.
+  void arrange(const VkPlaces& places);
 
   /// Writes the whole graph as one PostScript page.
   /// @returns whether all of it was written.
@@ -100,6 +116,8 @@ class VkGraph : public VkComponent {
   static void changedCallback(Widget widget, XtPointer self, XtPointer data);
   static void graphDestroyedCallback(Widget widget, XtPointer self, XtPointer data);
   void changed(Widget widget, XtPointer data);
+  static void movedCallback(Widget widget, XtPointer self, XtPointer data);
+  void nodesMoved(Widget widget, XtPointer data);
   void graphDestroyed();
   void keepWaiting(std::unique_ptr<VkNode> node);
   /// Lets a waiting node enter. @returns whether the node is in the graph now.
@@ -107,6 +125,12 @@ class VkGraph : public VkComponent {
   void enter(std::unique_ptr<VkNode> node);
   static void link(VkNode* parent, VkNode* child);
   static void unlink(VkNode* parent, VkNode* child);
+  /// The arcs with the nodes at their ends, in the order of the graph widget.
+  struct ArcEnds {
+    SgArc arc;
+    VkNode *parent, *child;
+  };
+  std::vector<ArcEnds> arcs() const;
   void unhide(const std::vector<VkNode*>& nodes);
   Picture picture() const;
   void placeNew(const Picture& picture);

@@ -40,6 +40,10 @@ void VkMenuItem::deactivate() {
   if (baseWidget()) XtSetSensitive(baseWidget(), False);
 }
 
+void VkMenuItem::showText(const char* text) {
+  if (baseWidget()) XtVaSetValues(baseWidget(), XmNlabelString, viewkit::xmString(text).get(), nullptr);
+}
+
 VkMenuSeparator::VkMenuSeparator(Widget parent) : VkMenuItem("separator") {
   setBaseWidget(XtVaCreateManagedWidget(name(), xmSeparatorGadgetClass, parent, nullptr));
 }

@@ -27,7 +27,10 @@ struct VkMenuDesc {
 class VkMenuItem : public VkComponent {
  public:
   const char* className() const override { return "VkMenuItem"; }
+  /// As the table has it, by which the item is found.
   const char* label() const { return label_.c_str(); }
+  /// Shows another text in its place.
+  void showText(const char* text);
 
   /// Makes the item, with all that hangs below it, usable; or greys it, accelerators included.
   virtual void activate();

@@ -95,6 +95,7 @@ XtResource kResources[] = {
     callbackRow(SgNarcMovedCallback, SG_MEMBER(arcMovedCallback)),
     callbackRow(SgNdefaultActionCallback, SG_MEMBER(defaultActionCallback)),
     callbackRow(SgNchangedCallback, SG_MEMBER(changedCallback)),
+    callbackRow(SgNnodesMovedCallback, SG_MEMBER(nodesMovedCallback)),
     callbackRow(SgNviewChangedCallback, SG_MEMBER(viewChangedCallback)),
 };
 

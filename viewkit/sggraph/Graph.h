@@ -47,6 +47,8 @@
 #define SgNdefaultActionCallback "defaultActionCallback"
 /// The widget made a change by itself, because `doit` was left True; same data as the request.
 #define SgNchangedCallback "changedCallback"
+/// The user has moved nodes, which the widget does by itself.
+#define SgNnodesMovedCallback "nodesMovedCallback"
 /// Zoom, offset, size of the view or of the drawing changed. Comes at most once per repaint.
 #define SgNviewChangedCallback "viewChangedCallback"
 
@@ -62,11 +64,23 @@ enum {
   SgCR_NEW_ARC = 52,
   SgCR_ARC_MOVED = 53,
   SgCR_DEFAULT_ACTION = 54,
-  SgCR_VIEW_CHANGED = 55
+  SgCR_VIEW_CHANGED = 55,
+  SgCR_NODES_MOVED = 56
 };
 
 /// An arc of one graph: 0 is none. The number of a removed arc never comes back.
 using SgArc = std::uint64_t;
+
+/// A node that was moved, and its upper left corner before.
+struct SgMovedNode {
+  Widget node;
+  SgPoint from;
+};
+/// An arc that was straightened since a node at its end moved, and its bends before.
+struct SgStraightenedArc {
+  SgArc arc;
+  std::vector<SgPoint> bends;
+};
 
 /// Call data of all callbacks; what a reason doesn't mention is null or 0.
 struct SgGraphCallbackStruct {
@@ -80,6 +94,8 @@ struct SgGraphCallbackStruct {
   Widget oldParent, oldChild, newParent, newChild;  ///< SgCR_ARC_MOVED: ends before and after
   SgArc arc;                                        ///< SgCR_ARC_MOVED; changedCallback of SgCR_NEW_ARC
   SgPoint position;                                 ///< of the pointer on the plane
+  std::span<const SgMovedNode> movedNodes;          ///< SgCR_NODES_MOVED
+  std::span<const SgStraightenedArc> straightenedArcs;  ///< SgCR_NODES_MOVED
 };
 
 extern WidgetClass sgGraphWidgetClass;
@@ -119,6 +135,8 @@ bool SgGraphGetArcNodes(Widget graph, SgArc arc, Widget* from, Widget* to);
 bool SgGraphRemoveArcBetweenNodes(Widget graph, Widget from, Widget to);
 /// Lets an arc run over inner points, from its parent on; none: straight. Moving either node drops them.
 void SgGraphSetArcBends(Widget graph, SgArc arc, std::span<const SgPoint> bends);
+/// The inner points that it was given, as far as no node at its end has moved since.
+std::vector<SgPoint> SgGraphArcBends(Widget graph, SgArc arc);
 /// The points an arc is drawn through, on the plane, from the edge of one node to that of the other.
 std::vector<SgPoint> SgGraphArcPath(Widget graph, SgArc arc);
 /// All arcs, oldest first as far as none was removed. Linear.

@@ -32,7 +32,7 @@ struct SgGraphPart {
       targetColor;
   XmRenderTable renderTable;  // a copy of ours, owned by the view
   XtCallbackList newNodeCallback, newArcCallback, arcMovedCallback, defaultActionCallback;
-  XtCallbackList changedCallback, viewChangedCallback;
+  XtCallbackList changedCallback, nodesMovedCallback, viewChangedCallback;
 
   sggraph::GraphView* view;  // released into here by initialize, taken back by destroy
 };

@@ -259,6 +259,10 @@ void GraphView::finishDrag(XEvent* event) {
   // The gesture is over before anyone is called: callbacks may post dialogs, clear the graph, start anew.
   const Gesture done = gesture_;
   endGesture();
+  if (done.kind == Gesture::Kind::MoveNodes) {
+    nodesMoved(done, event);
+    return;
+  }
   const NodeId target = drawing_.nodeOf(done.target);
   if (target == kNone || !editable()) return;
   if (done.kind == Gesture::Kind::DrawArc) {
@@ -392,6 +396,22 @@ void GraphView::defaultAction(NodeId node, XEvent* event) {
   data.event = event;
   data.node = widgetOf(node);
   call(&SgGraphPart::defaultActionCallback, data);
+}
+
+void GraphView::nodesMoved(const Gesture& done, XEvent* event) {
+  std::vector<SgMovedNode> moved;
+  for (const auto& [stable, corner] : done.before)
+    if (const NodeId node = drawing_.nodeOf(stable); node != kNone) {
+      const SgRectangle& box = drawing_.box(node);
+      if (SgPoint{box.x, box.y} != corner) moved.push_back({widgetOf(node), corner});
+    }
+  if (moved.empty()) return;
+  SgGraphCallbackStruct data{};
+  data.reason = SgCR_NODES_MOVED;
+  data.event = event;
+  data.movedNodes = moved;
+  data.straightenedArcs = done.straightened;
+  call(&SgGraphPart::nodesMovedCallback, data);
 }
 
 void GraphView::newNode(XEvent* event) {

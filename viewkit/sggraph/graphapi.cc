@@ -100,6 +100,13 @@ void SgGraphSetArcBends(Widget graph, SgArc arc, std::span<const SgPoint> bends)
   if (found) found.view->setBends(found.id, bends);
 }
 
+std::vector<SgPoint> SgGraphArcBends(Widget graph, SgArc arc) {
+  const ArcInView found = find(graph, arc);
+  if (!found) return {};
+  const auto bends = found.view->drawing().bends(found.id);
+  return {bends.begin(), bends.end()};
+}
+
 std::vector<SgPoint> SgGraphArcPath(Widget graph, SgArc arc) {
   const ArcInView found = find(graph, arc);
   if (!found) return {};

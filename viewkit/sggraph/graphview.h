@@ -31,10 +31,6 @@ struct Gesture {
     StableId node;
     SgPoint corner;
   };
-  struct StraightenedArc {
-    StableId arc;
-    std::vector<SgPoint> bends;
-  };
 
   Kind kind = Kind::Idle;
   unsigned button = 0;
@@ -48,7 +44,7 @@ struct Gesture {
   bool leftNode = false;          // DrawArc: was outside `node`, so that coming back makes a loop
   StableId target = 0;            // the node that would be taken now
   std::vector<MovedNode> before;  // MoveNodes: where they were
-  std::vector<StraightenedArc> straightened;
+  std::vector<SgStraightenedArc> straightened;
 };
 
 /// The press before, to recognise a double-click.
@@ -183,6 +179,7 @@ class GraphView {
   /// @returns false when the callbacks destroyed the widget: nothing of it may be touched any more.
   bool call(XtCallbackList SgGraphPart::*list, SgGraphCallbackStruct& data);
   void defaultAction(NodeId node, XEvent* event);
+  void nodesMoved(const Gesture& done, XEvent* event);
   void newNode(XEvent* event);
   void newArc(NodeId parent, NodeId child, XEvent* event);
   void arcMoved(ArcId arc, NodeId parent, NodeId child, XEvent* event);
