@@ -26,6 +26,7 @@
 #include "qilib/opensave.h"
 #include "tests/editor/recordingprompts.h"
 #include "tests/support/files.h"
+#include "tests/support/scenestep.h"
 
 namespace {
 
@@ -215,7 +216,7 @@ double longest_wait_for_copy(const std::string& file, const fs::path& state) {
   RecordingPrompts prompts;
   constexpr std::chrono::minutes kPause{1};
   UnsavedWork work(history, prompts, write_scene, kPause);
-  history.add({.label = "change", .changes_scene = true});
+  history.add(scene_step("change"));
   double longest = 0;
   auto now = UnsavedWork::Clock::now();
   const auto tend = [&] {

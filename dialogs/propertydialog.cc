@@ -7,6 +7,27 @@
 const char* const PropertyDialog::editModeCallback = "editModeCallback";
 const char* const PropertyDialog::keyCallback = "keyCallback";
 
+const char* const PropertyDialog::openAfreshCallback = "openAfreshCallback";
+
+bool PropertyDialog::recordIsAsShown() const {
+  return described_ && described_->fingerprint(*qis, static_cast<Word>(index())) == shown_;
+}
+
+void PropertyDialog::noteRecord() {
+  if (described_) shown_ = described_->fingerprint(*qis, static_cast<Word>(index()));
+}
+
+void PropertyDialog::showWhetherCurrent() {
+  const bool changed = !recordIsAsShown();
+  if (saysChanged_ == changed) return;
+  saysChanged_ = changed;
+  if (changed)
+    setNotice("changed", VkNotice{node() + " was changed after this was opened", "Open Afresh",
+                                  [this] { callCallbacks(openAfreshCallback, nullptr); }});
+  else
+    setNotice("changed", std::nullopt);
+}
+
 void PropertyDialog::showEditMode(bool on) {
   if (on)
     setNotice("editMode", std::nullopt);
@@ -17,6 +38,8 @@ void PropertyDialog::showEditMode(bool on) {
 
 Widget PropertyDialog::createFrom(const values::Dialog& dialog, Widget parent) {
   setDefaultResources(parent, dialog.lines());
+  described_ = &dialog;
+  noteRecord();
   if (auto items = dialog.open(*qis, static_cast<Word>(index())))
     setItem(std::make_unique<VkPrefList>(std::move(items)));
   const Widget form = VkPrefDialog::createDialog(parent);

@@ -2,6 +2,7 @@
 /// What the property dialogs share: building their items from a record's values.
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -30,6 +31,17 @@ class PropertyDialog : public VkPrefDialog {
     viewkit::PressedKey press;
     bool taken = false;  ///< to be set by a receiver that has done what the key asks for
   };
+
+  /// The list that is told when the user wants the dialog opened afresh; there is no call data.
+  static const char* const openAfreshCallback;
+
+  /// Whether the record is as it was when it was opened, or when it was last noted.
+  bool recordIsAsShown() const;
+  /// What the record holds now is what the dialog wrote.
+  void noteRecord();
+  /// What the dialog shows stays as it is; but when the record has changed, a notice says so, with a button
+  /// that asks for a fresh dialog. To be called when records may have changed.
+  void showWhetherCurrent();
 
   /// Says whether what is entered will be written, which it is in Edit Mode only. While it won't be, the
   /// dialog shows a notice with a button that asks for Edit Mode.
@@ -62,6 +74,9 @@ class PropertyDialog : public VkPrefDialog {
   bool keyPressed(const viewkit::PressedKey& press);
 
   std::vector<std::unique_ptr<VkComponent>> parts_;
+  const values::Dialog* described_ = nullptr;
+  std::uint64_t shown_ = 0;  ///< the record's fingerprint
+  bool saysChanged_ = false;
 };
 
 /// The dialog of a record that is a node of the graph.

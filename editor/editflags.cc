@@ -24,6 +24,11 @@ void NodeDialogs::closeAll() {
   for (const auto& dialog : dialogs_) dialog->hide();
 }
 
+void NodeDialogs::showWhetherCurrent() {
+  for (const auto& dialog : dialogs_)
+    if (dialog->isPosted()) dialog->showWhetherCurrent();
+}
+
 void NodeDialogs::showEditMode(bool on) {
   for (const auto& dialog : dialogs_) dialog->showEditMode(on);
 }

@@ -18,6 +18,8 @@ class NodeDialogs {
   void closeAll();
   /// Tells all of them whether Edit Mode is on.
   void showEditMode(bool on);
+  /// Has all of them tell when their record has changed, see PropertyDialog::showWhetherCurrent.
+  void showWhetherCurrent();
 
  private:
   std::vector<std::unique_ptr<PropertyDialog>> dialogs_;  ///< every one that was ever opened

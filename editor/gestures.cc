@@ -4,8 +4,10 @@
 
 #include <cinttypes>
 #include <cstdio>
+#include <memory>
 #include <string>
 
+#include "editor/editstep.h"
 #include "editor/model/currentscene.h"
 #include "editor/model/linkreasons.h"
 #include "editor/model/modifygraph.h"
@@ -16,6 +18,16 @@ namespace {
 
 std::string from_to(const VkNode* from, const VkNode* to) {
   return std::string(from->name()) + " to " + to->name();
+}
+
+/// Whether more arcs are drawn between two nodes than the parent's record holds references, as after a child
+/// was linked a second time: then one of the arcs stands for nothing.
+bool is_surplus(const VkNode* parent, const VkNode* child) {
+  const auto from = find_node_id(parent->name()), to = find_node_id(child->name());
+  if (!from || !to || !can_be_linked(from->kind, to->kind)) return false;
+  std::size_t drawn = 0;
+  for (int i = 0; i < parent->nChildren(); ++i) drawn += parent->child(i) == child ? 1 : 0;
+  return drawn > references_held(*qis, *from, *to);
 }
 
 }  // namespace
@@ -42,10 +54,18 @@ const char* GraphGestures::hint() const {
 void GraphGestures::newNode(SgGraphCallbackStruct& call) {
   call.doit = False;
   std::printf("In newNodeCallback\n");
-  graph_.add(graph_.make<VkNode>("newNode", "New Node"));
-  history_.add({.label = "new node"});
+  EditStep step(graph_, history_);
+  step.picture().addNode(std::make_unique<VkNode>("newNode", "New Node"));
   graph_.displayAll();
   graph_.doLayout();
+  step.done("new node");
+}
+
+void GraphGestures::refuse(EditStep& step, const char* text, const std::string& reason) {
+  step.refused();
+  std::fprintf(stderr, "%s\n", reason.c_str());
+  prompts_.tell(reason);
+  prompts_.warn(text);
 }
 
 void GraphGestures::newArc(SgGraphCallbackStruct& call) {
@@ -53,15 +73,16 @@ void GraphGestures::newArc(SgGraphCallbackStruct& call) {
   std::printf("In newArcCallback\n");
   VkNode* const parent = VkNode::of(call.parent);
   VkNode* const child = VkNode::of(call.child);
+  EditStep step(graph_, history_);
   if (quilAddLink(*qis, parent->name(), child->name()) != 1) {
-    refuse("Can't add link!", why_not_linked(*qis, parent->name(), child->name()));
+    refuse(step, "Can't add link!", why_not_linked(*qis, parent->name(), child->name()));
     return;
   }
-  history_.add({.label = "link " + from_to(parent, child), .changes_scene = true});
-  graph_.add(parent, child);
+  step.picture().addArc(parent, child);
   graph_.displayAll();
   graph_.doLayout();
   graph_.displayWithChildren(parent);
+  step.done("link " + from_to(parent, child));
 }
 
 void GraphGestures::arcMoved(SgGraphCallbackStruct& call) {
@@ -75,20 +96,21 @@ void GraphGestures::arcMoved(SgGraphCallbackStruct& call) {
   std::printf("new Child %s\n", new_child->label());
   std::printf("old Parent %s\n", old_parent->label());
   std::printf("old Child %s\n", old_child->label());
-  if (quilModifyLink(*qis, old_parent->name(), old_child->name(), new_parent->name(), new_child->name()) !=
-      1) {
+  EditStep step(graph_, history_);
+  const auto move = is_surplus(old_parent, old_child) ? quilModifySurplusLink : quilModifyLink;
+  if (move(*qis, old_parent->name(), old_child->name(), new_parent->name(), new_child->name()) != 1) {
     graph_.displayWithChildren(new_parent);
     graph_.doSubtreeLayout(new_parent);
-    refuse("Can't change link!",
+    refuse(step, "Can't change link!",
            why_not_moved(*qis, old_child->name(), new_parent->name(), new_child->name()));
     return;
   }
-  history_.add({.label = "move link " + from_to(old_parent, old_child), .changes_scene = true});
-  graph_.add(new_parent, new_child);
-  graph_.remove(old_parent, old_child);
-  removeDisplaced(new_parent, new_child);
+  step.picture().addArc(new_parent, new_child);
+  step.picture().removeArc(old_parent, old_child);
+  if (VkNode* const other = displaced(new_parent, new_child)) step.picture().removeArc(new_parent, other);
   graph_.displayWithChildren(new_parent);
   graph_.doSubtreeLayout(new_parent);
+  step.done("move link " + from_to(old_parent, old_child));
 }
 
 void GraphGestures::deleteSelectedLink() {
@@ -109,28 +131,30 @@ void GraphGestures::deleteSelectedLink() {
               static_cast<void*>(from_widget), static_cast<void*>(to_widget));
   std::printf("from %s\n", from->name());
   std::printf("to   %s\n", to->name());
-  if (quilDeleteLink(*qis, from->name(), to->name()) != 1) {
-    refuse("Can't delete link!", std::string(from->name()) + " holds no such reference to " + to->name());
+  EditStep step(graph_, history_);
+  if (!is_surplus(from, to) && quilDeleteLink(*qis, from->name(), to->name()) != 1) {
+    refuse(step, "Can't delete link!",
+           std::string(from->name()) + " holds no such reference to " + to->name());
     return;
   }
-  history_.add({.label = "delete link " + from_to(from, to), .changes_scene = true});
-  graph_.remove(from, to);
+  step.picture().removeArc(from, to);
+  step.done("delete link " + from_to(from, to));
 }
 
-void GraphGestures::refuse(const char* text, const std::string& reason) {
-  std::fprintf(stderr, "%s\n", reason.c_str());
-  prompts_.tell(reason);
-  prompts_.warn(text);
+void GraphGestures::nodesMoved(const VkGraph::Moved& moved) {
+  const auto& nodes = moved.after.nodes;
+  history_.add({.label = nodes.size() == 1 ? std::string("move ") + nodes.front().first->name()
+                                           : "move " + std::to_string(nodes.size()) + " nodes",
+                .picture = std::make_unique<GraphChange>(graph_, moved)});
 }
 
-void GraphGestures::removeDisplaced(VkNode* parent, const VkNode* child) {
+VkNode* GraphGestures::displaced(const VkNode* parent, const VkNode* child) {
   const Word child_kind = tagofnd(child->name());
-  if (!isOnly1child(tagofnd(parent->name()), child_kind)) return;
+  if (!isOnly1child(tagofnd(parent->name()), child_kind)) return nullptr;
   const long child_number = indexofnd(child->name());
   for (int i = 0; i < parent->nChildren(); ++i) {
     VkNode* const other = parent->child(i);
-    if (tagofnd(other->name()) != child_kind || indexofnd(other->name()) == child_number) continue;
-    graph_.remove(parent, other);
-    return;
+    if (tagofnd(other->name()) == child_kind && indexofnd(other->name()) != child_number) return other;
   }
+  return nullptr;
 }

@@ -8,6 +8,8 @@
 #include "editor/prompts.h"
 #include "viewkit/vkgraph.h"
 
+class EditStep;
+
 /// Carries out the gestures of Edit Mode. A gesture goes to the link rules first, and only when they accept
 /// it is the picture changed and the step added to the history. The graph widget never changes the picture by
 /// itself.
@@ -34,13 +36,16 @@ class GraphGestures {
   /// Deletes the first of the selected links, in Edit Mode.
   void deleteSelectedLink();
 
-  /// After `child` has moved to `parent`: where a parent can have only one child of that kind, removes the
-  /// arc to the child that was there before, from the picture only.
-  void removeDisplaced(VkNode* parent, const VkNode* child);
+  /// The user has moved nodes by hand.
+  void nodesMoved(const VkGraph::Moved& moved);
+
+  /// After `child` has moved to `parent`: where a parent can have only one child of that kind, the child that
+  /// was there before, to which an arc is still drawn; null when there is none.
+  static VkNode* displaced(const VkNode* parent, const VkNode* child);
 
  private:
   /// Says why a gesture is refused, then that it is.
-  void refuse(const char* text, const std::string& reason);
+  void refuse(EditStep& step, const char* text, const std::string& reason);
 
   VkGraph& graph_;
   Prompts& prompts_;

@@ -26,6 +26,8 @@ constexpr VkMenuDesc kEnd = {VkMenuItemType::END};
 
 constexpr const char* kRecoverLabel = "Recover...";
 constexpr const char* kEditModeLabel = "Edit Mode";
+constexpr const char* kUndoLabel = "Undo";
+constexpr const char* kRedoLabel = "Redo";
 constexpr const char* kTextureImageLabel = "Display Texture Image";
 
 }  // namespace
@@ -45,7 +47,9 @@ GraphWindow::GraphWindow(const char* name)
   true_color_textures = settings_.true_color_textures;
 
   theApplication->addCallback(VkApp::displayLostCallback, this, &GraphWindow::displayLost);
-  history_.on_change([this] { tending_.start({}); });  // the change may not have been made yet
+  history_.on_change([this] { historyChanged(); });
+  graph_->addCallback(VkGraph::nodesMovedCallback, this, &GraphWindow::nodesMoved);
+  showSteps();
   showFile();
   if (!unsaved_.copies().empty()) told_ = "Unsaved work of an earlier time is kept: File > Recover...";
   showStatus();
@@ -84,9 +88,8 @@ void GraphWindow::addMenus() {
       kEnd,
   };
   static const VkMenuDesc edit[] = {
-      {kToggle, kEditModeLabel, editCallback},
-      {kAction, "Delete Link", deleteLinkCallback},
-      kEnd,
+      {kToggle, kEditModeLabel, editCallback}, {kAction, "Delete Link", deleteLinkCallback}, kSeparator,
+      {kAction, kUndoLabel, undoCallback},     {kAction, kRedoLabel, redoCallback},          kEnd,
   };
   static const VkMenuDesc view[] = {
       {kAction, "Default", setDefaultCallback},
@@ -139,6 +142,7 @@ void GraphWindow::setEditing(bool on) {
   gestures_.setEditing(on);
   tell("");
   dialogs_.showEditMode(on);
+  showSteps();
 }
 
 void GraphWindow::editModeWanted(PropertyDialog*, void*, void*) {
@@ -166,6 +170,47 @@ int GraphWindow::saveFor(const std::string& path, int mode) {
   return saved;
 }
 
+void GraphWindow::historyChanged() {
+  tending_.start({});  // the change may not have been made yet
+  showSteps();
+  dialogs_.showWhetherCurrent();
+}
+
+void GraphWindow::showSteps() {
+  const auto show = [this](const char* label, const Step* step) {
+    auto* const item = menu()->findNamedItem(label);
+    item->showText((step ? std::string(label) + " " + step->label : label).c_str());
+    if (step && gestures_.editing())
+      item->activate();
+    else
+      item->deactivate();
+  };
+  show(kUndoLabel, history_.to_undo());
+  show(kRedoLabel, history_.to_redo());
+}
+
+void GraphWindow::undo() {
+  const Step* const step = gestures_.editing() ? history_.undo() : nullptr;
+  if (!step) return;
+  std::printf("Undo %s\n", step->label.c_str());
+  step->change.undo(*qis);
+  if (step->picture) step->picture->undo();
+  dialogs_.showWhetherCurrent();
+}
+
+void GraphWindow::redo() {
+  const Step* const step = gestures_.editing() ? history_.redo() : nullptr;
+  if (!step) return;
+  std::printf("Redo %s\n", step->label.c_str());
+  step->change.redo(*qis);
+  if (step->picture) step->picture->redo();
+  dialogs_.showWhetherCurrent();
+}
+
+void GraphWindow::nodesMoved(VkGraph*, void*, void* moved) {
+  gestures_.nodesMoved(*static_cast<const VkGraph::Moved*>(moved));
+}
+
 void GraphWindow::setDefault() {
   _displayTexImg = 0;
   if (auto* toggle = textureImageToggle()) toggle->setVisualState(false);
@@ -181,11 +226,21 @@ void GraphWindow::nodeAction(const SgGraphCallbackStruct& call) {
   const VkNode* const node = VkNode::of(call.node);
   if (!node) return;
   std::printf("%s\n", node->label());
-  if (auto* const dialog = dialogs_.open(node->name(), gestures_.editing())) {
-    dialog->addCallback(VkPrefDialog::prefCallback, this, &GraphWindow::handlePrefs);
-    dialog->addCallback(PropertyDialog::editModeCallback, this, &GraphWindow::editModeWanted);
-    dialog->addCallback(PropertyDialog::keyCallback, this, &GraphWindow::dialogKey);
-  }
+  openDialog(node->name());
+}
+
+void GraphWindow::openDialog(const std::string& node) {
+  auto* const dialog = dialogs_.open(node.c_str(), gestures_.editing());
+  if (!dialog) return;
+  dialog->addCallback(VkPrefDialog::prefCallback, this, &GraphWindow::handlePrefs);
+  dialog->addCallback(PropertyDialog::editModeCallback, this, &GraphWindow::editModeWanted);
+  dialog->addCallback(PropertyDialog::keyCallback, this, &GraphWindow::dialogKey);
+  dialog->addCallback(PropertyDialog::openAfreshCallback, this, &GraphWindow::openAfresh);
+}
+
+void GraphWindow::openAfresh(PropertyDialog* dialog, void*, void*) {
+  dialog->hide();
+  openDialog(dialog->node());
 }
 
 void GraphWindow::dialogKey(PropertyDialog* dialog, void*, void* data) {
@@ -229,13 +284,21 @@ void GraphWindow::handlePrefs(VkComponent* component, void*, void* reason) {
 
 int GraphWindow::applyChanges(VkPrefDialog* dialog, int, int) {
   if (!dialog->item()) return 0;
-  const auto* const property = dynamic_cast<const PropertyDialog*>(dialog);
+  auto* const property = dynamic_cast<PropertyDialog*>(dialog);
   const unsigned long index = property ? property->index() : 0;
   items::Item& items = dialog->item()->model();
-  const bool changed = items.changed();
+  const bool current = property && property->recordIsAsShown();
+  qi::Recording recording(*qis);
   const int applied = values::applyChanges(*qis, dialog->name(), items, static_cast<Word>(index));
-  if (property && changed && applied == 1) history_.add({.label = property->node(), .changes_scene = true});
+  qi::Change change = recording.finish();
+  if (current) property->noteRecord();
+  if (property && !change.empty()) history_.add({.label = property->node(), .change = std::move(change)});
   return applied;
+}
+
+void GraphWindow::showNoScene() {
+  history_.forget_pictures();
+  graph_->clearAll();
 }
 
 void GraphWindow::showScene() {

@@ -58,7 +58,7 @@ class GraphWindow : public VkWindow, private SceneDisplay, private TextureDispla
   int quilDeleteLink(const VkNode* parent, const VkNode* child);
   int quilModifyLink(const VkNode* old_parent, const VkNode* old_child, const VkNode* new_parent,
                      const VkNode* new_child);
-  /// Changes of the picture alone, see VkGraph::remove and GraphGestures::removeDisplaced.
+  /// Changes of the picture alone, see VkGraph::remove and GraphGestures::displaced.
   void deleteLink(VkNode* parent, VkNode* child);
   void deleteDupChild(VkNode* parent, VkNode* child);
 
@@ -106,6 +106,11 @@ class GraphWindow : public VkWindow, private SceneDisplay, private TextureDispla
   void tellIfUnwritten(const VkPrefDialog& dialog);
   void editModeWanted(PropertyDialog* dialog, void* clientData, void* callData);
   void deleteLinkMenu() { gestures_.deleteSelectedLink(); }
+  void undo();
+  void redo();
+  /// Shows in the menu which step each would take back or make again.
+  void showSteps();
+  void historyChanged();
 
   // View.
   void setDefault();
@@ -137,6 +142,9 @@ class GraphWindow : public VkWindow, private SceneDisplay, private TextureDispla
   void arcMoved(SgGraphCallbackStruct& call) { gestures_.arcMoved(call); }
   void defaultAction(SgGraphCallbackStruct& call);
   void nodeAction(const SgGraphCallbackStruct& call);
+  void nodesMoved(VkGraph* graph, void* clientData, void* moved);
+  void openDialog(const std::string& node);
+  void openAfresh(PropertyDialog* dialog, void* clientData, void* callData);
 
   template <auto Member>
   static constexpr XtCallbackProc forward = viewkit::Forward<Member>::call;
@@ -149,6 +157,8 @@ class GraphWindow : public VkWindow, private SceneDisplay, private TextureDispla
   static constexpr auto quitCallback = forward<&GraphWindow::quit>;
   static constexpr auto editCallback = forward<&GraphWindow::edit>;
   static constexpr auto deleteLinkCallback = forward<&GraphWindow::deleteLinkMenu>;
+  static constexpr auto undoCallback = forward<&GraphWindow::undo>;
+  static constexpr auto redoCallback = forward<&GraphWindow::redo>;
   static constexpr auto setDefaultCallback = forward<&GraphWindow::setDefault>;
   static constexpr auto dpyimgCallback = forward<&GraphWindow::dpyimg>;
   static constexpr auto setDirCallback = forward<&GraphWindow::setDir>;
@@ -171,7 +181,7 @@ class GraphWindow : public VkWindow, private SceneDisplay, private TextureDispla
   static constexpr auto defaultActionCallback = forward<&GraphWindow::defaultAction>;
 
   void showScene() override;
-  void showNoScene() override { graph_->clearAll(); }
+  void showNoScene() override;
   void showFile() override { tendUnsavedWork(); }
   void handleWmDeleteMessage() override { quit(); }
   void handleFocus() override;

@@ -52,7 +52,9 @@ int GraphWindow::quilModifyLink(const VkNode* old_parent, const VkNode* old_chil
 
 void GraphWindow::deleteLink(VkNode* parent, VkNode* child) { graph_->remove(parent, child); }
 
-void GraphWindow::deleteDupChild(VkNode* parent, VkNode* child) { gestures_.removeDisplaced(parent, child); }
+void GraphWindow::deleteDupChild(VkNode* parent, VkNode* child) {
+  graph_->remove(parent, GraphGestures::displaced(parent, child));
+}
 
 int GraphWindow::sceneChanged(VkPrefItem* top) { return changed<qi::Scene>(top, 0); }
 int GraphWindow::shapeChanged(VkPrefItem* top, unsigned long index) { return changed<qi::Shape>(top, index); }

@@ -7,6 +7,7 @@
 #include "dialogs/values/numbers.h"
 #include "editor/model/nodenames.h"
 #include "editor/model/recordnames.h"
+#include "qilib/change.h"
 
 namespace values {
 namespace {
@@ -33,6 +34,13 @@ bool Dialog::require_record(Qis& scene, Word number) const {
   if (has_record(scene, number)) return true;
   std::fprintf(stderr, "%s: there is no such record\n", node_name(kind_, number).c_str());
   return false;
+}
+
+std::uint64_t Dialog::fingerprint(Qis& scene, Word number) const {
+  const Word* const name = kind_.name_index(scene, number);
+  if (!name) return 0;
+  constexpr std::uint64_t kOdd = 0x9e3779b97f4a7c15;
+  return qi::fingerprint(scene, record_tag(), number) ^ kOdd * qi::fingerprint(scene, qi::kNameTag, *name);
 }
 
 std::unique_ptr<Item> Dialog::items(Qis& scene, Word number) const {

@@ -3,6 +3,7 @@
 /// back.
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <span>
 #include <string_view>
@@ -44,6 +45,10 @@ class Dialog {
   /// The same, with a line on standard error when there is none.
   bool require_record(Qis& scene, Word number) const;
 
+  /// A number that tells the contents of the record and its name: it changes with them and comes back with
+  /// them. 0 when there is no such record.
+  std::uint64_t fingerprint(Qis& scene, Word number) const;
+
   /// The dialog's items, filled from the record; null, and a line on standard error, when there is none.
   std::unique_ptr<Item> items(Qis& scene, Word number) const;
   /// The same, with the traces that opening a dialog prints on standard output.
@@ -56,6 +61,8 @@ class Dialog {
   int write_back(Qis& scene, Item& top, Word number) const;
 
  protected:
+  /// Of the records' list.
+  virtual Word record_tag() const = 0;
   /// The items of a record that exists.
   virtual std::unique_ptr<Item> make_items(Qis& scene, Word number) const = 0;
   /// Writes the items back to a record that exists.

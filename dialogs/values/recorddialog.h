@@ -32,6 +32,7 @@ class RecordDialog : public Dialog {
       : Dialog(kNodeKind<Key>, facts), rows_(std::move(rows)), whole_words_(std::move(whole_words)) {}
 
  protected:
+  Word record_tag() const override { return qi::list_info(KindRowOf<Key>::kList).record_tag; }
   std::unique_ptr<Item> make_items(Qis& scene, Word number) const override {
     auto top = std::make_unique<Item>(ItemKind::list, "prefList");
     add_items(*top, rows_, scene, record(scene, number));

@@ -4,12 +4,21 @@
 
 #include <utility>
 
+std::size_t Step::bytes() const {
+  return sizeof(Step) + label.size() + change.bytes() + (picture ? picture->bytes() : 0);
+}
+
 void History::add(Step step) {
-  steps_.erase(steps_.begin() + static_cast<std::ptrdiff_t>(done_), steps_.end());
-  const State after = step.changes_scene ? ++newest_ : state();
+  while (steps_.size() > done_) {
+    bytes_ -= steps_.back().step.bytes();
+    steps_.pop_back();
+  }
+  const State after = step.change.empty() ? state() : ++newest_;
+  bytes_ += step.bytes();
   steps_.push_back({std::move(step), after});
-  if (steps_.size() > kMostSteps) {
+  while (steps_.size() > kMostSteps || bytes_ > kMostBytes) {
     first_ = steps_.front().after;
+    bytes_ -= steps_.front().step.bytes();
     steps_.pop_front();
   }
   done_ = steps_.size();
@@ -18,8 +27,24 @@ void History::add(Step step) {
 
 void History::clear() {
   steps_.clear();
-  done_ = 0;
+  done_ = bytes_ = 0;
   first_ = ++newest_;
+  told_();
+}
+
+void History::forget_pictures() {
+  const std::size_t done = std::exchange(done_, 0);
+  bytes_ = 0;
+  std::deque<Entry> kept;
+  for (std::size_t i = 0; i < steps_.size(); ++i) {
+    Step& step = steps_[i].step;
+    if (step.change.empty()) continue;
+    step.picture.reset();
+    bytes_ += step.bytes();
+    if (i < done) ++done_;
+    kept.push_back(std::move(steps_[i]));
+  }
+  steps_ = std::move(kept);
   told_();
 }
 

@@ -96,10 +96,11 @@ const Reference& reference(const LinkRule& rule) { return *find_reference(rule.p
 
 bool exists(const Qis& scene, NodeId node) { return node.number < record_count(scene, node.kind); }
 
-/// Takes an entry out of an array: the first that is the child, or, if there is none, the last.
+/// Takes an entry out of an array: the first that is the child, or, if there is none, the last. An empty
+/// array is none the worse for it.
 int delete_entry_or_last(Qis& scene, const Reference& kinds, const Place& place, Word parent, Word child) {
   Words& entries = *place.entries;
-  if (entries.empty()) return 0;
+  if (entries.empty()) return 1;
   const auto entry = std::find(entries.begin(), entries.end(), child);
   entries.erase(entry != entries.end() ? entry : entries.end() - 1);
   --*place.count;
@@ -112,13 +113,12 @@ int delete_by_rule(Qis& scene, const LinkRule& rule, Word parent, Word child, co
   const Place place = kinds.place(scene, parent);
   if (!place) return 0;
   if (rule.odd.absent == Absent::drops_last) return delete_entry_or_last(scene, kinds, place, parent, child);
-  const bool accepted = rule.odd.absent == Absent::accepted && !place.entries->empty();
-  return delete_reference(scene, kinds, parent, child, sink) || accepted;
+  return delete_reference(scene, kinds, parent, child, sink) || rule.odd.absent == Absent::accepted;
 }
 
-bool refers_to(const Qis& scene, const Reference& kinds, Word parent, Word child) {
-  const auto held = kinds.held(scene, parent);
-  return !(kinds.single && child == kinds.unset) && std::find(held.begin(), held.end(), child) != held.end();
+std::size_t references_to(const Qis& scene, const Reference& kinds, Word parent, Word child) {
+  if (kinds.single && child == kinds.unset) return 0;
+  return static_cast<std::size_t>(std::ranges::count(kinds.held(scene, parent), child));
 }
 
 }  // namespace
@@ -137,7 +137,8 @@ int delete_link(Qis& scene, NodeId parent, NodeId child, const MessageSink& sink
   if (!rule) return 0;
   // Such a number has a node (obj_-1) only where a damaged record refers to it.
   constexpr Word kLastIndex = 0x7FFFFFFF;
-  if (child.number > kLastIndex && !refers_to(scene, reference(*rule), parent.number, child.number)) return 0;
+  if (child.number > kLastIndex && references_to(scene, reference(*rule), parent.number, child.number) == 0)
+    return 0;
   return delete_by_rule(scene, *rule, parent.number, child.number, sink);
 }
 
@@ -206,6 +207,11 @@ int move_link(Qis& scene, NodeId old_parent, NodeId old_child, NodeId new_parent
 
 bool can_be_linked(Word parent_kind, Word child_kind) {
   return find_rule(parent_kind, child_kind) != nullptr;
+}
+
+std::size_t references_held(const Qis& scene, NodeId parent, NodeId child) {
+  const Reference* const kinds = find_reference(parent.kind, child.kind);
+  return kinds ? references_to(scene, *kinds, parent.number, child.number) : 0;
 }
 
 int isOnly1child(Word parent_kind, Word child_kind) {

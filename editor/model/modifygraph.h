@@ -17,7 +17,7 @@ int add_link(Qis& scene, NodeId parent, NodeId child);
 
 /// Deletes the link from `parent` to `child`.
 /// An obj that is not among a scene's or an obj's children, or a texture not among a material's, takes the
-/// last entry out instead. A slot is unset whatever it holds.
+/// last entry out instead, if there is one. A slot is unset whatever it holds.
 int delete_link(Qis& scene, NodeId parent, NodeId child, const qi::MessageSink& sink);
 
 /// Moves one end of a link: either the child changes to another of its kind under the same parent, or the
@@ -42,6 +42,9 @@ int exchange_entry(std::span<Word> entries, Word old_entry, Word new_entry, cons
 
 /// Whether an arc can be drawn from a node of the one kind to a node of the other.
 bool can_be_linked(Word parent_kind, Word child_kind);
+
+/// How often the parent's record refers to the child.
+std::size_t references_held(const Qis& scene, NodeId parent, NodeId child);
 
 /// 1 when a parent of this kind refers to at most one child of that kind, else 0.
 int isOnly1child(Word parent_kind, Word child_kind);

@@ -18,3 +18,7 @@ int quilDeleteLink(Qis& scene, const std::string& parent, const std::string& chi
 /// Prints all four names, kinds and numbers.
 int quilModifyLink(Qis& scene, const std::string& old_parent, const std::string& old_child,
                    const std::string& new_parent, const std::string& new_child);
+
+/// The same for an arc that stands for no reference of its own: nothing is taken from its old place.
+int quilModifySurplusLink(Qis& scene, const std::string& old_parent, const std::string& old_child,
+                          const std::string& new_parent, const std::string& new_child);

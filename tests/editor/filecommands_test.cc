@@ -12,6 +12,7 @@
 #include "qilib/opensave.h"
 #include "tests/editor/recordingprompts.h"
 #include "tests/support/files.h"
+#include "tests/support/scenestep.h"
 
 namespace {
 
@@ -41,7 +42,7 @@ class Files : public testing::Test, private SceneDisplay {
     return prompts_.lines;
   }
   /// Makes the scene differ from its file, so far as anybody can tell.
-  void change() { history_.add({.label = "change", .changes_scene = true}); }
+  void change() { history_.add(scene_step("change")); }
 
   /// What the library says of the file that is no scene.
   std::string why_bad() const {

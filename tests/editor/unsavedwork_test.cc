@@ -7,6 +7,7 @@
 
 #include "tests/editor/recordingprompts.h"
 #include "tests/support/files.h"
+#include "tests/support/scenestep.h"
 #include "tests/support/wait.h"
 
 namespace {
@@ -33,7 +34,7 @@ class Unsaved : public testing::Test {
   }
   void change(const std::string& scene) {
     scene_ = scene;
-    history_.add({.label = scene, .changes_scene = true});
+    history_.add(scene_step(scene));
   }
   /// Lets time pass, and the process that writes a copy come to its end.
   void pass(UnsavedWork::Clock::duration time) {
@@ -206,7 +207,7 @@ TEST_F(Unsaved, WorkGoesOnWhileACopyIsWritten) {
   now_ += 60s;
   EXPECT_EQ(work_->tend(now_), 100ms) << "it is being written";
   scene_ = "two";
-  history_.add({.label = "two", .changes_scene = true});
+  history_.add(scene_step("two"));
   pass(0s);
   EXPECT_THAT(copies(), ElementsAre("/scenes/a: one"));
   EXPECT_GT(next_, 0s);

@@ -348,9 +348,9 @@ TEST_F(OddRules, TheRemoversOfTheCurrentSceneTakeOneLinkEach) {
   EXPECT_EQ(qis->part_list.records[1].fixed.mat, 0x80000000u);
   EXPECT_EQ(size_words(*qis), size_words(*built_scene()));
 
-  EXPECT_EQ(delete_scene_obj(1), 0) << "an empty array is left alone";
-  EXPECT_EQ(delete_obj_child(1, 2), 0);
-  EXPECT_EQ(delete_mat_tex(1, 2), 0);
+  EXPECT_EQ(delete_scene_obj(1), 1) << "an empty array is left alone";
+  EXPECT_EQ(delete_obj_child(1, 2), 1);
+  EXPECT_EQ(delete_mat_tex(1, 2), 1);
   EXPECT_EQ(delete_obj_shape(6), 0);
   EXPECT_EQ(delete_part_mat(6), 0);
   EXPECT_EQ(size_words(*qis), size_words(*built_scene()));

@@ -1,0 +1,66 @@
+/// @file
+/// What a step changed of the graph, forwards and backwards.
+#include "editor/editstep.h"
+
+#include "editor/model/currentscene.h"
+
+void GraphChange::addArc(VkNode* parent, VkNode* child) {
+  graph_.add(parent, child);
+  added_.emplace_back(parent, child);
+}
+
+void GraphChange::removeArc(VkNode* parent, VkNode* child) {
+  graph_.remove(parent, child);
+  removed_.emplace_back(parent, child);
+}
+
+void GraphChange::addNode(std::unique_ptr<VkNode> node) { newNode_ = graph_.add(std::move(node)); }
+
+void GraphChange::arranged(VkPlaces before) {
+  places_ = {std::move(before), graph_.places()};
+  keepDifferences(places_.before, places_.after);
+}
+
+void GraphChange::undo() {
+  for (const auto& [parent, child] : added_) graph_.remove(parent, child);
+  for (const auto& [parent, child] : removed_) graph_.add(parent, child);
+  if (newNode_) keptNode_ = graph_.take(newNode_);
+  graph_.arrange(places_.before);
+  graph_.showOneOf(shownNodes());
+}
+
+void GraphChange::redo() {
+  if (keptNode_) graph_.display(graph_.add(std::move(keptNode_)));
+  for (const auto& [parent, child] : removed_) graph_.remove(parent, child);
+  for (const auto& [parent, child] : added_) graph_.add(parent, child);
+  graph_.arrange(places_.after);
+  graph_.showOneOf(shownNodes());
+}
+
+std::size_t GraphChange::bytes() const {
+  return sizeof *this + (added_.size() + removed_.size()) * sizeof(Ends) + places_.before.bytes() +
+         places_.after.bytes();
+}
+
+std::vector<VkNode*> GraphChange::shownNodes() const {
+  std::vector<VkNode*> nodes;
+  for (const auto* arcs : {&added_, &removed_})
+    for (const auto& [parent, child] : *arcs) nodes.insert(nodes.end(), {parent, child});
+  if (newNode_ && !keptNode_) nodes.push_back(newNode_);
+  if (nodes.empty() && !newNode_)
+    for (const auto& [node, place] : places_.after.nodes) nodes.push_back(node);
+  return nodes;
+}
+
+EditStep::EditStep(VkGraph& graph, History& history)
+    : graph_(graph),
+      history_(history),
+      before_(graph.places()),
+      picture_(std::make_unique<GraphChange>(graph)),
+      recording_(std::in_place, *qis) {}
+
+void EditStep::done(std::string label) {
+  qi::Change change = recording_->finish();
+  picture_->arranged(std::move(before_));
+  history_.add({.label = std::move(label), .change = std::move(change), .picture = std::move(picture_)});
+}
