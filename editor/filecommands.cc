@@ -6,8 +6,10 @@
 #include <unistd.h>
 
 #include <cstdio>
+#include <new>
 #include <utility>
 
+#include "editor/model/currentscene.h"
 #include "editor/scenefiles.h"
 #include "storage/backup.h"
 
@@ -43,10 +45,7 @@ void FileCommands::open() {
   const bool is_read = [&] {
     const Busy busy(prompts_, "Opening...");
     unsaved_.keep();
-    if (quilread(*path, reasons.sink()) != 1) return false;
-    std::printf("File name: %s\n", path->c_str());
-    file_name_ = *path;
-    display_.showScene();
+    if (!show(*path, *path, reasons)) return false;
     unsaved_.opened(*path);
     know(seen);
     return true;
@@ -54,6 +53,23 @@ void FileCommands::open() {
   prompts_.tell(is_read && drops ? "What was not saved of " + before + " is in File > Recover..."
                                  : reasons.line());
   if (!is_read) prompts_.warn("Can't Read QUIL File!");
+}
+
+bool FileCommands::show(const std::string& path, const std::string& file_name, Reasons& reasons) {
+  auto former = std::exchange(qis, nullptr);
+  std::string former_name = std::exchange(file_name_, file_name);
+  try {
+    if (quilread(path, reasons.sink()) == 1) {
+      if (path == file_name) std::printf("File name: %s\n", path.c_str());
+      display_.showScene();
+      return true;
+    }
+  } catch (const std::bad_alloc&) {
+    reasons.add(path + ": there is not enough memory to show it");
+  }
+  qis = std::move(former);
+  file_name_ = std::move(former_name);
+  return false;
 }
 
 void FileCommands::recover() {
@@ -70,9 +86,7 @@ void FileCommands::read(const RecoveryCopy& copy) {
   Reasons reasons;
   const bool is_read = [&] {
     const Busy busy(prompts_, "Opening...");
-    if (quilread(copy.path, reasons.sink()) != 1) return false;
-    file_name_ = copy.origin;
-    display_.showScene();
+    if (!show(copy.path, copy.origin, reasons)) return false;
     unsaved_.recovered(copy);
     know(storage::SeenFile(copy.origin, copy.time));
     return true;

@@ -15,7 +15,8 @@ class SceneDisplay {
  public:
   virtual ~SceneDisplay() = default;
 
-  /// Shows the current scene, and closes what belongs to the one before.
+  /// Shows the current scene, and closes what belongs to the one before. Throws std::bad_alloc, with the one
+  /// before still shown, when there is not enough memory.
   virtual void showScene() = 0;
   virtual void showNoScene() = 0;
   /// Shows the file's name, and how it stands with the file.
@@ -58,6 +59,9 @@ class FileCommands {
  private:
   bool mayDrop(const char* question);
   void read(const RecoveryCopy& copy);
+  /// Reads a scene and shows it as that of a file. @returns whether that went well; otherwise all is as it
+  /// was, also when the memory doesn't suffice.
+  bool show(const std::string& path, const std::string& file_name, Reasons& reasons);
   /// Takes a state of the scene's file for the one that the user knows.
   void know(storage::SeenFile seen);
   void write();

@@ -12,6 +12,7 @@
 #include "editor/colortable.h"
 #include "editor/model/currentscene.h"
 #include "editor/scenefiles.h"
+#include "editor/structgraph.h"
 #include "qilib/sizes.h"
 #include "tools/cnvopts.h"
 #include "tools/shell.h"
@@ -302,10 +303,12 @@ void GraphWindow::showNoScene() {
 }
 
 void GraphWindow::showScene() {
+  const SceneGraph scene = scene_graph(*qis);
+  require_memory_for(scene);
   history_.clear();
   dialogs_.closeAll();
   graph_->clearAll();
-  struct_graph(graph_.get());
+  ::struct_graph(scene, *graph_, *this);
   graph_->displayAll();
   graph_->doLayout();
   if (auto* kavo_tool = menu()->findNamedItem("KAVO tool")) {

@@ -2,8 +2,19 @@
 /// Walking the scene's references.
 #include "editor/structgraph.h"
 
-#include "editor/model/scenegraph.h"
+#include <cstddef>
+#include <memory>
+
 #include "editor/newquilnode.h"
+
+namespace {
+
+// What the program was seen to take in all, and some more.
+constexpr std::size_t kBytesPerNode = 2500;
+constexpr std::size_t kBytesPerArc = 1000;
+constexpr std::size_t kBytesForTheRest = 8 << 20;  // dialogs, messages
+
+}  // namespace
 
 VkNode* quil_node(VkGraph& graph, const std::string& name, const TextureDisplay& textures) {
   if (VkNode* const node = graph.find(name)) return node;
@@ -11,7 +22,17 @@ VkNode* quil_node(VkGraph& graph, const std::string& name, const TextureDisplay&
 }
 
 void struct_graph(const Qis& scene, VkGraph& graph, const TextureDisplay& textures) {
-  const SceneGraph built = scene_graph(scene);
+  struct_graph(scene_graph(scene), graph, textures);
+}
+
+void require_memory_for(const SceneGraph& scene) {
+  const std::size_t bytes =
+      kBytesPerNode * scene.nodes.size() + kBytesPerArc * scene.arcs.size() + kBytesForTheRest;
+  const auto room = std::make_unique_for_overwrite<std::byte[]>(bytes);
+  *static_cast<volatile std::byte*>(room.get()) = {};  // or the compiler leaves it all out
+}
+
+void struct_graph(const SceneGraph& built, VkGraph& graph, const TextureDisplay& textures) {
   graph.add(quil_node(graph, built.nodes.front().name, textures));
   for (const auto& arc : built.arcs) {
     VkNode* const parent = quil_node(graph, built.nodes[arc.parent].name, textures);

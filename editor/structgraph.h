@@ -4,6 +4,7 @@
 
 #include <string>
 
+#include "editor/model/scenegraph.h"
 #include "editor/texturedisplay.h"
 #include "qilib/qis.h"
 #include "viewkit/vkgraph.h"
@@ -13,6 +14,12 @@
 /// always new.
 /// @param textures  outlives the graph's nodes.
 void struct_graph(const Qis& scene, VkGraph& graph, const TextureDisplay& textures);
+/// The same for the walk of a scene that has been made already.
+void struct_graph(const SceneGraph& scene, VkGraph& graph, const TextureDisplay& textures);
+
+/// Throws std::bad_alloc when there is not enough memory left to build, lay out and paint that. The toolkit
+/// ends the program when it gets none, so it is asked for before.
+void require_memory_for(const SceneGraph& scene);
 
 /// The node of that name in `graph`, or else a new one that is not in the graph yet; it enters with its first
 /// arc.

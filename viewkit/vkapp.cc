@@ -18,7 +18,7 @@
 
 #include "viewkit/forward.h"
 #include "viewkit/keys.h"
-#include "viewkit/vkdialogmanager.h"
+#include "viewkit/vkmessagedialogs.h"
 #include "viewkit/vksimplewindow.h"
 
 VkApp* theApplication = nullptr;
@@ -65,6 +65,16 @@ void survivePipeSignal() {
 }
 
 }  // namespace
+
+void viewkit::tellOutOfMemory() noexcept {
+  std::fputs("There is not enough memory for that.\n", stderr);
+  try {
+    if (theApplication && theApplication->mainWindow())
+      getTheWarningDialog()->post("There is not enough memory for that!");
+  } catch (const std::bad_alloc&) {
+    // Even the message is too much.
+  }
+}
 
 VkApp::VkApp(const char* className, int* argc, char** argv, XrmOptionDescRec* options, int optionCount,
              viewkit::ResourceLines resources)
