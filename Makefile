@@ -11,7 +11,7 @@ bench:    ## measure it
 	scripts/install-packages build run test bench
 	cmake --preset checked && cmake --build --preset checked --target bench
 fuzz:     ## feed it broken files for a while
-	scripts/install-packages build sanitize
+	scripts/install-packages build run test sanitize
 	cmake --preset fuzz && cmake --build --preset fuzz --target fuzz
 format:   ## format every C++ file
 	scripts/install-packages test
