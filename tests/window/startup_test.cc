@@ -40,7 +40,7 @@ TEST_F(StartUp, MenusHoldTheirItemsInOrder) {
   EXPECT_THAT(panes, ElementsAre("File", "Edit", "View", "KAVO tool", "QUIL2 tool"));
   EXPECT_THAT(items("FilePane"),
               ElementsAre("New", "Open", "Save", "Save As...", "Recover...", "---", "Quit"));
-  EXPECT_THAT(items("EditPane"), ElementsAre("Edit Mode", "Delete Link"));
+  EXPECT_THAT(items("EditPane"), ElementsAre("Edit Mode", "Delete Link", "---", "Undo", "Redo"));
   EXPECT_THAT(items("ViewPane"), ElementsAre("Default", "Display Texture Image"));
   EXPECT_THAT(
       items("KAVOtoolPane"),
