@@ -66,6 +66,7 @@ class PieceWalk {
     count(v.size(), [&](std::size_t n) { v.resize(n); });
     for (std::size_t i = 0; i < v.size(); ++i) part(i, [&] { walk(*this, v[i]); });
   }
+  void counted(auto& v, auto /*missing*/) { array(v); }
   void blocks(auto& r) {
     array(r.block1);
     array(r.block2);

@@ -2,28 +2,37 @@
 /// Reading: a list's way from the file into the scene.
 #include "qilib/reader.h"
 
+#include <algorithm>
 #include <cerrno>
-#include <memory>
 
 #include "qilib/files.h"
 #include "qilib/lists.h"
 
 namespace qi {
 
-namespace {
-
-/// Fills the list of that name from its words; without words it is absent, and reset.
-int set_up(Qis& scene, std::string_view list_name, std::span<const Word> words, const MessageSink& sink) {
-  int result = 0;
-  for_each_list(scene, [&]<class L>(const ListInfo& info, L& list) {
-    if (info.name == list_name)
-      result =
-          words.empty() ? ResetList<L>{info.extension}(list) : SetupList<L>{info.name}(words, list, sink);
-  });
-  return result;
+bool ListCursor::read_on(std::size_t words) {
+  constexpr std::size_t kPiece = 1 << 16;  // words
+  Words piece(words_.begin() + static_cast<std::ptrdiff_t>(pos_), words_.end());
+  const std::size_t kept = piece.size();
+  piece_ = {};  // before more is taken: it may have been large
+  before_ += pos_;
+  pos_ = 0;
+  const std::size_t more = std::min(unread_, std::max(words - kept, kPiece));
+  piece.resize(kept + more);
+  const std::size_t bytes = more * sizeof(Word);
+  errno = 0;
+  const std::size_t read = freadEndianSwap4(piece.data() + kept, bytes, file_);
+  if (read == bytes) {
+    unread_ -= more;
+  } else if (std::ferror(file_)) {
+    fail({.code = MessageCode::input_failed, .found = static_cast<unsigned>(errno)});
+  } else {
+    fail({.code = MessageCode::too_large, .what = "list", .found = bytes, .expected = read});
+  }
+  piece_ = std::move(piece);
+  words_ = piece_;
+  return !error_;
 }
-
-}  // namespace
 
 int read_list(std::FILE* file, Word size, Qis& scene, std::string_view list_name, const MessageSink& sink) {
   const std::uint64_t begin = position(file);
@@ -31,7 +40,6 @@ int read_list(std::FILE* file, Word size, Qis& scene, std::string_view list_name
     message.base = begin;
     sink(message);
   };
-  if (size == 0) return set_up(scene, list_name, {}, placing_sink);
   Message message{.code = MessageCode::too_large,
                   .list = list_name,
                   .what = "list",
@@ -39,19 +47,18 @@ int read_list(std::FILE* file, Word size, Qis& scene, std::string_view list_name
                   .expected = bytes_left(file),
                   .offset = begin,
                   .base = 0};
-  if (size % sizeof(Word) != 0) {
-    message.code = MessageCode::no_whole_words;
-  } else if (size <= message.expected) {
-    const auto words = std::make_unique_for_overwrite<Word[]>(size / sizeof(Word));
-    errno = 0;
-    message.expected = freadEndianSwap4(words.get(), size, file);
-    if (message.expected == size)
-      return set_up(scene, list_name, {words.get(), size / sizeof(Word)}, placing_sink);
-    if (std::ferror(file))
-      message = {.code = MessageCode::input_failed, .found = static_cast<unsigned>(errno)};
+  if (size % sizeof(Word) != 0) message.code = MessageCode::no_whole_words;
+  if (size % sizeof(Word) != 0 || size > message.expected) {
+    sink(message);
+    return 0;
   }
-  sink(message);
-  return 0;
+  int result = 0;
+  for_each_list(scene, [&]<class L>(const ListInfo& info, L& list) {
+    if (info.name == list_name)
+      result = size == 0 ? ResetList<L>{info.extension}(list)
+                         : SetupList<L>{info.name}(file, size, list, placing_sink);
+  });
+  return result;
 }
 
 }  // namespace qi

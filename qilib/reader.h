@@ -24,11 +24,18 @@ namespace qi {
 class ListCursor {
  public:
   explicit ListCursor(std::span<const Word> words) : words_(words) {}
+  /// A block of so many bytes, a whole number of words, that begins where the file stands. It is read piece
+  /// by piece, so that a large list is never held twice.
+  ListCursor(std::FILE* file, std::size_t bytes) : file_(file), unread_(bytes / sizeof(Word)) {}
+  ListCursor(const ListCursor&) = delete;
+  ListCursor& operator=(const ListCursor&) = delete;
 
-  /// The next n items of so many words each; none, and an error about `what`, when fewer are left.
+  /// The next n items of so many words each, good until the next call; none, and an error about `what`, when
+  /// fewer are left.
   std::span<const Word> take(std::uint64_t n, std::string_view what, std::size_t words_each = 1) {
     if (!check(n, what, words_each)) return {};
     const std::size_t words = static_cast<std::size_t>(n) * words_each;
+    if (words > words_.size() - pos_ && !read_on(words)) return {};
     pos_ += words;
     return words_.subspan(pos_ - words, words);
   }
@@ -57,15 +64,23 @@ class ListCursor {
     if (!message.offset) message.offset = offset();
     error_ = std::move(message);
   }
-  std::size_t left() const { return words_.size() - pos_; }
+  std::size_t left() const { return words_.size() - pos_ + unread_; }
   /// Bytes from the beginning of the block.
-  std::size_t offset() const { return pos_ * sizeof(Word); }
+  std::size_t offset() const { return (before_ + pos_) * sizeof(Word); }
   const std::optional<Message>& error() const { return error_; }
 
  private:
-  std::span<const Word> words_;
+  /// Reads on until so many words are at hand, as far as there are. @returns false, and an error, when they
+  /// could not be had.
+  bool read_on(std::size_t words);
+
+  std::span<const Word> words_;  ///< what is at hand
   std::size_t pos_ = 0;
   std::optional<Message> error_;
+  std::FILE* file_ = nullptr;
+  std::size_t unread_ = 0;  ///< words of the block that are still in the file
+  std::size_t before_ = 0;  ///< words that were at hand before
+  Words piece_;             ///< holds what is at hand of a file
 };
 
 }  // namespace qi
@@ -95,6 +110,7 @@ class Reader {
  public:
   Reader(std::span<const Word> words, std::string_view list, std::optional<std::size_t> record = {})
       : cursor_(words), list_(list), record_(record) {}
+  Reader(std::FILE* file, std::size_t bytes, std::string_view list) : cursor_(file, bytes), list_(list) {}
 
   bool ok() const { return !cursor_.error(); }
   /// Says what went wrong, if anything did. @returns 1 when nothing did.
@@ -136,6 +152,15 @@ class Reader {
   }
 
   void words(Words& v, std::uint64_t n) { qiReadArray(cursor_, v, n); }
+  template <class Missing>
+  void counted(Words& v, Missing missing) {
+    v.clear();
+    for (std::uint64_t more = 0; ok() && (more = missing(v)) != 0;) {
+      const auto words = cursor_.take(more, "array");
+      v.reserve(v.size() + words.size());
+      v.insert(v.end(), words.begin(), words.end());
+    }
+  }
   template <class T>
   void items(std::vector<T>& v, std::uint64_t n) {
     slots(v, n, sizeof(T));
@@ -258,8 +283,18 @@ template <class L>
 struct SetupList {
   std::string_view list_name;
   int operator()(std::span<const Word> buffer, L& list, const MessageSink& sink = print_message) const {
-    list = L{};
     Reader reader(buffer, list_name);
+    return read(reader, list, sink);
+  }
+  /// The same from a file.
+  int operator()(std::FILE* file, std::size_t bytes, L& list, const MessageSink& sink) const {
+    Reader reader(file, bytes, list_name);
+    return read(reader, list, sink);
+  }
+
+ private:
+  static int read(Reader& reader, L& list, const MessageSink& sink) {
+    list = L{};
     walk_list(reader, list);
     if (!reader.ok()) make_whole(list);
     return reader.finish(sink);

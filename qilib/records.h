@@ -3,7 +3,9 @@
 /// walk.h).
 #pragma once
 
+#include <algorithm>
 #include <array>
+#include <span>
 #include <vector>
 
 #include "qilib/extstructs.h"
@@ -155,9 +157,7 @@ static_assert(sizeof(Vtx::Fixed) == 24);
 
 /// One attribute group of a triangle record: per-triangle entries, or a table and its entries.
 struct AttributeGroup {
-  Word table_count = 0;
-  Words table;
-  Words entries;
+  std::span<const Word> table, entries;
 };
 
 /// One sub-record of a triangle record.
@@ -180,7 +180,7 @@ struct Tri {
     Word tag, index, fixed_size, size, word4, flags, count_base, sub_count;
   } fixed{};
   Words fixed_rest;
-  std::array<AttributeGroup, kGroups> groups;
+  Words attributes;  ///< all groups, as they stand in the file: a group with a table begins with its count
   std::vector<TriSub> subs;
   /// Bit 4g: group g has count_base + 1 entries and no table.
   static constexpr bool per_triangle(Word flags, int group) { return (flags >> (4 * group)) & 1; }
@@ -189,19 +189,48 @@ struct Tri {
 
   static void variable_parts(auto& io, auto& r) {
     io.longer(r.fixed, r.fixed_rest);
-    for (int g = 0; g < kGroups; ++g) {
-      auto& group = r.groups[static_cast<std::size_t>(g)];
-      std::uint64_t entries = 1;
-      if (per_triangle(r.fixed.flags, g)) {
-        entries = std::uint64_t{r.fixed.count_base} + 1;
-      } else if (has_table(r.fixed.flags, g)) {
-        io.fixed(group.table_count);
-        io.words(group.table, group.table_count);
-        entries = group.table_count;
-      }
-      io.words(group.entries, entries);
-    }
+    io.counted(r.attributes, [&](const Words& held) { return missing(r.fixed, held); });
     io.records(r.subs, r.fixed.sub_count);
+  }
+
+  /// Words that the attributes have beyond those held, as far as these tell: the counts of tables are among
+  /// them.
+  static std::uint64_t missing(const Fixed& fixed, const Words& held) {
+    std::uint64_t end = 0;
+    for (int g = 0; g < kGroups; ++g) {
+      if (per_triangle(fixed.flags, g)) {
+        end += std::uint64_t{fixed.count_base} + 1;
+      } else if (!has_table(fixed.flags, g)) {
+        ++end;
+      } else if (end < held.size()) {
+        end += 1 + 2 * std::uint64_t{held[end]};
+      } else {
+        return end + 1 - held.size();
+      }
+    }
+    return end > held.size() ? end - held.size() : 0;
+  }
+
+  /// One of the groups; an empty one when not all of it is held.
+  AttributeGroup group(int wanted) const {
+    std::span<const Word> left = attributes;
+    AttributeGroup group;
+    const auto take = [&left](std::uint64_t n) {
+      const auto words = left.first(static_cast<std::size_t>(std::min<std::uint64_t>(n, left.size())));
+      left = left.subspan(words.size());
+      return words;
+    };
+    for (int g = 0; g <= wanted; ++g) {
+      std::uint64_t entries = per_triangle(fixed.flags, g) ? std::uint64_t{fixed.count_base} + 1 : 1;
+      group = {};
+      if (!per_triangle(fixed.flags, g) && has_table(fixed.flags, g)) {
+        const auto count = take(1);
+        entries = count.empty() ? 0 : count[0];
+        group.table = take(entries);
+      }
+      group.entries = take(entries);
+    }
+    return group;
   }
 };
 static_assert(sizeof(Tri::Fixed) == 32);

@@ -13,6 +13,8 @@
 ///  - `longer(f, rest)`: they do, and words beyond the struct's are kept in `rest`;
 ///  - `words(v, n)`: n words; `items(v, n)`: n trivially copyable items; `slots(v, n, bytes)`: n items of
 ///    which only the first `bytes` bytes each stand in the file;
+///  - `counted(v, missing)`: words that tell themselves how many they are: `missing(v)` are to follow those
+///  in v;
 ///  - `pairs(v, n)`: n pairs stored as n first halves, then n second halves; `columns(v, n)`: n five-word
 ///    entries stored column by column;
 ///  - `bytes(v, n)`: n bytes kept in file order; `block(v, n)`: n bytes held as words; `text(v, n)`: the

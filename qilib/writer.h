@@ -108,6 +108,14 @@ class Emitter {
   }
 
   void words(const Words& v, std::uint64_t n) { items(v, n); }
+  template <class Missing>
+  void counted(const Words& v, Missing missing) {
+    rest(v);
+    if (missing(v) == 0) return;
+    Words whole = v;
+    for (std::uint64_t more = 0; (more = missing(whole)) != 0;) whole.resize(whole.size() + more);
+    sink_.zeros((whole.size() - v.size()) * sizeof(Word));
+  }
   template <class T>
   void items(const std::vector<T>& v, std::uint64_t n) {
     const std::size_t held = least(n, v.size());

@@ -36,6 +36,10 @@ class Completer {
     f.fixed_size = static_cast<Word>(sizeof f) + add(rest);
   }
 
+  template <class Missing>
+  void counted(const Words& v, Missing /*missing*/) {
+    add(v);
+  }
   template <class V, class Count>
   void words(const V& v, Count&& count) {
     set(count, v);

@@ -161,7 +161,7 @@ Word SceneBuilder::shape(const std::string& name_text, const Mesh& mesh, Word ma
   for (const auto& [x, y, z] : mesh.points) vtx.vertices.push_back({bits(x), bits(y), bits(z)});
   qi::Tri tri;
   tri.fixed.word4 = add(scene_.vtx_list, std::move(vtx));
-  for (qi::AttributeGroup& group : tri.groups) group.entries = {kUnset};
+  tri.attributes.assign(qi::Tri::kGroups, kUnset);
   for (std::size_t i = 0; i < mesh.triangles.size(); ++i) {
     tri.subs.push_back(triangle(static_cast<Word>(i), mesh.triangles[i]));
   }

@@ -2,6 +2,8 @@
 /// A scene as a graph.
 #include "editor/model/scenegraph.h"
 
+#include <array>
+#include <iterator>
 #include <span>
 #include <unordered_map>
 #include <utility>
@@ -19,8 +21,11 @@ class Builder {
   explicit Builder(const Qis& scene) : scene_(scene) {
     // Beside the scene's own node, a node for each obj, shape and the like is the usual case.
     std::size_t expected = 1;
-    for (const NodeKind& kind : kNodeKinds) expected += qi::record_count(scene, kind.tag);
-    numbers_.reserve(expected);
+    for (const NodeKind& kind : kNodeKinds) {
+      const std::size_t records = qi::record_count(scene, kind.tag);
+      numbers_[kind_place(kind)].resize(records, kNone);
+      expected += records;
+    }
     graph_.nodes.reserve(expected);
     node(kNodeKind<qi::Scene>, 0);
   }
@@ -58,11 +63,18 @@ class Builder {
  private:
   /// The number of a record's node, which enters the graph if it isn't there yet.
   std::uint32_t node(const NodeKind& kind, Word number) {
+    std::vector<std::uint32_t>& records = numbers_[kind_place(kind)];
+    if (number < records.size()) {
+      if (records[number] == kNone) records[number] = append(kind, number);
+      return records[number];
+    }
     const std::uint64_t key = std::uint64_t{kind.tag} << 32 | number;
-    const auto [found, fresh] = numbers_.try_emplace(key, static_cast<std::uint32_t>(graph_.nodes.size()));
+    const auto [found, fresh] = dangling_.try_emplace(key, static_cast<std::uint32_t>(graph_.nodes.size()));
     if (fresh) append(kind, number);
     return found->second;
   }
+
+  static constexpr std::uint32_t kNone = 0xFFFFFFFF;
 
   std::uint32_t append(const NodeKind& kind, Word number) {
     graph_.nodes.push_back({node_name(kind, number), &kind});
@@ -73,7 +85,10 @@ class Builder {
 
   const Qis& scene_;
   SceneGraph graph_;
-  std::unordered_map<std::uint64_t, std::uint32_t> numbers_;  ///< by kind and record number
+  /// The numbers of records' nodes, by kind and record; kNone: not in the graph yet.
+  std::array<std::vector<std::uint32_t>, std::size(kNodeKinds)> numbers_;
+  /// Those of nodes without a record, by kind and number.
+  std::unordered_map<std::uint64_t, std::uint32_t> dangling_;
 };
 
 }  // namespace

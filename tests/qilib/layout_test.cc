@@ -153,17 +153,18 @@ TEST(Layout, PositionalLightsTake44Bytes) {
 }
 
 TEST(Layout, TriangleGroupsFollowTheirFlagBits) {
-  const auto groups = scene_with("Tri").tri_list.records[0].groups;
-  EXPECT_THAT(groups[0].entries, testing::SizeIs(6)) << "flag bit 0 and count base 5: six words, no count";
-  EXPECT_EQ(groups[0].entries[5], 0x1005u);
-  EXPECT_TRUE(groups[0].table.empty());
-  EXPECT_EQ(groups[1].table_count, 2u);
-  EXPECT_EQ(groups[1].table, (Words{0x2000, 0x2001}));
-  EXPECT_EQ(groups[1].entries, (Words{0x2100, 0x2101}));
-  EXPECT_EQ(groups[2].entries, Words{0x3000});
-  EXPECT_THAT(groups[3].entries, testing::SizeIs(6)) << "the lower bit of the two wins";
-  EXPECT_TRUE(groups[4].entries.empty());
-  EXPECT_EQ(groups[5].entries, (Words{0x6100, 0x6101, 0x6102}));
+  const Qis scene = scene_with("Tri");
+  const auto group = [&](int number) { return scene.tri_list.records[0].group(number); };
+  using testing::ElementsAre;
+  EXPECT_THAT(group(0).entries, testing::SizeIs(6)) << "flag bit 0 and count base 5: six words, no count";
+  EXPECT_EQ(group(0).entries[5], 0x1005u);
+  EXPECT_TRUE(group(0).table.empty());
+  EXPECT_THAT(group(1).table, ElementsAre(0x2000, 0x2001));
+  EXPECT_THAT(group(1).entries, ElementsAre(0x2100, 0x2101));
+  EXPECT_THAT(group(2).entries, ElementsAre(0x3000));
+  EXPECT_THAT(group(3).entries, testing::SizeIs(6)) << "the lower bit of the two wins";
+  EXPECT_TRUE(group(4).entries.empty());
+  EXPECT_THAT(group(5).entries, ElementsAre(0x6100, 0x6101, 0x6102));
 }
 
 TEST(Layout, TheTiledTablesArraysStandInOrder) {

@@ -148,6 +148,30 @@ TEST_P(MemoryOf, AFileStaysWithinASmallMultipleOfItWhateverItsCountsSay) {
     }
 }
 
+/// Triangle records with nothing in them but one entry of each attribute: many small records are the dearest.
+TEST(Memory, OfManySmallTrianglesIsAtMostThreeTimesTheFileAnd64MiB) {
+  constexpr std::size_t kRecords = 400'000;
+  Bytes list;
+  constexpr Word kRecordBytes = 56;
+  list.u32s({0x00080000, 0, 24 + kRecords * (4 + kRecordBytes), kRecords, 0, 0}).fill(kRecords, kRecordBytes);
+  for (Word i = 0; i < kRecords; ++i)
+    list.u32s({0x00080100, i, 32, kRecordBytes, 0, 0, 0, 0, 1, 2, 3, 4, 5, 6});
+  FileBytes file;
+  file.core[10] = list;
+  const ScratchDirectory scratch;
+  const std::string name = scratch / "scene.quil", bytes = file.bytes().str();
+  write_file(name, bytes);
+  Qis scene;
+  {
+    const WatchedHeap watched;
+    ASSERT_EQ(qi::open_scene(name, scene, ignore_message), 1);
+  }
+  EXPECT_EQ(scene.tri_list.records.size(), kRecords);
+  EXPECT_LT(heap.most_held, 3 * bytes.size() + (std::size_t{64} << 20));
+  EXPECT_LT(heap.most_held, 3 * bytes.size())
+      << "without the allowance, so that a larger file keeps to it, too";
+}
+
 INSTANTIATE_TEST_SUITE_P(Each, MemoryOf, testing::ValuesIn(kinds::all()), CaseName{});
 
 }  // namespace
