@@ -43,8 +43,8 @@ Widget PropertyDialog::createFrom(const values::Dialog& dialog, Widget parent) {
   if (auto items = dialog.open(*qis, static_cast<Word>(index())))
     setItem(std::make_unique<VkPrefList>(std::move(items)));
   const Widget form = VkPrefDialog::createDialog(parent);
-  viewkit::listenToKeys(XtParent(form),
-                        [this](const viewkit::PressedKey& press) { return keyPressed(press); });
+  keys_ = viewkit::listenToKeys(XtParent(form),
+                                [this](const viewkit::PressedKey& press) { return keyPressed(press); });
   return form;
 }
 
@@ -61,6 +61,7 @@ void PropertyDialog::addSwatch(std::string_view path, ColorSwatch::Read read) {
 }
 
 void PropertyDialog::widgetDestroyed() {
+  keys_.reset();
   parts_.clear();
   VkPrefDialog::widgetDestroyed();
   setItem(nullptr);

@@ -74,6 +74,7 @@ class PropertyDialog : public VkPrefDialog {
   bool keyPressed(const viewkit::PressedKey& press);
 
   std::vector<std::unique_ptr<VkComponent>> parts_;
+  viewkit::KeyListening keys_;
   const values::Dialog* described_ = nullptr;
   std::uint64_t shown_ = 0;  ///< the record's fingerprint
   bool saysChanged_ = false;

@@ -2,7 +2,6 @@
 /// Key presses and releases on their way to the toolkit.
 #include "viewkit/keys.h"
 
-#include <X11/StringDefs.h>
 #include <X11/Xutil.h>
 #include <X11/keysym.h>
 #include <Xm/Text.h>
@@ -48,8 +47,6 @@ bool isTakenByListener(XKeyEvent& key) {
                    .into_text = focusedText(key) != nullptr});
 }
 
-void forgetListener(Widget shell, XtPointer, XtPointer) { listeners.erase(shell); }
-
 Boolean dispatchKey(XEvent* event) {
   XKeyEvent& key = event->xkey;
   lastPress = key;
@@ -74,9 +71,11 @@ Boolean dispatchRelease(XEvent* event) {
 
 }  // namespace
 
-void listenToKeys(Widget shell, KeyListener listener) {
+void StopListening::operator()(Widget shell) const { listeners.erase(shell); }
+
+KeyListening listenToKeys(Widget shell, KeyListener listener) {
   listeners.insert_or_assign(shell, std::move(listener));
-  XtAddCallback(shell, XtNdestroyCallback, &forgetListener, nullptr);
+  return KeyListening(shell);
 }
 
 void installKeyDispatcher(Display* display) {

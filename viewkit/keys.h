@@ -5,6 +5,8 @@
 #include <X11/Intrinsic.h>
 
 #include <functional>
+#include <memory>
+#include <type_traits>
 
 namespace viewkit {
 
@@ -17,9 +19,16 @@ struct PressedKey {
 /// @returns whether that was all: nobody else gets the key then.
 using KeyListener = std::function<bool(const PressedKey& key)>;
 
-/// From now on, until the shell is destroyed, `listener` is told of the keys that go to the shell before
-/// anybody else is.
-void listenToKeys(Widget shell, KeyListener listener);
+struct StopListening {
+  void operator()(Widget shell) const;
+};
+/// Ends the listening to a shell's keys. To be dropped when the shell is destroyed: on its way it still gets
+/// keys, of the toolkit's making.
+using KeyListening = std::unique_ptr<std::remove_pointer_t<Widget>, StopListening>;
+
+/// As long as what is returned lives, `listener` is told of the keys that go to the shell before anybody else
+/// is.
+[[nodiscard]] KeyListening listenToKeys(Widget shell, KeyListener listener);
 
 /// From now on a text field with the focus gets the plain editing keys (Delete, say) even if a menu item has
 /// one of them as its accelerator, and a key's release comes with the modifiers that it was pressed with: a
