@@ -14,6 +14,7 @@
 #include <Xm/XmP.h>
 
 #include <algorithm>
+#include <cstdlib>
 
 #include "viewkit/forward.h"
 #include "viewkit/textentry.h"
@@ -99,11 +100,13 @@ void VkPrefText::createWidgets(Widget parent) {
 void VkPrefText::showValue() {
   // What is being typed stands there already.
   if (!baseWidget() || getValue() == viewkit::XtText(XmTextFieldGetString(baseWidget())).get()) return;
-  // What can't be shown, such as bytes that mean nothing in the user's language, is kept all the same.
   put(getValue());
 }
 
 void VkPrefText::put(std::string text) {
+  // Bytes that mean nothing in the user's language can't be shown, and are kept all the same. (Given them, a
+  // text field whose changes are looked at frees its memory twice.)
+  if (std::mbstowcs(nullptr, text.c_str(), 0) == static_cast<std::size_t>(-1)) text.clear();
   showing_ = true;
   XmTextFieldSetString(baseWidget(), text.data());
   showing_ = false;
