@@ -53,8 +53,7 @@ std::vector<VkNode*> GraphChange::shownNodes() const {
 }
 
 EditStep::EditStep(VkGraph& graph, History& history)
-    : graph_(graph),
-      history_(history),
+    : history_(history),
       before_(graph.places()),
       picture_(std::make_unique<GraphChange>(graph)),
       recording_(std::in_place, *qis) {}

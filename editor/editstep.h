@@ -56,7 +56,6 @@ class EditStep {
   void refused() { recording_.reset(); }
 
  private:
-  VkGraph& graph_;
   History& history_;
   VkPlaces before_;
   std::unique_ptr<GraphChange> picture_;
