@@ -17,6 +17,7 @@
 #include "editor/scenefiles.h"
 #include "qilib/opensave.h"
 #include "samples/scenes.h"
+#include "tests/support/places.h"
 #include "tests/support/scratch_home.h"
 #include "tests/support/xserver.h"
 #include "viewkit/vkapp.h"
@@ -97,7 +98,7 @@ int main(int argc, char** argv) {
   const support::XServer server;
   setenv("DISPLAY", server.display().c_str(), 1);
   const ScratchHome home;
-  std::filesystem::copy_file(QUIL_OPTIONS_TEMPLATE, home.options_file());
+  std::filesystem::copy_file(support::project_file("samples/quilcnvops.template"), home.options_file());
   // The editor's own output would stand between the figures.
   std::FILE* const figures = fdopen(dup(STDOUT_FILENO), "w");
   if (!figures || !std::freopen("/dev/null", "w", stdout) || !std::freopen("/dev/null", "w", stderr))

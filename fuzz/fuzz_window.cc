@@ -17,6 +17,7 @@
 #include "editor/structgraph.h"
 #include "fuzz/scenefile.h"
 #include "qilib/opensave.h"
+#include "tests/support/places.h"
 #include "tests/support/scratch_home.h"
 #include "tests/support/xserver.h"
 
@@ -26,7 +27,7 @@ namespace {
 class ShownEditor {
  public:
   ShownEditor() {
-    std::filesystem::copy_file(QUIL_OPTIONS_TEMPLATE, home_.options_file());
+    std::filesystem::copy_file(support::project_file("samples/quilcnvops.template"), home_.options_file());
     setenv("XDG_STATE_HOME", home_.dir().c_str(), 1);
     setenv("DISPLAY", server_.display().c_str(), 1);
     std::string words[] = {"quileditor", "-xrm", "quileditor.trueColorTextures: True"};

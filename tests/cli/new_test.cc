@@ -67,8 +67,7 @@ class RefusedNew : public Quilscene, public testing::WithParamInterface<NewRow> 
 TEST_P(RefusedNew, FailsAndChangesNothing) {
   // Little memory: a count must not be believed.
   put("script", GetParam().line);
-  const Ran ran =
-      run("edit " + scene_path("tiny_v2") + " -o out.quil --script script", "", QUIL_LIMIT_MEMORY);
+  const Ran ran = run("edit " + scene_path("tiny_v2") + " -o out.quil --script script", "", limit_memory());
   EXPECT_EQ(ran.status, 1);
   EXPECT_EQ(ran.out, "-> 0\n");
   EXPECT_THAT(ran.err, IsEmpty());

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/cli/quilscene_run.h"
+#include "tests/support/places.h"
 
 namespace {
 
@@ -30,7 +31,7 @@ TEST_F(Quilscene, OptionsPrintsTheRecordAndBothPrefixes) {
 }
 
 TEST_F(Quilscene, OptionsOfTheTemplateAddNothing) {
-  const Ran ran = run("options " QUIL_OPTIONS_TEMPLATE);
+  const Ran ran = run("options " + support::project_file("samples/quilcnvops.template").string());
   EXPECT_EQ(ran.status, 0);
   EXPECT_THAT(ran.out, StartsWith("output_dir = ./\nheader = \noutput = model.c\n"));
   EXPECT_THAT(ran.out, HasSubstr("cmd_quil2gfx = (cd ../kavoprev ; ./quil2gfx \ncmd_quil2zex = \n"));

@@ -13,9 +13,14 @@
 #include <vector>
 
 #include "tests/support/files.h"
+#include "tests/support/places.h"
 #include "tests/support/shared_scenes.h"
 
 inline std::string scene_path(const std::string& name) { return shared_scene(name).path; }
+
+/// Before a command: it gets no more than some 200 MB of address space. (The address sanitizer reserves far
+/// more than any program may be limited to.)
+inline std::string limit_memory() { return support::programs_are_sanitized() ? "" : "ulimit -v 200000 && "; }
 
 struct Ran {
   int status = -1;  ///< -1: ended by a signal
@@ -26,8 +31,9 @@ class Quilscene : public testing::Test {
  protected:
   /// Runs `before quilscene arguments after` by the shell, in the scratch directory.
   Ran run(const std::string& arguments, const std::string& after = "", const std::string& before = "") const {
-    const std::string line = "cd " + scratch_.path().string() + " && { " + before + QUILSCENE " " +
-                             arguments + " " + after + "; } >stdout 2>stderr </dev/null";
+    const std::string line = "cd " + scratch_.path().string() + " && { " + before +
+                             support::built_program("cli/quilscene").string() + " " + arguments + " " +
+                             after + "; } >stdout 2>stderr </dev/null";
     const int status = std::system(line.c_str());
     return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, read_file(scratch_ / "stdout"),
             read_file(scratch_ / "stderr")};

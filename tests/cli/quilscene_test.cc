@@ -13,6 +13,7 @@
 #include "tests/cli/quilscene_run.h"
 #include "tests/support/case_name.h"
 #include "tests/support/files.h"
+#include "tests/support/places.h"
 #include "tests/support/shared_scenes.h"
 
 namespace {
@@ -461,10 +462,13 @@ TEST_F(Quilscene, HelpIsGivenAfterACommandToo) {
   }
 }
 
-TEST_F(Quilscene, VersionIsTheProjects) { EXPECT_EQ(run("--version").out, "quilscene " QUIL_VERSION "\n"); }
+TEST_F(Quilscene, VersionIsTheProjects) {
+  EXPECT_EQ(run("--version").out, "quilscene " + std::string(support::project_version()) + "\n");
+}
 
 TEST_F(Quilscene, ManPageIsWellFormed) {
-  const std::string line = "mandoc -Tlint -W warning " QUIL_MAN_PAGE " >" + scratch_ / "lint";
+  const std::string line = "mandoc -Tlint -W warning " + support::project_file("docs/quilscene.1").string() +
+                           " >" + scratch_ / "lint";
   EXPECT_EQ(std::system(line.c_str()), 0) << written("lint");
 }
 
@@ -543,7 +547,7 @@ TEST_F(Quilscene, HugeCountsFailWithoutHugeMemory) {
     put("huge.quil", with_word(whole, offset, 0x7FFFFFF0));
     // Address space for the program, its libraries and a small file, but for no array of two thousand
     // million.
-    const Ran ran = run("check huge.quil", "", QUIL_LIMIT_MEMORY);
+    const Ran ran = run("check huge.quil", "", limit_memory());
     EXPECT_THAT(ran.status, testing::AnyOf(0, 1)) << offset << ran.err;
   }
 }

@@ -144,11 +144,12 @@ TEST_F(Recover, FindsWhatASaveInPlaceWasWritingWhenItWasKilled) {
     put("scene.quil", old);
     fs::remove(scratch_ / "other");
     fs::create_hard_link(scratch_ / "scene.quil", scratch_ / "other");
-    EXPECT_EQ(run("resave " + scene_path("robot") + " -o scene.quil", "",
-                  "XDG_STATE_HOME=" + (scratch_ / "state") + " QUIL_FAULTS=fsync:" + std::to_string(at) +
-                      ":kill LD_PRELOAD=" + preload_variable(scratch_.path(), QUIL_FAULTS_PRELOADS) + " ")
-                  .status,
-              128 + SIGKILL);
+    EXPECT_EQ(
+        run("resave " + scene_path("robot") + " -o scene.quil", "",
+            "XDG_STATE_HOME=" + (scratch_ / "state") + " QUIL_FAULTS=fsync:" + std::to_string(at) +
+                ":kill LD_PRELOAD=" + preload_variable(scratch_.path(), {"tests/support/faults.so"}) + " ")
+            .status,
+        128 + SIGKILL);
     held = written("scene.quil");
   }
   ASSERT_FALSE(held == whole) << "killed while it is neither";

@@ -33,10 +33,11 @@ class SaveFaults : public Quilscene {
 
   /// Runs the command with system calls that fail (tests/support/faults.h).
   Ran run_with(const std::string& faults, const std::string& arguments) const {
-    return run_to_the_end("XDG_STATE_HOME=" + (scratch_ / "state") +
-                              " QUIL_FAULTS_HAPPENED=" + (scratch_ / "happened") + " QUIL_FAULTS=" + faults +
-                              " LD_PRELOAD=" + preload_variable(scratch_.path(), QUIL_FAULTS_PRELOADS) + " ",
-                          arguments);
+    return run_to_the_end(
+        "XDG_STATE_HOME=" + (scratch_ / "state") + " QUIL_FAULTS_HAPPENED=" + (scratch_ / "happened") +
+            " QUIL_FAULTS=" + faults +
+            " LD_PRELOAD=" + preload_variable(scratch_.path(), {"tests/support/faults.so"}) + " ",
+        arguments);
   }
   bool happened() const { return exists("happened"); }
 

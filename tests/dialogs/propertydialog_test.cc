@@ -18,6 +18,7 @@
 #include "editor/model/currentscene.h"
 #include "qilib/edit.h"
 #include "qilib/opensave.h"
+#include "tests/support/places.h"
 #include "tests/viewkit/display_test.h"
 #include "viewkit/vksimplewindow.h"
 #include "viewkit/xraii.h"
@@ -33,7 +34,7 @@ class PropertyDialogTest : public DisplayTest {
 
   static void open(const std::string& scene) {
     qis = qiNewQis();
-    ASSERT_EQ(qiOpenQb(QUIL_TEST_DATA "/" + scene + ".quil", *qis), 1);
+    ASSERT_EQ(qiOpenQb(support::data_file(scene + ".quil"), *qis), 1);
   }
   static std::unique_ptr<PropertyDialog> make(std::string_view node) {
     const auto on = values::dialog_of_node(node);

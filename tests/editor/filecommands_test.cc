@@ -12,6 +12,7 @@
 #include "qilib/opensave.h"
 #include "tests/editor/recordingprompts.h"
 #include "tests/support/files.h"
+#include "tests/support/places.h"
 #include "tests/support/scenestep.h"
 
 namespace {
@@ -21,7 +22,7 @@ using Lines = RecordingPrompts::Lines;
 class Files : public testing::Test, private SceneDisplay {
  protected:
   Files() {
-    write_file(good_, read_file(QUIL_TEST_DATA "/tiny_v1.quil"));
+    write_file(good_, read_file(support::data_file("tiny_v1.quil")));
     write_file(bad_, "not a scene");
     qis = std::make_unique<Qis>();
     setenv("XDG_STATE_HOME", directory_.path().c_str(), 1);

@@ -13,6 +13,7 @@
 #include "editor/model/recordnames.h"
 #include "qilib/opensave.h"
 #include "tests/support/case_name.h"
+#include "tests/support/places.h"
 #include "tests/support/scratch_home.h"
 #include "tests/viewkit/display_test.h"
 
@@ -53,10 +54,10 @@ TEST(KindCases, AreAllKinds) { EXPECT_EQ(std::size(kCases), kNodeKinds.size()); 
 class EveryKind : public DisplayTest, public testing::WithParamInterface<KindCase> {
  protected:
   EveryKind() {
-    std::filesystem::copy_file(QUIL_OPTIONS_TEMPLATE, home_.options_file());
+    std::filesystem::copy_file(support::project_file("samples/quilcnvops.template"), home_.options_file());
     window_ = std::make_unique<GraphWindow>("QUILeditor2");
     qis = std::make_unique<Qis>();
-    EXPECT_EQ(qiOpenQb(QUIL_TEST_DATA "/" + std::string(GetParam().scene) + ".quil", *qis), 1);
+    EXPECT_EQ(qiOpenQb(support::data_file(std::string(GetParam().scene) + ".quil"), *qis), 1);
   }
 
   const ScratchHome home_;

@@ -11,6 +11,7 @@
 #include "editor/graphwindow.h"
 #include "editor/model/currentscene.h"
 #include "tests/support/builtscene.h"
+#include "tests/support/places.h"
 #include "tests/support/scratch_home.h"
 #include "tests/viewkit/display_test.h"
 
@@ -19,7 +20,7 @@ namespace {
 class StructGraph : public DisplayTest {
  protected:
   StructGraph() {
-    std::filesystem::copy_file(QUIL_OPTIONS_TEMPLATE, home_.options_file());
+    std::filesystem::copy_file(support::project_file("samples/quilcnvops.template"), home_.options_file());
     window_ = std::make_unique<GraphWindow>("QUILeditor2");
   }
   ~StructGraph() override { window_.reset(); }

@@ -5,11 +5,15 @@
 
 #include "tests/support/case_name.h"
 #include "tests/support/files.h"
+#include "tests/support/places.h"
 #include "tests/support/process.h"
 
 namespace {
 
 using testing::HasSubstr;
+
+const std::string kMakeSamples = support::built_program("samples/make_samples");
+const std::string kQuilscene = support::built_program("cli/quilscene");
 
 struct Ran {
   std::optional<int> status;
@@ -32,10 +36,10 @@ class MakeSamples : public testing::Test {
 };
 
 TEST_F(MakeSamples, WritesScenesWithoutFindings) {
-  const Ran made = run({MAKE_SAMPLES, scenes_});
+  const Ran made = run({kMakeSamples, scenes_});
   EXPECT_EQ(made.status, 0);
   EXPECT_EQ(made.output + made.errors, "");
-  const Ran checked = run({QUILSCENE, "check", scenes_ + "/table.quil", scenes_ + "/harbour.quil",
+  const Ran checked = run({kQuilscene, "check", scenes_ + "/table.quil", scenes_ + "/harbour.quil",
                            scenes_ + "/dog.quil", scenes_ + "/arm.quil"});
   EXPECT_EQ(checked.status, 0);
   EXPECT_EQ(checked.errors, "");
@@ -44,14 +48,14 @@ TEST_F(MakeSamples, WritesScenesWithoutFindings) {
 }
 
 TEST_F(MakeSamples, WritesALargeSceneAlone) {
-  EXPECT_EQ(run({MAKE_SAMPLES, "--objects", "2000", "--textures", "2", scenes_}).status, 0);
-  EXPECT_THAT(run({QUILSCENE, "info", scenes_ + "/city.quil"}).output,
+  EXPECT_EQ(run({kMakeSamples, "--objects", "2000", "--textures", "2", scenes_}).status, 0);
+  EXPECT_THAT(run({kQuilscene, "info", scenes_ + "/city.quil"}).output,
               HasSubstr("ObjList                2000"));
   EXPECT_FALSE(std::filesystem::exists(scenes_ + "/table.quil"));
 }
 
 TEST_F(MakeSamples, SaysWhatItTakes) {
-  const Ran help = run({MAKE_SAMPLES, "--help"});
+  const Ran help = run({kMakeSamples, "--help"});
   EXPECT_EQ(help.status, 0);
   EXPECT_THAT(help.output, HasSubstr("usage: make_samples"));
   for (const std::vector<std::string>& wrong :
@@ -62,7 +66,7 @@ TEST_F(MakeSamples, SaysWhatItTakes) {
                                              {"--objects", "-1", "a"},
                                              {"--textures", "99999999999", "a"},
                                              {"--other", "a"}}) {
-    std::vector<std::string> command{MAKE_SAMPLES};
+    std::vector<std::string> command{kMakeSamples};
     command.insert(command.end(), wrong.begin(), wrong.end());
     const Ran ran = run(command);
     EXPECT_EQ(ran.status, 2) << testing::PrintToString(wrong);
@@ -72,7 +76,7 @@ TEST_F(MakeSamples, SaysWhatItTakes) {
 
 TEST_F(MakeSamples, FailsWhereItCannotWrite) {
   write_file(scratch_ / "file", "in the way");
-  const Ran ran = run({MAKE_SAMPLES, scratch_ / "file"});
+  const Ran ran = run({kMakeSamples, scratch_ / "file"});
   EXPECT_EQ(ran.status, 1);
   EXPECT_THAT(ran.errors, HasSubstr("make_samples: "));
 }
@@ -86,9 +90,9 @@ class EditScripts : public MakeSamples {
  protected:
   /// Runs the script of that name on the scene of that name, giving "edited.quil".
   Ran edited(const std::string& name) {
-    EXPECT_EQ(run({MAKE_SAMPLES, scenes_}).status, 0);
-    return run({QUILSCENE, "edit", scenes_ + "/" + name + ".quil", "-o", scenes_ + "/edited.quil", "--script",
-                QUIL_SAMPLES "/edits/" + name + ".txt"});
+    EXPECT_EQ(run({kMakeSamples, scenes_}).status, 0);
+    return run({kQuilscene, "edit", scenes_ + "/" + name + ".quil", "-o", scenes_ + "/edited.quil",
+                "--script", support::project_file("samples/edits/" + name + ".txt").string()});
   }
 };
 
@@ -103,7 +107,7 @@ TEST_P(EditScript, DoesWhatItsCommentsSay) {
     if (line.starts_with("->")) answers.push_back(line);
   }
   EXPECT_EQ(answers, GetParam().answers);
-  EXPECT_EQ(run({QUILSCENE, "check", scenes_ + "/edited.quil"}).status, 0);
+  EXPECT_EQ(run({kQuilscene, "check", scenes_ + "/edited.quil"}).status, 0);
 }
 
 INSTANTIATE_TEST_SUITE_P(All, EditScript,
@@ -117,7 +121,7 @@ INSTANTIATE_TEST_SUITE_P(All, EditScript,
 
 TEST_F(EditScripts, GiveTheArmASkeletonThatOpensAgain) {
   edited("arm");
-  const Ran graph = run({QUILSCENE, "graph", scenes_ + "/edited.quil"});
+  const Ran graph = run({kQuilscene, "graph", scenes_ + "/edited.quil"});
   EXPECT_EQ(graph.errors, "") << "it opens with nothing printed";
   EXPECT_THAT(graph.output, HasSubstr("arc obj_5 ChainRoot_0\n"
                                       "arc ChainRoot_0 joint_0\n"
@@ -127,13 +131,13 @@ TEST_F(EditScripts, GiveTheArmASkeletonThatOpensAgain) {
                                       "arc joint_1 effector_0\n"
                                       "arc effector_0 obj_2\n"));
   EXPECT_THAT(graph.output, HasSubstr("arc obj_5 obj_3\narc obj_5 obj_4\n"));
-  EXPECT_THAT(run({QUILSCENE, "info", scenes_ + "/edited.quil"}).output, HasSubstr(" shoulder_joint\n"));
+  EXPECT_THAT(run({kQuilscene, "info", scenes_ + "/edited.quil"}).output, HasSubstr(" shoulder_joint\n"));
 
-  const Ran checked = run({QUILSCENE, "check", scenes_ + "/edited.quil"});
+  const Ran checked = run({kQuilscene, "check", scenes_ + "/edited.quil"});
   std::istringstream lines(checked.output);
   for (std::string line; std::getline(lines, line);) EXPECT_THAT(line, HasSubstr(": note: ")) << "a finding";
 
-  ASSERT_EQ(run({QUILSCENE, "resave", scenes_ + "/edited.quil", "-o", scenes_ + "/again.quil"}).status, 0);
+  ASSERT_EQ(run({kQuilscene, "resave", scenes_ + "/edited.quil", "-o", scenes_ + "/again.quil"}).status, 0);
   EXPECT_TRUE(read_file(scenes_ + "/again.quil") == read_file(scenes_ + "/edited.quil"));
 }
 

@@ -1,6 +1,7 @@
 /// @file
 /// The editor's menus, dialogs and gestures.
 #include "tests/support/editor.h"
+#include "tests/support/places.h"
 
 #include <algorithm>
 #include <stdexcept>
@@ -10,9 +11,9 @@ namespace support {
 namespace {
 
 Program::Start completed(Program::Start start) {
-  start.executable = QUIL_EDITOR;
+  start.executable = built_program("editor/quileditor");
   if (!start.home_files.contains(".quilcnvops"))
-    start.home_files[".quilcnvops"] = read_file(QUIL_OPTIONS_TEMPLATE);
+    start.home_files[".quilcnvops"] = read_file(project_file("samples/quilcnvops.template"));
   return start;
 }
 

@@ -35,11 +35,13 @@ bool WidgetInfo::isAt(std::string_view where) const {
 
 namespace {
 
+constexpr const char* kProbe = "tests/support/probe.so";
+
 /// The probe, and faults if there are to be any.
 std::string preloads(const fs::path& directory, const Program::Start& start) {
   if (start.environment.contains("QUIL_FAULTS"))
-    return preload_variable(directory, QUIL_TEST_PRELOADS_WITH_FAULTS);
-  return preload_variable(directory, QUIL_TEST_PRELOADS);
+    return preload_variable(directory, {kProbe, "tests/support/faults.so"});
+  return preload_variable(directory, {kProbe});
 }
 
 }  // namespace

@@ -9,6 +9,8 @@
 #include <utility>
 #include <vector>
 
+#include "tests/support/places.h"
+
 /// What a scene of tests/data holds, as its .json tells it.
 struct SharedScene {
   std::string name;  ///< "robot"
@@ -26,7 +28,7 @@ inline const char* const kSharedScenes[] = {"tiny_v1",  "tiny_v2",         "robo
 
 /// Reads the .json of one scene. Throws when it can't be read.
 inline SharedScene shared_scene(const std::string& name) {
-  const std::string base = std::string(QUIL_TEST_DATA) + "/" + name;
+  const std::string base = support::data_file(name).string();
   const auto json = nlohmann::json::parse(std::ifstream(base + ".json"));
   return {name,
           base + ".quil",

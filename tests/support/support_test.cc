@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/support/files.h"
+#include "tests/support/places.h"
 #include "tests/support/process.h"
 #include "tests/support/program.h"
 #include "tests/support/xdriver.h"
@@ -13,6 +14,8 @@ namespace support {
 namespace {
 
 using testing::HasSubstr;
+
+const std::string kTinyProgram = built_program("tests/support/tiny_program");
 
 /// What a command prints.
 std::string outputOf(const std::vector<std::string>& command) {
@@ -112,7 +115,7 @@ TEST(WidgetInfo, PlacesAreTailsWithGaps) {
 /// A small program under a window manager.
 class Tiny : public testing::Test {
  protected:
-  Tiny() : program_(server_, {.executable = TINY_PROGRAM}) {}
+  Tiny() : program_(server_, {.executable = kTinyProgram}) {}
 
   XServer server_;
   WindowManager manager_{server_};
@@ -120,11 +123,12 @@ class Tiny : public testing::Test {
 };
 
 TEST_F(Tiny, RunsInAHomeOfItsOwnAndHidesTheLogin) {
-  EXPECT_EQ(program_.output(), "started as " TINY_PROGRAM " in " + program_.home().string() + " by nobody\n");
+  EXPECT_EQ(program_.output(),
+            "started as " + kTinyProgram + " in " + program_.home().string() + " by nobody\n");
 }
 
 TEST_F(Tiny, IsToldItsNameAndArguments) {
-  Program named(server_, {.executable = TINY_PROGRAM, .name = "tiny", .home_files = {{".opts", "hello"}}});
+  Program named(server_, {.executable = kTinyProgram, .name = "tiny", .home_files = {{".opts", "hello"}}});
   EXPECT_THAT(named.output(), HasSubstr("started as tiny in"));
   EXPECT_EQ(read_file(named.home() / ".opts"), "hello");
 }

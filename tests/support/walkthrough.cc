@@ -12,6 +12,7 @@
 #include <stdexcept>
 
 #include "tests/support/editor.h"
+#include "tests/support/places.h"
 
 namespace {
 
@@ -25,7 +26,7 @@ void check(bool holds, const std::string& what) {
 std::vector<std::string> graphLines(const fs::path& file) {
   const ScratchDirectory scratch;
   support::Process::Start start;
-  start.command = {QUILSCENE, "graph", file.string()};
+  start.command = {support::built_program("cli/quilscene").string(), "graph", file.string()};
   start.output = scratch / "graph";
   check(support::Process(start).waitForExit() == 0, file.string() + " opens");
   std::istringstream text(read_file(start.output));

@@ -10,6 +10,7 @@
 #include <string>
 
 #include "tests/support/files.h"
+#include "tests/support/places.h"
 #include "tests/support/scratch_home.h"
 
 namespace {
@@ -222,7 +223,7 @@ TEST_F(ConvertOptions, TextsAreCutToTheirFieldsAndSpillNowhere) {
 }
 
 TEST_F(ConvertOptions, ShippedTemplateIsReadAndWrittenAsItStands) {
-  const std::string shipped = read_file(QUIL_OPTIONS_TEMPLATE);
+  const std::string shipped = read_file(support::project_file("samples/quilcnvops.template"));
   put(shipped);
   read();
   EXPECT_STREQ(ngops.output_dir, "./");

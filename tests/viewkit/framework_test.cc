@@ -8,6 +8,7 @@
 
 #include "tests/support/case_name.h"
 #include "tests/support/files.h"
+#include "tests/support/places.h"
 #include "tests/support/process.h"
 #include "tests/support/program.h"
 
@@ -30,7 +31,7 @@ class Framework : public testing::Test {
  protected:
   explicit Framework(int depth = 24, std::map<std::string, std::string> homeFiles = {})
       : server(depth),
-        program(server, {.executable = FRAMEWORK_PROGRAM,
+        program(server, {.executable = support::built_program("tests/viewkit/framework_program"),
                          .home_files = std::move(homeFiles),
                          .directory = scratch.path()}) {
     fill(scratch.path());
@@ -295,7 +296,7 @@ TEST(FrameworkAlone, ALostDisplayEndsItAfterItsLastWords) {
   const ScratchDirectory scratch;
   support::XServer server;
   support::Process::Start start;
-  start.command = {FRAMEWORK_PROGRAM};
+  start.command = {support::built_program("tests/viewkit/framework_program").string()};
   start.environment = {{"DISPLAY", server.display()}};
   start.output = scratch.path() / "output";
   start.errors = scratch.path() / "errors";

@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "tests/support/places.h"
 #include "tests/support/program.h"
 #include "tests/support/wait.h"
 #include "tests/support/xserver.h"
@@ -22,7 +23,8 @@ using testing::HasSubstr;
 class PrefDialog : public testing::Test {
  protected:
   explicit PrefDialog(std::vector<std::string> arguments = {})
-      : program_(server_, {.executable = PREFS_PROGRAM, .arguments = std::move(arguments)}) {}
+      : program_(server_, {.executable = support::built_program("tests/viewkit/prefs_program"),
+                           .arguments = std::move(arguments)}) {}
 
   /// Opens a dialog from the menu and waits until keys go to its first field.
   void open(const char* dialog, std::string_view first = "testDialog/nodeNameBase") {

@@ -15,6 +15,7 @@
 
 #include "editor/colortable.h"
 #include "tests/support/editor.h"
+#include "tests/support/places.h"
 
 namespace {
 
@@ -199,7 +200,9 @@ TEST(FindQuileditor, AnEditorStartedByItsPlainNameIsFound) {
   EXPECT_EQ(found_when_started_as("quileditor"), 1);
 }
 
-TEST(FindQuileditor, AnEditorStartedThroughAPathIsNot) { EXPECT_EQ(found_when_started_as(QUIL_EDITOR), 0); }
+TEST(FindQuileditor, AnEditorStartedThroughAPathIsNot) {
+  EXPECT_EQ(found_when_started_as(support::built_program("editor/quileditor")), 0);
+}
 
 TEST(ColorTable, ASecondEditorLeavesTheColormapAsTheFirstMadeIt) {
   const XServer server(8);

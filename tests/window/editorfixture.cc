@@ -10,6 +10,7 @@
 
 #include "qilib/opensave.h"
 #include "samples/scenes.h"
+#include "tests/support/places.h"
 
 namespace fs = std::filesystem;
 
@@ -41,7 +42,7 @@ support::Program::Start EditorTest::start(support::Program::Start how) const {
 
 std::string EditorTest::data(const std::string& name) const {
   const std::string copy = path(name + ".quil");
-  fs::copy_file(QUIL_TEST_DATA "/" + name + ".quil", copy, fs::copy_options::overwrite_existing);
+  fs::copy_file(support::data_file(name + ".quil"), copy, fs::copy_options::overwrite_existing);
   return copy;
 }
 
@@ -58,7 +59,7 @@ std::string EditorTest::commandsRun() const {
 std::string EditorTest::quilscene(const std::vector<std::string>& arguments, int status) const {
   Process::Start start;
   start.command = arguments;
-  start.command.insert(start.command.begin(), QUILSCENE);
+  start.command.insert(start.command.begin(), support::built_program("cli/quilscene").string());
   start.environment["XDG_STATE_HOME"] = path("state");
   start.output = path("quilscene.output");
   start.errors = path("quilscene.errors");

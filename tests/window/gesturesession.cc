@@ -14,6 +14,7 @@
 #include <stdexcept>
 
 #include "tests/support/editor.h"
+#include "tests/support/places.h"
 
 namespace {
 
@@ -240,7 +241,7 @@ class Session {
     answerDialogs();
     for (const fs::path& scene : scenes_) {
       support::Process::Start info;
-      info.command = {QUILSCENE, "info", scene.string()};
+      info.command = {support::built_program("cli/quilscene").string(), "info", scene.string()};
       check(support::Process(info).waitForExit() == 0, scene.string() + " opens");
     }
   }

@@ -8,6 +8,7 @@
 #include "qilib/opensave.h"
 #include "qilib/writer.h"
 #include "samples/scenes.h"
+#include "tests/support/places.h"
 #include "tests/window/editorfixture.h"
 
 namespace {
@@ -17,6 +18,11 @@ using testing::HasSubstr;
 
 class Memory : public EditorTest {
  protected:
+  void SetUp() override {
+    if (support::programs_are_sanitized())
+      GTEST_SKIP() << "a sanitizer takes an address space without bounds";
+  }
+
   /// From now on the editor gets that many bytes more than it has.
   void limit(std::size_t bytes) {
     std::ifstream sizes("/proc/" + std::to_string(editor_.process().id()) + "/statm");
@@ -40,9 +46,6 @@ class Memory : public EditorTest {
 };
 
 TEST_F(Memory, ASceneThatFitsIsOpened) {
-#ifdef __SANITIZE_ADDRESS__
-  GTEST_SKIP() << "the sanitizer takes an address space without bounds";
-#endif
   const std::string scene = dangling(1000);
   limit(std::size_t{13} << 20);
   editor_.open(scene);
@@ -50,9 +53,6 @@ TEST_F(Memory, ASceneThatFitsIsOpened) {
 }
 
 TEST_F(Memory, ASceneThatIsTooLargeIsRefusedAndTheOneThatWasOpenStays) {
-#ifdef __SANITIZE_ADDRESS__
-  GTEST_SKIP() << "the sanitizer takes an address space without bounds";
-#endif
   const std::string many = dangling(250000);
   const std::string table = data("tiny_v1");
   editor_.open(table);

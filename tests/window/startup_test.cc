@@ -6,6 +6,7 @@
 #include <set>
 
 #include "tests/support/case_name.h"
+#include "tests/support/places.h"
 #include "tests/window/editorfixture.h"
 #include "tests/window/screen.h"
 
@@ -76,7 +77,7 @@ TEST_F(StartUp, AReaderOfTheTracesThatGoesAwayDoesNotEndTheProgram) {
 
 TEST_F(StartUp, WithoutAnOptionsFileTheProgramEnds) {
   Program::Start fresh = start();
-  fresh.executable = QUIL_EDITOR;
+  fresh.executable = support::built_program("editor/quileditor");
   Program program(server_, fresh);
   EXPECT_EQ(program.process().waitForExit(), 255);
   EXPECT_THAT(program.errors(),

@@ -6,6 +6,7 @@
 
 #include "tests/dialogs/values/values_fixture.h"
 #include "tests/support/case_name.h"
+#include "tests/support/places.h"
 
 namespace {
 
@@ -199,7 +200,7 @@ TEST_F(ValuesTest, AnimChannelsAreNeverEmpty) {
 }
 
 std::vector<std::string> pinned_lines(const std::string& dialog) {
-  std::ifstream file(QUIL_TEST_DATA "/dialog_labels.txt");
+  std::ifstream file(support::data_file("dialog_labels.txt"));
   std::vector<std::string> lines;
   bool inside = false;
   for (std::string line; std::getline(file, line);) {
