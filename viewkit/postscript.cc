@@ -77,7 +77,7 @@ constexpr std::string_view kProlog =
 }  // namespace
 
 void PostScriptPage::include(const SgRectangle& area) {
-  bounds_ = empty_ ? area : sggraph::united(bounds_, area);
+  bounds_ = empty_ ? area : picture::united(bounds_, area);
   empty_ = false;
 }
 
@@ -93,7 +93,7 @@ void PostScriptPage::addNode(const SgRectangle& box, std::string_view label, con
 
 void PostScriptPage::addArc(std::span<const SgPoint> path) {
   if (path.size() < 2) return;
-  include(sggraph::boundsOf(path));
+  include(picture::boundsOf(path));
   for (std::size_t i = 0; i < path.size(); ++i) {
     append(arcs_, {path[i].x, -path[i].y});
     arcs_ += i == 0 ? "moveto\n" : "lineto\n";

@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "viewkit/sggraph/geometry.h"
+#include "picture/geometry.h"
 
 namespace viewkit {
 

@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-#include "viewkit/sggraph/geometry.h"
+#include "picture/geometry.h"
 
 class VkNode;
 

@@ -21,8 +21,8 @@
 #include <span>
 #include <vector>
 
-#include "viewkit/sggraph/geometry.h"
-#include "viewkit/sggraph/viewport.h"  // SgMinZoom, SgMaxZoom
+#include "picture/geometry.h"
+#include "picture/viewport.h"  // SgMinZoom, SgMaxZoom
 
 /// Resources of the graph besides those of XmManager, with type and default. Colours default to what suits
 /// the screen's depth.

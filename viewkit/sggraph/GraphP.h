@@ -12,12 +12,13 @@
 #include <Xm/DrawingAP.h>
 #include <Xm/XmP.h>
 
+#include "picture/drawing.h"
 #include "viewkit/sggraph/Graph.h"
-#include "viewkit/sggraph/drawing.h"
 
 namespace sggraph {
+using namespace picture;  // what the widget shows
 class GraphView;
-}
+}  // namespace sggraph
 
 struct SgGraphClassPart {
   XtPointer extension;

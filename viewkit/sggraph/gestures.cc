@@ -31,7 +31,7 @@ GraphView::Hit GraphView::hit(SgPoint window) {
     double nearest = kHandleReach;
     for (const auto& [order, arc] : drawing_.selectedArcs()) {
       if (!drawing_.arcShown(arc)) continue;
-      const HandlePlaces places = handlePlaces(drawing_.path(arc), viewport_);
+      const HandlePlaces places = handlePlaces(drawing_.path(arc), viewport_.frame());
       for (const bool child : {true, false}) {
         const double away = distance(window, child ? places.child : places.parent);
         if (away >= nearest) continue;

@@ -5,11 +5,11 @@
 #include "viewkit/sggraph/GraphP.h"
 #include "viewkit/sggraph/graphview.h"
 
-using sggraph::ArcId;
+using picture::ArcId;
+using picture::kNone;
+using picture::NodeId;
+using picture::Viewport;
 using sggraph::GraphView;
-using sggraph::kNone;
-using sggraph::NodeId;
-using sggraph::Viewport;
 
 namespace {
 
@@ -228,7 +228,8 @@ bool SgGraphArcPoint(Widget graph, SgArc arc, SgPoint* middle, SgPoint* parentHa
   const ArcInView found = find(graph, arc);
   if (!found) return false;
   *middle = found.view->pickPoint(found.id);
-  const auto places = sggraph::handlePlaces(found.view->drawing().path(found.id), found.view->viewport());
+  const auto places =
+      picture::handlePlaces(found.view->drawing().path(found.id), found.view->viewport().frame());
   if (parentHandle) *parentHandle = places.parent;
   if (childHandle) *childHandle = places.child;
   return true;

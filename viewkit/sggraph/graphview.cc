@@ -13,8 +13,6 @@ namespace sggraph {
 
 namespace {
 
-constexpr double kLabelPadding = 10, kLabelMargin = 5;  // plane units beside and above a label
-constexpr double kLeastNodeWidth = 44;
 constexpr int kScrollStep = 40;  // pixels per click on a scroll bar's arrow
 
 /// A label is shown in one line.
@@ -26,7 +24,8 @@ std::string labelText(XmString label) {
 
 }  // namespace
 
-GraphView::GraphView(SgGraphWidget widget) : widget_(widget) {
+GraphView::GraphView(SgGraphWidget widget)
+    : widget_(widget), pixels_(display(), XtScreen(GraphView::widget()), widget->core.colormap) {
   const auto scrollBar = [&](const char* barName, unsigned char orientation) {
     std::array<Arg, 3> args{Arg{XmNorientation, orientation}, Arg{XmNtraversalOn, False},
                             Arg{XmNhighlightThickness, 0}};
@@ -68,6 +67,7 @@ void GraphView::nodeMade(SgNodeObject node) {
   const NodeId id = drawing_.addNode();
   if (id >= looks_.size()) {
     looks_.resize(id + std::size_t{1});
+    pictures_.resize(id + std::size_t{1});
     widgets_.resize(id + std::size_t{1});
     labels_.resize(id + std::size_t{1});
     names_.resize(id + std::size_t{1});
@@ -85,11 +85,12 @@ void GraphView::nodeGone(SgNodeObject node) {
   drawing_.removeNode(id);
   widgets_[id] = nullptr;
   looks_[id] = {};
+  pictures_[id] = {};
   labels_[id].reset();
   names_[id].clear();
   node->node.id = kNone;
   node->node.labelString = nullptr;
-  if (painter_) painter_->dropPicture(id);
+  if (painter_) painter_->surface().dropPicture(id);
   changed();
 }
 
@@ -103,10 +104,12 @@ void GraphView::nodeLooksChanged(SgNodeObject node) {
     node->node.labelString = labels_[id].get();
     look.label = labelText(labels_[id].get());
   }
-  look.tint = node->node.tint;
-  if (look.picture.id != node->node.labelPixmap) {
-    look.picture = pixmapSource(display(), node->node.labelPixmap);
-    if (painter_) painter_->dropPicture(id);
+  look.tint = pixels_.colorOf(node->node.tint);
+  if (pictures_[id].id != node->node.labelPixmap) {
+    pictures_[id] = pixmapSource(display(), node->node.labelPixmap);
+    look.pictureWidth = pictures_[id].width;
+    look.pictureHeight = pictures_[id].height;
+    if (painter_) painter_->surface().dropPicture(id);
   }
   measure(id);
   changed();
@@ -114,13 +117,9 @@ void GraphView::nodeLooksChanged(SgNodeObject node) {
 
 void GraphView::measure(NodeId node) {
   const NodeLook& look = looks_[node];
-  if (look.picture) {
-    drawing_.resizeNode(node, look.picture.width + 2 * kPicturePadding,
-                        look.picture.height + 2 * kPicturePadding);
-    return;
-  }
-  const double width = measuring_->width(look.label) + 2 * kLabelPadding;
-  drawing_.resizeNode(node, std::max(width, kLeastNodeWidth), measuring_->height() + 2 * kLabelMargin);
+  const double width = look.hasPicture() ? 0 : measuring_->width(look.label);
+  const SgRectangle box = nodeBox(look, width, measuring_->height());
+  drawing_.resizeNode(node, box.width, box.height);
 }
 
 void GraphView::managedChanged() {
@@ -145,6 +144,7 @@ void GraphView::clear() {
   }
   drawing_.clear();
   looks_.clear();
+  pictures_.clear();
   widgets_.clear();
   names_.clear();
   arcLabels_.clear();
@@ -152,7 +152,7 @@ void GraphView::clear() {
   makeShelf();
   XtDestroyWidget(oldShelf);
   labels_.clear();
-  if (painter_) painter_->dropPictures();
+  if (painter_) painter_->surface().dropPictures();
   const double width = viewport_.width(), height = viewport_.height();
   viewport_ = {};
   viewport_.resize(width, height);
@@ -289,17 +289,16 @@ void GraphView::update() {
   unschedule();
   if (!XtIsRealized(widget())) return;
   bringUpToDate();
-  if (!painter_) {
-    painter_ = std::make_unique<Painter>(display(), XtWindow(widget()), renderTable_.get());
-    painter_->setInks(inks());
-  }
+  if (!painter_)
+    painter_ =
+        std::make_unique<Painter>(display(), XtWindow(widget()), renderTable_.get(), pixels_, pictures_);
   if (pictureStale_) {
-    painter_->paint(drawing_, looks_, arcLabels_, viewport_, editable());
+    painter_->paint(content(), viewport_.frame(), editable());
     setScrollBars();
   }
   if (pictureStale_ || overlayStale_) {
     pictureStale_ = overlayStale_ = false;
-    painter_->paintOverlay(drawing_, viewport_, overlay());
+    painter_->paintOverlay(drawing_, viewport_.frame(), overlay(), overlayInks());
     painter_->show(0, 0, widget_->core.width, widget_->core.height);
   }
   const ViewState state{viewport_.zoom(), viewport_.visible(), drawing_.extents()};
@@ -310,19 +309,28 @@ void GraphView::update() {
   call(&SgGraphPart::viewChangedCallback, data);
 }
 
-Inks GraphView::inks() const {
+Content GraphView::content() {
   const SgGraphPart& graph = widget_->graph;
-  return {.background = widget_->core.background_pixel,
-          .text = widget_->manager.foreground,
-          .arc = graph.arcColor,
-          .farArc = graph.farArcColor,
-          .border = graph.nodeBorderColor,
-          .selection = graph.selectionColor,
-          .hover = graph.hoverColor,
-          .handle = graph.handleColor,
-          .target = graph.targetColor,
-          .focus = widget_->manager.highlight_color,
-          .corner = verticalBar_->core.background_pixel};
+  return {drawing_,
+          looks_,
+          arcLabels_,
+          {.background = pixels_.colorOf(widget_->core.background_pixel),
+           .text = pixels_.colorOf(widget_->manager.foreground),
+           .arc = pixels_.colorOf(graph.arcColor),
+           .farArc = pixels_.colorOf(graph.farArcColor),
+           .border = pixels_.colorOf(graph.nodeBorderColor),
+           .selection = pixels_.colorOf(graph.selectionColor),
+           .handle = pixels_.colorOf(graph.handleColor)}};
+}
+
+OverlayInks GraphView::overlayInks() {
+  const SgGraphPart& graph = widget_->graph;
+  return {.border = pixels_.colorOf(graph.nodeBorderColor),
+          .selection = pixels_.colorOf(graph.selectionColor),
+          .hover = pixels_.colorOf(graph.hoverColor),
+          .target = pixels_.colorOf(graph.targetColor),
+          .focus = pixels_.colorOf(widget_->manager.highlight_color),
+          .corner = pixels_.colorOf(verticalBar_->core.background_pixel)};
 }
 
 Overlay GraphView::overlay() const {
@@ -422,7 +430,7 @@ void GraphView::resourcesChanged(bool fonts, bool ports) {
     RenderTable copy(XmRenderTableCopy(table, nullptr, 0));
     // The fonts use the old table until they are made from the new one.
     measuring_ = std::make_unique<TextFont>(XtScreen(widget()), copy.get());
-    if (painter_) painter_->setFonts(copy.get());
+    if (painter_) painter_->surface().setFonts(copy.get());
     renderTable_ = std::move(copy);
     graph.renderTable = renderTable_.get();
     for (NodeId node = 0; node < widgets_.size(); ++node)
@@ -432,7 +440,6 @@ void GraphView::resourcesChanged(bool fonts, bool ports) {
   if (!graph.editableArcs &&
       (gesture_.kind == Gesture::Kind::DrawArc || gesture_.kind == Gesture::Kind::MoveArcEnd))
     giveUp();
-  if (painter_) painter_->setInks(inks());
   changed();
 }
 

@@ -10,11 +10,12 @@
 #include <unordered_map>
 #include <vector>
 
+#include "picture/drawing.h"
+#include "picture/viewport.h"
 #include "viewkit/sggraph/GraphP.h"
-#include "viewkit/sggraph/drawing.h"
 #include "viewkit/sggraph/painter.h"
+#include "viewkit/sggraph/pixels.h"
 #include "viewkit/sggraph/textfont.h"
-#include "viewkit/sggraph/viewport.h"
 #include "viewkit/xraii.h"
 
 namespace sggraph {
@@ -158,7 +159,9 @@ class GraphView {
   void setScrollBars();
   void schedule();
   void unschedule();
-  Inks inks() const;
+  /// The picture with its colours.
+  Content content();
+  OverlayInks overlayInks();
   Overlay overlay() const;
   Hit hit(SgPoint window);
   double arcReach() { return widget_->graph.arcWidth / 2.0 / viewport_.zoom(); }
@@ -185,6 +188,7 @@ class GraphView {
   void arcMoved(ArcId arc, NodeId parent, NodeId child, XEvent* event);
 
   SgGraphWidget widget_;
+  Pixels pixels_;
   Drawing drawing_;
   std::shared_ptr<const bool> alive_ = std::make_shared<const bool>(true);
   Widget shelf_ = nullptr;
@@ -192,6 +196,7 @@ class GraphView {
   ScrollRange horizontalShown_, verticalShown_;
   Viewport viewport_;
   std::vector<NodeLook> looks_;         // by NodeId
+  std::vector<PixmapSource> pictures_;  // by NodeId: instead of labels
   std::vector<Widget> widgets_;         // by NodeId
   std::vector<std::string> names_;      // by NodeId
   std::string newName_;                 // of the node that is being made

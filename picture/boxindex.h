@@ -8,9 +8,9 @@
 #include <unordered_map>
 #include <vector>
 
-#include "viewkit/sggraph/geometry.h"
+#include "picture/geometry.h"
 
-namespace sggraph {
+namespace picture {
 
 /// Rectangles under small whole numbers. Each lies in one cell of one of several grids, by its middle in the
 /// grid whose cells are just as large as it, so adding and removing take constant time whatever the sizes.
@@ -69,4 +69,4 @@ class BoxIndex {
   std::vector<Place> places_;
 };
 
-}  // namespace sggraph
+}  // namespace picture

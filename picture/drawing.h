@@ -9,11 +9,11 @@
 #include <unordered_map>
 #include <vector>
 
-#include "viewkit/sggraph/arcpath.h"
-#include "viewkit/sggraph/boxindex.h"
-#include "viewkit/sggraph/geometry.h"
+#include "picture/arcpath.h"
+#include "picture/boxindex.h"
+#include "picture/geometry.h"
 
-namespace sggraph {
+namespace picture {
 
 using NodeId = std::uint32_t;
 using ArcId = std::uint32_t;
@@ -174,4 +174,4 @@ class Drawing {
   mutable bool extentsStale_ = false;
 };
 
-}  // namespace sggraph
+}  // namespace picture

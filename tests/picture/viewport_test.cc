@@ -1,6 +1,6 @@
 /// @file
 /// Zooming and scrolling over a plane.
-#include "viewkit/sggraph/viewport.h"
+#include "picture/viewport.h"
 
 #include <gtest/gtest.h>
 
@@ -10,8 +10,8 @@
 
 namespace {
 
-using sggraph::ScrollRange;
-using sggraph::Viewport;
+using picture::ScrollRange;
+using picture::Viewport;
 
 constexpr SgRectangle kWide{0, 0, 10000, 5000};
 

@@ -2,11 +2,11 @@
 /// The part of the plane that a window shows: offset, zoom and their limits.
 #pragma once
 
-#include "viewkit/sggraph/geometry.h"
+#include "picture/frame.h"
 
 inline constexpr double SgMinZoom = 0.1, SgMaxZoom = 4.0;
 
-namespace sggraph {
+namespace picture {
 
 /// What one scroll bar shows. `value` runs from 0 to `maximum` - `slider`; all are at least 0, `slider` 1.
 struct ScrollRange {
@@ -19,15 +19,15 @@ struct ScrollRange {
 /// stays over it, unless all of it is in view.
 class Viewport {
  public:
-  double zoom() const { return zoom_; }
-  double width() const { return width_; }
-  double height() const { return height_; }
-
-  SgPoint toWindow(SgPoint plane) const;
-  SgRectangle toWindow(const SgRectangle& plane) const;
-  SgPoint toPlane(SgPoint window) const;
+  const Frame& frame() const { return frame_; }
+  double zoom() const { return frame_.zoom; }
+  double width() const { return frame_.width; }
+  double height() const { return frame_.height; }
+  SgPoint toWindow(SgPoint plane) const { return frame_.toWindow(plane); }
+  SgRectangle toWindow(const SgRectangle& plane) const { return frame_.toWindow(plane); }
+  SgPoint toPlane(SgPoint window) const { return frame_.toPlane(window); }
   /// The part of the plane in view.
-  SgRectangle visible() const;
+  SgRectangle visible() const { return frame_.visible(); }
 
   /// @param width,height  in pixels; the upper left corner stays.
   void resize(double width, double height);
@@ -60,10 +60,8 @@ class Viewport {
   Limits verticalLimits() const;
   void hold();
 
-  double zoom_ = 1;
-  double width_ = 1, height_ = 1;  // pixels
-  SgPoint offset_;                 // the place of the plane at the window's upper left corner
+  Frame frame_;
   SgRectangle extents_;
 };
 
-}  // namespace sggraph
+}  // namespace picture

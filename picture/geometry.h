@@ -28,7 +28,7 @@ struct SgRectangle {
   friend bool operator==(const SgRectangle&, const SgRectangle&) = default;
 };
 
-namespace sggraph {
+namespace picture {
 
 /// Cuts the line from `a` to `b` down to its part inside `box`.
 /// @returns false, with both ends unchanged, when no part of it is inside.
@@ -49,4 +49,4 @@ SgRectangle united(const SgRectangle& a, const SgRectangle& b);
 /// The smallest rectangle around the points; empty at the origin for none.
 SgRectangle boundsOf(std::span<const SgPoint> points);
 
-}  // namespace sggraph
+}  // namespace picture

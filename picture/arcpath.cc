@@ -1,13 +1,13 @@
 /// @file
 /// Ports, parallel lanes and loops.
-#include "viewkit/sggraph/arcpath.h"
+#include "picture/arcpath.h"
 
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
 #include <numbers>
 
-namespace sggraph {
+namespace picture {
 
 namespace {
 
@@ -108,4 +108,4 @@ std::vector<SgPoint> loopPath(const SgRectangle& box, std::size_t number) {
   return path;
 }
 
-}  // namespace sggraph
+}  // namespace picture

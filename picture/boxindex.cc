@@ -1,11 +1,11 @@
 /// @file
 /// The grids of BoxIndex.
-#include "viewkit/sggraph/boxindex.h"
+#include "picture/boxindex.h"
 
 #include <algorithm>
 #include <cmath>
 
-namespace sggraph {
+namespace picture {
 
 namespace {
 
@@ -65,4 +65,4 @@ BoxIndex::Cells BoxIndex::cellsAround(const SgRectangle& area, std::size_t level
           cellNumber(area.right() + reach, level), cellNumber(area.bottom() + reach, level)};
 }
 
-}  // namespace sggraph
+}  // namespace picture

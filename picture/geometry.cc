@@ -1,12 +1,12 @@
 /// @file
 /// Clipping, distances and bounds.
-#include "viewkit/sggraph/geometry.h"
+#include "picture/geometry.h"
 
 #include <algorithm>
 #include <cmath>
 #include <limits>
 
-namespace sggraph {
+namespace picture {
 
 bool clipLine(SgPoint& a, SgPoint& b, const SgRectangle& box) {
   const double dx = b.x - a.x, dy = b.y - a.y;
@@ -88,4 +88,4 @@ SgRectangle boundsOf(std::span<const SgPoint> points) {
   return bounds;
 }
 
-}  // namespace sggraph
+}  // namespace picture

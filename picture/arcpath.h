@@ -5,9 +5,9 @@
 #include <span>
 #include <vector>
 
-#include "viewkit/sggraph/geometry.h"
+#include "picture/geometry.h"
 
-namespace sggraph {
+namespace picture {
 
 /// Where arcs leave and reach nodes: anywhere on their edges, or at the middles of lower and upper edges.
 enum class Ports { Any, Down };
@@ -29,4 +29,4 @@ std::vector<SgPoint> arcPath(const SgRectangle& from, const SgRectangle& to, std
 /// The loop of a node to itself; `number` from 0, each larger than the one before.
 std::vector<SgPoint> loopPath(const SgRectangle& box, std::size_t number);
 
-}  // namespace sggraph
+}  // namespace picture

@@ -1,6 +1,6 @@
 /// @file
 /// Scaling of pixmaps on the client's side.
-#include "viewkit/sggraph/picture.h"
+#include "viewkit/sggraph/scaledpixmap.h"
 
 #include <Xm/Xm.h>
 

@@ -1,6 +1,6 @@
 /// @file
 /// The picture of a graph: what lies where, arcs side by side, stable ids, selection.
-#include "viewkit/sggraph/drawing.h"
+#include "picture/drawing.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -13,11 +13,11 @@
 
 namespace {
 
-using sggraph::ArcId;
-using sggraph::BoxIndex;
-using sggraph::Drawing;
-using sggraph::kNone;
-using sggraph::NodeId;
+using picture::ArcId;
+using picture::BoxIndex;
+using picture::Drawing;
+using picture::kNone;
+using picture::NodeId;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::UnorderedElementsAre;
@@ -76,7 +76,7 @@ class Picture : public testing::Test {
     drawing.showNode(made, true);
     return made;
   }
-  SgPoint middleOf(ArcId arc) { return sggraph::pathPoint(drawing.path(arc), 0.5); }
+  SgPoint middleOf(ArcId arc) { return picture::pathPoint(drawing.path(arc), 0.5); }
   std::vector<ArcId> allArcs() {
     std::vector<ArcId> arcs;
     drawing.visitAllArcs([&](ArcId arc) { arcs.push_back(arc); });
@@ -189,7 +189,7 @@ TEST_F(Picture, StableIdsOfWhatIsGoneStayVoid) {
   EXPECT_EQ(drawing.nodeOf(kept), kNone);
   EXPECT_EQ(node(0, 0), 0u);
   EXPECT_EQ(drawing.nodeOf(kept), kNone);
-  for (const sggraph::StableId nonsense : {0ull, 1ull << 40, ~0ull})
+  for (const picture::StableId nonsense : {0ull, 1ull << 40, ~0ull})
     EXPECT_EQ(drawing.nodeOf(nonsense), kNone);
 }
 

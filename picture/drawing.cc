@@ -1,11 +1,11 @@
 /// @file
 /// Keeping nodes, arcs and their places together.
-#include "viewkit/sggraph/drawing.h"
+#include "picture/drawing.h"
 
 #include <algorithm>
 #include <cmath>
 
-namespace sggraph {
+namespace picture {
 
 namespace {
 
@@ -350,4 +350,4 @@ void Drawing::computePath(const Arc& arc) const {
   arc.path = arcPath(from, to, arc.bends, ports_, {offset, reversed});
 }
 
-}  // namespace sggraph
+}  // namespace picture

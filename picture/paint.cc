@@ -1,0 +1,188 @@
+/// @file
+/// Arcs in batches of lines, nodes as boxes, labels and pictures.
+#include "picture/paint.h"
+
+#include <algorithm>
+#include <cmath>
+#include <map>
+#include <utility>
+
+namespace picture {
+
+namespace {
+
+constexpr double kLabelPadding = 10, kLabelMargin = 5;  // plane units beside and above a label
+constexpr double kLeastNodeWidth = 44;
+constexpr double kPicturePadding = 4;  // plane units between a node's picture and the edge of its box
+
+constexpr double kTextZoom = 0.6;   // below it no text could be read
+constexpr double kFarZoom = 0.4;    // below it arcs are paler, so as not to hide the nodes
+constexpr double kHandleAway = 16;  // window units from the node to the handle of an arc
+
+/// Paints one frame of one content.
+class Painting {
+ public:
+  Painting(Surface& surface, const Content& content, const Frame& frame, const Marks& marks)
+      : surface_(surface),
+        drawing_(content.drawing),
+        looks_(content.looks),
+        arcLabels_(content.arcLabels),
+        inks_(content.inks),
+        frame_(frame),
+        marks_(marks) {}
+
+  void paint() {
+    surface_.begin(frame_, inks_.background);
+    drawArcs();
+    drawNodes();
+    if (marks_.handles) drawHandles();
+  }
+
+ private:
+  bool showsText() const { return frame_.zoom >= kTextZoom; }
+  bool selected(NodeId node) const { return marks_.selection && drawing_.nodeSelected(node); }
+
+  void drawArcs() {
+    const double headLength = frame_.zoom < kOutlineZoom ? 0 : std::clamp(9 * frame_.zoom, 4.0, 14.0);
+    ArcBatch plain(frame_, headLength), selected(frame_, headLength);
+    std::vector<std::pair<SgPoint, const std::string*>> labels;
+    drawing_.visitArcs(frame_.visible().grownBy(20), [&](ArcId arc) {
+      const std::span<const SgPoint> path = drawing_.path(arc);
+      (marks_.selection && drawing_.arcSelected(arc) ? selected : plain).add(path);
+      if (arcLabels_.empty() || !showsText()) return;
+      if (const auto label = arcLabels_.find(arc); label != arcLabels_.end())
+        labels.emplace_back(frame_.toWindow(pathPoint(path, 0.5)), &label->second);
+    });
+    plain.draw(surface_, frame_.zoom < kFarZoom ? inks_.farArc : inks_.arc, 0);
+    selected.draw(surface_, inks_.selection, 3);
+    for (const auto& [middle, label] : labels) {
+      const double width = surface_.textWidth(*label) + 4, height = surface_.textHeight();
+      const SgRectangle box{middle.x - width / 2, middle.y - height / 2, width, height};
+      surface_.fillBoxes({&box, 1}, inks_.background);
+      surface_.drawText(middle, *label, inks_.text, width);
+    }
+  }
+
+  void drawNodes() {
+    std::vector<NodeId> nodes;
+    drawing_.visitNodes(frame_.visible(), [&](NodeId node) { nodes.push_back(node); });
+    // The same order at every repaint, the order in which nodeAt sees them.
+    std::ranges::sort(nodes);
+    if (frame_.zoom < kOutlineZoom) {
+      drawPatches(nodes);
+      return;
+    }
+    for (const NodeId node : nodes) {
+      const SgRectangle box = frame_.toWindow(drawing_.box(node));
+      surface_.fillInside(box, looks_[node].tint);
+      drawContents(node, box);
+      if (selected(node))
+        surface_.outlineBox(box, inks_.selection, 2);
+      else
+        surface_.outlineBox(box, inks_.border, 1);
+    }
+  }
+
+  /// Nodes that are so many that their order doesn't matter: all of one colour at once.
+  void drawPatches(const std::vector<NodeId>& nodes) {
+    std::map<Color, std::vector<SgRectangle>> boxes;
+    for (const NodeId node : nodes)
+      boxes[selected(node) ? inks_.selection : farTint(looks_[node].tint)].push_back(
+          frame_.toWindow(drawing_.box(node)));
+    for (const auto& [tint, ofTint] : boxes) surface_.fillBoxes(ofTint, tint);
+  }
+
+  void drawContents(NodeId node, const SgRectangle& box) {
+    const NodeLook& look = looks_[node];
+    if (look.hasPicture())
+      surface_.drawPicture(node,
+                           {box.x + kPicturePadding * frame_.zoom, box.y + kPicturePadding * frame_.zoom,
+                            look.pictureWidth * frame_.zoom, look.pictureHeight * frame_.zoom},
+                           textOn(look.tint), look.tint);
+    else if (showsText())
+      surface_.drawText(box.middle(), look.label, textOn(look.tint), box.width - 4);
+  }
+
+  void drawHandles() {
+    for (const auto& [order, arc] : drawing_.selectedArcs()) {
+      if (!drawing_.arcShown(arc)) continue;
+      const HandlePlaces places = handlePlaces(drawing_.path(arc), frame_);
+      for (const SgPoint& place : {places.parent, places.child})
+        surface_.drawHandle(place, inks_.handle, inks_.selection);
+    }
+  }
+
+  /// The colour for text on a tint.
+  Color textOn(Color tint) const {
+    const double brightness = (0.3 * tint.red + 0.59 * tint.green + 0.11 * tint.blue) / 65535;
+    return brightness < 0.45 ? kWhite : inks_.text;
+  }
+
+  /// The tint of a node that is too small for an outline: darker, where that costs no colour cell.
+  Color farTint(Color tint) const {
+    if (!surface_.anyColor()) return tint;
+    const auto darker = [](std::uint16_t part) { return static_cast<std::uint16_t>(part * 7 / 10); };
+    return {darker(tint.red), darker(tint.green), darker(tint.blue)};
+  }
+
+  Surface& surface_;
+  const Drawing& drawing_;
+  const std::vector<NodeLook>& looks_;
+  const std::unordered_map<ArcId, std::string>& arcLabels_;
+  const Inks& inks_;
+  const Frame& frame_;
+  const Marks& marks_;
+};
+
+}  // namespace
+
+SgRectangle nodeBox(const NodeLook& look, double textWidth, double textHeight) {
+  if (look.hasPicture())
+    return {0, 0, look.pictureWidth + 2 * kPicturePadding, look.pictureHeight + 2 * kPicturePadding};
+  return {0, 0, std::max(textWidth + 2 * kLabelPadding, kLeastNodeWidth), textHeight + 2 * kLabelMargin};
+}
+
+void ArcBatch::addLine(SgPoint a, SgPoint b) {
+  if (clipLine(a, b, frame_.window().grownBy(2))) lines_.push_back({a, b});
+}
+
+void ArcBatch::addHead(SgPoint tip, SgPoint before) {
+  const double length = std::max(distance(before, tip), 1e-6);
+  const double dx = (tip.x - before.x) / length * headLength_, dy = (tip.y - before.y) / length * headLength_;
+  constexpr double kSlim = 0.4;
+  heads_.push_back({tip,
+                    {tip.x - dx - dy * kSlim, tip.y - dy + dx * kSlim},
+                    {tip.x - dx + dy * kSlim, tip.y - dy - dx * kSlim}});
+}
+
+void ArcBatch::add(std::span<const SgPoint> path) {
+  for (std::size_t i = 1; i < path.size(); ++i)
+    addLine(frame_.toWindow(path[i - 1]), frame_.toWindow(path[i]));
+  if (path.size() < 2 || headLength_ == 0) return;
+  const SgPoint tip = frame_.toWindow(path.back()), before = frame_.toWindow(path[path.size() - 2]);
+  if (distance(before, tip) >= 1 && frame_.window().grownBy(22).contains(tip)) addHead(tip, before);
+}
+
+void ArcBatch::addStraight(SgPoint from, SgPoint to) {
+  addLine(from, to);
+  addHead(to, from);
+}
+
+void ArcBatch::draw(Surface& surface, Color color, unsigned width) const {
+  if (lines_.empty()) return;
+  surface.drawLines(lines_, color, width);
+  surface.fillTriangles(heads_, color);
+}
+
+HandlePlaces handlePlaces(std::span<const SgPoint> path, const Frame& frame) {
+  if (path.size() < 2) return {};
+  const double away = kHandleAway / frame.zoom;
+  return {frame.toWindow(along(path[0], path[1], away)),
+          frame.toWindow(along(path[path.size() - 1], path[path.size() - 2], away))};
+}
+
+void paint(Surface& surface, const Content& content, const Frame& frame, const Marks& marks) {
+  Painting(surface, content, frame, marks).paint();
+}
+
+}  // namespace picture

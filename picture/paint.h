@@ -1,0 +1,81 @@
+/// @file
+/// What a graph looks like: its nodes and arcs in terms of boxes, lines, texts and pictures.
+#pragma once
+
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include "picture/drawing.h"
+#include "picture/frame.h"
+#include "picture/surface.h"
+
+namespace picture {
+
+/// What a node shows.
+struct NodeLook {
+  std::string label;
+  Color tint;
+  unsigned pictureWidth = 0, pictureHeight = 0;  ///< of the picture instead of the label; 0: there is none
+
+  bool hasPicture() const { return pictureWidth != 0; }
+};
+
+/// How large a node is, with margins around what it shows.
+/// @param textWidth,textHeight  of its label at 100 %.
+SgRectangle nodeBox(const NodeLook& look, double textWidth, double textHeight);
+
+/// The graph's colours.
+struct Inks {
+  Color background = kWhite, text, arc, farArc, border, selection, handle;
+};
+
+/// A graph with all that is needed to paint it.
+struct Content {
+  const Drawing& drawing;
+  const std::vector<NodeLook>& looks;  ///< by NodeId
+  const std::unordered_map<ArcId, std::string>& arcLabels;
+  Inks inks;
+};
+
+/// The marks of who works on the graph; a printed picture has none.
+struct Marks {
+  bool selection = false;  ///< what is selected
+  bool handles = false;    ///< the handles at the ends of selected arcs
+};
+
+/// Below it boxes have no outline and arcs no heads.
+inline constexpr double kOutlineZoom = 0.25;
+
+/// Paints what lies in the frame.
+void paint(Surface& surface, const Content& content, const Frame& frame, const Marks& marks);
+
+/// Arcs as lines and arrow heads in window coordinates.
+class ArcBatch {
+ public:
+  /// @param headLength  of the arrow heads, in window units; 0: none.
+  ArcBatch(const Frame& frame, double headLength) : frame_(frame), headLength_(headLength) {}
+
+  void add(std::span<const SgPoint> path);
+  /// A straight arc between two places of the window.
+  void addStraight(SgPoint from, SgPoint to);
+  /// @param width  of the lines, see Surface::drawLines.
+  void draw(Surface& surface, Color color, unsigned width) const;
+
+ private:
+  void addLine(SgPoint a, SgPoint b);
+  void addHead(SgPoint tip, SgPoint before);
+
+  const Frame& frame_;
+  double headLength_;
+  std::vector<Line> lines_;
+  std::vector<Triangle> heads_;
+};
+
+/// Where the end handles of an arc are, in window coordinates.
+struct HandlePlaces {
+  SgPoint parent, child;
+};
+HandlePlaces handlePlaces(std::span<const SgPoint> path, const Frame& frame);
+
+}  // namespace picture
