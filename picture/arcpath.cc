@@ -12,6 +12,7 @@ namespace picture {
 namespace {
 
 constexpr double kLaneGap = 10;       // plane units between arcs that run side by side
+constexpr double kStubLength = 40;    // plane units
 constexpr double kUsableWidth = 0.8;  // of a node's edge, for arcs side by side
 
 /// Where the line from `inside` to `outside` crosses the edge of `box`.
@@ -88,6 +89,28 @@ std::vector<SgPoint> arcPath(const SgRectangle& from, const SgRectangle& to, std
   if (ports == Ports::Down && (isAbove(from, to) || isAbove(to, from)))
     return straightDown(from, to, lane.offset);
   return straightAny(from, to, lane);
+}
+
+std::vector<SgPoint> squarePath(const SgRectangle& from, const SgRectangle& to,
+                                std::span<const SgPoint> bends) {
+  const auto levelPort = [](const SgRectangle& box, SgPoint next) -> SgPoint {
+    if (next.x >= box.x && next.x <= box.right())
+      return {next.x, next.y < box.middle().y ? box.y : box.bottom()};
+    if (next.y >= box.y && next.y <= box.bottom()) return {next.x < box.x ? box.x : box.right(), next.y};
+    return edgePoint(box, box.middle(), next);
+  };
+  std::vector<SgPoint> path;
+  path.reserve(bends.size() + 2);
+  path.push_back(levelPort(from, bends.front()));
+  path.insert(path.end(), bends.begin(), bends.end());
+  path.push_back(levelPort(to, bends.back()));
+  return path;
+}
+
+Stubs stubsBetween(const SgRectangle& from, const SgRectangle& to) {
+  const SgPoint start = edgePoint(from, from.middle(), to.middle());
+  const SgPoint end = edgePoint(to, to.middle(), from.middle());
+  return {{start, along(start, end, kStubLength)}, {along(end, start, kStubLength), end}};
 }
 
 std::vector<SgPoint> loopPath(const SgRectangle& box, std::size_t number) {

@@ -166,6 +166,20 @@ void Drawing::setBends(ArcId arc, std::span<const SgPoint> bends) {
   makeStale(arc);
 }
 
+void Drawing::setArcStyle(ArcId arc, ArcStyle style) {
+  if (arcs_[arc].style == style) return;
+  arcs_[arc].style = style;
+  makeStale(arc);
+}
+
+bool Drawing::inStubs(ArcId arc, const ArcDetail& detail) const {
+  const Arc& asked = arcs_[arc];
+  if (asked.selected || asked.from == asked.to || nodeSelected(asked.from) || nodeSelected(asked.to))
+    return false;
+  bringUpToDate();
+  return asked.style == ArcStyle::Stubs || asked.length > detail.longest;
+}
+
 std::span<const SgPoint> Drawing::path(ArcId arc) const {
   bringUpToDate();
   return arcs_[arc].path;
@@ -217,11 +231,14 @@ NodeId Drawing::nodeAt(SgPoint point) const {
   return top;
 }
 
-ArcId Drawing::arcAt(SgPoint point, double reach) const {
+ArcId Drawing::arcAt(SgPoint point, double reach, const ArcDetail& detail) const {
   ArcId nearest = kNone;
   double least = reach;
   visitArcs(SgRectangle{point.x, point.y, 0, 0}.grownBy(reach), [&](ArcId arc) {
-    const double away = distanceToPath(point, arcs_[arc].path);
+    double away = std::numeric_limits<double>::infinity();
+    visitPieces(arc, detail, [&](std::span<const SgPoint> piece, bool) {
+      away = std::min(away, distanceToPath(point, piece));
+    });
     if (away < least || (away == least && (nearest == kNone || arc > nearest))) {
       least = away;
       nearest = arc;
@@ -328,6 +345,7 @@ void Drawing::bringUpToDate() const {
     if (!arcs_[arc].stale) continue;
     arcs_[arc].stale = false;
     computePath(arcs_[arc]);
+    arcs_[arc].length = pathLength(arcs_[arc].path);
     if (arcShown(arc))
       arcIndex_.put(arc, boundsOf(arcs_[arc].path));
     else
@@ -340,6 +358,10 @@ void Drawing::computePath(const Arc& arc) const {
   const SgRectangle &from = nodes_[arc.from].box, &to = nodes_[arc.to].box;
   if (arc.from == arc.to) {
     arc.path = loopPath(from, arc.place);
+    return;
+  }
+  if (arc.style == ArcStyle::Square && !arc.bends.empty()) {
+    arc.path = squarePath(from, to, arc.bends);
     return;
   }
   const Pair& pair = pairs_.find(pairKey(arc.from, arc.to))->second;

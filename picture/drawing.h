@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <map>
 #include <span>
 #include <unordered_map>
@@ -22,6 +23,12 @@ inline constexpr std::uint32_t kNone = 0xffffffff;
 /// A node or arc for keeping: 0 is none, and that of a removed one never becomes valid again. Plain ids, in
 /// contrast, are small numbers that are used again.
 using StableId = std::uint64_t;
+
+/// What of the arcs is drawn, which depends on how the picture is seen.
+struct ArcDetail {
+  double longest = std::numeric_limits<double>::infinity();  ///< plane units: longer ones are drawn as stubs
+  bool stubs = true;                                         ///< whether stubs are drawn at all
+};
 
 /// Nodes and arcs with their places and selection. Ids given must exist unless a function says otherwise.
 /// An arc is shown if both its nodes are, and only what is shown can be found by its place. The paths of arcs
@@ -73,8 +80,23 @@ class Drawing {
     for (ArcId arc = nodes_[node].firstIn; arc != kNone; arc = arcs_[arc].in.next) visit(arc);
   }
   bool arcShown(ArcId arc) const { return shown(from(arc)) && shown(to(arc)); }
-  /// The points that the arc is drawn through, valid until the next change.
+  void setArcStyle(ArcId arc, ArcStyle style);
+  ArcStyle arcStyle(ArcId arc) const { return arcs_[arc].style; }
+  /// The points that the arc is drawn through when it is drawn as a whole, valid until the next change.
   std::span<const SgPoint> path(ArcId arc) const;
+  /// Whether only the ends of the arc are drawn: not while it is selected, or a node of its is.
+  bool inStubs(ArcId arc, const ArcDetail& detail) const;
+  /// Calls `visit(points, reachesChild)` for every line that is drawn of the arc.
+  template <class Visit>
+  void visitPieces(ArcId arc, const ArcDetail& detail, Visit&& visit) const {
+    if (!inStubs(arc, detail)) {
+      visit(path(arc), true);
+    } else if (detail.stubs) {
+      const Stubs stubs = stubsBetween(box(from(arc)), box(to(arc)));
+      visit(std::span<const SgPoint>(stubs.parent), false);
+      visit(std::span<const SgPoint>(stubs.child), true);
+    }
+  }
   void setPorts(Ports ports);
   /// @}
 
@@ -105,8 +127,8 @@ class Drawing {
   }
   /// The topmost node, that is the one added last, at a point; kNone for none.
   NodeId nodeAt(SgPoint point) const;
-  /// The nearest arc at most `reach` away; kNone for none.
-  ArcId arcAt(SgPoint point, double reach) const;
+  /// The nearest arc at most `reach` away, by what is drawn of it; kNone for none.
+  ArcId arcAt(SgPoint point, double reach, const ArcDetail& detail = {}) const;
   /// The shown node next to `node` in the direction (-1, 0, 1 each); kNone when nothing is there.
   NodeId neighbour(NodeId node, int directionX, int directionY) const;
   /// @}
@@ -132,8 +154,10 @@ class Drawing {
     std::uint32_t place = 0;  // in the list of its direction in its pair
     bool used = false;
     std::uint64_t selected = 0;
+    ArcStyle style = ArcStyle::Whole;
     std::vector<SgPoint> bends;
     mutable std::vector<SgPoint> path;
+    mutable double length = 0;   // of `path`
     mutable bool stale = false;  // `path` isn't right any more
   };
   /// The arcs between two nodes; a < b but for loops, which are all forward.

@@ -6,16 +6,14 @@
 
 namespace picture {
 
-/// Shows the plane from `corner` on, `zoom` window units to a plane unit. A window unit is a pixel, or on paper
-/// whatever the surface makes of it.
+/// Shows the plane from `corner` on, `zoom` window units to a plane unit. A window unit is a pixel, or on
+/// paper whatever the surface makes of it.
 struct Frame {
   double zoom = 1;
   SgPoint corner;                // the place of the plane at the window's upper left corner
   double width = 1, height = 1;  // of the window
 
-  SgPoint toWindow(SgPoint plane) const {
-    return {(plane.x - corner.x) * zoom, (plane.y - corner.y) * zoom};
-  }
+  SgPoint toWindow(SgPoint plane) const { return {(plane.x - corner.x) * zoom, (plane.y - corner.y) * zoom}; }
   SgRectangle toWindow(const SgRectangle& plane) const {
     const SgPoint place = toWindow(SgPoint{plane.x, plane.y});
     return {place.x, place.y, plane.width * zoom, plane.height * zoom};

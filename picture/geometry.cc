@@ -52,11 +52,15 @@ double distanceToPath(SgPoint p, std::span<const SgPoint> path) {
   return nearest;
 }
 
+double pathLength(std::span<const SgPoint> path) {
+  double length = 0;
+  for (std::size_t i = 1; i < path.size(); ++i) length += distance(path[i - 1], path[i]);
+  return length;
+}
+
 SgPoint pathPoint(std::span<const SgPoint> path, double fraction) {
   if (path.empty()) return {};
-  double total = 0;
-  for (std::size_t i = 1; i < path.size(); ++i) total += distance(path[i - 1], path[i]);
-  double left = total * fraction;
+  double left = pathLength(path) * fraction;
   for (std::size_t i = 1; i < path.size(); ++i) {
     const SgPoint a = path[i - 1], b = path[i];
     const double length = distance(a, b);

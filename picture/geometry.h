@@ -38,6 +38,8 @@ double distance(SgPoint a, SgPoint b);
 /// From a point to the nearest point of a line through all of `path`; infinite for an empty one.
 double distanceToPath(SgPoint p, std::span<const SgPoint> path);
 
+double pathLength(std::span<const SgPoint> path);
+
 /// The point at a fraction (0..1) of the path's length; the origin for an empty one.
 SgPoint pathPoint(std::span<const SgPoint> path, double fraction);
 

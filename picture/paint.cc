@@ -15,9 +15,11 @@ constexpr double kLabelPadding = 10, kLabelMargin = 5;  // plane units beside an
 constexpr double kLeastNodeWidth = 44;
 constexpr double kPicturePadding = 4;  // plane units between a node's picture and the edge of its box
 
-constexpr double kTextZoom = 0.6;   // below it no text could be read
-constexpr double kFarZoom = 0.4;    // below it arcs are paler, so as not to hide the nodes
-constexpr double kHandleAway = 16;  // window units from the node to the handle of an arc
+constexpr double kTextZoom = 0.6;    // below it no text could be read
+constexpr double kDetailZoom = 0.3;  // below it arcs that are seen better from near are left out
+constexpr double kShortestLine = 6;  // window units: what such a right-angled arc's lines measure at least
+constexpr double kFarZoom = 0.4;     // below it arcs are paler, so as not to hide the nodes
+constexpr double kHandleAway = 16;   // window units from the node to the handle of an arc
 
 /// Paints one frame of one content.
 class Painting {
@@ -45,13 +47,18 @@ class Painting {
   void drawArcs() {
     const double headLength = frame_.zoom < kOutlineZoom ? 0 : std::clamp(9 * frame_.zoom, 4.0, 14.0);
     ArcBatch plain(frame_, headLength), selected(frame_, headLength);
+    const ArcDetail detail = arcDetail(frame_);
     std::vector<std::pair<SgPoint, const std::string*>> labels;
     drawing_.visitArcs(frame_.visible().grownBy(20), [&](ArcId arc) {
-      const std::span<const SgPoint> path = drawing_.path(arc);
-      (marks_.selection && drawing_.arcSelected(arc) ? selected : plain).add(path);
+      const bool square = drawing_.arcStyle(arc) == ArcStyle::Square && !drawing_.bends(arc).empty();
+      const double shortest = square && frame_.zoom < kDetailZoom ? kShortestLine : 0;
+      ArcBatch& batch = marks_.selection && drawing_.arcSelected(arc) ? selected : plain;
+      drawing_.visitPieces(arc, detail, [&](std::span<const SgPoint> piece, bool reachesChild) {
+        batch.add(piece, reachesChild && !square, shortest);
+      });
       if (arcLabels_.empty() || !showsText()) return;
       if (const auto label = arcLabels_.find(arc); label != arcLabels_.end())
-        labels.emplace_back(frame_.toWindow(pathPoint(path, 0.5)), &label->second);
+        labels.emplace_back(frame_.toWindow(pathPoint(drawing_.path(arc), 0.5)), &label->second);
     });
     plain.draw(surface_, frame_.zoom < kFarZoom ? inks_.farArc : inks_.arc, 0);
     selected.draw(surface_, inks_.selection, 3);
@@ -155,10 +162,11 @@ void ArcBatch::addHead(SgPoint tip, SgPoint before) {
                     {tip.x - dx + dy * kSlim, tip.y - dy - dx * kSlim}});
 }
 
-void ArcBatch::add(std::span<const SgPoint> path) {
+void ArcBatch::add(std::span<const SgPoint> path, bool withHead, double shortest) {
   for (std::size_t i = 1; i < path.size(); ++i)
-    addLine(frame_.toWindow(path[i - 1]), frame_.toWindow(path[i]));
-  if (path.size() < 2 || headLength_ == 0) return;
+    if (shortest == 0 || distance(path[i - 1], path[i]) * frame_.zoom >= shortest)
+      addLine(frame_.toWindow(path[i - 1]), frame_.toWindow(path[i]));
+  if (path.size() < 2 || headLength_ == 0 || !withHead) return;
   const SgPoint tip = frame_.toWindow(path.back()), before = frame_.toWindow(path[path.size() - 2]);
   if (distance(before, tip) >= 1 && frame_.window().grownBy(22).contains(tip)) addHead(tip, before);
 }
@@ -172,6 +180,10 @@ void ArcBatch::draw(Surface& surface, Color color, unsigned width) const {
   if (lines_.empty()) return;
   surface.drawLines(lines_, color, width);
   surface.fillTriangles(heads_, color);
+}
+
+ArcDetail arcDetail(const Frame& frame) {
+  return {.longest = std::max(frame.width, frame.height) / frame.zoom, .stubs = frame.zoom >= kDetailZoom};
 }
 
 HandlePlaces handlePlaces(std::span<const SgPoint> path, const Frame& frame) {

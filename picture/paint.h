@@ -47,6 +47,9 @@ struct Marks {
 /// Below it boxes have no outline and arcs no heads.
 inline constexpr double kOutlineZoom = 0.25;
 
+/// What of the arcs is drawn in a frame: of one that is longer than the frame, its ends.
+ArcDetail arcDetail(const Frame& frame);
+
 /// Paints what lies in the frame.
 void paint(Surface& surface, const Content& content, const Frame& frame, const Marks& marks);
 
@@ -56,7 +59,9 @@ class ArcBatch {
   /// @param headLength  of the arrow heads, in window units; 0: none.
   ArcBatch(const Frame& frame, double headLength) : frame_(frame), headLength_(headLength) {}
 
-  void add(std::span<const SgPoint> path);
+  /// @param withHead  whether the last point is the arc's end.
+  /// @param shortest  lines below this length in window units are left out.
+  void add(std::span<const SgPoint> path, bool withHead = true, double shortest = 0);
   /// A straight arc between two places of the window.
   void addStraight(SgPoint from, SgPoint to);
   /// @param width  of the lines, see Surface::drawLines.

@@ -28,15 +28,16 @@ using Triangle = std::array<SgPoint, 3>;
 /// Window units that a handle extends to each side of its middle.
 inline constexpr int kHandleSize = 4;
 
-/// Takes window coordinates of the frame that it was begun with. Boxes may be far larger than the frame; lines
-/// come cut to it.
+/// Takes window coordinates of the frame that it was begun with. Boxes may be far larger than the frame;
+/// lines come cut to it.
 class Surface {
  public:
   virtual ~Surface() = default;
 
   /// Begins a picture, all of it in the background's colour.
   virtual void begin(const Frame& frame, Color background) = 0;
-  /// Whether it has colours for the asking. Otherwise nothing is drawn in a colour of the picture's own making.
+  /// Whether it has colours for the asking. Otherwise nothing is drawn in a colour of the picture's own
+  /// making.
   virtual bool anyColor() const = 0;
 
   virtual void fillBoxes(std::span<const SgRectangle> boxes, Color color) = 0;

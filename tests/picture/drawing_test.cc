@@ -230,6 +230,62 @@ TEST_F(Picture, VisitingAnAreaSeesTheArcsThatCrossIt) {
   EXPECT_THAT(seen, UnorderedElementsAre(across));
 }
 
+// Arcs that are not drawn from node to node
+
+TEST_F(Picture, AnArcInStubsIsPickedAtItsEndsOnly) {
+  const NodeId a = node(0, 0), b = node(0, 1000);
+  const ArcId arc = drawing.addArc(a, b);
+  drawing.setArcStyle(arc, picture::ArcStyle::Stubs);
+  for (const double y : {25.0, 55.0, 965.0, 995.0}) EXPECT_EQ(drawing.arcAt({30, y}, 4), arc) << y;
+  for (const double y : {70.0, 500.0, 950.0}) EXPECT_EQ(drawing.arcAt({30, y}, 4), kNone) << y;
+  EXPECT_EQ(drawing.arcAt({30, 25}, 4, {.stubs = false}), kNone);
+}
+
+TEST_F(Picture, AnArcIsWholeWhileItOrANodeOfItIsSelected) {
+  const NodeId a = node(0, 0), b = node(0, 1000);
+  const ArcId arc = drawing.addArc(a, b);
+  const picture::ArcDetail window{.longest = 500};
+  EXPECT_FALSE(drawing.inStubs(arc, {.longest = 2000}));
+  const auto whole = [&](auto select) {
+    EXPECT_EQ(drawing.arcAt({30, 500}, 4, window), kNone);
+    select();
+    EXPECT_EQ(drawing.arcAt({30, 500}, 4, window), arc);
+    drawing.deselectAll();
+  };
+  whole([&] { drawing.selectArc(arc); });
+  whole([&] { drawing.selectNode(a); });
+  whole([&] { drawing.selectNode(b); });
+}
+
+TEST_F(Picture, StubsPointToTheOtherEnd) {
+  const SgRectangle left{0, 0, 60, 20}, right{900, 1200, 60, 20};
+  const picture::Stubs stubs = picture::stubsBetween(left, right);
+  const auto direction = [](const std::array<SgPoint, 2>& stub) {
+    return std::atan2(stub[1].y - stub[0].y, stub[1].x - stub[0].x);
+  };
+  EXPECT_NEAR(direction(stubs.parent), std::atan2(1200, 900), 1e-6);
+  EXPECT_NEAR(direction(stubs.child), std::atan2(1200, 900), 1e-6);
+  EXPECT_NEAR(picture::distance(stubs.parent[0], stubs.parent[1]), 40, 1e-6);
+  EXPECT_NEAR(picture::distance(stubs.child[0], stubs.child[1]), 40, 1e-6);
+  // Between neighbours there is a gap all the same.
+  const picture::Stubs near = picture::stubsBetween(left, {0, 50, 60, 20});
+  EXPECT_LT(near.parent[1].y, near.child[0].y);
+}
+
+TEST_F(Picture, ASquareArcLeavesAndReachesItsNodesLevelWithItsBends) {
+  const NodeId a = node(0, 0), b = node(100, 50);
+  const ArcId arc = drawing.addArc(a, b);
+  drawing.setArcStyle(arc, picture::ArcStyle::Square);
+  const SgPoint down_and_across[] = {{6, 35}, {130, 35}};
+  drawing.setBends(arc, down_and_across);
+  EXPECT_THAT(drawing.path(arc),
+              ElementsAre(SgPoint{6, 20}, SgPoint{6, 35}, SgPoint{130, 35}, SgPoint{130, 50}));
+  const SgPoint from_the_side[] = {{80, 10}, {80, 60}};
+  drawing.setBends(arc, from_the_side);
+  EXPECT_THAT(drawing.path(arc),
+              ElementsAre(SgPoint{60, 10}, SgPoint{80, 10}, SgPoint{80, 60}, SgPoint{100, 60}));
+}
+
 TEST_F(Picture, AHubOf50000ChildrenIsTakenApartArcByArc) {
   // Takes many minutes if anything in it searches what it needn't.
   constexpr std::uint32_t kChildren = 50000;

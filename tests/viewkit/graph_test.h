@@ -87,6 +87,14 @@ class WindowTest : public DisplayTest {
     return image ? XGetPixel(image.get(), 0, 0) : 0;
   }
 
+  /// Whether a pixel at or beside a place has that colour: a thin slanted line may miss the place itself.
+  static bool hasPixelNear(Widget widget, SgPoint place, Pixel pixel) {
+    for (const double dy : {-1.0, 0.0, 1.0})
+      for (const double dx : {-1.0, 0.0, 1.0})
+        if (pixelAt(widget, {place.x + dx, place.y + dy}) == pixel) return true;
+    return false;
+  }
+
   template <class Value>
   static Value resource(Widget widget, const char* name) {
     Value value{};

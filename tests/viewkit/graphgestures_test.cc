@@ -63,6 +63,60 @@ TEST_F(Gestures, AClickSelectsAnArcAndShiftAdds) {
   EXPECT_THAT(selectedNodes(), IsEmpty());
 }
 
+TEST_F(Gestures, AClickOnAStubSelectsTheArcAndGoesToItsOtherEnd) {
+  const Widget far = node("far", 9000, 7000);
+  const SgArc stubs = SgGraphAddArc(graph_, a_, far);
+  SgGraphUpdate(graph_);
+  const SgPoint parent_stub = middle(stubs);
+  EXPECT_TRUE(SgGraphViewport(graph_).contains(parent_stub));
+  EXPECT_TRUE(hasPixelNear(graph_, parent_stub, resource<Pixel>(graph_, SgNarcColor)));
+
+  click(at(parent_stub));
+  EXPECT_THAT(selectedArcs(), ElementsAre(stubs));
+  EXPECT_TRUE(SgGraphViewport(graph_).contains(middle(far)));
+  // Now it is drawn whole: a click on it changes nothing more.
+  const SgPoint before = middle(far);
+  click(at(SgPoint{before.x - 45 * 9.0 / 7, before.y - 45}));
+  EXPECT_THAT(selectedArcs(), ElementsAre(stubs));
+  EXPECT_EQ(middle(far), before);
+
+  click(at(nowhere()));
+  click(at(SgPoint{before.x - 25 * 9.0 / 7, before.y - 25}));
+  EXPECT_TRUE(SgGraphViewport(graph_).contains(middle(a_)));
+}
+
+TEST_F(Gestures, TheEndOfAnArcInStubsCanBeMovedOnceItIsSelected) {
+  editMode(true);
+  SgGraphSetArcStyle(graph_, arc_, SgARC_STUBS);
+  settle();
+  click(at(arc_));
+  ASSERT_THAT(selectedArcs(), ElementsAre(arc_));
+  SgPoint place, parent, child;
+  ASSERT_TRUE(SgGraphArcPoint(graph_, arc_, &place, &parent, &child));
+  drag(at(child), at(c_));
+  EXPECT_EQ(countArcs(graph_, a_, c_), 1u);
+  EXPECT_EQ(countArcs(graph_, a_, b_), 0u);
+}
+
+TEST_F(Gestures, PointingAtANodeShowsItsArcsWhole) {
+  SgGraphSetArcStyle(graph_, arc_, SgARC_STUBS);
+  settle();
+  const SgPoint between = [&] {
+    const SgPoint a = middle(a_), b = middle(b_);
+    return SgPoint{(a.x + b.x) / 2, (a.y + b.y) / 2};
+  }();
+  const Pixel hover = resource<Pixel>(graph_, SgNhoverColor);
+  EXPECT_FALSE(hasPixelNear(graph_, between, hover));
+  hands().moveTo(at(a_));
+  settle();
+  SgGraphUpdate(graph_);
+  EXPECT_TRUE(hasPixelNear(graph_, between, hover));
+  hands().moveTo(at(nowhere()));
+  settle();
+  SgGraphUpdate(graph_);
+  EXPECT_FALSE(hasPixelNear(graph_, between, hover));
+}
+
 TEST_F(Gestures, AClickOnTheBackgroundClearsTheSelectionUnlessShiftIsHeld) {
   click(at(a_));
   click(at(arc_), {"Shift_L"});

@@ -6,12 +6,13 @@
 /// (sgNodeObjectClass) which the graph draws; arcs are no widgets, only numbers (SgArc). A graph of 100,000
 /// nodes is normal: everything costs what is visible or touched, not what exists, unless it says otherwise.
 ///
-/// Gestures. Click selects a node or an arc (Shift adds; the background clears), dragging a node moves it and
-/// the selected ones on the plane, dragging the background or with the middle button pans, the wheel scrolls
-/// (Shift: sideways, Ctrl: zooms around the pointer), double-click or Return is the default action, arrow
-/// keys walk the nodes, Escape gives up a drag. With `editableArcs`, Ctrl + drag from node to node draws an
-/// arc and the handles at the ends of selected arcs can be dragged to other nodes; with `okToAdd`, a
-/// double-click on the background makes a node.
+/// Gestures. Click selects a node or an arc (Shift adds; the background clears); a click on the stub of an
+/// arc also shows the node at its other end. Dragging a node moves it and the selected ones on the plane,
+/// dragging the background or with the middle button pans, the wheel scrolls (Shift: sideways, Ctrl: zooms
+/// around the pointer), double-click or Return is the default action, arrow keys walk the nodes, Escape gives
+/// up a drag. With `editableArcs`, Ctrl + drag from node to node draws an arc and the handles at the ends of
+/// selected arcs can be dragged to other nodes; with `okToAdd`, a double-click on the background makes a
+/// node.
 #pragma once
 
 #include <X11/Intrinsic.h>
@@ -56,6 +57,16 @@
 enum {
   SgARC_ANY = 0,  ///< wherever the straight line between the nodes crosses their edges
   SgARC_DOWN = 1  ///< below the parent, above the child, as long as the child is the lower one
+};
+
+/// How an arc is drawn. Arcs that are longer than the window are drawn as SgARC_STUBS are, and none is while
+/// it, or a node at its end, is selected or pointed at.
+enum SgArcStyle {
+  SgARC_WHOLE,  ///< from node to node
+  SgARC_STUBS,  ///< a short piece at each end, pointing to the other end
+  /// from node to node at right angles, without a head; leaves and reaches its nodes level with the bends
+  /// next to them
+  SgARC_SQUARE
 };
 
 /// Reasons in SgGraphCallbackStruct.
@@ -135,6 +146,8 @@ bool SgGraphGetArcNodes(Widget graph, SgArc arc, Widget* from, Widget* to);
 bool SgGraphRemoveArcBetweenNodes(Widget graph, Widget from, Widget to);
 /// Lets an arc run over inner points, from its parent on; none: straight. Moving either node drops them.
 void SgGraphSetArcBends(Widget graph, SgArc arc, std::span<const SgPoint> bends);
+/// SgARC_WHOLE until set.
+void SgGraphSetArcStyle(Widget graph, SgArc arc, SgArcStyle style);
 /// The inner points that it was given, as far as no node at its end has moved since.
 std::vector<SgPoint> SgGraphArcBends(Widget graph, SgArc arc);
 /// The points an arc is drawn through, on the plane, from the edge of one node to that of the other.

@@ -292,13 +292,22 @@ void GraphView::finishClick(XEvent* event) {
     }
   } else if (arc != kNone) {
     if (drawing_.arcSelected(arc) && (done.adds || drawing_.selectedArcs().size() == 1)) return;
+    const NodeId otherEnd = beyondStub(arc, viewport_.toPlane(done.pressed));
     if (!done.adds) deselectAll();
     selectArc(arc);
+    if (otherEnd != kNone) changeViewport([&](Viewport& view) { view.reveal(drawing_.box(otherEnd)); });
   } else if (done.doubleClick && done.node == 0 && done.arc == 0) {
     if (widget_->graph.okToAdd) newNode(event);
   } else if (!done.adds) {
     deselectAll();
   }
+}
+
+NodeId GraphView::beyondStub(ArcId arc, SgPoint place) const {
+  if (!drawing_.inStubs(arc, arcDetail(viewport_.frame()))) return kNone;
+  const Stubs stubs = stubsBetween(drawing_.box(drawing_.from(arc)), drawing_.box(drawing_.to(arc)));
+  const bool atParent = distanceToPath(place, stubs.parent) <= distanceToPath(place, stubs.child);
+  return atParent ? drawing_.to(arc) : drawing_.from(arc);
 }
 
 void GraphView::pointerLeft() {

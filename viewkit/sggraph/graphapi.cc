@@ -100,6 +100,13 @@ void SgGraphSetArcBends(Widget graph, SgArc arc, std::span<const SgPoint> bends)
   if (found) found.view->setBends(found.id, bends);
 }
 
+void SgGraphSetArcStyle(Widget graph, SgArc arc, SgArcStyle style) {
+  constexpr picture::ArcStyle kStyles[] = {picture::ArcStyle::Whole, picture::ArcStyle::Stubs,
+                                           picture::ArcStyle::Square};
+  const ArcInView found = find(graph, arc);
+  if (found) found.view->setArcStyle(found.id, kStyles[style]);
+}
+
 std::vector<SgPoint> SgGraphArcBends(Widget graph, SgArc arc) {
   const ArcInView found = find(graph, arc);
   if (!found) return {};

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <array>
+#include <optional>
 #include <utility>
 
 namespace sggraph {
@@ -190,6 +191,11 @@ void GraphView::setBends(ArcId arc, std::span<const SgPoint> bends) {
   changed();
 }
 
+void GraphView::setArcStyle(ArcId arc, ArcStyle style) {
+  drawing_.setArcStyle(arc, style);
+  changed();
+}
+
 NodeId GraphView::nodeAt(SgPoint window) {
   bringUpToDate();
   return drawing_.nodeAt(viewport_.toPlane(window));
@@ -197,18 +203,21 @@ NodeId GraphView::nodeAt(SgPoint window) {
 
 ArcId GraphView::arcAt(SgPoint window) {
   bringUpToDate();
-  return drawing_.arcAt(viewport_.toPlane(window), arcReach());
+  return drawing_.arcAt(viewport_.toPlane(window), arcReach(), arcDetail(viewport_.frame()));
 }
 
 SgPoint GraphView::pickPoint(ArcId arc) {
   bringUpToDate();
-  const std::span<const SgPoint> path = drawing_.path(arc);
-  for (const double fraction : {0.5, 0.4, 0.6, 0.3, 0.7, 0.2, 0.8}) {
-    const SgPoint place = pathPoint(path, fraction);
-    if (drawing_.nodeAt(place) == kNone && drawing_.arcAt(place, arcReach()) == arc)
-      return viewport_.toWindow(place);
-  }
-  return viewport_.toWindow(pathPoint(path, 0.5));
+  const ArcDetail detail = arcDetail(viewport_.frame());
+  std::optional<SgPoint> free;
+  drawing_.visitPieces(arc, detail, [&](std::span<const SgPoint> piece, bool) {
+    for (const double fraction : {0.5, 0.4, 0.6, 0.3, 0.7, 0.2, 0.8, 0.95}) {
+      const SgPoint place = pathPoint(piece, fraction);
+      if (!free && drawing_.nodeAt(place) == kNone && drawing_.arcAt(place, arcReach(), detail) == arc)
+        free = place;
+    }
+  });
+  return viewport_.toWindow(free.value_or(pathPoint(drawing_.path(arc), 0.5)));
 }
 
 // Selection

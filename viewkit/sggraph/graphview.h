@@ -97,6 +97,7 @@ class GraphView {
   ArcId addArc(NodeId from, NodeId to, const std::string& label);
   void removeArc(ArcId arc);
   void setBends(ArcId arc, std::span<const SgPoint> bends);
+  void setArcStyle(ArcId arc, ArcStyle style);
   /// A place in the window where a press picks the arc.
   SgPoint pickPoint(ArcId arc);
   NodeId nodeAt(SgPoint window);
@@ -175,6 +176,8 @@ class GraphView {
   void finishDrag(XEvent* event);
   void finishClick(XEvent* event);
   void wheel(const XButtonEvent& event);
+  /// The node that the stub at a place of the plane points to; kNone for an arc that is drawn as a whole.
+  NodeId beyondStub(ArcId arc, SgPoint place) const;
   void walk(int directionX, int directionY);
   void endGesture();
   /// Ends a drag without effect; what it moved goes back.

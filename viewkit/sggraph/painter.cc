@@ -49,9 +49,17 @@ void Painter::paintOverlay(const picture::Drawing& drawing, const picture::Frame
     batch.add(drawing.path(overlay.hoverArc));
     batch.draw(surface_, inks.hover, 2);
   }
-  if (overlay.hoverNode != picture::kNone)
+  if (overlay.hoverNode != picture::kNone) {
+    // What leads to and from the node is shown whole.
+    picture::ArcBatch batch(frame, 0);
+    const picture::ArcDetail detail = picture::arcDetail(frame);
+    drawing.visitArcsOf(overlay.hoverNode, [&](picture::ArcId arc) {
+      if (drawing.arcShown(arc) && drawing.inStubs(arc, detail)) batch.add(drawing.path(arc));
+    });
+    batch.draw(surface_, inks.hover, 0);
     surface_.outlineBox(boxOf(overlay.hoverNode),
                         drawing.nodeSelected(overlay.hoverNode) ? inks.selection : inks.hover, 2);
+  }
   if (overlay.currentNode != picture::kNone && frame.zoom >= picture::kOutlineZoom) {
     const SgRectangle box = boxOf(overlay.currentNode).grownBy(-std::clamp(3 * frame.zoom, 2.0, 4.0));
     if (box.width > 4 && box.height > 4) {

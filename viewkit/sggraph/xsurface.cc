@@ -11,7 +11,9 @@ namespace {
 
 constexpr double kFarthest = 16000;  // pixels from the window's corner; X has 16 bits for a place
 
-short toShort(double place) { return static_cast<short>(std::lround(std::clamp(place, -kFarthest, kFarthest))); }
+short toShort(double place) {
+  return static_cast<short>(std::lround(std::clamp(place, -kFarthest, kFarthest)));
+}
 unsigned short toExtent(double extent) {
   return static_cast<unsigned short>(std::lround(std::clamp(extent, 1.0, kFarthest)));
 }
