@@ -6,6 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "picture/paper.h"
+
 /// What the program exits with.
 enum class Outcome {
   well = 0,
@@ -20,10 +22,11 @@ struct Arguments {
   std::optional<std::string> script;
   int mode = 2;  ///< of the writer: 1 or 2
   bool dot = false;
-  bool strict = false;             ///< `resave`: not when the save would lose something
-  std::vector<std::string> nodes;  ///< `show`: at least one
-  int copy = 0;                    ///< `recover`: its number; 0: list them
-  bool remove = false;             ///< `recover`: the copy is to go
+  bool strict = false;                    ///< `resave`: not when the save would lose something
+  std::vector<std::string> nodes;         ///< `show`: at least one
+  int copy = 0;                           ///< `recover`: its number; 0: list them
+  const picture::Paper* paper = nullptr;  ///< `render`: null for a page as large as the picture
+  bool remove = false;                    ///< `recover`: the copy is to go
 };
 
 /// Version, header, lists with their record counts and bytes, names.
@@ -40,6 +43,9 @@ Outcome show(const Arguments& arguments);
 
 /// Opens and saves.
 Outcome resave(const Arguments& arguments);
+
+/// Writes the picture of the graph; the ending of the output's name says the format.
+Outcome render(const Arguments& arguments);
 
 /// Opens, runs a script of edits, and saves if every line of it made sense.
 Outcome edit(const Arguments& arguments);

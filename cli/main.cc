@@ -13,12 +13,13 @@
 #include <string_view>
 
 #include "cli/commands.h"
+#include "picture/export.h"
 #include "storage/signals.h"
 
 namespace {
 
 /// What stands on the command line beside the options.
-enum class Operands { file, files, file_and_nodes, file_if_any, copy_if_any };
+enum class Operands { file, files, file_and_nodes, file_and_picture, file_if_any, copy_if_any };
 
 /// A command: what follows its name, the letters of the options that it takes, and its function.
 struct Command {
@@ -31,7 +32,7 @@ struct Command {
 };
 
 // Letters without a short form on the command line: m (--mode), s (--script), d (--dot), r (--remove), t
-// (--strict).
+// (--strict), p (--page).
 constexpr Command kCommands[] = {
     {"info", "FILE", "", "version, header, lists with their record counts and bytes, names", info},
     {"check", "FILE...", "", "one line for everything that is wrong or odd in each file", check,
@@ -39,6 +40,8 @@ constexpr Command kCommands[] = {
     {"graph", "[--dot] FILE", "d", "nodes and arcs in their order, or as a Graphviz graph", graph},
     {"show", "FILE NODE...", "", "the items of the nodes' dialogs and their values", show,
      Operands::file_and_nodes},
+    {"render", "FILE OUT [--page A4|A3|...]", "p",
+     "the graph's picture: OUT ends in .svg, .pdf, .png, .ps, .eps", render, Operands::file_and_picture},
     {"resave", "FILE -o OUT [--mode 1|2] [--strict]", "omt", "open and save", resave},
     {"edit", "FILE -o OUT [--mode 1|2] [--script S]", "oms", "run a script of edits, then save", edit},
     {"options", "[FILE]", "", "the converters' options and what they add to command lines", options,
@@ -86,13 +89,32 @@ Outcome run_on_copy(const Command& command, Arguments& arguments) {
   return command.run(arguments);
 }
 
+/// Checks what the picture is to be, and runs the command.
+Outcome run_on_picture(const Command& command, Arguments& arguments) {
+  if (arguments.files.size() < 2) return misuse("an OUT is missing");
+  if (arguments.files.size() > 2) return misuse("one OUT too many: ", arguments.files[2]);
+  arguments.output = arguments.files[1];
+  arguments.files.resize(1);
+  const auto format = picture::formatOf(arguments.output);
+  if (!format)
+    return misuse(("the name of a picture ends in " + std::string(picture::kFormatNames) + ": ").c_str(),
+                  arguments.output);
+  if (arguments.paper && !hasSheets(*format))
+    return misuse("only PDF and PostScript have pages: ", arguments.output);
+  return command.run(arguments);
+}
+
 /// Reads the arguments after the command's name and runs it.
 Outcome run_command(const Command& command, int count, char** words) {
-  static constexpr option kOptions[] = {
-      {"output", required_argument, nullptr, 'o'}, {"mode", required_argument, nullptr, 'm'},
-      {"script", required_argument, nullptr, 's'}, {"dot", no_argument, nullptr, 'd'},
-      {"remove", no_argument, nullptr, 'r'},       {"strict", no_argument, nullptr, 't'},
-      {"help", no_argument, nullptr, 'h'},         {}};
+  static constexpr option kOptions[] = {{"output", required_argument, nullptr, 'o'},
+                                        {"mode", required_argument, nullptr, 'm'},
+                                        {"script", required_argument, nullptr, 's'},
+                                        {"dot", no_argument, nullptr, 'd'},
+                                        {"remove", no_argument, nullptr, 'r'},
+                                        {"strict", no_argument, nullptr, 't'},
+                                        {"page", required_argument, nullptr, 'p'},
+                                        {"help", no_argument, nullptr, 'h'},
+                                        {}};
   Arguments arguments;
   opterr = 0;
   for (int letter = 0; (letter = getopt_long(count, words, ":o:h", kOptions, nullptr)) != -1;) {
@@ -109,6 +131,8 @@ Outcome run_command(const Command& command, int count, char** words) {
     if (letter == 'd') arguments.dot = true;
     if (letter == 'r') arguments.remove = true;
     if (letter == 't') arguments.strict = true;
+    if (letter == 'p' && !(arguments.paper = picture::paperOf(optarg)))
+      return misuse("no such page: ", optarg);
     if (letter == 'm') {
       const std::string_view mode = optarg;
       if (mode != "1" && mode != "2") return misuse("the mode is 1 or 2, not ", mode);
@@ -117,6 +141,8 @@ Outcome run_command(const Command& command, int count, char** words) {
   }
   arguments.files.assign(words + optind, words + count);
   if (command.operands == Operands::copy_if_any) return run_on_copy(command, arguments);
+  if (command.operands == Operands::file_and_picture && !arguments.files.empty())
+    return run_on_picture(command, arguments);
   const bool needs_output = command.options.find('o') != std::string_view::npos;
   if (arguments.files.empty() && command.operands != Operands::file_if_any)
     return misuse("a FILE is missing");

@@ -131,6 +131,21 @@ void FileCommands::saveAs() {
   write();
 }
 
+void FileCommands::exportPicture() {
+  const auto choice = prompts_.choosePicture("Export Picture");
+  if (!choice) return;
+  Reasons reasons;
+  if (const auto format = picture::formatOf(choice->path); !format) {
+    reasons.add(choice->path + ": the name of a picture ends in " + std::string(picture::kFormatNames));
+  } else if (!can_be_read(choice->path) || prompts_.confirm("Overwrite OK?")) {
+    const Busy busy(prompts_, "Exporting...");
+    const std::string problem = display_.writePicture(*choice, *format);
+    if (!problem.empty()) reasons.add(problem);
+  }
+  prompts_.tell(reasons.line());
+  if (!reasons.line().empty()) prompts_.warn("Can't export the picture!");
+}
+
 void FileCommands::write() {
   Reasons reasons;
   const bool known = !seen_.changed();

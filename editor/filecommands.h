@@ -8,6 +8,7 @@
 #include "editor/prompts.h"
 #include "editor/reasons.h"
 #include "editor/unsavedwork.h"
+#include "picture/export.h"
 #include "storage/fileidentity.h"
 
 /// Where the scene and its file are shown.
@@ -21,6 +22,8 @@ class SceneDisplay {
   virtual void showNoScene() = 0;
   /// Shows the file's name, and how it stands with the file.
   virtual void showFile() = 0;
+  /// Writes a picture of the scene's graph. @returns what went wrong, a line; empty when nothing did.
+  virtual std::string writePicture(const PictureChoice& choice, picture::FileFormat format) = 0;
 };
 
 /// Knows the current scene's file. Open changes scene, picture and file name together, and only when the file
@@ -44,6 +47,8 @@ class FileCommands {
   void save();
   /// The chosen name becomes the current file name, even when the file can't be written.
   void saveAs();
+  /// Writes the picture of the graph; the current file name stays.
+  void exportPicture();
   /// Opens a recovery copy, as an unsaved change of its file.
   void recover();
   /// Whether the program may end; asks if the user wants to be asked.

@@ -83,6 +83,7 @@ void GraphWindow::addMenus() {
       {kAction, "Open", openCallback},
       {kAction, "Save", saveCallback},
       {kAction, "Save As...", saveAsCallback},
+      {kAction, "Export Picture...", exportPictureCallback},
       {kAction, kRecoverLabel, recoverCallback},
       kSeparator,
       {kAction, "Quit", quitCallback},
@@ -317,6 +318,10 @@ void GraphWindow::showScene() {
     else
       kavo_tool->deactivate();
   }
+}
+
+std::string GraphWindow::writePicture(const PictureChoice& choice, picture::FileFormat format) {
+  return graph_->exportPicture(choice.path, format, choice.view_only);
 }
 
 void GraphWindow::showTitle() {

@@ -96,6 +96,7 @@ class GraphWindow : public VkWindow, private SceneDisplay, private TextureDispla
   void open() { files_.open(); }
   void save() { files_.save(); }
   void saveAs() { files_.saveAs(); }
+  void exportPicture() { files_.exportPicture(); }
   void recover() { files_.recover(); }
   void quit();
 
@@ -153,6 +154,7 @@ class GraphWindow : public VkWindow, private SceneDisplay, private TextureDispla
   static constexpr auto openCallback = forward<&GraphWindow::open>;
   static constexpr auto saveCallback = forward<&GraphWindow::save>;
   static constexpr auto saveAsCallback = forward<&GraphWindow::saveAs>;
+  static constexpr auto exportPictureCallback = forward<&GraphWindow::exportPicture>;
   static constexpr auto recoverCallback = forward<&GraphWindow::recover>;
   static constexpr auto quitCallback = forward<&GraphWindow::quit>;
   static constexpr auto editCallback = forward<&GraphWindow::edit>;
@@ -183,6 +185,7 @@ class GraphWindow : public VkWindow, private SceneDisplay, private TextureDispla
   void showScene() override;
   void showNoScene() override;
   void showFile() override { tendUnsavedWork(); }
+  std::string writePicture(const PictureChoice& choice, picture::FileFormat format) override;
   void handleWmDeleteMessage() override { quit(); }
   void handleFocus() override;
 

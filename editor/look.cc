@@ -38,6 +38,7 @@ constexpr const char* kLines[] = {
     "*SaveAs.mnemonic: A",
     "*SaveAs.accelerator: Shift Ctrl<Key>s",
     "*SaveAs.acceleratorText: Shift+Ctrl+S",
+    "*ExportPicture.mnemonic: x",
     "*Recover.mnemonic: R",
     "*Quit.mnemonic: Q",
     "*Quit.accelerator: Ctrl<Key>q",

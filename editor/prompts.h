@@ -14,6 +14,12 @@ struct FileStart {
   const char* pattern = "*.quil";  ///< the files that are shown
 };
 
+/// Where a picture of the graph is to go.
+struct PictureChoice {
+  std::string path;
+  bool view_only = false;  ///< what the window shows, instead of the whole graph
+};
+
 /// The converters that have options to set.
 enum class Converter { quil2gfx, quil2zex };
 
@@ -33,6 +39,8 @@ class Prompts {
   virtual std::optional<std::size_t> chooseRow(const char* title, const std::vector<std::string>& rows) = 0;
   /// @returns an absolute path, of a file that need not exist; nothing when the user cancels.
   virtual std::optional<std::string> chooseFile(const char* title, const FileStart& start = {}) = 0;
+  /// The same for a picture.
+  virtual std::optional<PictureChoice> choosePicture(const char* title) = 0;
   /// Lets the user set the options in `ngops`. @returns whether the converter is to run with them.
   virtual bool setOptions(Converter converter, const char* title) = 0;
 

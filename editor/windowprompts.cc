@@ -2,6 +2,8 @@
 /// Posting the dialogs and waiting for their answers.
 #include "editor/windowprompts.h"
 
+#include <utility>
+
 #include "dialogs/optionsdialog.h"
 #include "editor/graphwindow.h"
 #include "viewkit/vkapp.h"
@@ -29,6 +31,15 @@ std::optional<std::string> WindowPrompts::chooseFile(const char* title, const Fi
   chooser->setFilterPattern(start.pattern);
   if (chooser->postAndWait(title) != VkDialogReason::OK) return std::nullopt;
   return chooser->fileName();
+}
+
+std::optional<PictureChoice> WindowPrompts::choosePicture(const char* title) {
+  constexpr const char* kPictures =
+      "*.[spe][vdnps]*";  // those whose names end as pictures' do, and few others
+  getTheFileSelectionDialog()->setOption("Only what the window shows");
+  auto path = chooseFile(title, {.pattern = kPictures});
+  if (!path) return std::nullopt;
+  return PictureChoice{std::move(*path), getTheFileSelectionDialog()->optionChosen()};
 }
 
 bool WindowPrompts::setOptions(Converter converter, const char* title) {

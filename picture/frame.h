@@ -2,6 +2,8 @@
 /// A part of the plane on a window or a sheet of paper.
 #pragma once
 
+#include <algorithm>
+
 #include "picture/geometry.h"
 
 namespace picture {
@@ -21,6 +23,13 @@ struct Frame {
   SgPoint toPlane(SgPoint window) const { return {window.x / zoom + corner.x, window.y / zoom + corner.y}; }
   /// The part of the plane that is shown.
   SgRectangle visible() const { return {corner.x, corner.y, width / zoom, height / zoom}; }
+  /// The part of a box, in window coordinates, that is not far from the window.
+  SgRectangle near(const SgRectangle& box) const {
+    constexpr double kFar = 100;
+    const double left = std::max(box.x, -kFar), top = std::max(box.y, -kFar);
+    return {left, top, std::max(std::min(box.right(), width + kFar) - left, 1.0),
+            std::max(std::min(box.bottom(), height + kFar) - top, 1.0)};
+  }
   SgRectangle window() const { return {0, 0, width, height}; }
 };
 

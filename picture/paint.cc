@@ -3,9 +3,14 @@
 #include "picture/paint.h"
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
+#include <limits>
 #include <map>
+#include <string_view>
 #include <utility>
+
+#include "picture/utf8.h"
 
 namespace picture {
 
@@ -24,35 +29,36 @@ constexpr double kHandleAway = 16;   // window units from the node to the handle
 /// Paints one frame of one content.
 class Painting {
  public:
-  Painting(Surface& surface, const Content& content, const Frame& frame, const Marks& marks)
+  Painting(Surface& surface, const Content& content, const Frame& frame, const Manner& manner)
       : surface_(surface),
         drawing_(content.drawing),
         looks_(content.looks),
         arcLabels_(content.arcLabels),
         inks_(content.inks),
         frame_(frame),
-        marks_(marks) {}
+        manner_(manner) {}
 
   void paint() {
     surface_.begin(frame_, inks_.background);
     drawArcs();
     drawNodes();
-    if (marks_.handles) drawHandles();
+    if (manner_.handles) drawHandles();
   }
 
  private:
   bool showsText() const { return frame_.zoom >= kTextZoom; }
-  bool selected(NodeId node) const { return marks_.selection && drawing_.nodeSelected(node); }
+  bool selected(NodeId node) const { return manner_.selection && drawing_.nodeSelected(node); }
 
   void drawArcs() {
     const double headLength = frame_.zoom < kOutlineZoom ? 0 : std::clamp(9 * frame_.zoom, 4.0, 14.0);
     ArcBatch plain(frame_, headLength), selected(frame_, headLength);
-    const ArcDetail detail = arcDetail(frame_);
+    ArcDetail detail = arcDetail(frame_);
+    if (!manner_.partialArcs) detail.longest = std::numeric_limits<double>::infinity();
     std::vector<std::pair<SgPoint, const std::string*>> labels;
     drawing_.visitArcs(frame_.visible().grownBy(20), [&](ArcId arc) {
       const bool square = drawing_.arcStyle(arc) == ArcStyle::Square && !drawing_.bends(arc).empty();
       const double shortest = square && frame_.zoom < kDetailZoom ? kShortestLine : 0;
-      ArcBatch& batch = marks_.selection && drawing_.arcSelected(arc) ? selected : plain;
+      ArcBatch& batch = manner_.selection && drawing_.arcSelected(arc) ? selected : plain;
       drawing_.visitPieces(arc, detail, [&](std::span<const SgPoint> piece, bool reachesChild) {
         batch.add(piece, reachesChild && !square, shortest);
       });
@@ -66,7 +72,7 @@ class Painting {
       const double width = surface_.textWidth(*label) + 4, height = surface_.textHeight();
       const SgRectangle box{middle.x - width / 2, middle.y - height / 2, width, height};
       surface_.fillBoxes({&box, 1}, inks_.background);
-      surface_.drawText(middle, *label, inks_.text, width);
+      surface_.drawText(middle, *label, inks_.text);
     }
   }
 
@@ -107,7 +113,21 @@ class Painting {
                             look.pictureWidth * frame_.zoom, look.pictureHeight * frame_.zoom},
                            textOn(look.tint), look.tint);
     else if (showsText())
-      surface_.drawText(box.middle(), look.label, textOn(look.tint), box.width - 4);
+      drawLabel(box, look.label, textOn(look.tint));
+  }
+
+  /// Draws a text in a box, with an ellipsis for what it has no room for.
+  void drawLabel(const SgRectangle& box, std::string_view text, Color color) {
+    const double room = box.width - 4;
+    if (surface_.textWidth(text) <= room) {
+      surface_.drawText(box.middle(), text, color);
+      return;
+    }
+    const auto shortened = [&](std::size_t size) { return std::string(beginning(text, size)) + "\u2026"; };
+    std::size_t fits = 0;
+    for (std::size_t step = std::bit_floor(text.size()); step > 0; step /= 2)
+      if (fits + step < text.size() && surface_.textWidth(shortened(fits + step)) <= room) fits += step;
+    if (fits > 0) surface_.drawText(box.middle(), shortened(fits), color);
   }
 
   void drawHandles() {
@@ -138,7 +158,7 @@ class Painting {
   const std::unordered_map<ArcId, std::string>& arcLabels_;
   const Inks& inks_;
   const Frame& frame_;
-  const Marks& marks_;
+  const Manner& manner_;
 };
 
 }  // namespace
@@ -193,8 +213,8 @@ HandlePlaces handlePlaces(std::span<const SgPoint> path, const Frame& frame) {
           frame.toWindow(along(path[path.size() - 1], path[path.size() - 2], away))};
 }
 
-void paint(Surface& surface, const Content& content, const Frame& frame, const Marks& marks) {
-  Painting(surface, content, frame, marks).paint();
+void paint(Surface& surface, const Content& content, const Frame& frame, const Manner& manner) {
+  Painting(surface, content, frame, manner).paint();
 }
 
 }  // namespace picture

@@ -33,15 +33,16 @@ struct Inks {
 /// A graph with all that is needed to paint it.
 struct Content {
   const Drawing& drawing;
-  const std::vector<NodeLook>& looks;  ///< by NodeId
-  const std::unordered_map<ArcId, std::string>& arcLabels;
+  const std::vector<NodeLook>& looks;                       ///< by NodeId
+  const std::unordered_map<ArcId, std::string>& arcLabels;  ///< texts at the middles of arcs
   Inks inks;
 };
 
-/// The marks of who works on the graph; a printed picture has none.
-struct Marks {
-  bool selection = false;  ///< what is selected
-  bool handles = false;    ///< the handles at the ends of selected arcs
+/// What is painted beside nodes and arcs for who works on the graph; a printed picture has none of it.
+struct Manner {
+  bool selection = false;    ///< what is selected is marked
+  bool handles = false;      ///< the handles at the ends of selected arcs
+  bool partialArcs = false;  ///< of arcs that are longer than the frame, only the ends
 };
 
 /// Below it boxes have no outline and arcs no heads.
@@ -51,7 +52,7 @@ inline constexpr double kOutlineZoom = 0.25;
 ArcDetail arcDetail(const Frame& frame);
 
 /// Paints what lies in the frame.
-void paint(Surface& surface, const Content& content, const Frame& frame, const Marks& marks);
+void paint(Surface& surface, const Content& content, const Frame& frame, const Manner& manner);
 
 /// Arcs as lines and arrow heads in window coordinates.
 class ArcBatch {

@@ -54,8 +54,8 @@ class Surface {
   /// Of a text at the frame's zoom.
   virtual double textWidth(std::string_view text) = 0;
   virtual double textHeight() = 0;
-  /// Draws the text around a point; what is wider than `room` is cut at its end.
-  virtual void drawText(SgPoint middle, std::string_view text, Color color, double room) = 0;
+  /// Draws the text around a point.
+  virtual void drawText(SgPoint middle, std::string_view text, Color color) = 0;
   /// Draws a node's picture at the upper left of `box` and as large; one of two colours takes those given.
   virtual void drawPicture(NodeId node, const SgRectangle& box, Color foreground, Color background) = 0;
 };

@@ -3,6 +3,7 @@
 #include "viewkit/vkfileselectiondialog.h"
 
 #include <Xm/FileSB.h>
+#include <Xm/RowColumn.h>
 #include <Xm/Text.h>
 #include <Xm/TextF.h>
 #include <Xm/ToggleB.h>
@@ -22,18 +23,28 @@ Widget VkFileSelectionDialog::createDialog(Widget parent) {
   XtAddCallback(dialog, XmNokCallback, &okCallback, this);
   XtAddCallback(dialog, XmNcancelCallback, &cancelCallback, this);
   XtUnmanageChild(XtNameToWidget(dialog, "Help"));
-  showAllToggle_ = XtVaCreateManagedWidget("showAll", xmToggleButtonWidgetClass, dialog, nullptr);
+  const Widget choices =
+      XtVaCreateManagedWidget("choices", xmRowColumnWidgetClass, dialog, XmNorientation, XmHORIZONTAL,
+                              XmNmarginWidth, 0, XmNmarginHeight, 0, nullptr);
+  showAllToggle_ = XtVaCreateManagedWidget("showAll", xmToggleButtonWidgetClass, choices, nullptr);
+  optionToggle_ = XtVaCreateWidget("option", xmToggleButtonWidgetClass, choices, nullptr);
   XtAddCallback(showAllToggle_, XmNvalueChangedCallback, &showAllCallback, this);
   return dialog;
 }
 
 void VkFileSelectionDialog::widgetDestroyed() {
-  showAllToggle_ = nullptr;
+  showAllToggle_ = optionToggle_ = nullptr;
   VkDialogManager::widgetDestroyed();
 }
 
 void VkFileSelectionDialog::prepare(const char* message) {
   if (message) setTitle(message);
+  XtVaSetValues(optionToggle_, XmNlabelString, viewkit::xmString(option_).get(), XmNset, XmUNSET, nullptr);
+  if (option_.empty())
+    XtUnmanageChild(optionToggle_);
+  else
+    XtManageChild(optionToggle_);
+  option_.clear();
   std::error_code error;
   if (directory_.empty() || !fs::is_directory(directory_, error)) directory_ = fs::current_path(error);
   search(directory_);
@@ -56,6 +67,10 @@ void VkFileSelectionDialog::search(const std::string& directory) {
   XtVaSetValues(baseWidget(), XmNdirectory, viewkit::xmString(directory).get(), XmNpattern,
                 viewkit::xmString(all ? "*" : pattern_).get(), nullptr);
   XmFileSelectionDoSearch(baseWidget(), nullptr);
+}
+
+bool VkFileSelectionDialog::optionChosen() const {
+  return optionToggle_ && XmToggleButtonGetState(optionToggle_);
 }
 
 void VkFileSelectionDialog::setFilterPattern(const char* pattern) {

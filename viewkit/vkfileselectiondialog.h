@@ -22,6 +22,11 @@ class VkFileSelectionDialog final : public VkDialogManager {
   void setDirectory(const std::string& directory) { directory_ = directory; }
   void setSelection(const std::string& path);
 
+  /// Offers a choice beside the file at the next showing, unset at first.
+  void setOption(const char* label) { option_ = label; }
+  /// Whether the user set the choice that the last showing offered.
+  bool optionChosen() const;
+
   /// Which names are shown: a shell pattern without directory, at first "*".
   void setFilterPattern(const char* pattern);
 
@@ -41,7 +46,8 @@ class VkFileSelectionDialog final : public VkDialogManager {
   std::string directory_;
   std::string selection_;  // filled in at the next showing
   std::string pattern_ = "*";
-  Widget showAllToggle_ = nullptr;
+  std::string option_;  // offered at the next showing; empty: none
+  Widget showAllToggle_ = nullptr, optionToggle_ = nullptr;
 };
 
 /// The application's one file selection dialog, made at first use and owned by theApplication.

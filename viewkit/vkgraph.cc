@@ -9,9 +9,9 @@
 #include <unordered_set>
 
 #include "graphlayout/layout.h"
+#include "picture/export.h"
 #include "viewkit/forward.h"
 #include "viewkit/graphstrip.h"
-#include "viewkit/postscript.h"
 
 /// The displayed nodes and the arcs between them, in the terms of the layout.
 struct VkGraph::Picture {
@@ -443,32 +443,14 @@ void VkGraph::showOneOf(const std::vector<VkNode*>& nodes) {
   if (std::ranges::none_of(nodes, in_sight)) SgGraphRevealNode(graph_, nodes.front()->baseWidget());
 }
 
-// Printing
+// Out of the window
 
 bool VkGraph::saveToFile(const char* path) const {
-  if (!graph_) return false;
-  viewkit::PostScriptPage page;
-  const Picture shown = picture();
-  for (const SgArc arc : shown.arcIds) page.addArc(SgGraphArcPath(graph_, arc));
-  std::vector<XColor> colors;
-  std::unordered_map<Pixel, std::size_t> colorOf;
-  std::vector<std::size_t> tints;
-  for (const VkNode* node : shown.nodes) {
-    Pixel tint = 0;
-    XtVaGetValues(node->baseWidget(), SgNtint, &tint, nullptr);
-    const auto [known, isNew] = colorOf.try_emplace(tint, colors.size());
-    if (isNew) colors.push_back(XColor{.pixel = tint, .red = 0, .green = 0, .blue = 0, .flags = 0, .pad = 0});
-    tints.push_back(known->second);
-  }
-  if (!colors.empty())
-    XQueryColors(XtDisplay(graph_), DefaultColormapOfScreen(XtScreen(graph_)), colors.data(),
-                 static_cast<int>(colors.size()));
-  for (std::size_t i = 0; i < shown.nodes.size(); ++i) {
-    const XColor& color = colors[tints[i]];
-    page.addNode(SgGraphNodeBounds(shown.nodes[i]->baseWidget()), shown.nodes[i]->label(),
-                 {color.red / 65535.0, color.green / 65535.0, color.blue / 65535.0});
-  }
-  return page.write(path, name());
+  return graph_ && SgGraphExport(graph_, path, picture::FileFormat::ps, false, name()).empty();
+}
+
+std::string VkGraph::exportPicture(const std::string& path, picture::FileFormat format, bool viewOnly) const {
+  return SgGraphExport(graph_, path, format, viewOnly, name());
 }
 
 void VkGraph::widgetDestroyed() { strip_.reset(); }

@@ -102,6 +102,9 @@ class VkGraph : public VkComponent {
   /// Writes the whole graph as one PostScript page.
   /// @returns whether all of it was written.
   bool saveToFile(const char* path) const;
+  /// Writes the whole graph, or what the window shows of it.
+  /// @returns what went wrong, a line without its end; empty when nothing did.
+  std::string exportPicture(const std::string& path, picture::FileFormat format, bool viewOnly) const;
 
  protected:
   void widgetDestroyed() override;

@@ -61,6 +61,10 @@ class Files : public testing::Test, private SceneDisplay {
  private:
   void showScene() override { prompts_.note("show scene"); }
   void showNoScene() override { prompts_.note("show nothing"); }
+  std::string writePicture(const PictureChoice& choice, picture::FileFormat) override {
+    prompts_.note(choice.view_only ? "write view" : "write picture", choice.path);
+    return picture_problem_;
+  }
   void showFile() override {
     const std::string shown = files_->fileName() + (files_->changedOnDisk() ? " changed" : "");
     if (shown != shown_) prompts_.note("name", shown);
@@ -70,10 +74,34 @@ class Files : public testing::Test, private SceneDisplay {
   std::string shown_;
 
  protected:
+  std::string picture_problem_;
   History history_;
   std::optional<UnsavedWork> unsaved_;
   std::optional<FileCommands> files_;
 };
+
+TEST_F(Files, PicturesAreWrittenWhileBusyAndNeverTheScenesFile) {
+  asked(&FileCommands::open, good_);
+  const std::string picture = directory_ / "good.PDF";
+  EXPECT_EQ(asked(&FileCommands::exportPicture, picture),
+            (Lines{"choose: Export Picture", "busy: Exporting...", "write picture: " + picture, "ready"}));
+  prompts_.view_only = true;
+  write_file(picture, "a picture");
+  EXPECT_EQ(asked(&FileCommands::exportPicture, picture),
+            (Lines{"choose: Export Picture", "confirm: Overwrite OK?", "busy: Exporting...",
+                   "write view: " + picture, "ready"}));
+  EXPECT_EQ(files_->fileName(), good_);
+
+  const std::string why = ": the name of a picture ends in .svg, .pdf, .png, .ps or .eps";
+  for (const std::string& other : {good_, std::string(directory_ / "pdf"), std::string(directory_ / "a.gif")})
+    EXPECT_EQ(asked(&FileCommands::exportPicture, other),
+              (Lines{"choose: Export Picture", "tell: " + other + why, "warn: Can't export the picture!"}));
+
+  picture_problem_ = "no room";
+  EXPECT_EQ(asked(&FileCommands::exportPicture, picture).back(), "warn: Can't export the picture!");
+  prompts_.answer = false;
+  EXPECT_EQ(asked(&FileCommands::exportPicture, picture), (Lines{"choose: Export Picture"}));
+}
 
 TEST_F(Files, AreReadAndShownWhileBusy) {
   EXPECT_EQ(asked(&FileCommands::open, good_),

@@ -29,6 +29,10 @@ class RecordingPrompts final : public Prompts {
     start = asked;
     return answer ? std::optional(file) : std::nullopt;
   }
+  std::optional<PictureChoice> choosePicture(const char* title) override {
+    note("choose", title);
+    return answer ? std::optional(PictureChoice{file, view_only}) : std::nullopt;
+  }
   bool setOptions(Converter converter, const char* title) override {
     note(converter == Converter::quil2gfx ? "set gfx options" : "set zex options", title);
     return answer;
@@ -44,6 +48,7 @@ class RecordingPrompts final : public Prompts {
   Lines lines;
   bool answer = true;             ///< OK, or else Cancel
   std::string file;               ///< what is chosen
+  bool view_only = false;         ///< what is chosen for a picture
   FileStart start;                ///< of the last choice
   std::vector<std::string> rows;  ///< of the last choice among rows
   std::size_t row = 0;            ///< what is chosen of them

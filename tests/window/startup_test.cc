@@ -39,8 +39,8 @@ TEST_F(StartUp, MenusHoldTheirItemsInOrder) {
     if (w.viewable && w.class_name == "XmCascadeButtonGadget") panes.push_back(w.label);
   }
   EXPECT_THAT(panes, ElementsAre("File", "Edit", "View", "KAVO tool", "QUIL2 tool"));
-  EXPECT_THAT(items("FilePane"),
-              ElementsAre("New", "Open", "Save", "Save As...", "Recover...", "---", "Quit"));
+  EXPECT_THAT(items("FilePane"), ElementsAre("New", "Open", "Save", "Save As...", "Export Picture...",
+                                             "Recover...", "---", "Quit"));
   EXPECT_THAT(items("EditPane"), ElementsAre("Edit Mode", "Delete Link", "---", "Undo", "Redo"));
   EXPECT_THAT(items("ViewPane"), ElementsAre("Default", "Display Texture Image"));
   EXPECT_THAT(

@@ -9,6 +9,7 @@
 #include <iterator>
 #include <type_traits>
 
+#include "picture/colors.h"
 #include "viewkit/sggraph/GraphP.h"
 #include "viewkit/sggraph/graphview.h"
 
@@ -28,13 +29,13 @@ struct DefaultColor {
   const char* plain;
 };
 constexpr DefaultColor kDefaultColors[] = {
-    {XtOffsetOf(SgGraphRec, graph.arcColor), "#7b8694", "#6a6a6a"},
-    {XtOffsetOf(SgGraphRec, graph.farArcColor), "#b5c2ce", "#bfbfbf"},
-    {XtOffsetOf(SgGraphRec, graph.nodeColor), "#eff3f7", "#eaeaea"},
-    {XtOffsetOf(SgGraphRec, graph.nodeBorderColor), "#7b8694", "#6a6a6a"},
-    {XtOffsetOf(SgGraphRec, graph.selectionColor), "#0865de", "#0055ff"},
+    {XtOffsetOf(SgGraphRec, graph.arcColor), picture::kArcColor, "#6a6a6a"},
+    {XtOffsetOf(SgGraphRec, graph.farArcColor), picture::kFarArcColor, "#bfbfbf"},
+    {XtOffsetOf(SgGraphRec, graph.nodeColor), picture::kNodeColor, "#eaeaea"},
+    {XtOffsetOf(SgGraphRec, graph.nodeBorderColor), picture::kNodeBorderColor, "#6a6a6a"},
+    {XtOffsetOf(SgGraphRec, graph.selectionColor), picture::kSelectionColor, "#0055ff"},
     {XtOffsetOf(SgGraphRec, graph.hoverColor), "#63a6ef", "#55aaff"},
-    {XtOffsetOf(SgGraphRec, graph.handleColor), "#ffffff", "#ffffff"},
+    {XtOffsetOf(SgGraphRec, graph.handleColor), picture::kHandleColor, "#ffffff"},
     {XtOffsetOf(SgGraphRec, graph.targetColor), "#29a642", "#00aa00"},
 };
 

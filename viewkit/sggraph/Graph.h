@@ -20,10 +20,15 @@
 
 #include <cstdint>
 #include <span>
+#include <string>
 #include <vector>
 
 #include "picture/geometry.h"
 #include "picture/viewport.h"  // SgMinZoom, SgMaxZoom
+
+namespace picture {
+enum class FileFormat : int;
+}
 
 /// Resources of the graph besides those of XmManager, with type and default. Colours default to what suits
 /// the screen's depth.
@@ -201,6 +206,11 @@ bool SgGraphArcPoint(Widget graph, SgArc arc, SgPoint* middle, SgPoint* parentHa
                      SgPoint* childHandle = nullptr);
 /// The node that a press there would pick; null for none.
 Widget SgGraphNodeAt(Widget graph, SgPoint window);
+/// Writes the picture to a file, in full or not at all: of the whole graph at 100 %, or what the window
+/// shows.
+/// @returns what went wrong, a line without its end; empty when nothing did.
+std::string SgGraphExport(Widget graph, const std::string& path, picture::FileFormat format, bool viewOnly,
+                          const std::string& title);
 /// Paints what is due at once instead of when the program is idle.
 void SgGraphUpdate(Widget graph);
 /// @}

@@ -247,6 +247,12 @@ Widget SgGraphNodeAt(Widget graph, SgPoint window) {
   return view ? view->widgetOf(view->nodeAt(window)) : nullptr;
 }
 
+std::string SgGraphExport(Widget graph, const std::string& path, picture::FileFormat format, bool viewOnly,
+                          const std::string& title) {
+  GraphView* view = sggraph::viewOf(graph);
+  return view ? view->exportTo(path, format, viewOnly, title) : path + ": there is no picture";
+}
+
 void SgGraphUpdate(Widget graph) {
   if (GraphView* view = sggraph::viewOf(graph)) view->update();
 }

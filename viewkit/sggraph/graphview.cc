@@ -332,6 +332,21 @@ Content GraphView::content() {
            .handle = pixels_.colorOf(graph.handleColor)}};
 }
 
+std::string GraphView::exportTo(const std::string& path, FileFormat format, bool viewOnly,
+                                const std::string& title) {
+  bringUpToDate();
+  const Visual& visual = *DefaultVisualOfScreen(XtScreen(widget()));
+  const Content shown = content();
+  return exportPicture(
+      path, format,
+      {.content = shown,
+       .part = viewOnly ? viewport_.frame() : wholeFrame(drawing_),
+       .partialArcs = viewOnly,
+       .font = measuring_->font(),
+       .images = [&](NodeId node) { return imageOf(display(), pictures_[node], visual, pixels_); },
+       .title = title});
+}
+
 OverlayInks GraphView::overlayInks() {
   const SgGraphPart& graph = widget_->graph;
   return {.border = pixels_.colorOf(graph.nodeBorderColor),

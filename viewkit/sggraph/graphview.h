@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "picture/drawing.h"
+#include "picture/export.h"
 #include "picture/viewport.h"
 #include "viewkit/sggraph/GraphP.h"
 #include "viewkit/sggraph/painter.h"
@@ -111,6 +112,9 @@ class GraphView {
   /// Makes a node the one that the keyboard works on.
   void makeCurrent(NodeId node);
   /// @}
+
+  /// Writes the picture to a file. @returns what went wrong; empty for nothing.
+  std::string exportTo(const std::string& path, FileFormat format, bool viewOnly, const std::string& title);
 
   /// Paints what is due. Callbacks are called at the end: the view may be gone afterwards.
   void update();

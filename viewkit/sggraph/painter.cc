@@ -33,7 +33,7 @@ void Painter::fit(const picture::Frame& frame) {
 void Painter::paint(const picture::Content& content, const picture::Frame& frame, bool handles) {
   fit(frame);
   surface_.setTarget(picture_.get());
-  picture::paint(surface_, content, frame, {.selection = true, .handles = handles});
+  picture::paint(surface_, content, frame, {.selection = true, .handles = handles, .partialArcs = true});
 }
 
 void Painter::paintOverlay(const picture::Drawing& drawing, const picture::Frame& frame,

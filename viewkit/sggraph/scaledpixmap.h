@@ -4,6 +4,8 @@
 
 #include <X11/Xlib.h>
 
+#include "picture/cairosurface.h"
+#include "viewkit/sggraph/pixels.h"
 #include "viewkit/xraii.h"
 
 namespace sggraph {
@@ -33,5 +35,8 @@ struct ScaledPart {
 /// The part of the scaled source, which is not smoothed. Empty when the source can't be read.
 /// @param part  at least a pixel each way, within the scaled source.
 viewkit::PixmapId scaledPixmap(Display* display, const PixmapSource& source, const ScaledPart& part);
+
+/// All of the source, for other surfaces than X's. Empty when it can't be read.
+picture::Image imageOf(Display* display, const PixmapSource& source, const Visual& visual, Pixels& pixels);
 
 }  // namespace sggraph

@@ -53,13 +53,6 @@ int length(std::string_view text) { return static_cast<int>(std::min<std::size_t
 
 const FcChar8* utf8(std::string_view text) { return reinterpret_cast<const FcChar8*>(text.data()); }
 
-/// The longest beginning of at most `size` bytes that cuts no UTF-8 character in two.
-std::string_view beginning(std::string_view text, std::size_t size) {
-  size = std::min(size, text.size());
-  while (size > 0 && size < text.size() && (static_cast<unsigned char>(text[size]) & 0xc0) == 0x80) --size;
-  return text.substr(0, size);
-}
-
 }  // namespace
 
 TextFont::TextFont(Screen* screen, XmRenderTable table) : display_(DisplayOfScreen(screen)) {
@@ -88,6 +81,18 @@ TextFont::TextFont(Screen* screen, XmRenderTable table) : display_(DisplayOfScre
 }
 
 TextFont::~TextFont() = default;
+
+picture::Font TextFont::font() const {
+  constexpr double kSizeOfHeight = 0.7;
+  char* family = nullptr;
+  double size = 0;
+  if (xft_ && XftPatternGetString(xft_->pattern, XFT_FAMILY, 0, &family) == XftResultMatch &&
+      XftPatternGetDouble(xft_->pattern, XFT_PIXEL_SIZE, 0, &size) == XftResultMatch)
+    return {family, size};
+  picture::Font like;
+  like.size = kSizeOfHeight * height();
+  return like;
+}
 
 double TextFont::width(std::string_view text) const { return measure(text, false); }
 
@@ -161,15 +166,9 @@ void TextFont::setTarget(Drawable target, Visual* visual, Colormap colormap) {
   target_.reset(xft_ && target ? XftDrawCreate(display_, target, visual, colormap) : nullptr);
 }
 
-void TextFont::draw(GC gc, int middleX, int middleY, std::string_view text, Pixel pixel, double room) {
-  int wide = measure(text, true);
-  if (wide > room && wide > 0) {
-    text = beginning(text,
-                     static_cast<std::size_t>(static_cast<double>(text.size()) * std::max(room, 0.0) / wide));
-    wide = measure(text, true);
-  }
+void TextFont::draw(GC gc, int middleX, int middleY, std::string_view text, Pixel pixel) {
   if (text.empty() || !drawable_) return;
-  const int left = middleX - wide / 2;
+  const int left = middleX - measure(text, true) / 2;
   const auto baseline = [&](int ascent, int descent) { return middleY + (ascent - descent) / 2; };
   if (xft_) {
     XftFont* font = zoomedXft_ ? zoomedXft_.get() : xft_;

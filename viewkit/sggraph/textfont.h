@@ -10,6 +10,7 @@
 #include <memory>
 #include <string_view>
 
+#include "picture/cairosurface.h"
 #include "viewkit/xraii.h"
 
 namespace sggraph {
@@ -25,6 +26,8 @@ class TextFont {
   TextFont& operator=(const TextFont&) = delete;
   ~TextFont();
 
+  /// The smoothed font, or one about as large as that of the X server, for other surfaces than X's.
+  picture::Font font() const;
   /// Of the text at 100 %, in pixels.
   double width(std::string_view text) const;
   double height() const;
@@ -35,8 +38,8 @@ class TextFont {
   void setZoom(double zoom);
   /// Where to draw; the font lets go of the target before it changes or goes.
   void setTarget(Drawable target, Visual* visual, Colormap colormap);
-  /// Draws the text around a point in the target; what is wider than `room` pixels is cut at its end.
-  void draw(GC gc, int middleX, int middleY, std::string_view text, Pixel pixel, double room);
+  /// Draws the text around a point in the target.
+  void draw(GC gc, int middleX, int middleY, std::string_view text, Pixel pixel);
 
  private:
   struct CloseXft {

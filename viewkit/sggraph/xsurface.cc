@@ -64,14 +64,8 @@ void XSurface::setDashed(bool dashed) {
   if (dashed) XSetDashes(display_, gc_.get(), 0, kDashes, 2);
 }
 
-SgRectangle XSurface::cut(const SgRectangle& box) const {
-  const double left = std::max(box.x, -100.0), top = std::max(box.y, -100.0);
-  return {left, top, std::max(std::min(box.right(), frame_.width + 100) - left, 1.0),
-          std::max(std::min(box.bottom(), frame_.height + 100) - top, 1.0)};
-}
-
 void XSurface::drawRectangle(const SgRectangle& box, const picture::Color& color) {
-  const XRectangle edge = toXRectangle(cut(box));
+  const XRectangle edge = toXRectangle(frame_.near(box));
   setForeground(color);
   XDrawRectangle(display_, target_, gc_.get(), edge.x, edge.y, std::max(edge.width - 1u, 1u),
                  std::max(edge.height - 1u, 1u));
@@ -91,20 +85,20 @@ void XSurface::begin(const picture::Frame& frame, picture::Color background) {
 void XSurface::fillBoxes(std::span<const SgRectangle> boxes, picture::Color color) {
   std::vector<XRectangle> filled;
   filled.reserve(boxes.size());
-  for (const SgRectangle& box : boxes) filled.push_back(toXRectangle(cut(box)));
+  for (const SgRectangle& box : boxes) filled.push_back(toXRectangle(frame_.near(box)));
   setForeground(color);
   XFillRectangles(display_, target_, gc_.get(), filled.data(), static_cast<int>(filled.size()));
 }
 
 void XSurface::fillInside(const SgRectangle& box, picture::Color color) {
-  const XRectangle outer = toXRectangle(cut(box));
+  const XRectangle outer = toXRectangle(frame_.near(box));
   setForeground(color);
   XFillRectangle(display_, target_, gc_.get(), outer.x + 1, outer.y + 1, std::max(outer.width - 2u, 1u),
                  std::max(outer.height - 2u, 1u));
 }
 
 void XSurface::outlineBox(const SgRectangle& box, picture::Color color, int width) {
-  const XRectangle edge = toXRectangle(cut(box));
+  const XRectangle edge = toXRectangle(frame_.near(box));
   std::vector<XSegment> lines;
   for (int i = 0; i < width; ++i) {
     const short left = plus(edge.x, -i), top = plus(edge.y, -i);
@@ -156,13 +150,13 @@ void XSurface::drawHandle(SgPoint middle, picture::Color inside, picture::Color 
   XDrawRectangle(display_, target_, gc_.get(), x, y, 2 * kSize, 2 * kSize);
 }
 
-void XSurface::drawText(SgPoint middle, std::string_view text, picture::Color color, double room) {
+void XSurface::drawText(SgPoint middle, std::string_view text, picture::Color color) {
   if (std::abs(middle.x) > kFarthest || std::abs(middle.y) > kFarthest) return;
   if (textTarget_ != target_) {
     font_->setTarget(target_, visual_, colormap_);
     textTarget_ = target_;
   }
-  font_->draw(gc_.get(), toShort(middle.x), toShort(middle.y), text, pixels_.pixelOf(color), room);
+  font_->draw(gc_.get(), toShort(middle.x), toShort(middle.y), text, pixels_.pixelOf(color));
 }
 
 void XSurface::drawPicture(picture::NodeId node, const SgRectangle& box, picture::Color foreground,

@@ -50,7 +50,7 @@ class XSurface final : public picture::Surface {
   void drawHandle(SgPoint middle, picture::Color inside, picture::Color edge) override;
   double textWidth(std::string_view text) override { return font_->zoomedWidth(text); }
   double textHeight() override { return font_->height() * frame_.zoom; }
-  void drawText(SgPoint middle, std::string_view text, picture::Color color, double room) override;
+  void drawText(SgPoint middle, std::string_view text, picture::Color color) override;
   void drawPicture(picture::NodeId node, const SgRectangle& box, picture::Color foreground,
                    picture::Color background) override;
 
@@ -60,8 +60,6 @@ class XSurface final : public picture::Surface {
     viewkit::PixmapId pixmap;
   };
 
-  /// The part of a box near the frame.
-  SgRectangle cut(const SgRectangle& box) const;
   const viewkit::PixmapId* pictureOf(picture::NodeId node, const ScaledPart& part);
 
   Display* display_;

@@ -1,0 +1,64 @@
+/// @file
+/// `quilscene render`.
+#include <gmock/gmock.h>
+
+#include <algorithm>
+
+#include "tests/cli/quilscene_run.h"
+#include "tests/support/picturefile.h"
+
+namespace {
+
+using testing::HasSubstr;
+using testing::StartsWith;
+
+class Render : public Quilscene {
+ protected:
+  std::vector<std::string> sortedWords(const char* pdf) const {
+    std::vector<std::string> texts;
+    for (const auto& word : support::placedWords(scratch_ / pdf)) texts.push_back(word.text);
+    std::ranges::sort(texts);
+    return texts;
+  }
+};
+
+TEST_F(Render, ShowsTheNodesOfTheGraph) {
+  const std::string scene = scene_path("skeleton");
+  ASSERT_EQ(run("render " + scene + " out.pdf").status, 0);
+  std::vector<std::string> nodes = lines_with(run("graph " + scene).out, "node");
+  std::ranges::replace(nodes, "lod_5", "LOD");  // which it shows instead
+  std::ranges::sort(nodes);
+  EXPECT_EQ(sortedWords("out.pdf"), nodes);
+  ASSERT_EQ(run("render " + scene + " out.svg").status, 0);
+  EXPECT_EQ(support::filledBoxes(written("out.svg")).size(), nodes.size());
+}
+
+TEST_F(Render, WritesEveryFormatAndSheets) {
+  const std::string scene = scene_path("robot");
+  for (const auto& [name, begins] : {std::pair{"a.svg", "<?xml"}, {"a.pdf", "%PDF-"}, {"a.png", "\x89PNG"},
+                                     {"a.ps", "%!PS-Adobe"}, {"a.eps", "%!PS-Adobe"}}) {
+    EXPECT_EQ(run("render " + scene + " " + name).status, 0) << name;
+    EXPECT_THAT(written(name), StartsWith(begins));
+  }
+  ASSERT_EQ(run("render " + scene + " b.pdf --page a5").status, 0);
+  EXPECT_GT(support::placedWords(scratch_ / "b.pdf").back().page, 1);
+}
+
+TEST_F(Render, NeedsAnOutputOfAKnownFormat) {
+  const std::string scene = scene_path("robot");
+  for (const auto& [arguments, says] :
+       {std::pair{scene, "an OUT is missing"}, {scene + " a.svg b.svg", "one OUT too many: b.svg"},
+        {scene + " out.gif", "the name of a picture ends in .svg, .pdf, .png, .ps or .eps: out.gif"},
+        {scene + " a.png --page A4", "only PDF and PostScript have pages"}, {scene + " a.pdf --page B9", "no such page: B9"},
+        {std::string(), "a FILE is missing"}}) {
+    const Ran ran = run("render " + arguments);
+    EXPECT_EQ(ran.status, 2) << arguments;
+    EXPECT_THAT(ran.err, HasSubstr(says));
+  }
+  EXPECT_EQ(run("render nowhere.quil a.svg").status, 1);
+  const Ran unwritable = run("render " + scene + " nowhere/a.svg");
+  EXPECT_EQ(unwritable.status, 1);
+  EXPECT_THAT(unwritable.err, HasSubstr("nowhere/a.svg"));
+}
+
+}  // namespace
