@@ -6,7 +6,7 @@
 
 namespace {
 
-const std::string kSeparator = "  |  ";  // the status line leaves out what comes after it if need be
+const std::string kBetween = "  |  ";  // the status line leaves out what comes after it if need be
 
 }  // namespace
 
@@ -23,6 +23,6 @@ void Reasons::add(const std::string& reason) {
 }
 
 void Reasons::keep(const std::string& text) {
-  if (!line_.empty()) line_ += kSeparator;
-  for (const char c : text) line_ += c == '\n' ? kSeparator : std::string(1, c);
+  if (!line_.empty()) line_ += kBetween;
+  for (const char c : text) line_ += c == '\n' ? kBetween : std::string(1, c);
 }

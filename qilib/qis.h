@@ -114,6 +114,14 @@ struct RecordingLink {
 
 /// One scene file in memory. A value: copying it copies every record; moving it is cheap.
 struct Qis {
+  // Compiled once, in qis.cc: 28 lists are a lot to copy and to destroy.
+  Qis();
+  Qis(const Qis& other);
+  Qis(Qis&& other) noexcept;
+  Qis& operator=(const Qis& other);
+  Qis& operator=(Qis&& other) noexcept;
+  ~Qis();
+
   std::string filename;
   qi::Header header;
   qi::Scene scene;

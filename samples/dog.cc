@@ -8,7 +8,7 @@ namespace samples {
 
 namespace {
 
-constexpr QisRGBA kFur{0.65f, 0.45f, 0.25f, 1}, kDark{0.25f, 0.15f, 0.1f, 1}, kRed{0.8f, 0.1f, 0.15f, 1};
+constexpr QisRGBA kFur{0.65f, 0.45f, 0.25f, 1}, kDark{0.25f, 0.15f, 0.1f, 1}, kCollar{0.8f, 0.1f, 0.15f, 1};
 
 struct Limb {
   Word root;  ///< its chain
@@ -77,10 +77,10 @@ Word skin(SceneBuilder& b, const std::vector<Limb>& limbs) {
 Qis dog() {
   SceneBuilder b(qi::kVersion2);
   const Word coat = b.indexed_texture("t_coat", planks(kFur, 9), 8);
-  const Word collar_bands = b.indexed_texture("t_collar", stripes(kRed, kDark, 6), 4);
+  const Word collar_bands = b.indexed_texture("t_collar", stripes(kCollar, kDark, 6), 4);
   const Word sky_picture = b.texture("t_sky", sky({0.8f, 0.9f, 1, 1}, {0.3f, 0.5f, 0.9f, 1}));
   const Word fur = b.material("fur", kFur, {coat}), nose = b.material("nose", kDark);
-  const Word collar_mat = b.material("collar", kRed, {collar_bands});
+  const Word collar_mat = b.material("collar", kCollar, {collar_bands});
 
   const Word walk =
       b.anim("walk", SceneBuilder::kKeyFrame,

@@ -14,7 +14,7 @@ namespace viewkit {
 namespace {
 
 XtEventDispatchProc nextDispatcher;
-XtEventDispatchProc nextReleaseDispatcher;
+XtEventDispatchProc nextKeyReleaseDispatcher;
 XKeyEvent lastPress;
 std::map<Widget, KeyListener> listeners;  // by shell
 
@@ -61,12 +61,12 @@ Boolean dispatchKey(XEvent* event) {
   return nextDispatcher(event);
 }
 
-Boolean dispatchRelease(XEvent* event) {
+Boolean dispatchKeyRelease(XEvent* event) {
   XKeyEvent& key = event->xkey;
   // A menu bar opens its menus when the letter is released, and only if Alt is still down. Many people
   // release Alt first: the release of the letter gets the modifiers of its press.
   if (key.keycode == lastPress.keycode) key.state |= lastPress.state;
-  return nextReleaseDispatcher(event);
+  return nextKeyReleaseDispatcher(event);
 }
 
 }  // namespace
@@ -80,7 +80,7 @@ KeyListening listenToKeys(Widget shell, KeyListener listener) {
 
 void installKeyDispatcher(Display* display) {
   nextDispatcher = XtSetEventDispatcher(display, KeyPress, &dispatchKey);
-  nextReleaseDispatcher = XtSetEventDispatcher(display, KeyRelease, &dispatchRelease);
+  nextKeyReleaseDispatcher = XtSetEventDispatcher(display, KeyRelease, &dispatchKeyRelease);
 }
 
 }  // namespace viewkit

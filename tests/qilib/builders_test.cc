@@ -24,7 +24,6 @@ using testing::IsEmpty;
 using testing::SizeIs;
 
 constexpr Word kNone = 0xFFFFFFFF;
-constexpr Word kOutside = 6;  ///< built_scene has 6 records of each kind
 constexpr std::int64_t kFarTooMany = std::numeric_limits<std::int64_t>::max();
 
 using Build = std::function<Word(Qis&)>;

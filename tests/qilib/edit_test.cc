@@ -19,7 +19,6 @@ using testing::internal::CaptureStdout;
 using testing::internal::GetCapturedStdout;
 
 constexpr Word kParent = 1;
-constexpr Word kOutside = 6;  ///< built_scene has 6 records of each kind
 
 /// An edit of one index array; scene edits don't look at the parent.
 using ArrayEdit = int (*)(Qis&, Word parent, Word child);

@@ -104,20 +104,21 @@ TEST(SetName, StoresATextOfWholeWordsWithoutTerminator) {
   EXPECT_EQ(size_changes(before, size_words(*scene)), growth);
 }
 
-struct LengthCase {
+struct NameLengthCase {
   const char* name;
   std::string text;
   Words words;
 };
-class SetNameLength : public testing::TestWithParam<LengthCase> {};
-INSTANTIATE_TEST_SUITE_P(Rows, SetNameLength,
-                         testing::Values(LengthCase{"Empty", "", {}}, LengthCase{"One", "a", {0x61000000}},
-                                         LengthCase{"Three", "abc", {0x61626300}},
-                                         LengthCase{"Four", "abcd", {0x61626364}},
-                                         LengthCase{"Five", "abcde", {0x61626364, 0x65000000}},
-                                         LengthCase{"EndsAtAZero", std::string("ab\0cd", 5), {0x61620000}},
-                                         LengthCase{"HighBytes", "\xFF\x80", {0xFF800000}}),
-                         CaseName());
+class SetNameLength : public testing::TestWithParam<NameLengthCase> {};
+INSTANTIATE_TEST_SUITE_P(
+    Rows, SetNameLength,
+    testing::Values(NameLengthCase{"Empty", "", {}}, NameLengthCase{"One", "a", {0x61000000}},
+                    NameLengthCase{"Three", "abc", {0x61626300}},
+                    NameLengthCase{"Four", "abcd", {0x61626364}},
+                    NameLengthCase{"Five", "abcde", {0x61626364, 0x65000000}},
+                    NameLengthCase{"EndsAtAZero", std::string("ab\0cd", 5), {0x61620000}},
+                    NameLengthCase{"HighBytes", "\xFF\x80", {0xFF800000}}),
+    CaseName());
 
 TEST_P(SetNameLength, IsRoundedUpToWords) {
   const auto scene = built_scene();

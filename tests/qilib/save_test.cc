@@ -44,8 +44,8 @@ std::string stream_of(Write write) {
   return result;
 }
 
-/// A version-2 file with a chain root and objs.
-FileBytes version2() {
+/// A version-2 file with a chain root, objs and texture images.
+FileBytes with_texture_images() {
   FileBytes file;
   file.version = 0x0200;
   file.core[0] = kinds::scene2();
@@ -67,12 +67,12 @@ TEST(Written, AVersion1SceneKeepsItsVersionItsBlocksAndHasNoExtensionList) {
 }
 
 TEST(Written, Mode1StillWritesTheExtensionLists) {
-  const std::string bytes = version2().bytes().str();
+  const std::string bytes = with_texture_images().bytes().str();
   EXPECT_TRUE(written(opened(bytes), 1) == bytes);
 }
 
 TEST(Written, ATableOfZerosWritesNoExtensionList) {
-  FileBytes file = version2();
+  FileBytes file = with_texture_images();
   file.ext = {};
   const std::string bytes = file.bytes().str();
   Qis scene = opened(bytes);
@@ -91,7 +91,7 @@ TEST(Written, ACoreListWithoutASizeIsAbsent) {
 }
 
 TEST(Written, Mode2PutsTheTableInPlaceOfALongerHeaderBlock1) {
-  FileBytes file = version2();
+  FileBytes file = with_texture_images();
   file.block1_tail.u32(0xAB);
   const Bytes bytes = file.bytes();
   ASSERT_EQ(bytes.word_at(92), 40u);
@@ -103,7 +103,7 @@ TEST(Written, Mode2PutsTheTableInPlaceOfALongerHeaderBlock1) {
 }
 
 TEST(Written, OnlyMode2CarriesEditsThatKeepTheLength) {
-  const std::string bytes = version2().bytes().str();
+  const std::string bytes = with_texture_images().bytes().str();
   Qis scene = opened(bytes);
   scene.obj_list.records[0].ext->head.fog_render.cycle_type = 0x12345678;
   EXPECT_TRUE(written(scene, 1) == bytes);
@@ -111,7 +111,7 @@ TEST(Written, OnlyMode2CarriesEditsThatKeepTheLength) {
 }
 
 TEST(Written, AnEditThatChangesTheLengthIsWrittenInMode1Too) {
-  Qis scene = opened(version2().bytes().str());
+  Qis scene = opened(with_texture_images().bytes().str());
   ASSERT_EQ(qiAddObj_ChainRoot(scene, 0, 1), 1);
   EXPECT_TRUE(written(scene, 1) == written(scene, 2));
   const Qis again = opened(written(scene, 1));
@@ -120,7 +120,7 @@ TEST(Written, AnEditThatChangesTheLengthIsWrittenInMode1Too) {
 }
 
 TEST(Written, HeaderBlock1IsCurrentInMode1AfterAnEdit) {
-  Qis scene = opened(version2().bytes().str());
+  Qis scene = opened(with_texture_images().bytes().str());
   ASSERT_EQ(qiAddChainRoot_Obj(scene, 1, 1), 1);
   const Qis again = opened(written(scene, 1));
   EXPECT_EQ(again.ext.chain_root_list.records[1].objs.back(), 1u);
@@ -264,7 +264,7 @@ struct NarrowStream {
 };
 
 TEST(WriteFaults, AnyWriteThatFailsFailsTheWhole) {
-  const std::string bytes = version2().bytes().str();
+  const std::string bytes = with_texture_images().bytes().str();
   const Qis scene = opened(bytes);
   for (const int mode : {1, 2}) {
     for (std::size_t room = 0; room < bytes.size(); ++room) {
@@ -304,7 +304,7 @@ class Save : public testing::Test {
   }
 
   const ScratchDirectory scratch_;
-  const std::string bytes_ = version2().bytes().str();
+  const std::string bytes_ = with_texture_images().bytes().str();
   Qis scene_ = opened(bytes_);
   std::string said_;
 };

@@ -9,12 +9,15 @@
 
 #include "qilib/qis.h"
 
+/// How many records of each kind the scenes below have, and so a number that none of them bears.
+inline constexpr Word kOutside = 6;
+
 /// A consistent version-2 scene: one scene record and `count` records of every kind that links or names
 /// touch, no references, every version-2 structure present and empty, no names.
-std::unique_ptr<Qis> built_scene(Word count = 6);
+std::unique_ptr<Qis> built_scene(Word count = kOutside);
 
 /// The same as version 1: no extension lists, no version-2 structures.
-std::unique_ptr<Qis> built_version1_scene(Word count = 6);
+std::unique_ptr<Qis> built_version1_scene(Word count = kOutside);
 
 /// Every size word of a scene, by name: "file", "ObjList" (as its header says), "ObjList entry" (as the
 /// directory or table says), "obj 3" (as the record says), "obj 3 table" (as the size table says), "obj 3

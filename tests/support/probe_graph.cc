@@ -10,6 +10,7 @@
 #include <span>
 #include <stdexcept>
 
+#include "tests/support/probe_widgets.h"
 #include "viewkit/sggraph/Graph.h"
 #include "viewkit/xraii.h"
 
@@ -58,13 +59,6 @@ class Places {
  private:
   int x_ = 0, y_ = 0;
 };
-
-std::span<const Widget> children(Widget composite) {
-  WidgetList list = nullptr;
-  Cardinal count = 0;
-  if (XtIsComposite(composite)) XtVaGetValues(composite, XmNchildren, &list, XmNnumChildren, &count, nullptr);
-  return {list, count};
-}
 
 /// The graph keeps its nodes one level down, on a composite of its own.
 std::vector<Widget> nodesOf(Widget graph) {

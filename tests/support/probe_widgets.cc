@@ -21,8 +21,6 @@
 
 namespace probe {
 
-namespace {
-
 std::span<const Widget> children(Widget parent) {
   if (!XtIsComposite(parent)) return {};
   WidgetList list = nullptr;
@@ -30,6 +28,8 @@ std::span<const Widget> children(Widget parent) {
   XtVaGetValues(parent, XmNchildren, &list, XmNnumChildren, &count, nullptr);
   return {list, count};
 }
+
+namespace {
 
 std::span<const Widget> popups(Widget parent) {
   if (!XtIsWidget(parent)) return {};

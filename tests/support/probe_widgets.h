@@ -4,12 +4,16 @@
 
 #include <X11/Intrinsic.h>
 
+#include <span>
 #include <string>
 #include <vector>
 
 #include "tests/support/probe_words.h"
 
 namespace probe {
+
+/// The widgets and gadgets that a widget holds; none where it can hold none.
+std::span<const Widget> children(Widget parent);
 
 /// Every widget and gadget of the application, parents before children, as answer lines. Window-less objects
 /// of our own (a graph's nodes) are left out.

@@ -23,13 +23,13 @@ constexpr std::chrono::milliseconds kClicksApart{400};
 /// Without an answer for so long, it is taken for gone.
 constexpr std::chrono::seconds kWindowManagersTime{10};
 
-struct CloseDisplay {
-  void operator()(Display* display) const { XCloseDisplay(display); }
-};
-
 }  // namespace
 
 struct XDriver::Implementation {
+  struct CloseDisplay {
+    void operator()(Display* opened) const { XCloseDisplay(opened); }
+  };
+
   std::unique_ptr<Display, CloseDisplay> display;
   Clock::time_point last_click{};
   Point last_place{};

@@ -165,9 +165,11 @@ TEST_F(PrefRadio, ShowsSeveralOrNoneIfAProgramSaysSo) {
 }
 
 /// Counts how often an item says that it shows another value.
-class Listener : public VkCallbackObject {
+class ShownListener : public VkCallbackObject {
  public:
-  explicit Listener(VkPrefItem& item) { item.addCallback(VkPrefItem::shownCallback, this, &Listener::shown); }
+  explicit ShownListener(VkPrefItem& item) {
+    item.addCallback(VkPrefItem::shownCallback, this, &ShownListener::shown);
+  }
   int count = 0;
 
  private:
@@ -176,7 +178,7 @@ class Listener : public VkCallbackObject {
 
 TEST(PrefItem, TellsWhenItShowsAnotherValue) {
   VkPrefText text("text", 5);
-  const Listener listener(text);
+  const ShownListener listener(text);
   text.setValue("a");
   text.edit("b");
   text.revert();
@@ -188,7 +190,7 @@ TEST(PrefItem, TellsWhenItShowsAnotherValue) {
 TEST(PrefItem, TellsWhenAnItemInItShowsAnotherValue) {
   VkPrefGroup group("group");
   auto& text = group.addItem(std::make_unique<VkPrefText>("text", 5));
-  const Listener listener(group);
+  const ShownListener listener(group);
   text.edit("b");
   EXPECT_EQ(listener.count, 1);
 }
@@ -211,7 +213,7 @@ TEST(PrefItem, ShowsATreeThatIsThere) {
     EXPECT_EQ(&list.find(path)->model(), top.find(path));
   }
   auto& text = dynamic_cast<VkPrefText&>(*list.find("group.text"));
-  const Listener listener(text);
+  const ShownListener listener(text);
   text.edit("typed");
   EXPECT_EQ(text_at(top, "group.text"), "typed");
   EXPECT_TRUE(top.changed());

@@ -10,6 +10,10 @@
 
 #include "tests/support/editor.h"
 
+/// The editor's dialogs, by their widgets' names.
+inline constexpr auto kQuestion = support::Editor::kQuestion, kWarning = support::Editor::kWarning,
+                      kFiles = support::Editor::kFiles;
+
 /// Whether both hold the same bytes; told without printing them.
 testing::AssertionResult sameBytes(const std::string& found, const std::string& expected);
 

@@ -18,8 +18,6 @@ using testing::HasSubstr;
 using testing::Not;
 using testing::StartsWith;
 
-constexpr auto kQuestion = Editor::kQuestion, kWarning = Editor::kWarning, kFiles = Editor::kFiles;
-
 class FileCommands : public EditorTest {
  protected:
   bool menuIsActive(std::string_view label) {

@@ -16,8 +16,6 @@ using testing::EndsWith;
 using testing::HasSubstr;
 using testing::StartsWith;
 
-constexpr auto kWarning = Editor::kWarning;
-
 class Gestures : public EditorTest {
  protected:
   /// Opens a scene in Edit Mode.

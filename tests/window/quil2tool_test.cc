@@ -12,8 +12,6 @@ namespace fs = std::filesystem;
 using support::Editor;
 using testing::HasSubstr;
 
-constexpr auto kFiles = Editor::kFiles;
-
 class Quil2Tool : public ConverterTest {
  protected:
   Quil2Tool() : ConverterTest("quil2zexDialog") {}

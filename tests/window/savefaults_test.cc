@@ -20,8 +20,6 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::SizeIs;
 
-constexpr auto kQuestion = Editor::kQuestion, kWarning = Editor::kWarning;
-
 class EditorFaults : public EditorTest {
  protected:
   void SetUp() override {

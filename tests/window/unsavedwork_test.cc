@@ -19,7 +19,6 @@ using testing::IsEmpty;
 using testing::SizeIs;
 using testing::StartsWith;
 
-constexpr auto kQuestion = Editor::kQuestion, kWarning = Editor::kWarning, kFiles = Editor::kFiles;
 constexpr std::string_view kCopies = "listDialog";
 constexpr const char* kScript = "add shape_0 mat_0\n";
 
