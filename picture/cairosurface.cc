@@ -34,7 +34,6 @@ void CairoSurface::addBox(const SgRectangle& box) {
 
 void CairoSurface::begin(const Frame& frame, Color background) {
   frame_ = frame;
-  cairo_set_font_size(context_, font_.size * frame.zoom);
   double across = kThinnest, down = 0;
   cairo_device_to_user_distance(context_, &across, &down);
   thinnest_ = std::max(1.0, std::hypot(across, down));
@@ -107,6 +106,8 @@ void CairoSurface::drawHandle(SgPoint middle, Color inside, Color edge) {
   cairo_stroke(context_);
 }
 
+void CairoSurface::setTextZoom(double zoom) { cairo_set_font_size(context_, font_.size * zoom); }
+
 double CairoSurface::textWidth(std::string_view text) {
   cairo_text_extents_t extents{};
   cairo_text_extents(context_, validUtf8(text).c_str(), &extents);
@@ -137,8 +138,8 @@ void CairoSurface::drawPicture(NodeId node, const SgRectangle& box, Color foregr
     };
     for (std::uint32_t& pixel : image.pixels) pixel = word(pixel != 0 ? foreground : background);
   }
-  const CairoSurfacePtr pixels(
-      cairo_image_surface_create(CAIRO_FORMAT_RGB24, static_cast<int>(image.width), static_cast<int>(image.height)));
+  const CairoSurfacePtr pixels(cairo_image_surface_create(CAIRO_FORMAT_RGB24, static_cast<int>(image.width),
+                                                          static_cast<int>(image.height)));
   unsigned char* const data = cairo_image_surface_get_data(pixels.get());
   if (!data) return;
   cairo_surface_flush(pixels.get());

@@ -37,7 +37,8 @@ using Images = std::function<Image(NodeId)>;
 
 class CairoSurface final : public Surface {
  public:
-  /// @param context  gets the frame's upper left corner at its origin, a window unit to a unit. Outlives this.
+  /// @param context  gets the frame's upper left corner at its origin, a window unit to a unit. Outlives
+  /// this.
   CairoSurface(cairo_t* context, const Font& font, Images images = {});
 
   void begin(const Frame& frame, Color background) override;
@@ -48,6 +49,7 @@ class CairoSurface final : public Surface {
   void drawLines(std::span<const Line> lines, Color color, unsigned width) override;
   void fillTriangles(std::span<const Triangle> triangles, Color color) override;
   void drawHandle(SgPoint middle, Color inside, Color edge) override;
+  void setTextZoom(double zoom) override;
   double textWidth(std::string_view text) override;
   double textHeight() override;
   void drawText(SgPoint middle, std::string_view text, Color color) override;

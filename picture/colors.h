@@ -12,7 +12,9 @@ namespace picture {
 
 /// The colour that "#rrggbb" says.
 constexpr Color colorOf(std::string_view text) {
-  const auto digit = [](char c) { return static_cast<std::uint16_t>(c <= '9' ? c - '0' : (c | 0x20) - 'a' + 10); };
+  const auto digit = [](char c) {
+    return static_cast<std::uint16_t>(c <= '9' ? c - '0' : (c | 0x20) - 'a' + 10);
+  };
   const auto part = [&](std::size_t at) {
     return static_cast<std::uint16_t>((digit(text[at]) * 16 + digit(text[at + 1])) * 0x101);
   };

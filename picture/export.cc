@@ -19,13 +19,13 @@ namespace picture {
 
 namespace {
 
-constexpr double kMargin = 24;               // plane units around the drawing
-constexpr double kPointsPerUnit = 0.75;      // as on a screen of 96 dots per inch
-constexpr double kLargestPage = 14400;       // points; readers of PDF show no larger ones
-constexpr double kLargestDrawing = 1e6;      // units of an SVG; cairo computes with 24 bits before the point
-constexpr double kMostPngPixels = 100e6;     // 400 MB while it is made
+constexpr double kMargin = 24;            // plane units around the drawing
+constexpr double kPointsPerUnit = 0.75;   // as on a screen of 96 dots per inch
+constexpr double kLargestPage = 14400;    // points; readers of PDF show no larger ones
+constexpr double kLargestDrawing = 1e6;   // units of an SVG; cairo computes with 24 bits before the point
+constexpr double kMostPngPixels = 100e6;  // 400 MB while it is made
 constexpr double kLongestPngSide = 32767;
-constexpr double kSheetNumberSize = 8;       // points
+constexpr double kSheetNumberSize = 8;  // points
 
 struct Ending {
   std::string_view ending;
@@ -90,7 +90,8 @@ class Export {
         break;
       case FileFormat::pdf:
         surface_.reset(cairo_pdf_surface_create_for_stream(&write, file_, width, height));
-        cairo_pdf_surface_set_metadata(surface_.get(), CAIRO_PDF_METADATA_TITLE, validUtf8(picture_.title).c_str());
+        cairo_pdf_surface_set_metadata(surface_.get(), CAIRO_PDF_METADATA_TITLE,
+                                       validUtf8(picture_.title).c_str());
         break;
       case FileFormat::ps:
       case FileFormat::eps:
@@ -110,8 +111,8 @@ class Export {
   void drawOwnPage() {
     const double longest = std::max(picture_.part.width, picture_.part.height);
     const bool drawing = format_ == FileFormat::svg;
-    const double scale = drawing ? std::min(1.0, kLargestDrawing / longest)
-                                 : std::min(kPointsPerUnit, kLargestPage / longest);
+    const double scale =
+        drawing ? std::min(1.0, kLargestDrawing / longest) : std::min(kPointsPerUnit, kLargestPage / longest);
     makeSurface(picture_.part.width * scale, picture_.part.height * scale);
     cairo_scale(context_.get(), scale, scale);
     paintPart(picture_.part, picture_.partialArcs);
@@ -121,10 +122,11 @@ class Export {
     const double width = std::ceil(picture_.part.width), height = std::ceil(picture_.part.height);
     if (std::max(width, height) > kLongestPngSide || width * height > kMostPngPixels) {
       char text[200];
-      std::snprintf(text, sizeof text,
-                    "the picture has %.0f x %.0f pixels: a PNG takes %.0f each way and %.0f million in all, an SVG "
-                    "or a PDF takes any",
-                    width, height, kLongestPngSide, kMostPngPixels / 1e6);
+      std::snprintf(
+          text, sizeof text,
+          "the picture has %.0f x %.0f pixels: a PNG takes %.0f each way and %.0f million in all, an SVG "
+          "or a PDF takes any",
+          width, height, kLongestPngSide, kMostPngPixels / 1e6);
       return text;
     }
     makeSurface(width, height);
@@ -144,7 +146,8 @@ class Export {
     else
       makeSurface(sheets.width, sheets.height);
     if (format_ != FileFormat::ps) return;
-    cairo_ps_surface_dsc_comment(surface_.get(), turned ? "%%Orientation: Landscape" : "%%Orientation: Portrait");
+    cairo_ps_surface_dsc_comment(surface_.get(),
+                                 turned ? "%%Orientation: Landscape" : "%%Orientation: Portrait");
   }
 
   /// Draws a part of the picture at the upper left of the next sheet.
@@ -189,7 +192,8 @@ class Export {
     sheets_ = parts;
     for (const auto& [column, row] : used)
       drawSheet(parts.part(picture_.part, column, row), [&] {
-        drawNumber(column, row, 0, sheets_.height - 2 * Sheets::kMargin + kSheetNumberSize + 2, kSheetNumberSize);
+        drawNumber(column, row, 0, sheets_.height - 2 * Sheets::kMargin + kSheetNumberSize + 2,
+                   kSheetNumberSize);
       });
   }
 
@@ -227,7 +231,8 @@ class Export {
   void drawNumber(unsigned column, unsigned row, double x, double y, double size) {
     const std::string text = std::to_string(row + 1) + "." + std::to_string(column + 1);
     cairo_t* const context = context_.get();
-    cairo_select_font_face(context, picture_.font.family.c_str(), CAIRO_FONT_SLANT_NORMAL, CAIRO_FONT_WEIGHT_NORMAL);
+    cairo_select_font_face(context, picture_.font.family.c_str(), CAIRO_FONT_SLANT_NORMAL,
+                           CAIRO_FONT_WEIGHT_NORMAL);
     cairo_set_font_size(context, size);
     cairo_set_source_rgb(context, 0.8, 0.3, 0.1);
     cairo_move_to(context, x, y);

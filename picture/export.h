@@ -25,10 +25,10 @@ bool hasSheets(FileFormat format);
 /// What is exported.
 struct ExportedPicture {
   const Content& content;
-  Frame part;            ///< what of it
-  bool partialArcs;      ///< see Manner
+  Frame part;        ///< what of it
+  bool partialArcs;  ///< see Manner
   Font font;
-  Images images;         ///< of the nodes that show one
+  Images images;  ///< of the nodes that show one
   std::string title;
 };
 
@@ -36,8 +36,8 @@ struct ExportedPicture {
 Frame wholeFrame(const Drawing& drawing);
 
 /// Writes a file, in full or not at all. The page is as large as the picture, or `paper`: then a picture that
-/// has no room on one sheet is split, and a sheet that shows all of it comes first. PostScript without a paper
-/// is one A4 sheet.
+/// has no room on one sheet is split, and a sheet that shows all of it comes first. PostScript without a
+/// paper is one A4 sheet.
 /// @param paper  only for formats that have sheets; null for none.
 /// @returns what went wrong, a line without its end; empty when nothing did.
 std::string exportPicture(const std::string& path, FileFormat format, const ExportedPicture& picture,

@@ -20,7 +20,11 @@ constexpr double kLabelPadding = 10, kLabelMargin = 5;  // plane units beside an
 constexpr double kLeastNodeWidth = 44;
 constexpr double kPicturePadding = 4;  // plane units between a node's picture and the edge of its box
 
-constexpr double kTextZoom = 0.6;    // below it no text could be read
+constexpr double kTextZoom = 0.4;        // below it nodes have no labels
+constexpr double kLeastTextZoom = 0.55;  // of the smallest text that can be read
+constexpr double kNameZoom = 0.9;        // of the names of what is large, where nodes have no labels
+constexpr double kNameShare = 2;         // times the width of its name, something is large
+constexpr std::size_t kMostNames = 60;
 constexpr double kDetailZoom = 0.3;  // below it arcs that are seen better from near are left out
 constexpr double kShortestLine = 6;  // window units: what such a right-angled arc's lines measure at least
 constexpr double kFarZoom = 0.4;     // below it arcs are paler, so as not to hide the nodes
@@ -40,8 +44,10 @@ class Painting {
 
   void paint() {
     surface_.begin(frame_, inks_.background);
+    surface_.setTextZoom(std::max(frame_.zoom, kLeastTextZoom));
     drawArcs();
     drawNodes();
+    if (!showsText()) drawNames();
     if (manner_.handles) drawHandles();
   }
 
@@ -118,7 +124,7 @@ class Painting {
 
   /// Draws a text in a box, with an ellipsis for what it has no room for.
   void drawLabel(const SgRectangle& box, std::string_view text, Color color) {
-    const double room = box.width - 4;
+    const double room = box.width - (frame_.zoom < kLeastTextZoom ? 2 : 4);
     if (surface_.textWidth(text) <= room) {
       surface_.drawText(box.middle(), text, color);
       return;
@@ -128,6 +134,41 @@ class Painting {
     for (std::size_t step = std::bit_floor(text.size()); step > 0; step /= 2)
       if (fits + step < text.size() && surface_.textWidth(shortened(fits + step)) <= room) fits += step;
     if (fits > 0) surface_.drawText(box.middle(), shortened(fits), color);
+  }
+
+  /// Names the nodes whose children cover the largest areas, so that one knows where one is.
+  void drawNames() {
+    struct Name {
+      double area, width;  // of what the node and its children cover
+      NodeId node;
+    };
+    std::vector<Name> names;
+    drawing_.visitNodes(frame_.visible(), [&](NodeId node) {
+      SgRectangle block = drawing_.box(node);
+      drawing_.visitChildren(node, [&](NodeId child) { block = united(block, drawing_.box(child)); });
+      if (block != drawing_.box(node)) names.push_back({block.width * block.height, block.width, node});
+    });
+    const auto larger = [](const Name& a, const Name& b) {
+      return a.area != b.area ? a.area > b.area : a.node < b.node;
+    };
+    // Many will have no room.
+    const auto end = names.begin() + static_cast<std::ptrdiff_t>(std::min(names.size(), 10 * kMostNames));
+    std::ranges::partial_sort(names, end, larger);
+    surface_.setTextZoom(kNameZoom);
+    std::vector<SgRectangle> taken;
+    for (auto name = names.begin(); name != end && taken.size() < kMostNames; ++name) {
+      const SgPoint middle = frame_.toWindow(drawing_.box(name->node)).middle();
+      const std::string& text = looks_[name->node].label;
+      const double width = surface_.textWidth(text) + 4, height = surface_.textHeight();
+      const SgRectangle box{middle.x - width / 2, middle.y - height / 2, width, height};
+      if (name->width * frame_.zoom < kNameShare * width) continue;
+      if (std::ranges::any_of(taken, [&](const SgRectangle& other) { return other.touches(box); })) continue;
+      taken.push_back(box);
+      const Color tint = looks_[name->node].tint;
+      surface_.fillInside(box, tint);
+      surface_.outlineBox(box, inks_.border, 1);
+      surface_.drawText(middle, text, textOn(tint));
+    }
   }
 
   void drawHandles() {

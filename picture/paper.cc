@@ -32,8 +32,8 @@ const Paper* paperOf(std::string_view name) {
   const auto same = [](char a, char b) {
     return std::tolower(static_cast<unsigned char>(a)) == std::tolower(static_cast<unsigned char>(b));
   };
-  const auto* const found =
-      std::ranges::find_if(kPapers, [&](const Paper& paper) { return std::ranges::equal(paper.name, name, same); });
+  const auto* const found = std::ranges::find_if(
+      kPapers, [&](const Paper& paper) { return std::ranges::equal(paper.name, name, same); });
   return found == std::end(kPapers) ? nullptr : found;
 }
 

@@ -14,8 +14,8 @@ struct Paper {
   std::string_view name;
   double width, height;
 };
-inline constexpr Paper kPapers[] = {{"A5", 420, 595},    {"A4", 595, 842},   {"A3", 842, 1191},
-                                    {"A2", 1191, 1684},  {"A1", 1684, 2384}, {"A0", 2384, 3370},
+inline constexpr Paper kPapers[] = {{"A5", 420, 595},     {"A4", 595, 842},      {"A3", 842, 1191},
+                                    {"A2", 1191, 1684},   {"A1", 1684, 2384},    {"A0", 2384, 3370},
                                     {"Letter", 612, 792}, {"Tabloid", 792, 1224}};
 inline constexpr const Paper* kA4 = &kPapers[1];
 
@@ -26,9 +26,9 @@ const Paper* paperOf(std::string_view name);
 struct Sheets {
   static constexpr double kMargin = 28;  ///< points that printers leave free
 
-  bool lying;             ///< the sheets are turned by a quarter
-  double width, height;   ///< of a sheet as it is looked at, in points
-  double scale;           ///< points to a window unit
+  bool lying;            ///< the sheets are turned by a quarter
+  double width, height;  ///< of a sheet as it is looked at, in points
+  double scale;          ///< points to a window unit
   unsigned columns, rows;
 
   /// What a sheet shows of the frame that all of them show together.

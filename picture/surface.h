@@ -51,7 +51,9 @@ class Surface {
   /// A filled square with an edge, around a point.
   virtual void drawHandle(SgPoint middle, Color inside, Color edge) = 0;
 
-  /// Of a text at the frame's zoom.
+  /// The size of text from now on: 1 is that at 100 %.
+  virtual void setTextZoom(double zoom) = 0;
+  /// Of a text at the zoom set.
   virtual double textWidth(std::string_view text) = 0;
   virtual double textHeight() = 0;
   /// Draws the text around a point.

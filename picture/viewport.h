@@ -4,6 +4,7 @@
 
 #include "picture/frame.h"
 
+/// Zooms out to SgMinZoom, and further until all of the drawing is in view.
 inline constexpr double SgMinZoom = 0.1, SgMaxZoom = 4.0;
 
 namespace picture {
@@ -58,6 +59,8 @@ class Viewport {
   Limits limits(double start, double end, double view) const;
   Limits horizontalLimits() const;
   Limits verticalLimits() const;
+  /// The zoom at which all of the drawing has room, held to what can be computed with.
+  double fittingZoom() const;
   void hold();
 
   Frame frame_;

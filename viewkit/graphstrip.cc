@@ -9,7 +9,7 @@
 
 #include <algorithm>
 #include <array>
-#include <cmath>
+#include <cstdio>
 #include <string>
 
 #include "viewkit/forward.h"
@@ -23,6 +23,7 @@ namespace {
 /// The zooms that the buttons step through.
 constexpr std::array kSteps{0.1, 0.15, 0.25, 0.35, 0.5, 0.7, 1.0, 1.4, 2.0, 2.8, 4.0};
 constexpr double kSame = 0.005;
+constexpr double kFarStep = 1.5;  // below the first of them
 
 }  // namespace
 
@@ -58,11 +59,15 @@ GraphStrip::~GraphStrip() {
 void GraphStrip::zoomOut() {
   const double zoom = SgGraphZoom(graph_.graphWidget());
   const auto step = std::find_if(kSteps.rbegin(), kSteps.rend(), [&](double s) { return s < zoom - kSame; });
-  if (step != kSteps.rend()) SgGraphSetZoom(graph_.graphWidget(), *step);
+  SgGraphSetZoom(graph_.graphWidget(), step != kSteps.rend() ? *step : zoom / kFarStep);
 }
 
 void GraphStrip::zoomIn() {
   const double zoom = SgGraphZoom(graph_.graphWidget());
+  if (zoom * kFarStep < kSteps.front()) {
+    SgGraphSetZoom(graph_.graphWidget(), zoom * kFarStep);
+    return;
+  }
   const auto step = std::ranges::find_if(kSteps, [&](double s) { return s > zoom + kSame; });
   if (step != kSteps.end()) SgGraphSetZoom(graph_.graphWidget(), *step);
 }
@@ -72,9 +77,11 @@ void GraphStrip::zoom100() { SgGraphSetZoom(graph_.graphWidget(), 1); }
 void GraphStrip::zoomFit() { SgGraphZoomToFit(graph_.graphWidget()); }
 
 void GraphStrip::viewChanged() {
-  const std::string text = std::to_string(std::lround(SgGraphZoom(graph_.graphWidget()) * 100)) + " %";
-  if (text == viewkit::textResource(zoomLevel_, XmNlabelString)) return;
-  XtVaSetValues(zoomLevel_, XmNlabelString, viewkit::xmString(text).get(), nullptr);
+  const double percent = SgGraphZoom(graph_.graphWidget()) * 100;
+  std::array<char, 16> text{};
+  std::snprintf(text.data(), text.size(), "%.*f %%", percent < 0.95 ? 2 : 0, percent);
+  if (text.data() == viewkit::textResource(zoomLevel_, XmNlabelString)) return;
+  XtVaSetValues(zoomLevel_, XmNlabelString, viewkit::xmString(text.data()).get(), nullptr);
 }
 
 void GraphStrip::findChanged() { goTo(false); }

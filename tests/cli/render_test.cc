@@ -35,8 +35,11 @@ TEST_F(Render, ShowsTheNodesOfTheGraph) {
 
 TEST_F(Render, WritesEveryFormatAndSheets) {
   const std::string scene = scene_path("robot");
-  for (const auto& [name, begins] : {std::pair{"a.svg", "<?xml"}, {"a.pdf", "%PDF-"}, {"a.png", "\x89PNG"},
-                                     {"a.ps", "%!PS-Adobe"}, {"a.eps", "%!PS-Adobe"}}) {
+  for (const auto& [name, begins] : {std::pair{"a.svg", "<?xml"},
+                                     {"a.pdf", "%PDF-"},
+                                     {"a.png", "\x89PNG"},
+                                     {"a.ps", "%!PS-Adobe"},
+                                     {"a.eps", "%!PS-Adobe"}}) {
     EXPECT_EQ(run("render " + scene + " " + name).status, 0) << name;
     EXPECT_THAT(written(name), StartsWith(begins));
   }
@@ -47,9 +50,11 @@ TEST_F(Render, WritesEveryFormatAndSheets) {
 TEST_F(Render, NeedsAnOutputOfAKnownFormat) {
   const std::string scene = scene_path("robot");
   for (const auto& [arguments, says] :
-       {std::pair{scene, "an OUT is missing"}, {scene + " a.svg b.svg", "one OUT too many: b.svg"},
+       {std::pair{scene, "an OUT is missing"},
+        {scene + " a.svg b.svg", "one OUT too many: b.svg"},
         {scene + " out.gif", "the name of a picture ends in .svg, .pdf, .png, .ps or .eps: out.gif"},
-        {scene + " a.png --page A4", "only PDF and PostScript have pages"}, {scene + " a.pdf --page B9", "no such page: B9"},
+        {scene + " a.png --page A4", "only PDF and PostScript have pages"},
+        {scene + " a.pdf --page B9", "no such page: B9"},
         {std::string(), "a FILE is missing"}}) {
     const Ran ran = run("render " + arguments);
     EXPECT_EQ(ran.status, 2) << arguments;

@@ -78,6 +78,19 @@ class Exported : public testing::Test {
     EXPECT_EQ(write(name, paper), "");
     return read_file(file(name));
   }
+  /// The texts of the whole picture at a zoom, sorted.
+  std::vector<std::string> wordsAt(double zoom) {
+    picture::Frame part = wholeFrame(drawing_);
+    part = {.zoom = zoom, .corner = part.corner, .width = part.width * zoom, .height = part.height * zoom};
+    EXPECT_EQ(
+        exportPicture(
+            file("zoomed.pdf"), FileFormat::pdf,
+            {.content = content_, .part = part, .partialArcs = true, .font = {}, .images = {}, .title = ""}),
+        "");
+    std::vector<std::string> texts = words("zoomed.pdf");
+    std::ranges::sort(texts);
+    return texts;
+  }
   std::vector<std::string> words(const char* name) const {
     std::vector<std::string> texts;
     for (const auto& word : support::placedWords(file(name))) texts.push_back(word.text);
@@ -89,7 +102,10 @@ class Exported : public testing::Test {
   std::unordered_map<picture::ArcId, std::string> arcLabels_;
   picture::Images images_;
   const picture::Content content_{
-      drawing_, looks_, arcLabels_, {.text = {}, .arc = kBlue, .farArc = kBlue, .border = {}, .selection = {}, .handle = {}}};
+      drawing_,
+      looks_,
+      arcLabels_,
+      {.text = {}, .arc = kBlue, .farArc = kBlue, .border = {}, .selection = {}, .handle = {}}};
   const ScratchDirectory scratch_;
 };
 
@@ -136,9 +152,10 @@ TEST_F(Exported, PostScriptIsOneSheetUprightOrLying) {
   for (const bool lying : {false, true}) {
     if (lying) node(1e6, 0, "third");
     const std::string document = written("a.ps");
-    EXPECT_THAT(document, AllOf(StartsWith("%!PS-Adobe-3.0\n"), HasSubstr("%%Title: a (title?\n"),
-                                HasSubstr("%%Pages: 1\n"), HasSubstr("%%DocumentMedia: A4 595 842"),
-                                HasSubstr(lying ? "%%Orientation: Landscape\n" : "%%Orientation: Portrait\n")));
+    EXPECT_THAT(document,
+                AllOf(StartsWith("%!PS-Adobe-3.0\n"), HasSubstr("%%Title: a (title?\n"),
+                      HasSubstr("%%Pages: 1\n"), HasSubstr("%%DocumentMedia: A4 595 842"),
+                      HasSubstr(lying ? "%%Orientation: Landscape\n" : "%%Orientation: Portrait\n")));
     const SgRectangle box = bounds(document);
     EXPECT_TRUE(box.x >= 0 && box.y >= 0 && box.right() <= 595 && box.bottom() <= 842);
     EXPECT_GT(lying ? box.height : box.width, 0);
@@ -148,7 +165,8 @@ TEST_F(Exported, PostScriptIsOneSheetUprightOrLying) {
 
 TEST_F(Exported, AnEncapsulatedPictureIsAsLargeAsItIs) {
   node(0, 0, "a");
-  EXPECT_THAT(written("a.eps"), AllOf(StartsWith("%!PS-Adobe-3.0 EPSF-3.0\n"), HasSubstr("%%BoundingBox: 0 0 81 51\n")));
+  EXPECT_THAT(written("a.eps"),
+              AllOf(StartsWith("%!PS-Adobe-3.0 EPSF-3.0\n"), HasSubstr("%%BoundingBox: 0 0 81 51\n")));
 }
 
 TEST_F(Exported, APngIsAPngOrTooLarge) {
@@ -171,7 +189,8 @@ TEST_F(Exported, SheetsTogetherShowEverythingAfterAnOverview) {
     }
   written("a.pdf", picture::paperOf("A4"));
   std::set<std::string> overview, sheets;
-  for (const auto& word : support::placedWords(file("a.pdf"))) (word.page == 0 ? overview : sheets).insert(word.text);
+  for (const auto& word : support::placedWords(file("a.pdf")))
+    (word.page == 0 ? overview : sheets).insert(word.text);
   for (const std::string& label : labels) {
     EXPECT_TRUE(overview.contains(label)) << label;
     EXPECT_TRUE(sheets.contains(label)) << label;
@@ -195,7 +214,8 @@ TEST_F(Exported, WhatFitsOnOneSheetNeedsNoOverview) {
 }
 
 TEST_F(Exported, NothingIsAnEmptyPage) {
-  for (const char* name : {"a.svg", "a.pdf", "a.png", "a.ps", "a.eps"}) EXPECT_FALSE(written(name).empty()) << name;
+  for (const char* name : {"a.svg", "a.pdf", "a.png", "a.ps", "a.eps"})
+    EXPECT_FALSE(written(name).empty()) << name;
   EXPECT_THAT(words("a.pdf"), IsEmpty());
 }
 
@@ -220,6 +240,28 @@ TEST_F(Exported, ALabelWithoutRoomIsShortenedWithAnEllipsis) {
   EXPECT_LT(support::placedWords(file("a.pdf")).front().box.width, 60 * 0.75);
 }
 
+TEST_F(Exported, LabelsCanBeReadDownTo40PerCent) {
+  node(0, 0, "obj_0");
+  node(200, 0, "mat_7");
+  for (const double zoom : {4.0, 1.0, 0.6, 0.5, 0.4}) {
+    EXPECT_THAT(wordsAt(zoom), ElementsAre("mat_7", "obj_0")) << zoom;
+    for (const auto& word : support::placedWords(file("zoomed.pdf")))
+      EXPECT_GT(word.box.height, 12 * 0.54 * 0.75) << zoom;  // letters of at least 54 %
+  }
+  EXPECT_THAT(wordsAt(0.39), IsEmpty());
+}
+
+TEST_F(Exported, FromAfarWhatIsLargeHasAName) {
+  const NodeId top = node(2000, 0, "top");
+  for (int i = 0; i < 20; ++i) drawing_.addArc(top, node(i * 200, 200, "leaf"));
+  const NodeId narrow = node(5000, 200, "narrow");
+  drawing_.addArc(narrow, node(5050, 400, "leaf"));
+  const NodeId wide = node(0, 600, "wide");
+  drawing_.addArc(wide, node(3000, 800, "leaf"));
+  EXPECT_THAT(wordsAt(0.1), ElementsAre("top", "wide"));
+  EXPECT_THAT(wordsAt(0.001), IsEmpty());
+}
+
 TEST_F(Exported, PicturesOfNodesAreInIt) {
   node(0, 0, "");
   looks_[0].pictureWidth = looks_[0].pictureHeight = 2;
@@ -239,7 +281,12 @@ TEST_F(Exported, TellsWhatWentWrong) {
   for (const char* name : {"a.svg", "a.pdf", "a.png", "a.ps", "a.eps"}) {
     const auto write_to = [&](const std::string& path) {
       return exportPicture(path, *picture::formatOf(name),
-                           {.content = content_, .part = wholeFrame(drawing_), .partialArcs = false, .font = {}, .images = {}, .title = ""});
+                           {.content = content_,
+                            .part = wholeFrame(drawing_),
+                            .partialArcs = false,
+                            .font = {},
+                            .images = {},
+                            .title = ""});
     };
     EXPECT_THAT(write_to(file("nowhere/") + name), HasSubstr("No such file"));
     EXPECT_THAT(write_to("/dev/full"), HasSubstr("No space left")) << name;

@@ -36,11 +36,12 @@ std::vector<FilledBox> filledBoxes(const std::string& svg) {
     if (std::sscanf(line.c_str(), fill, &red, &green, &blue) != 3) continue;
     const std::size_t path = line.find(" d=\"");
     const char* const corners = " d=\"M %lf %lf L %lf %lf L %lf %lf L %lf %lf Z";
-    if (path == std::string::npos || std::sscanf(line.c_str() + path, corners, &x[0], &y[0], &x[1], &y[1], &x[2],
-                                                 &y[2], &x[3], &y[3]) != 8)
+    if (path == std::string::npos || std::sscanf(line.c_str() + path, corners, &x[0], &y[0], &x[1], &y[1],
+                                                 &x[2], &y[2], &x[3], &y[3]) != 8)
       continue;
     const auto part = [](double percent) { return static_cast<unsigned>(std::lround(percent * 2.55)); };
-    boxes.push_back({{x[0], y[0], x[2] - x[0], y[2] - y[0]}, part(red) << 16 | part(green) << 8 | part(blue)});
+    boxes.push_back(
+        {{x[0], y[0], x[2] - x[0], y[2] - y[0]}, part(red) << 16 | part(green) << 8 | part(blue)});
   }
   return boxes;
 }
@@ -61,8 +62,8 @@ std::vector<PlacedWord> placedWords(const std::filesystem::path& pdf) {
 }
 
 std::vector<std::string> wordsOfPostScript(const std::filesystem::path& file) {
-  std::istringstream text(
-      outputOf({"gs", "-q", "-dSAFER", "-dBATCH", "-dNOPAUSE", "-sDEVICE=txtwrite", "-sOutputFile=-", file.string()}));
+  std::istringstream text(outputOf(
+      {"gs", "-q", "-dSAFER", "-dBATCH", "-dNOPAUSE", "-sDEVICE=txtwrite", "-sOutputFile=-", file.string()}));
   std::vector<std::string> words{std::istream_iterator<std::string>(text), {}};
   std::ranges::sort(words);
   return words;

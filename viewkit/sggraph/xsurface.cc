@@ -77,7 +77,6 @@ void XSurface::begin(const picture::Frame& frame, picture::Color background) {
     scaled_.clear();
     scaledZoom_ = frame.zoom;
   }
-  font_->setZoom(frame.zoom);
   setForeground(background);
   XFillRectangle(display_, target_, gc_.get(), 0, 0, toExtent(frame.width), toExtent(frame.height));
 }
@@ -148,6 +147,11 @@ void XSurface::drawHandle(SgPoint middle, picture::Color inside, picture::Color 
   XFillRectangle(display_, target_, gc_.get(), x, y, 2 * kSize, 2 * kSize);
   setForeground(edge);
   XDrawRectangle(display_, target_, gc_.get(), x, y, 2 * kSize, 2 * kSize);
+}
+
+void XSurface::setTextZoom(double zoom) {
+  textZoom_ = zoom;
+  font_->setZoom(zoom);
 }
 
 void XSurface::drawText(SgPoint middle, std::string_view text, picture::Color color) {

@@ -48,8 +48,9 @@ class XSurface final : public picture::Surface {
   void drawLines(std::span<const picture::Line> lines, picture::Color color, unsigned width) override;
   void fillTriangles(std::span<const picture::Triangle> triangles, picture::Color color) override;
   void drawHandle(SgPoint middle, picture::Color inside, picture::Color edge) override;
+  void setTextZoom(double zoom) override;
   double textWidth(std::string_view text) override { return font_->zoomedWidth(text); }
-  double textHeight() override { return font_->height() * frame_.zoom; }
+  double textHeight() override { return font_->height() * textZoom_; }
   void drawText(SgPoint middle, std::string_view text, picture::Color color) override;
   void drawPicture(picture::NodeId node, const SgRectangle& box, picture::Color foreground,
                    picture::Color background) override;
@@ -74,6 +75,7 @@ class XSurface final : public picture::Surface {
   std::unique_ptr<TextFont> font_;
   Drawable textTarget_ = 0;  // what the font draws on
   picture::Frame frame_;
+  double textZoom_ = 1;
   std::unordered_map<picture::NodeId, Scaled> scaled_;  // of nodes that were in view at the present zoom
   double scaledZoom_ = 0;
 };
