@@ -2,6 +2,7 @@
 /// Measures the graph layout on scene-like graphs, against its limits and against Graphviz `dot`.
 #include <algorithm>
 #include <chrono>
+#include <cmath>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
@@ -15,6 +16,7 @@
 #include <vector>
 
 #include "graphlayout/layout.h"
+#include "graphlayout/rearrange.h"
 #include "tests/support/files.h"
 #include "tests/support/scene_like_graph.h"
 
@@ -175,6 +177,127 @@ constexpr Case kCases[] = {
     {100'000, 7, 1, false, false},
 };
 
+/// A picture that is edited arc by arc.
+class Edited {
+ public:
+  explicit Edited(const Graph& graph) : sizes_(graph.sizes), arcs_(graph.arcs) {
+    const graphlayout::Layout layout = graphlayout::layout(sizes_, arcs_);
+    nodes_ = layout.nodes;
+    for (std::size_t i = 0; i < arcs_.size(); ++i) {
+      const auto bends = layout.bends.of(i);
+      bends_.emplace_back(bends.begin(), bends.end());
+    }
+  }
+
+  struct Edit {
+    double seconds = 0, moved = 0;  // the share of the nodes that lie elsewhere by more than 100 pixels
+  };
+  /// An arc between nodes that are linked to such nodes already.
+  Edit add_arc(Random& random) {
+    const auto count = static_cast<std::uint32_t>(arcs_.size());
+    arcs_.push_back({arcs_[random.below(count)].from, arcs_[random.below(count)].to});
+    bends_.emplace_back();
+    const std::uint32_t added[] = {count};
+    return rearrange(added);
+  }
+  Edit delete_arc(Random& random) {
+    const std::uint32_t gone = random.below(static_cast<std::uint32_t>(arcs_.size()));
+    arcs_[gone] = arcs_.back(), arcs_.pop_back();
+    bends_[gone] = std::move(bends_.back()), bends_.pop_back();
+    return rearrange({});
+  }
+  /// Crossings, against those of a fresh layout.
+  double crossings_ratio() const {
+    const graphlayout::Layout fresh = graphlayout::layout(sizes_, arcs_);
+    const auto now = graphlayout::crossings(sizes_, arcs_, nodes_, bends());
+    const auto then = graphlayout::crossings(sizes_, arcs_, fresh.nodes, fresh.bends);
+    return static_cast<double>(now) / static_cast<double>(std::max<std::uint64_t>(then, 1));
+  }
+
+ private:
+  Bends bends() const {
+    Bends flat;
+    flat.starts.push_back(0);
+    for (const auto& points : bends_) {
+      flat.points.insert(flat.points.end(), points.begin(), points.end());
+      flat.starts.push_back(flat.points.size());
+    }
+    return flat;
+  }
+  Edit rearrange(std::span<const std::uint32_t> added) {
+    const Bends before = bends();
+    const auto start = std::chrono::steady_clock::now();
+    const graphlayout::Changes changes =
+        graphlayout::rearrange(sizes_, arcs_, {nodes_, before, {}, added, {}});
+    Edit edit{seconds_since(start), 0};
+    std::size_t far = 0;
+    for (std::size_t i = 0; i < changes.nodes.size(); ++i) {
+      Point& node = nodes_[changes.nodes[i]];
+      const Point to = changes.positions[i];
+      constexpr double kFar = 100;
+      far += std::hypot(to.x - node.x, to.y - node.y) > kFar ? 1 : 0;
+      node = to;
+    }
+    for (std::size_t i = 0; i < changes.arcs.size(); ++i) {
+      const auto points = changes.bends.of(i);
+      bends_[changes.arcs[i]].assign(points.begin(), points.end());
+    }
+    edit.moved = static_cast<double>(far) / static_cast<double>(nodes_.size());
+    return edit;
+  }
+
+  std::vector<Size> sizes_;
+  std::vector<Arc> arcs_;
+  std::vector<Point> nodes_;
+  std::vector<std::vector<Point>> bends_;
+};
+
+struct EditCase {
+  std::uint32_t nodes;
+  double median_moved, most_moved, milliseconds;  // limits; the most is the 90th percentile
+};
+constexpr EditCase kEditCases[] = {
+    {300, 0.5, 2, 5}, {1'000, 0.5, 2, 5}, {10'000, 0.1, 0.1, 5}, {100'000, 0.1, 0.1, 100}};
+
+/// The value at a place of the sorted values, from 0 to 1.
+double at(std::vector<double> values, double place) {
+  std::ranges::sort(values);
+  return values[static_cast<std::size_t>(place * static_cast<double>(values.size() - 1))];
+}
+
+void print(const char* what, double value, const char* unit, double limit) {
+  std::printf("  %-34s %8.3f %s, limit %g%s\n", what, value, unit, limit,
+              value > limit ? "  <-- beyond" : "");
+}
+
+/// Random edits: what each moves, how long it takes, and what becomes of the crossings.
+void measure_edits(const EditCase& limits) {
+  constexpr int kEdits = 50;
+  // What fresh layouts of small graphs reach varies: several times.
+  const int times = limits.nodes <= 1000 ? 9 : 1;
+  std::vector<double> moved, milliseconds, crossings, deleted;
+  for (int time = 0; time < times; ++time) {
+    Edited edited(make_graph(limits.nodes));
+    Random random(limits.nodes + static_cast<std::uint64_t>(time));
+    for (int i = 0; i < kEdits; ++i) {
+      const Edited::Edit edit = edited.add_arc(random);
+      moved.push_back(100 * edit.moved);
+      milliseconds.push_back(1000 * edit.seconds);
+    }
+    crossings.push_back(edited.crossings_ratio());
+    for (int i = 0; i < kEdits; ++i) deleted.push_back(100 * edited.delete_arc(random).moved);
+  }
+  std::printf("%u nodes, %d arcs added one by one\n", limits.nodes, kEdits);
+  print("nodes moved per arc, median", at(moved, 0.5), "%", limits.median_moved);
+  print("nodes moved per arc, 90 % of arcs", at(moved, 0.9), "%", limits.most_moved);
+  print("crossings, of a fresh layout's", at(crossings, 0.5), "x", 1.3);
+  print("crossings, most of these", at(crossings, 1), "x", 1.3);
+  print("time per arc, median", at(milliseconds, 0.5), "ms", limits.milliseconds);
+  print("time per arc, longest", at(milliseconds, 1), "ms", limits.milliseconds);
+  print("nodes moved per deleted arc, most", at(deleted, 1), "%", 0);
+  std::fflush(stdout);
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -187,6 +310,7 @@ int main(int argc, char** argv) {
       return std::string_view(argv[i]) == "--help" ? 0 : 2;
     }
   }
+  for (const EditCase& limits : kEditCases) measure_edits(limits);
   constexpr double kCrossingsLimit = 0.7;  // of dot's
   for (const Case& c : kCases) {
     const Graph graph = make_graph(c.nodes);
