@@ -15,6 +15,7 @@
 #include <string_view>
 #include <vector>
 
+#include "graphlayout/compact.h"
 #include "graphlayout/layout.h"
 #include "graphlayout/rearrange.h"
 #include "tests/support/files.h"
@@ -298,6 +299,24 @@ void measure_edits(const EditCase& limits) {
   std::fflush(stdout);
 }
 
+/// The compact picture: how long it takes, and how far from square it is.
+void measure_compact(std::uint32_t node_count, double limit) {
+  const Graph graph = make_graph(node_count);
+  std::vector<double> milliseconds;
+  graphlayout::Compact picture;
+  for (int i = 0; i < 5; ++i) {
+    const auto start = std::chrono::steady_clock::now();
+    picture = graphlayout::compact(graph.sizes, graph.arcs);
+    milliseconds.push_back(1000 * seconds_since(start));
+  }
+  const auto& [width, height] = std::pair{picture.layout.width, picture.layout.height};
+  std::printf("compact, %u nodes: %.0f x %.0f pixels\n", node_count, width, height);
+  print("time, median", at(milliseconds, 0.5), "ms", limit);
+  print("width to height", width / height, "x", 3);
+  print("height to width", height / width, "x", 2);
+  std::fflush(stdout);
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -310,6 +329,8 @@ int main(int argc, char** argv) {
       return std::string_view(argv[i]) == "--help" ? 0 : 2;
     }
   }
+  for (const auto& [nodes, limit] : {std::pair{300u, 5.0}, {1'000u, 5.0}, {10'000u, 5.0}, {100'000u, 100.0}})
+    measure_compact(nodes, limit);
   for (const EditCase& limits : kEditCases) measure_edits(limits);
   constexpr double kCrossingsLimit = 0.7;  // of dot's
   for (const Case& c : kCases) {

@@ -74,8 +74,8 @@ class Rearrangement {
     changes_.nodes.push_back(v);
   }
 
-  /// How far to the right or left a node at `place` would have to go to be clear of all placed nodes, those of
-  /// `leaving` aside.
+  /// How far to the right or left a node at `place` would have to go to be clear of all placed nodes, those
+  /// of `leaving` aside.
   double way_aside(std::uint32_t v, const Point& place, std::span<const std::uint32_t> leaving) {
     struct Stretch {
       double low, high;
@@ -109,7 +109,7 @@ class Rearrangement {
     double least = HUGE_VAL;
     for (int row = 0; row < kRows; ++row) {
       const double down = row * (graph_.sizes[v].height + options_.node_gap);
-        if (kDearer * down >= least) break;
+      if (kDearer * down >= least) break;
       const Point place{wanted.x, wanted.y + down};
       const double aside = way_aside(v, place, leaving), cost = std::abs(aside) + kDearer * down;
       if (cost < least) least = cost, best = {place.x + aside, place.y};

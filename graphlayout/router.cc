@@ -10,9 +10,9 @@
 namespace graphlayout {
 namespace {
 
-constexpr double kReach = 3000;       // how far aside of its ends an arc looks for its way
+constexpr double kReach = 3000;  // how far aside of its ends an arc looks for its way
 constexpr std::size_t kMostBands = 256;
-constexpr double kFewest = 1e-6;      // below it, nothing has room
+constexpr double kFewest = 1e-6;  // below it, nothing has room
 
 /// Calls `visit(a, b)` for each straight piece of an arc.
 template <class Visit>
@@ -128,8 +128,8 @@ double Router::least_crossings(const Band& band, double above, double below, std
   const double straight = (above + below) / 2;
   std::vector<double> places{nearest(band.gaps, straight), nearest(band.gaps, above),
                              nearest(band.gaps, below)};
-  const auto middle = static_cast<std::size_t>(
-      std::ranges::lower_bound(band.gaps, straight, {}, &Point::x) - band.gaps.begin());
+  const auto middle = static_cast<std::size_t>(std::ranges::lower_bound(band.gaps, straight, {}, &Point::x) -
+                                               band.gaps.begin());
   const std::size_t first = middle > kPlaces ? middle - kPlaces : 0;
   const std::size_t last = std::min(band.gaps.size(), middle + kPlaces);
   for (std::size_t i = first; i < last; ++i) {
@@ -176,9 +176,9 @@ std::vector<Point> Router::route(const Arc& arc) const {
   const bool beside = places_[arc.from].y < places_[arc.to].y + sizes_[arc.to].height &&
                       places_[arc.to].y < places_[arc.from].y + sizes_[arc.from].height;
   if (beside) {  // below both
-    const double y = std::max(places_[arc.from].y + sizes_[arc.from].height,
-                              places_[arc.to].y + sizes_[arc.to].height) +
-                     options_.rank_gap / 3;
+    const double y =
+        std::max(places_[arc.from].y + sizes_[arc.from].height, places_[arc.to].y + sizes_[arc.to].height) +
+        options_.rank_gap / 3;
     return {{ends.from.x, y}, {ends.to.x, y}};
   }
   const double left = std::min(upper.x, lower.x) - kReach, right = std::max(upper.x, lower.x) + kReach;

@@ -79,7 +79,8 @@ struct Edited {
     for (std::size_t k = 0; k + 1 < line.size(); ++k)
       for (int step = 0; step <= 100; ++step) {
         const double t = step / 100.0;
-        const Point p{line[k].x + t * (line[k + 1].x - line[k].x), line[k].y + t * (line[k + 1].y - line[k].y)};
+        const Point p{line[k].x + t * (line[k + 1].x - line[k].x),
+                      line[k].y + t * (line[k + 1].y - line[k].y)};
         for (std::uint32_t v = 0; v < nodes.size(); ++v)
           if (v != from && v != to && p.x > nodes[v].x && p.x < nodes[v].x + graph.sizes[v].width &&
               p.y > nodes[v].y && p.y < nodes[v].y + graph.sizes[v].height)

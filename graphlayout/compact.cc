@@ -1,0 +1,324 @@
+/// @file
+/// Packing the blocks of a tree.
+#include "graphlayout/compact.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "graphlayout/adjacency.h"
+#include "graphlayout/simplegraph.h"
+
+namespace graphlayout {
+namespace {
+
+constexpr double kIndent = 16;   // of children: the trunk runs to their left
+constexpr double kTrunk = 6;     // from the parent's left edge
+constexpr double kDrop = 12;     // from the line above a row down to its blocks
+constexpr double kRowGap = 30;
+constexpr double kLevelGap = 2 * kDrop;  // from a node to the first row below it
+constexpr std::size_t kShortestFold = 6;  // nodes; shorter chains run down
+
+/// Where a block stands in the block that holds it.
+struct Slot {
+  Point corner;
+  double line = 0;       // y of the line above its row
+  bool stacked = false;  // below another block of the same row
+};
+
+/// How good an extent is: near to 1.75 times as wide as high, and small.
+double cost(double width, double height) {
+  return std::max(width, 1.75 * height) + 0.15 * std::sqrt(width * height);
+}
+
+/// Rows of blocks, in their order.
+class Rows {
+ public:
+  explicit Rows(double gap) : gap_(gap) {}
+
+  /// Finds the best row length and the slots. @param head  the extent above the rows.
+  Size pack(std::span<const Size> blocks, const Size& head, Point start, std::vector<Slot>& slots) {
+    double widest = 0, sum = 0;
+    for (const Size& block : blocks) {
+      widest = std::max(widest, block.width);
+      sum += block.width + gap_;
+    }
+    constexpr int kTries = 19;
+    const double growth = std::pow(std::max(sum / std::max(widest, 1.0), 1.0), 1.0 / (kTries - 1));
+    const int tries = blocks.size() == 1 ? 1 : kTries;
+    double length = widest, best_length = widest, least = HUGE_VAL;
+    for (int i = 0; i < tries; ++i, length = std::max(length * growth, length + 1)) {
+      const Size size = arrange(blocks, head, start, length, nullptr);
+      if (cost(size.width, size.height) >= least) continue;
+      least = cost(size.width, size.height);
+      best_length = length;
+      if (length > sum) break;
+    }
+    slots.resize(blocks.size());
+    return arrange(blocks, head, start, best_length, slots.data());
+  }
+
+ private:
+  Size arrange(std::span<const Size> blocks, const Size& head, Point start, double length,
+               Slot* slots) const {
+    Size size = head;
+    double row_top = start.y, row_bottom = start.y;
+    double column_x = start.x, column_width = 0, column_end = 0;
+    bool empty = true;  // the row
+    for (std::size_t i = 0; i < blocks.size(); ++i) {
+      const Size& block = blocks[i];
+      Slot slot;
+      if (!empty && block.width <= column_width && column_end + kRowGap + block.height <= row_bottom) {
+        slot = {{column_x, column_end + kRowGap}, row_top - kDrop, true};
+      } else {
+        if (!empty) column_x += column_width + gap_;
+        if (!empty && column_x + block.width > start.x + length) {
+          row_top = row_bottom + kRowGap;
+          column_x = start.x;
+        }
+        column_width = block.width;
+        slot = {{column_x, row_top}, row_top - kDrop, false};
+        row_bottom = column_x == start.x ? row_top + block.height : std::max(row_bottom, row_top + block.height);
+      }
+      empty = false;
+      column_end = slot.corner.y + block.height;
+      size.width = std::max(size.width, slot.corner.x + block.width);
+      size.height = std::max(size.height, column_end);
+      if (slots) slots[i] = slot;
+    }
+    return size;
+  }
+
+  const double gap_;
+};
+
+class Packing {
+ public:
+  Packing(std::span<const Size> sizes, std::span<const Arc> arcs, const Options& options)
+      : arcs_(arcs), gap_(options.node_gap), rows_(options.node_gap), out_(sizes.size(), {}, Incidence::kOut) {
+    for (const Size& size : sizes) sizes_.push_back(sane(size));
+    std::vector<Arc> legal;
+    for (std::uint32_t i = 0; i < arcs.size(); ++i) {
+      if (arcs[i].from >= sizes.size() || arcs[i].to >= sizes.size() || arcs[i].from == arcs[i].to) continue;
+      legal.push_back(arcs[i]);
+      number_.push_back(i);
+    }
+    out_ = Incidence(sizes.size(), legal, Incidence::kOut);
+    grow_tree(legal);
+  }
+
+  Compact run() {
+    compact_.blocks = sizes_;
+    slots_.resize(sizes_.size());
+    base_ = parent_;
+    for (auto v = order_.rbegin(); v != order_.rend(); ++v) {
+      if (!folded_[*v]) pack_block(*v);
+    }
+    pack_roots();
+    place();
+    bend();
+    return std::move(compact_);
+  }
+
+ private:
+  std::span<const std::uint32_t> children(std::uint32_t v) const {
+    return std::span(children_).subspan(first_child_[v], child_count_[v]);
+  }
+
+  /// By breadth, from the nodes without parents first; what loops hide from these, after them.
+  void grow_tree(std::span<const Arc> legal) {
+    const std::size_t count = sizes_.size();
+    compact_.tree_arcs.assign(count, Compact::kNoArc);
+    parent_.assign(count, kNone);
+    first_child_.assign(count, 0);
+    child_count_.assign(count, 0);
+    std::vector<bool> has_parent(count, false), seen(count, false);
+    for (const Arc& arc : legal) has_parent[arc.to] = true;
+    std::size_t done = 0;
+    const auto begin = [&](std::uint32_t v) {
+      if (seen[v]) return;
+      seen[v] = true;
+      roots_.push_back(v);
+      order_.push_back(v);
+    };
+    const auto spread = [&] {
+      for (; done < order_.size(); ++done) {
+        const std::uint32_t v = order_[done];
+        first_child_[v] = static_cast<std::uint32_t>(children_.size());
+        for (const std::uint32_t i : out_.of(v)) {
+          const std::uint32_t child = legal[i].to;
+          if (seen[child]) continue;
+          seen[child] = true;
+          parent_[child] = v;
+          compact_.tree_arcs[child] = number_[i];
+          children_.push_back(child);
+          order_.push_back(child);
+          ++child_count_[v];
+        }
+      }
+    };
+    for (std::uint32_t v = 0; v < count; ++v)
+      if (!has_parent[v]) begin(v);
+    spread();
+    for (std::uint32_t v = 0; v < count; ++v) {
+      begin(v);
+      spread();
+    }
+    find_chains();
+  }
+
+  /// A chain is folded at its first node, which holds all that follow.
+  void find_chains() {
+    folded_.assign(sizes_.size(), false);
+    for (const std::uint32_t head : order_) {
+      if (folded_[head] || child_count_[head] != 1) continue;
+      std::vector<std::uint32_t> chain;
+      for (std::uint32_t v = head; child_count_[v] == 1; v = children(v).front())
+        chain.push_back(children(v).front());
+      if (chain.size() < kShortestFold) continue;
+      // The last has a block of its own; the others are single boxes.
+      for (std::size_t i = 0; i + 1 < chain.size(); ++i) folded_[chain[i]] = true;
+      chains_.push_back({head, std::move(chain)});
+    }
+  }
+
+  void pack_block(std::uint32_t v) {
+    if (child_count_[v] == 0) return;
+    if (!chains_.empty() && chains_.back().head == v) {  // they were found from above
+      fold(chains_.back());
+      chains_.pop_back();
+      return;
+    }
+    boxes_.clear();
+    for (const std::uint32_t child : children(v)) boxes_.push_back(compact_.blocks[child]);
+    const Point start{kIndent, sizes_[v].height + kLevelGap};
+    compact_.blocks[v] = rows_.pack(boxes_, sizes_[v], start, found_);
+    for (std::size_t i = 0; i < found_.size(); ++i) slots_[children(v)[i]] = found_[i];
+  }
+
+  struct Chain {
+    std::uint32_t head;
+    std::vector<std::uint32_t> nodes;  // that follow
+  };
+
+  /// The chain in columns, each from above, below its head.
+  void fold(const Chain& chain) {
+    double sum = 0, tallest = 0;
+    for (const std::uint32_t v : chain.nodes) {
+      sum += compact_.blocks[v].height + kLevelGap;
+      tallest = std::max(tallest, compact_.blocks[v].height);
+    }
+    constexpr int kTries = 19;
+    const double growth = std::pow(std::max(sum / std::max(tallest, 1.0), 1.0), 1.0 / (kTries - 1));
+    double length = tallest, best = tallest, least = HUGE_VAL;
+    for (int i = 0; i < kTries; ++i, length = std::max(length * growth, length + 1)) {
+      const Size size = columns(chain, length, false);
+      if (cost(size.width, size.height) < least) least = cost(size.width, size.height), best = length;
+    }
+    compact_.blocks[chain.head] = columns(chain, best, true);
+  }
+
+  Size columns(const Chain& chain, double length, bool keep) {
+    Size size = sizes_[chain.head];
+    const double top = size.height + kLevelGap;
+    double x = kIndent, y = top, width = 0;
+    for (const std::uint32_t v : chain.nodes) {
+      const Size& block = compact_.blocks[v];
+      if (y > top && y + block.height > top + length) {
+        x += width + gap_ + kTrunk;  // room for the line up
+        y = top;
+        width = 0;
+      }
+      if (keep) {
+        slots_[v] = {{x, y}, 0, false};
+        base_[v] = chain.head;
+      }
+      width = std::max(width, block.width);
+      size.width = std::max(size.width, x + block.width);
+      size.height = std::max(size.height, y + block.height + kDrop);  // a line may leave it below
+      y += block.height + kLevelGap;
+    }
+    return size;
+  }
+
+  void pack_roots() {
+    boxes_.clear();
+    for (const std::uint32_t root : roots_) boxes_.push_back(compact_.blocks[root]);
+    if (boxes_.empty()) return;
+    const Size size = rows_.pack(boxes_, {}, {}, found_);
+    for (std::size_t i = 0; i < found_.size(); ++i) slots_[roots_[i]] = found_[i];
+    compact_.layout.width = size.width;
+    compact_.layout.height = size.height;
+  }
+
+  void place() {
+    std::vector<Point>& nodes = compact_.layout.nodes;
+    nodes.resize(sizes_.size());
+    for (const std::uint32_t v : order_) {
+      const Point origin = base_[v] == kNone ? Point{} : nodes[base_[v]];
+      nodes[v] = {origin.x + slots_[v].corner.x, origin.y + slots_[v].corner.y};
+    }
+  }
+
+  void bend() {
+    std::vector<std::uint32_t> child_of(arcs_.size(), kNone);
+    for (std::uint32_t v = 0; v < sizes_.size(); ++v)
+      if (compact_.tree_arcs[v] != Compact::kNoArc) child_of[compact_.tree_arcs[v]] = v;
+    Bends& bends = compact_.layout.bends;
+    bends.starts.push_back(0);
+    for (std::size_t i = 0; i < arcs_.size(); ++i) {
+      if (child_of[i] != kNone) lead_to(child_of[i], bends.points);
+      bends.starts.push_back(bends.points.size());
+    }
+  }
+
+  void lead_to(std::uint32_t v, std::vector<Point>& points) const {
+    const std::uint32_t parent = parent_[v];
+    const Point& p = compact_.layout.nodes[parent];
+    const Point& c = compact_.layout.nodes[v];
+    const double from = p.x + sizes_[parent].width / 2, to = c.x + sizes_[v].width / 2;
+    const double below = p.y + sizes_[parent].height + kDrop;
+    if (base_[v] != parent || folded_[v]) {  // from one node of a chain to the next
+      points.push_back({from, below});
+      if (c.y <= p.y) {
+        points.push_back({c.x - kTrunk, below});
+        points.push_back({c.x - kTrunk, c.y - kDrop});
+      }
+      points.push_back({to, c.y - kDrop});
+      return;
+    }
+    const double line = p.y + slots_[v].line;
+    points.push_back({from, below});
+    if (line > below) {
+      points.push_back({p.x + kTrunk, below});
+      points.push_back({p.x + kTrunk, line});
+    }
+    if (slots_[v].stacked) {
+      points.push_back({c.x - kTrunk, line});
+      points.push_back({c.x - kTrunk, c.y - kDrop});
+    }
+    points.push_back({to, c.y - kDrop});
+  }
+
+  const std::span<const Arc> arcs_;
+  const double gap_;
+  Rows rows_;
+  std::vector<Size> sizes_;
+  std::vector<std::uint32_t> number_;  // per legal arc, that of the caller
+  Incidence out_;
+  Compact compact_;
+  std::vector<std::uint32_t> parent_, roots_, order_;  // order_: parents before children
+  std::vector<std::uint32_t> children_, first_child_, child_count_;
+  std::vector<bool> folded_;  // stands in a chain, with no block of its own
+  std::vector<Chain> chains_;
+  std::vector<std::uint32_t> base_;  // per node that whose block it is placed in
+  std::vector<Slot> slots_, found_;
+  std::vector<Size> boxes_;
+};
+
+}  // namespace
+
+Compact compact(std::span<const Size> sizes, std::span<const Arc> arcs, const Options& options) {
+  return Packing(sizes, arcs, sane(options)).run();
+}
+
+}  // namespace graphlayout

@@ -1,0 +1,33 @@
+/// @file
+/// The compact picture: blocks within blocks, for graphs whose layered picture would be an endless ribbon.
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <vector>
+
+#include "graphlayout/layout.h"
+
+namespace graphlayout {
+
+/// A tree of the graph's arcs as blocks, and which arcs these are.
+struct Compact {
+  static constexpr std::uint32_t kNoArc = 0xFFFFFFFF;
+
+  /// Tree arcs run in right angles and share their lines; other arcs have no bends.
+  Layout layout;
+  /// Per node the arc that leads to it in the tree; kNoArc for a root.
+  std::vector<std::uint32_t> tree_arcs;
+  /// Per node the extent of its block, which holds it in the upper left corner and all below it in the tree.
+  /// That of a node within a folded chain is its own.
+  std::vector<Size> blocks;
+};
+
+/// The tree has every node under the first of its parents that is found from the roots by breadth; each
+/// parent has the blocks of its children below it, in rows of a length that makes its own block neither a
+/// ribbon nor a tower, short ones stacked beside tall ones. Chains of only children are folded into columns.
+/// No two nodes overlap. Linear.
+/// @param options  of the gaps, `node_gap` alone.
+Compact compact(std::span<const Size> sizes, std::span<const Arc> arcs, const Options& options = {});
+
+}  // namespace graphlayout

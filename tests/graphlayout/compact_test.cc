@@ -1,0 +1,159 @@
+/// @file
+/// The compact picture: blocks in blocks.
+#include "graphlayout/compact.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+
+#include "tests/graphlayout/drawing.h"
+#include "tests/support/scene_like_graph.h"
+
+namespace {
+
+using graphlayout::Arc;
+using graphlayout::Compact;
+using graphlayout::Point;
+
+Compact compact_of(const Graph& graph) { return graphlayout::compact(graph.sizes, graph.arcs); }
+
+/// No overlaps, every child in its parent's block, tree arcs in right angles and past all nodes.
+void expect_sound(const Graph& graph, const Compact& picture) {
+  expect_sound(graph, picture.layout);
+  const std::vector<Point>& nodes = picture.layout.nodes;
+  for (std::uint32_t v = 0; v < nodes.size(); ++v) {
+    const std::uint32_t arc = picture.tree_arcs[v];
+    if (arc == Compact::kNoArc) continue;
+    ASSERT_EQ(graph.arcs[arc].to, v);
+    const std::uint32_t parent = graph.arcs[arc].from;
+    std::vector<Point> line{
+        {nodes[parent].x + graph.sizes[parent].width / 2, nodes[parent].y + graph.sizes[parent].height}};
+    for (const Point& bend : picture.layout.bends.of(arc)) line.push_back(bend);
+    line.push_back({nodes[v].x + graph.sizes[v].width / 2, nodes[v].y});
+    for (std::size_t i = 0; i + 1 < line.size(); ++i)
+      EXPECT_TRUE(line[i].x == line[i + 1].x || line[i].y == line[i + 1].y) << "arc " << arc;
+  }
+}
+
+/// The lines of tree arcs that go through a node.
+std::size_t lines_through_nodes(const Graph& graph, const Compact& picture) {
+  std::size_t found = 0;
+  const std::vector<Point>& nodes = picture.layout.nodes;
+  for (std::size_t arc = 0; arc < graph.arcs.size(); ++arc) {
+    const auto bends = picture.layout.bends.of(arc);
+    for (std::size_t i = 0; i + 1 < bends.size(); ++i)
+      for (std::size_t v = 0; v < nodes.size(); ++v) {
+        const auto [left, right] = std::minmax(bends[i].x, bends[i + 1].x);
+        const auto [top, bottom] = std::minmax(bends[i].y, bends[i + 1].y);
+        found += left < nodes[v].x + graph.sizes[v].width && right > nodes[v].x &&
+                         top < nodes[v].y + graph.sizes[v].height && bottom > nodes[v].y
+                     ? 1
+                     : 0;
+      }
+  }
+  return found;
+}
+
+Graph scene(std::uint32_t nodes, std::uint64_t seed) {
+  const SceneLikeGraph made = scene_like_graph(nodes, seed);
+  Graph graph = graph_of(made.names.size(), {});
+  for (const auto& [from, to] : made.arcs) graph.arcs.push_back({from, to});
+  return graph;
+}
+
+Graph chain(std::uint32_t nodes) {
+  Graph graph = graph_of(nodes, {});
+  for (std::uint32_t i = 0; i + 1 < nodes; ++i) graph.arcs.push_back({i, i + 1});
+  return graph;
+}
+
+TEST(Compact, ChildrenStandBelowTheirParentInTheOrderOfTheirArcs) {
+  const Graph graph = graph_of(4, {{0, 2}, {0, 1}, {0, 3}});
+  const Compact picture = compact_of(graph);
+  expect_sound(graph, picture);
+  const auto& nodes = picture.layout.nodes;
+  for (const std::uint32_t v : {1u, 2u, 3u}) EXPECT_GT(nodes[v].y, nodes[0].y + 24);
+  EXPECT_TRUE(nodes[2].y < nodes[1].y || nodes[2].x < nodes[1].x);
+}
+
+TEST(Compact, AnArcThatIsNoTreeArcHasNoBends) {
+  const Graph graph = graph_of(4, {{0, 1}, {0, 2}, {1, 3}, {2, 3}, {3, 0}, {3, 3}, {0, 9}});
+  const Compact picture = compact_of(graph);
+  expect_sound(graph, picture);
+  EXPECT_EQ(picture.tree_arcs, (std::vector<std::uint32_t>{Compact::kNoArc, 0, 1, 2}))
+      << "the only node that nothing leads to but a loop is the root";
+  for (const std::size_t arc : {3u, 4u, 5u, 6u}) EXPECT_TRUE(picture.layout.bends.of(arc).empty());
+}
+
+TEST(Compact, BlocksHoldWhatIsBelow) {
+  const Graph graph = scene(300, 7);
+  const Compact picture = compact_of(graph);
+  const auto& nodes = picture.layout.nodes;
+  for (std::uint32_t v = 0; v < nodes.size(); ++v) {
+    if (picture.tree_arcs[v] == Compact::kNoArc) continue;
+    const std::uint32_t parent = graph.arcs[picture.tree_arcs[v]].from;
+    EXPECT_GE(nodes[v].x, nodes[parent].x);
+    EXPECT_LE(nodes[v].x + picture.blocks[v].width, nodes[parent].x + picture.blocks[parent].width + 0.01);
+    EXPECT_LE(nodes[v].y + picture.blocks[v].height, nodes[parent].y + picture.blocks[parent].height + 0.01);
+  }
+}
+
+TEST(Compact, ScenesAreNeitherRibbonsNorTowersAndNoLineGoesThroughANode) {
+  for (const std::uint32_t nodes : {30u, 300u, 1'000u, 10'000u}) {
+    SCOPED_TRACE(nodes);
+    const Graph graph = scene(nodes, nodes);
+    const Compact picture = compact_of(graph);
+    expect_sound(graph, picture);
+    EXPECT_LT(picture.layout.width, 3 * picture.layout.height);
+    EXPECT_LT(picture.layout.height, 2 * picture.layout.width);
+    if (nodes <= 1'000) {
+      EXPECT_EQ(lines_through_nodes(graph, picture), 0u);
+    }
+  }
+}
+
+TEST(Compact, AChainIsFolded) {
+  const Graph graph = chain(3'000);
+  const Compact picture = compact_of(graph);
+  expect_sound(graph, picture);
+  EXPECT_LT(picture.layout.width, 3 * picture.layout.height);
+  EXPECT_LT(picture.layout.height, 2 * picture.layout.width);
+  EXPECT_EQ(lines_through_nodes(graph, picture), 0u);
+}
+
+TEST(Compact, AnyGraphIsSound) {
+  for (std::uint64_t seed = 0; seed < 200 && !testing::Test::HasFailure(); ++seed) {
+    SCOPED_TRACE(seed);
+    Random random(seed);
+    const std::uint32_t nodes = random.below(80);
+    Graph graph;
+    for (std::uint32_t i = 0; i < nodes; ++i)
+      graph.sizes.push_back({20.0 + random.below(100), random.chance(10) ? 100.0 : 24});
+    for (std::uint32_t i = 0; i < nodes; ++i) graph.arcs.push_back({random.below(nodes), random.below(nodes)});
+    const Compact picture = compact_of(graph);
+    expect_sound(graph, picture);
+    EXPECT_EQ(lines_through_nodes(graph, picture), 0u);
+    EXPECT_EQ(compact_of(graph).layout.nodes, picture.layout.nodes);
+  }
+}
+
+TEST(Compact, LongChainsAndWideFamiliesTakeLinearTime) {
+  expect_sound(chain(100'000), compact_of(chain(100'000)));
+  Graph wide = graph_of(100'001, {});
+  for (std::uint32_t i = 1; i <= 100'000; ++i) wide.arcs.push_back({0, i});
+  expect_sound(wide, compact_of(wide));
+  Graph comb = graph_of(40'000, {});  // each with a leaf and another such
+  for (std::uint32_t i = 0; i + 2 < 40'000; i += 2) comb.arcs.insert(comb.arcs.end(), {{i, i + 1}, {i, i + 2}});
+  expect_sound(comb, compact_of(comb));
+}
+
+TEST(Compact, SizesThatAreNoneAreNone) {
+  Graph graph = graph_of(3, {{0, 1}, {0, 2}});
+  graph.sizes[1] = {std::numeric_limits<double>::quiet_NaN(), -5};
+  const Compact picture = compact_of(graph);
+  for (const Point& p : picture.layout.nodes) EXPECT_TRUE(std::isfinite(p.x) && std::isfinite(p.y));
+  EXPECT_TRUE(compact_of({}).layout.nodes.empty());
+}
+
+}  // namespace
