@@ -191,21 +191,17 @@ void GraphWindow::showSteps() {
   show(kRedoLabel, history_.to_redo());
 }
 
-void GraphWindow::undo() {
-  const Step* const step = gestures_.editing() ? history_.undo() : nullptr;
-  if (!step) return;
-  std::printf("Undo %s\n", step->label.c_str());
-  step->change.undo(*qis);
-  if (step->picture) step->picture->undo();
-  dialogs_.showWhetherCurrent();
-}
+void GraphWindow::undo() { carryOut(kUndoLabel, &History::undo, &qi::Change::undo, &StepPicture::undo); }
 
-void GraphWindow::redo() {
-  const Step* const step = gestures_.editing() ? history_.redo() : nullptr;
+void GraphWindow::redo() { carryOut(kRedoLabel, &History::redo, &qi::Change::redo, &StepPicture::redo); }
+
+void GraphWindow::carryOut(const char* label, const Step* (History::*take)(),
+                           void (qi::Change::*change)(Qis&) const, void (StepPicture::*picture)()) {
+  const Step* const step = gestures_.editing() ? (history_.*take)() : nullptr;
   if (!step) return;
-  std::printf("Redo %s\n", step->label.c_str());
-  step->change.redo(*qis);
-  if (step->picture) step->picture->redo();
+  std::printf("%s %s\n", label, step->label.c_str());
+  (step->change.*change)(*qis);
+  if (step->picture) (*step->picture.*picture)();
   dialogs_.showWhetherCurrent();
 }
 

@@ -109,6 +109,9 @@ class GraphWindow : public VkWindow, private SceneDisplay, private TextureDispla
   void deleteLinkMenu() { gestures_.deleteSelectedLink(); }
   void undo();
   void redo();
+  /// Carries out the step that `take` gives, if there is one and Edit Mode is on.
+  void carryOut(const char* label, const Step* (History::*take)(), void (qi::Change::*change)(Qis&) const,
+                void (StepPicture::*picture)());
   /// Shows in the menu which step each would take back or make again.
   void showSteps();
   void historyChanged();

@@ -13,6 +13,7 @@
 #include <string>
 
 #include "viewkit/forward.h"
+#include "viewkit/textentry.h"
 #include "viewkit/vkgraph.h"
 #include "viewkit/xraii.h"
 
@@ -43,6 +44,7 @@ GraphStrip::GraphStrip(const char* name, Widget parent, VkGraph& graph) : VkComp
   button("zoomFit", &Forward<&GraphStrip::zoomFit>::call);
   XtVaCreateManagedWidget("findLabel", xmLabelWidgetClass, row, nullptr);
   find_ = XtVaCreateManagedWidget("find", xmTextFieldWidgetClass, row, nullptr);
+  viewkit::keepControlsOut(find_);
   XtAddCallback(find_, XmNvalueChangedCallback, &Forward<&GraphStrip::findChanged>::call, this);
   XtAddCallback(find_, XmNactivateCallback, &Forward<&GraphStrip::findNext>::call, this);
   notFound_ = XtVaCreateWidget("notFound", xmLabelWidgetClass, row, nullptr);

@@ -466,9 +466,10 @@ TEST_F(Quilscene, VersionIsTheProjects) {
   EXPECT_EQ(run("--version").out, "quilscene " + std::string(support::project_version()) + "\n");
 }
 
-TEST_F(Quilscene, ManPageIsWellFormed) {
+TEST_F(Quilscene, ManPagesAreWellFormed) {
   const std::string line = "mandoc -Tlint -W warning " + support::project_file("docs/quilscene.1").string() +
-                           " >" + scratch_ / "lint";
+                           " " + support::project_file("docs/quileditor.1").string() + " >" +
+                           scratch_ / "lint";
   EXPECT_EQ(std::system(line.c_str()), 0) << written("lint");
 }
 

@@ -5,6 +5,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <functional>
+
 #include "tests/editor/recordingprompts.h"
 #include "tests/support/files.h"
 #include "tests/support/scenestep.h"
@@ -44,6 +46,19 @@ class Unsaved : public testing::Test {
       next_ = work_->tend(now_);
       return next_ != 100ms;
     }));
+  }
+  /// A copy can't be written, for this reason, until `mend` is called.
+  void expectTriedAgain(const char* reason, const std::function<void()>& mend) {
+    change("one");
+    pass(0s);
+    pass(60s);
+    EXPECT_THAT(copies(), IsEmpty());
+    ASSERT_EQ(prompts_.lines.size(), 1u);
+    EXPECT_THAT(prompts_.lines[0], HasSubstr(reason));
+    EXPECT_EQ(next_, 60s);
+    mend();
+    pass(60s);
+    EXPECT_THAT(copies(), ElementsAre("/scenes/a: one"));
   }
   std::vector<std::string> copies() const {
     std::error_code error;
@@ -175,30 +190,13 @@ TEST_F(Unsaved, WorkThatIsRecoveredIsUnsavedAndItsCopyStaysUntilThereIsANewerOne
 }
 
 TEST_F(Unsaved, WorkThatCannotBeKeptIsToldAndTriedAgain) {
-  change("one");
   write_fails_ = true;
-  pass(0s);
-  pass(60s);
-  EXPECT_THAT(copies(), IsEmpty());
-  ASSERT_EQ(prompts_.lines.size(), 1u);
-  EXPECT_THAT(prompts_.lines[0], HasSubstr("can't keep a recovery copy in this folder"));
-  EXPECT_EQ(next_, 60s);
-  write_fails_ = false;
-  pass(60s);
-  EXPECT_THAT(copies(), ElementsAre("/scenes/a: one"));
+  expectTriedAgain("can't keep a recovery copy in this folder", [this] { write_fails_ = false; });
 }
 
 TEST_F(Unsaved, WorkThatCannotBeKeptForWantOfAFolderIsToldAndTriedAgain) {
   write_file(directory_ / "quileditor", "no folder");
-  change("one");
-  pass(0s);
-  pass(60s);
-  ASSERT_EQ(prompts_.lines.size(), 1u);
-  EXPECT_THAT(prompts_.lines[0], HasSubstr("Not a directory"));
-  EXPECT_EQ(next_, 60s);
-  fs::remove(directory_ / "quileditor");
-  pass(60s);
-  EXPECT_THAT(copies(), ElementsAre("/scenes/a: one"));
+  expectTriedAgain("Not a directory", [this] { fs::remove(directory_ / "quileditor"); });
 }
 
 TEST_F(Unsaved, WorkGoesOnWhileACopyIsWritten) {

@@ -493,6 +493,15 @@ TEST_F(Strip, TypingFindsAndReturnGoesOn) {
   EXPECT_FALSE(XtIsManaged(part("notFound")));
 }
 
+TEST_F(Strip, ControlCharactersDontEnterTheField) {
+  type("left");
+  hands().key("s", {"Control_L"});
+  hands().key("e", {"Control_L"});
+  settle();
+  EXPECT_EQ(viewkit::XtText(XmTextFieldGetString(part("find"))).get(), std::string("left"));
+  EXPECT_THAT(selected(), ElementsAre("left"));
+}
+
 TEST_F(Strip, SaysWhatIsNotFound) {
   type("left");
   EXPECT_THAT(selected(), ElementsAre("left"));
