@@ -13,6 +13,7 @@
 #include <utility>
 #include <vector>
 
+#include "viewkit/longcolumns.h"
 #include "viewkit/xraii.h"
 
 using items::ItemKind;
@@ -21,10 +22,8 @@ namespace viewkit {
 namespace {
 
 // Pixels.
-constexpr int kRowGap = 5;
 constexpr int kSeparatorGap = 9;  // above and below the line
 constexpr int kSectionGap = 18;   // between the column of groups' labels and the rows
-constexpr int kLabelGap = 8;      // between a label and its field
 constexpr int kCellGap = 14;      // between a field and what follows
 
 struct Rect {
@@ -61,7 +60,7 @@ struct CellWidth {
 };
 
 /// The distance from the left edge of a cell to its field.
-int fieldOffset(const CellWidth& width) { return width.label > 0 ? width.label + kLabelGap : 0; }
+int fieldOffset(const CellWidth& width) { return width.label > 0 ? width.label + kPrefLabelGap : 0; }
 
 /// Rows whose cells stand below each other.
 struct Columns {
@@ -99,7 +98,9 @@ char shapeOf(const Cell& cell, bool first) {
 
 void gatherCells(const VkPrefItem& item, Row& row, Widget label) {
   if (const VkPrefGroup* const group = item.asGroup()) {
-    if (isColumn(item)) {
+    if (viewkit::LongColumns::isOne(item)) {
+      row.cells.push_back({.label = label, .field = item.baseWidget()});
+    } else if (isColumn(item)) {
       Cell cell{.block = std::make_unique<Grid>()};
       gather(*group, *cell.block, label, true);
       if (!cell.block->rows.empty()) row.cells.push_back(std::move(cell));
@@ -140,13 +141,15 @@ void gatherRow(const VkPrefItem& item, Grid& grid, Widget section, bool nested) 
       row.section = label;
     for (int i = 0; i < group->size(); ++i)
       gatherCells(*group->item(i), row, visibleLabel(group->item(i)->labelWidget()));
+    if (group->longColumns()) row.cells.push_back({.field = group->longColumns()->bar()});
     if (group->tail() && !row.cells.empty()) row.cells.push_back({.field = group->tail()});
   }
   if (row.cells.empty()) {
     if (label) grid.rows.push_back(heading(label));
     return;
   }
-  if (std::ranges::any_of(row.cells, [](const Cell& cell) { return cell.block != nullptr; })) {
+  if ((group && group->longColumns()) ||
+      std::ranges::any_of(row.cells, [](const Cell& cell) { return cell.block != nullptr; })) {
     // Too much for one line: its label gets a line of its own.
     if (const Widget head = row.section ? std::exchange(row.section, nullptr) : row.label) {
       row.label = nullptr;
@@ -192,7 +195,7 @@ PrefSize sizeOf(const Cell& cell) {
   if (cell.block) return {cell.block->width, cell.block->height};
   PrefSize size = naturalSize(cell.field);
   if (const PrefSize tail = naturalSize(cell.tail); tail.width > 0) {
-    size.width += kLabelGap + tail.width;
+    size.width += kPrefLabelGap + tail.width;
     size.height = std::max(size.height, tail.height);
   }
   return size;
@@ -207,8 +210,8 @@ int heightOf(const Row& row) {
 
 /// The distance from the top of a row to the top of the next.
 int advanceOf(const Row& row) {
-  return row.separator ? naturalSize(row.separator).height + 2 * kSeparatorGap - kRowGap
-                       : heightOf(row) + kRowGap;
+  return row.separator ? naturalSize(row.separator).height + 2 * kSeparatorGap - kPrefRowGap
+                       : heightOf(row) + kPrefRowGap;
 }
 
 /// The columns for a row. It shares those of earlier rows whose cells are of the same kinds as its own, as
@@ -230,7 +233,7 @@ std::vector<int> cellStarts(const Grid& grid, std::size_t rowNumber) {
   const Row& row = grid.rows[rowNumber];
   const std::vector<CellWidth>& widths = grid.columns[grid.columnsOf[rowNumber]].widths;
   std::vector<int> starts;
-  int x = grid.sectionWidth + (row.label ? grid.labelWidth[rowNumber] + kLabelGap : 0);
+  int x = grid.sectionWidth + (row.label ? grid.labelWidth[rowNumber] + kPrefLabelGap : 0);
   for (std::size_t c = 0; c < row.cells.size(); ++c) {
     starts.push_back(x);
     const int field = c + 1 < row.cells.size() ? widths[c].field : sizeOf(row.cells[c]).width;
@@ -273,7 +276,7 @@ void measure(Grid& grid) {
     grid.height += advanceOf(grid.rows[i]);
     if (!grid.rows[i].separator) grid.width = std::max(grid.width, cellStarts(grid, i).back());
   }
-  grid.height -= kRowGap;
+  grid.height -= kPrefRowGap;
 }
 
 // ---- placing
@@ -289,7 +292,7 @@ void place(const Grid& grid, Places& places, int x, int y, int width) {
   for (std::size_t r = 0; r < grid.rows.size(); ++r) {
     const Row& row = grid.rows[r];
     if (row.separator) {
-      places[row.separator] = {x, y + kSeparatorGap - kRowGap, width, naturalSize(row.separator).height};
+      places[row.separator] = {x, y + kSeparatorGap - kPrefRowGap, width, naturalSize(row.separator).height};
       y += advanceOf(row);
       continue;
     }
@@ -307,7 +310,7 @@ void place(const Grid& grid, Places& places, int x, int y, int width) {
       put(places, cell.label, x + starts[c], y, height);
       const int field = x + starts[c] + fieldOffset(widths[c]);
       put(places, cell.field, field, y, height);
-      put(places, cell.tail, field + naturalSize(cell.field).width + kLabelGap, y, height);
+      put(places, cell.tail, field + naturalSize(cell.field).width + kPrefLabelGap, y, height);
     }
     y += advanceOf(row);
   }
@@ -347,6 +350,9 @@ void collect(const VkPrefItem& item, const Places& places, Placed& placed);
 Rect fill(const VkPrefGroup& group, const Places& places, const Rect* given) {
   Placed inside;
   for (int i = 0; i < group.size(); ++i) collect(*group.item(i), places, inside);
+  if (group.longColumns())
+    if (const auto bar = places.find(group.longColumns()->bar()); bar != places.end())
+      inside.add(bar->first, bar->second);
   const Rect whole = given ? *given : inside.whole;
   std::vector<Widget> children;
   for (const auto& [widget, rect] : inside.widgets) {

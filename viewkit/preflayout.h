@@ -14,6 +14,8 @@ struct PrefSize {
 
 /// Pixels that are kept free around the items.
 inline constexpr int kPrefMargin = 12;
+/// Pixels between two rows, and between a label and its field.
+inline constexpr int kPrefRowGap = 5, kPrefLabelGap = 8;
 
 /// The size that a widget would like to have; zero for none.
 PrefSize naturalSize(Widget widget);

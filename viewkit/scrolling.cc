@@ -10,27 +10,46 @@
 namespace viewkit {
 namespace {
 
-constexpr int kWheelStep = 60;    // pixels
+constexpr int kWheelStep = 60;  // pixels
+constexpr int kWheelRows = 3;
 constexpr int kFocusMargin = 20;  // pixels that are shown around what has the focus
 
 XtEventDispatchProc nextPressDispatcher, nextReleaseDispatcher;
 
+bool isScrolledArea(Widget widget) {
+  if (!XmIsScrolledWindow(widget)) return false;
+  unsigned char policy = XmAPPLICATION_DEFINED;
+  XtVaGetValues(widget, XmNscrollingPolicy, &policy, nullptr);
+  return policy == XmAUTOMATIC;
+}
+
 /// The nearest scrolled area around the widget that an event went to, or null.
 Widget areaAround(const XButtonEvent& event) {
   Widget widget = XtWindowToWidget(event.display, event.window);
-  for (; widget && !XtIsShell(widget); widget = XtParent(widget)) {
-    if (!XmIsScrolledWindow(widget)) continue;
-    unsigned char policy = XmAPPLICATION_DEFINED;
-    XtVaGetValues(widget, XmNscrollingPolicy, &policy, nullptr);
-    if (policy == XmAUTOMATIC) return widget;
-  }
-  return nullptr;
+  while (widget && !isScrolledArea(widget)) widget = XtIsShell(widget) ? nullptr : XtParent(widget);
+  return widget;
 }
 
 // A wheel that tilts has two more buttons.
 constexpr unsigned kTiltLeft = 6, kTiltRight = 7;
 
 bool isWheel(const XButtonEvent& event) { return event.button >= Button4 && event.button <= kTiltRight; }
+
+bool isBack(const XButtonEvent& press) { return press.button == Button4 || press.button == kTiltLeft; }
+
+/// The bar of rows that the wheel was turned over, if they scroll further that way; otherwise null.
+Widget barOfRows(Widget area, const XButtonEvent& press) {
+  if (press.button >= kTiltLeft || (press.state & ShiftMask)) return nullptr;
+  for (Widget widget = XtWindowToWidget(press.display, press.window); widget != area;
+       widget = XtParent(widget)) {
+    const Widget bar = XtNameToWidget(widget, kRowsBar);
+    if (!bar) continue;
+    int value = 0, slider = 0, maximum = 0;
+    XtVaGetValues(bar, XmNvalue, &value, XmNsliderSize, &slider, XmNmaximum, &maximum, nullptr);
+    if (isBack(press) ? value > 0 : value + slider < maximum) return bar;
+  }
+  return nullptr;
+}
 
 /// The bar that a turn of the wheel moves; null when the area shows all there is in that direction.
 Widget barFor(Widget area, const XButtonEvent& press) {
@@ -52,8 +71,11 @@ Boolean dispatchPress(XEvent* event) {
   const XButtonEvent& press = event->xbutton;
   const Widget area = isWheel(press) ? areaAround(press) : nullptr;
   if (!area) return nextPressDispatcher(event);
-  const bool back = press.button == Button4 || press.button == kTiltLeft;
-  if (const Widget bar = barFor(area, press)) scroll(bar, back ? -kWheelStep : kWheelStep);
+  const int direction = isBack(press) ? -1 : 1;
+  if (const Widget rows = barOfRows(area, press))
+    scroll(rows, direction * kWheelRows);
+  else if (const Widget bar = barFor(area, press))
+    scroll(bar, direction * kWheelStep);
   // A press on an option menu freezes the pointer until the menu handles it, and this press never gets there.
   XAllowEvents(press.display, AsyncPointer, CurrentTime);
   return True;

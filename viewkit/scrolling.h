@@ -6,6 +6,10 @@
 
 namespace viewkit {
 
+/// The name of a scroll bar that moves, by rows, what it and its siblings show: the wheel moves it, and the
+/// area around only when it is at its end.
+inline constexpr char kRowsBar[] = "rowsScrollBar";
+
 /// Makes an area, unmanaged, that shows its one child through a view with scroll bars where they are needed.
 /// The wheel scrolls it wherever the pointer is in it, sideways with Shift or where that is the only way, and
 /// a widget that gets the focus comes into view.

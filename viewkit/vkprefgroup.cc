@@ -7,6 +7,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "viewkit/longcolumns.h"
+
 using items::Item;
 using items::ItemKind;
 using items::Look;
@@ -43,6 +45,12 @@ VkPrefRadio::VkPrefRadio(const char* name, bool horizontal, bool noLabel)
 
 VkPrefList::VkPrefList(const char* name) : VkPrefList(std::make_unique<Item>(ItemKind::list, name)) {}
 
+VkPrefGroup::VkPrefGroup(Item& group) : VkPrefItem(group) { showItems(); }
+
+VkPrefGroup::VkPrefGroup(std::unique_ptr<Item> group) : VkPrefItem(std::move(group)) { showItems(); }
+
+VkPrefGroup::~VkPrefGroup() = default;
+
 void VkPrefGroup::showItems() {
   for (std::size_t i = 0; i < model().size(); ++i) items_.push_back(showing(model().item(i)));
 }
@@ -72,7 +80,15 @@ void VkPrefGroup::createWidgets(Widget parent) {
   if (model().kind() != ItemKind::list && !model().look().no_label) createLabel(parent);
   showIn(XtVaCreateWidget(baseName().c_str(), xmDrawingAreaWidgetClass, parent, XmNmarginWidth, 0,
                           XmNmarginHeight, 0, XmNresizePolicy, XmRESIZE_NONE, nullptr));
+  if (viewkit::LongColumns::isOne(*this)) return;  // the group that holds it makes its rows
   for (const auto& item : items_) item->createWidgets(baseWidget());
+  if (std::ranges::any_of(items_, [](const auto& item) { return viewkit::LongColumns::isOne(*item); }))
+    longColumns_ = std::make_unique<viewkit::LongColumns>(*this);
+}
+
+void VkPrefGroup::widgetDestroyed() {
+  longColumns_.reset();
+  VkPrefItem::widgetDestroyed();
 }
 
 Widget VkPrefGroup::focusWidget() const {

@@ -9,12 +9,17 @@
 
 #include "viewkit/vkprefitem.h"
 
+namespace viewkit {
+class LongColumns;
+}
+
 /// Items side by side or one below the other, with a label of its own (unless `noLabel`).
 class VkPrefGroup : public VkPrefItem {
  public:
   explicit VkPrefGroup(const char* name, bool horizontal = false, bool noLabel = false);
   /// Shows a group with all that is in it.
-  explicit VkPrefGroup(items::Item& group) : VkPrefItem(group) { showItems(); }
+  explicit VkPrefGroup(items::Item& group);
+  ~VkPrefGroup() override;
   const char* className() const override { return "VkPrefGroup"; }
 
   /// Appends an item that was made with a name, before the group's widgets are made. @returns the item.
@@ -34,6 +39,9 @@ class VkPrefGroup : public VkPrefItem {
   const VkPrefGroup* asGroup() const override { return this; }
 
   bool horizontal() const { return model().look().horizontal; }
+  /// What makes the rows of the columns in this group that are too long; null when there are no such columns
+  /// or no widgets.
+  const viewkit::LongColumns* longColumns() const { return longColumns_.get(); }
 
   void createWidgets(Widget parent) override;
   /// That of the first item that takes the focus.
@@ -41,13 +49,15 @@ class VkPrefGroup : public VkPrefItem {
 
  protected:
   /// Shows a group of its own, with all that is in it.
-  explicit VkPrefGroup(std::unique_ptr<items::Item> group) : VkPrefItem(std::move(group)) { showItems(); }
+  explicit VkPrefGroup(std::unique_ptr<items::Item> group);
+  void widgetDestroyed() override;
 
  private:
   void showItems();
   void append(std::unique_ptr<VkPrefItem> item);
 
   std::vector<std::unique_ptr<VkPrefItem>> items_;
+  std::unique_ptr<viewkit::LongColumns> longColumns_;
 };
 
 /// A group of toggles of which the user turns on one at a time. A program may set them as it likes.

@@ -17,6 +17,7 @@
 #include <cstdlib>
 
 #include "viewkit/forward.h"
+#include "viewkit/textdrawing.h"
 #include "viewkit/textentry.h"
 #include "viewkit/xraii.h"
 
@@ -69,6 +70,16 @@ void VkPrefItem::restyled() {
 }
 
 void VkPrefItem::widgetDestroyed() { label_ = tail_ = nullptr; }
+
+void VkPrefItem::releaseWidgets() {
+  for (const Widget widget : {label_, baseWidget()}) {
+    if (!widget) continue;
+    if (widget == baseWidget()) setBaseWidget(nullptr);
+    viewkit::releaseTextDrawing(widget);
+    XtDestroyWidget(widget);
+  }
+  widgetDestroyed();
+}
 
 void VkPrefItem::createLabel(Widget parent) {
   label_ = XtVaCreateWidget((std::string(name()) + "Label").c_str(), xmLabelWidgetClass, parent, XmNalignment,

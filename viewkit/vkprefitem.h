@@ -68,6 +68,9 @@ class VkPrefItem : public VkComponent, private items::Watcher {
   /// The widget that a key goes to when the item has the focus; null when it takes none.
   virtual Widget focusWidget() const { return nullptr; }
 
+  /// Destroys the item's widgets. createWidgets makes them again.
+  void releaseWidgets();
+
   /// Puts a widget, made below the base widget's parent, after the item. It stays its maker's.
   void setTail(Widget tail) { tail_ = tail; }
   Widget tail() const { return tail_; }
