@@ -1,16 +1,19 @@
 /// @file
 /// Measures what a person waits for: a large scene from its file to the first painted picture, and a step of
-/// scrolling through it, on a virtual screen.
+/// scrolling through it, on a virtual screen; and how much of what is painted is arcs.
 #include <X11/Xlib.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <chrono>
+#include <cmath>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 #include "editor/graphwindow.h"
 #include "editor/look.h"
@@ -92,10 +95,101 @@ void measure(GraphWindow& window, const Size& size, const std::string& file, std
                open, build, layout, first_paint, all, all / size.limit, step * 1000, step / kScrollLimit);
 }
 
+/// The share of the pixels outside nodes that arcs cover, in what is painted now.
+double ink(VkGraph& graph, const std::vector<const VkNode*>& nodes) {
+  const Widget widget = graph.graphWidget();
+  const SgRectangle view = SgGraphViewport(widget);
+  const auto width = static_cast<int>(view.width), height = static_cast<int>(view.height);
+  Pixel arc = 0, far_arc = 0;
+  XtVaGetValues(widget, SgNarcColor, &arc, SgNfarArcColor, &far_arc, nullptr);
+  paint(graph);
+  const viewkit::ImagePtr image(XGetImage(XtDisplay(widget), XtWindow(widget), 0, 0,
+                                          static_cast<unsigned>(width), static_cast<unsigned>(height),
+                                          AllPlanes, ZPixmap));
+  std::vector<char> is_node(static_cast<std::size_t>(width) * static_cast<std::size_t>(height));
+  for (const VkNode* const node : nodes) {
+    // A node has at least a pixel.
+    const SgRectangle box = SgGraphNodeRectangle(node->baseWidget());
+    const auto held = [](double place, int end) {
+      return static_cast<int>(std::clamp(std::lround(place), 0l, long{end}));
+    };
+    const int right = held(std::max(box.right(), box.x + 1), width),
+              bottom = held(std::max(box.bottom(), box.y + 1), height);
+    for (int y = held(box.y, height); y < bottom; ++y)
+      for (int x = held(box.x, width); x < right; ++x) is_node[static_cast<std::size_t>(y * width + x)] = 1;
+  }
+  std::size_t outside = 0, covered = 0;
+  for (int y = 0; y < height; ++y)
+    for (int x = 0; x < width; ++x) {
+      if (is_node[static_cast<std::size_t>(y * width + x)]) continue;
+      ++outside;
+      const Pixel pixel = XGetPixel(image.get(), x, y);
+      covered += pixel == arc || pixel == far_arc;
+    }
+  return static_cast<double>(covered) / static_cast<double>(std::max<std::size_t>(outside, 1));
+}
+
+struct InkLimits {
+  double median, ninth;  ///< at 100 %; nine of ten windows have less than `ninth`
+};
+
+/// Prints how much of the window arcs cover, at 100 % around nodes here and there, and when all is in view.
+void measure_ink(VkGraph& graph, const char* name, const InkLimits& limits, std::FILE* figures) {
+  constexpr double kFittedLimit = 0.03;
+  constexpr int kPlaces = 41;
+  const Widget widget = graph.graphWidget();
+  // Edges of nodes are no arcs.
+  XtVaSetValues(widget, SgNnodeBorderColor, Pixel{0x010203}, SgNshowOverview, False, nullptr);
+  SgGraphSetZoom(widget, 1);
+  std::vector<const VkNode*> nodes;
+  for (const VkNode* node = graph.findPart("_", nullptr); node && nodes.size() < graph.numNodes();
+       node = graph.findPart("_", node))
+    nodes.push_back(node);
+  std::vector<double> shares;
+  for (int i = 0; i < kPlaces; ++i) {
+    const SgRectangle view = SgGraphViewport(widget);
+    const std::size_t chosen = nodes.size() * static_cast<std::size_t>(2 * i + 1) / (2 * kPlaces);
+    SgGraphScrollTo(widget, SgGraphNodeBounds(nodes[chosen]->baseWidget()).middle(), view.middle());
+    shares.push_back(ink(graph, nodes));
+  }
+  std::ranges::sort(shares);
+  SgGraphZoomToFit(widget);
+  std::fprintf(figures, "%-28s %8zu  %8.2f (%4.1f)  %8.2f (%4.1f)  %8.2f (%4.1f)\n", name, graph.numNodes(),
+               100 * shares[kPlaces / 2], 100 * limits.median, 100 * shares[kPlaces * 9 / 10],
+               100 * limits.ninth, 100 * ink(graph, nodes), 100 * kFittedLimit);
+}
+
+/// A graph of a thousand nodes with four arcs each.
+void fill_densely(VkGraph& graph) {
+  constexpr std::uint32_t kNodes = 1000, kArcs = 4000;
+  graph.clearAll();
+  std::vector<VkNode*> nodes;
+  for (std::uint32_t i = 0; i < kNodes; ++i)
+    nodes.push_back(graph.make<>(("node_" + std::to_string(i)).c_str()));
+  std::uint32_t state = 1;
+  const auto random = [&](std::uint32_t below) {
+    return (state = state * 1664525u + 1013904223u) / 7 % below;
+  };
+  for (std::uint32_t i = 1; i < kNodes; ++i) graph.add(nodes[random(i)], nodes[i]);
+  for (std::uint32_t i = kNodes; i < kArcs; ++i) graph.add(nodes[random(kNodes)], nodes[random(kNodes)]);
+  graph.displayAll();
+  graph.doLayout();
+}
+
+void show_city(GraphWindow& window, std::uint32_t objects, const std::string& file) {
+  Qis city = samples::city(objects, 0);
+  if (!qiSaveAsQb2(city, file) || quilread(file) != 1) throw std::runtime_error("can't write " + file);
+  VkGraph& graph = window.graph();
+  graph.clearAll();
+  window.struct_graph(&graph);
+  graph.displayAll();
+  graph.doLayout();
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
-  const support::XServer server;
+  const support::XServer server(24, 1920, 1200);
   setenv("DISPLAY", server.display().c_str(), 1);
   const ScratchHome home;
   std::filesystem::copy_file(support::project_file("samples/quilcnvops.template"), home.options_file());
@@ -112,5 +206,19 @@ int main(int argc, char** argv) {
       figures,
       "   nodes      open     build    layout     paint       all     ratio     step(ms)     ratio\n");
   for (const Size& size : kSizes) measure(window, size, home.dir() / "city.quil", figures);
+
+  std::fprintf(figures,
+               "\nThe share of the pixels outside nodes that arcs cover in a window, in %% (limit)\n");
+  std::fprintf(figures, "%-28s %8s  %15s  %15s  %15s\n", "", "nodes", "100 %: median", "nine of ten",
+               "all in view");
+  constexpr InkLimits kUsual{0.01, 0.015}, kDense{0.05, 0.07};
+  XtVaSetValues(window.baseWidget(), XmNwidth, 1917, XmNheight, 1090, nullptr);
+  while (XtAppPending(app.appContext()) != 0) XtAppProcessEvent(app.appContext(), XtIMAll);
+  for (const std::uint32_t objects : {25u, 250u, 830u, 8300u, 83000u}) {
+    show_city(window, objects, home.dir() / "city.quil");
+    measure_ink(window.graph(), "scene", kUsual, figures);
+  }
+  fill_densely(window.graph());
+  measure_ink(window.graph(), "four arcs a node", kDense, figures);
   std::fclose(figures);
 }

@@ -29,6 +29,7 @@ constexpr const char* kRecoverLabel = "Recover...";
 constexpr const char* kEditModeLabel = "Edit Mode";
 constexpr const char* kUndoLabel = "Undo";
 constexpr const char* kRedoLabel = "Redo";
+constexpr const char* kOverviewLabel = "Overview";
 constexpr const char* kTextureImageLabel = "Display Texture Image";
 
 }  // namespace
@@ -71,6 +72,9 @@ std::unique_ptr<VkGraph> GraphWindow::makeView() {
   XtAddCallback(graph, SgNnewArcCallback, newArcCallback, this);
   XtAddCallback(graph, SgNarcMovedCallback, arcMovedCallback, this);
   XtAddCallback(graph, SgNdefaultActionCallback, defaultActionCallback, this);
+  XtAddCallback(graph, SgNoverviewCallback, overviewKeyCallback, this);
+  XtVaSetValues(graph, SgNshowOverview, True, nullptr);
+  showOverview(true);
   view->displayAll();
   view->doLayout();
   addView(view.get());
@@ -96,6 +100,8 @@ void GraphWindow::addMenus() {
   static const VkMenuDesc view[] = {
       {kAction, "Default", setDefaultCallback},
       {kToggle, kTextureImageLabel, dpyimgCallback},
+      kSeparator,
+      {kToggle, kOverviewLabel, overviewCallback},
       kEnd,
   };
   static const VkMenuDesc display_lists[] = {
@@ -138,6 +144,20 @@ void GraphWindow::addMenus() {
 VkMenuToggle* GraphWindow::textureImageToggle() const {
   const auto* pane = menu()->findNamedItem<VkMenu>("View");
   return pane ? pane->findNamedItem<VkMenuToggle>(kTextureImageLabel) : nullptr;
+}
+
+void GraphWindow::overview(XmToggleButtonCallbackStruct& toggle) {
+  XtVaSetValues(graph_->graphWidget(), SgNshowOverview, toggle.set != XmUNSET, nullptr);
+}
+
+void GraphWindow::overviewKey(SgGraphCallbackStruct&) {
+  Boolean shown = False;
+  XtVaGetValues(graph_->graphWidget(), SgNshowOverview, &shown, nullptr);
+  showOverview(shown);
+}
+
+void GraphWindow::showOverview(bool shown) {
+  menu()->findNamedItem<VkMenuToggle>(kOverviewLabel)->setVisualState(shown);
 }
 
 void GraphWindow::setEditing(bool on) {

@@ -118,6 +118,10 @@ class GraphWindow : public VkWindow, private SceneDisplay, private TextureDispla
 
   // View.
   void setDefault();
+  void overview(XmToggleButtonCallbackStruct& toggle);
+  void overviewKey(SgGraphCallbackStruct& call);
+  /// Shows in the menu whether the map is on.
+  void showOverview(bool shown);
   void dpyimg() { _displayTexImg = _displayTexImg > 0 ? 0 : 1; }
 
   // KAVO tool.
@@ -166,6 +170,8 @@ class GraphWindow : public VkWindow, private SceneDisplay, private TextureDispla
   static constexpr auto redoCallback = forward<&GraphWindow::redo>;
   static constexpr auto setDefaultCallback = forward<&GraphWindow::setDefault>;
   static constexpr auto dpyimgCallback = forward<&GraphWindow::dpyimg>;
+  static constexpr auto overviewCallback = forward<&GraphWindow::overview>;
+  static constexpr auto overviewKeyCallback = forward<&GraphWindow::overviewKey>;
   static constexpr auto setDirCallback = forward<&GraphWindow::setDir>;
   static constexpr auto killpbCallback = forward<&GraphWindow::killpb>;
   static constexpr auto quickpviCallback = forward<&GraphWindow::quickpvi>;

@@ -59,6 +59,8 @@ constexpr const char* kLines[] = {
     "*View.mnemonic: V",
     "*Default.mnemonic: D",
     "*DisplayTextureImage.mnemonic: T",
+    "*Overview.mnemonic: O",
+    "*Overview.acceleratorText: M",
     "*KAVOtool.mnemonic: K",
     "*KAVOQuickpreviewDXVIEWER.mnemonic: Q",
     "*KAVOQuickpreviewEmuBoard.mnemonic: E",

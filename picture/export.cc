@@ -19,7 +19,7 @@ namespace picture {
 
 namespace {
 
-constexpr double kMargin = 24;            // plane units around the drawing
+constexpr double kPageMargin = 24;        // plane units around the drawing
 constexpr double kPointsPerUnit = 0.75;   // as on a screen of 96 dots per inch
 constexpr double kLargestPage = 14400;    // points; readers of PDF show no larger ones
 constexpr double kLargestDrawing = 1e6;   // units of an SVG; cairo computes with 24 bits before the point
@@ -266,7 +266,7 @@ Frame wholeFrame(const Drawing& drawing) {
   drawing.visitAllArcs([&](ArcId arc) {
     if (drawing.arcShown(arc)) all = united(all, boundsOf(drawing.path(arc)));
   });
-  all = all.grownBy(kMargin);
+  all = all.grownBy(kPageMargin);
   return {.zoom = 1, .corner = {all.x, all.y}, .width = all.width, .height = all.height};
 }
 

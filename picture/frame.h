@@ -30,6 +30,7 @@ struct Frame {
     return {left, top, std::max(std::min(box.right(), width + kFar) - left, 1.0),
             std::max(std::min(box.bottom(), height + kFar) - top, 1.0)};
   }
+  friend bool operator==(const Frame&, const Frame&) = default;
   SgRectangle window() const { return {0, 0, width, height}; }
 };
 

@@ -44,6 +44,10 @@ class Painting {
 
   void paint() {
     surface_.begin(frame_, inks_.background);
+    if (manner_.patchesOnly) {
+      drawPatches(nodesInView());
+      return;
+    }
     surface_.setTextZoom(std::max(frame_.zoom, kLeastTextZoom));
     drawArcs();
     drawNodes();
@@ -82,11 +86,16 @@ class Painting {
     }
   }
 
-  void drawNodes() {
+  /// In the same order at every repaint, the order in which nodeAt sees them.
+  std::vector<NodeId> nodesInView() const {
     std::vector<NodeId> nodes;
     drawing_.visitNodes(frame_.visible(), [&](NodeId node) { nodes.push_back(node); });
-    // The same order at every repaint, the order in which nodeAt sees them.
     std::ranges::sort(nodes);
+    return nodes;
+  }
+
+  void drawNodes() {
+    const std::vector<NodeId> nodes = nodesInView();
     if (frame_.zoom < kOutlineZoom) {
       drawPatches(nodes);
       return;
@@ -244,7 +253,7 @@ void ArcBatch::draw(Surface& surface, Color color, unsigned width) const {
 }
 
 ArcDetail arcDetail(const Frame& frame) {
-  return {.longest = std::max(frame.width, frame.height) / frame.zoom, .stubs = frame.zoom >= kDetailZoom};
+  return {.longest = std::min(frame.width, frame.height) / frame.zoom, .stubs = frame.zoom >= kDetailZoom};
 }
 
 HandlePlaces handlePlaces(std::span<const SgPoint> path, const Frame& frame) {

@@ -42,13 +42,15 @@ struct Content {
 struct Manner {
   bool selection = false;    ///< what is selected is marked
   bool handles = false;      ///< the handles at the ends of selected arcs
+  bool patchesOnly = false;  ///< nothing but a patch for each node
   bool partialArcs = false;  ///< of arcs that are longer than the frame, only the ends
 };
 
 /// Below it boxes have no outline and arcs no heads.
 inline constexpr double kOutlineZoom = 0.25;
 
-/// What of the arcs is drawn in a frame: of one that is longer than the frame, its ends.
+/// What of the arcs is drawn in a frame: of one that is longer than the frame is wide or
+/// high, its ends.
 ArcDetail arcDetail(const Frame& frame);
 
 /// Paints what lies in the frame.

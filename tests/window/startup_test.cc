@@ -42,7 +42,7 @@ TEST_F(StartUp, MenusHoldTheirItemsInOrder) {
   EXPECT_THAT(items("FilePane"), ElementsAre("New", "Open", "Save", "Save As...", "Export Picture...",
                                              "Recover...", "---", "Quit"));
   EXPECT_THAT(items("EditPane"), ElementsAre("Edit Mode", "Delete Link", "---", "Undo", "Redo"));
-  EXPECT_THAT(items("ViewPane"), ElementsAre("Default", "Display Texture Image"));
+  EXPECT_THAT(items("ViewPane"), ElementsAre("Default", "Display Texture Image", "---", "Overview"));
   EXPECT_THAT(
       items("KAVOtoolPane"),
       ElementsAre("KAVO Quick preview(DX-VIEWER)", "KAVO Quick preview(Emu-Board)", "Kavo preview(DX-VIEWER)",
@@ -176,6 +176,18 @@ TEST_F(StartUp, TextureImagesPressedTwiceAreOff) {
   EXPECT_TRUE(shown());
   editor_.chooseMenu({"View", "Display Texture Image"});
   EXPECT_FALSE(shown());
+}
+
+TEST_F(StartUp, TheOverviewIsTurnedOnAndOffByMenuAndKey) {
+  const auto shown = [&] {
+    return editor_.find([](const WidgetInfo& w) { return w.label == "Overview"; })->set;
+  };
+  EXPECT_TRUE(shown());
+  editor_.chooseMenu({"View", "Overview"});
+  EXPECT_FALSE(shown());
+  editor_.key("m");
+  editor_.settle();
+  EXPECT_TRUE(shown());
 }
 
 TEST_F(StartUp, TextureImagesAreToggledAndResetByDefault) {

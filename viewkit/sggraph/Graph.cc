@@ -80,6 +80,7 @@ XtResource callbackRow(const char* resource, XtCallbackList SgGraphPart::*member
 XtResource kResources[] = {
     row(SgNeditableArcs, "EditableArcs", XmRBoolean, SG_MEMBER(editableArcs), False),
     row(SgNokToAdd, "OkToAdd", XmRBoolean, SG_MEMBER(okToAdd), False),
+    row(SgNshowOverview, "ShowOverview", XmRBoolean, SG_MEMBER(showOverview), False),
     row(SgNarcWidth, "ArcWidth", XmRDimension, SG_MEMBER(arcWidth), 20),
     row(SgNarcDirection, "ArcDirection", XmRInt, SG_MEMBER(arcDirection), SgARC_DOWN),
     row(XmNrenderTable, XmCRenderTable, XmRRenderTable, SG_MEMBER(renderTable), 0),
@@ -97,6 +98,7 @@ XtResource kResources[] = {
     callbackRow(SgNdefaultActionCallback, SG_MEMBER(defaultActionCallback)),
     callbackRow(SgNchangedCallback, SG_MEMBER(changedCallback)),
     callbackRow(SgNnodesMovedCallback, SG_MEMBER(nodesMovedCallback)),
+    callbackRow(SgNoverviewCallback, SG_MEMBER(overviewCallback)),
     callbackRow(SgNviewChangedCallback, SG_MEMBER(viewChangedCallback)),
 };
 

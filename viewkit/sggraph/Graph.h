@@ -35,6 +35,7 @@ enum class FileFormat : int;
 #define SgNeditableArcs "editableArcs"  // Boolean False: arcs can be drawn and their ends moved
 #define SgNokToAdd "okToAdd"            // Boolean False: double-click on the background makes a node
 #define SgNarcWidth "arcWidth"          // Dimension 20: pixels across of the strip that picks an arc
+#define SgNshowOverview "showOverview"  // Boolean False: a map in a corner while not all is in view
 #define SgNarcDirection "arcDirection"  // int 1: SgARC_ANY or SgARC_DOWN
 #define SgNarcColor "arcColor"          // Pixel
 #define SgNfarArcColor "farArcColor"    // Pixel: arcs where zoomed out so far that they'd hide the nodes
@@ -55,6 +56,8 @@ enum class FileFormat : int;
 #define SgNchangedCallback "changedCallback"
 /// The user has moved nodes, which the widget does by itself.
 #define SgNnodesMovedCallback "nodesMovedCallback"
+/// The user has turned the map on or off by its key.
+#define SgNoverviewCallback "overviewCallback"
 /// Zoom, offset, size of the view or of the drawing changed. Comes at most once per repaint.
 #define SgNviewChangedCallback "viewChangedCallback"
 
@@ -81,7 +84,8 @@ enum {
   SgCR_ARC_MOVED = 53,
   SgCR_DEFAULT_ACTION = 54,
   SgCR_VIEW_CHANGED = 55,
-  SgCR_NODES_MOVED = 56
+  SgCR_NODES_MOVED = 56,
+  SgCR_OVERVIEW = 57
 };
 
 /// An arc of one graph: 0 is none. The number of a removed arc never comes back.

@@ -27,13 +27,14 @@ struct SgGraphClassPart {
 struct SgGraphPart {
   Boolean editableArcs;
   Boolean okToAdd;
+  Boolean showOverview;
   Dimension arcWidth;  // pixels
   int arcDirection;    // SgARC_ANY, SgARC_DOWN
   Pixel arcColor, farArcColor, nodeColor, nodeBorderColor, selectionColor, hoverColor, handleColor,
       targetColor;
   XmRenderTable renderTable;  // a copy of ours, owned by the view
   XtCallbackList newNodeCallback, newArcCallback, arcMovedCallback, defaultActionCallback;
-  XtCallbackList changedCallback, nodesMovedCallback, viewChangedCallback;
+  XtCallbackList changedCallback, nodesMovedCallback, overviewCallback, viewChangedCallback;
 
   sggraph::GraphView* view;  // released into here by initialize, taken back by destroy
 };

@@ -47,7 +47,8 @@ GraphView::Hit GraphView::hit(SgPoint window) {
 }
 
 void GraphView::setHover(SgPoint window) {
-  const bool inside = SgRectangle{0, 0, viewport_.width(), viewport_.height()}.contains(window);
+  const std::optional<Map> over = map();
+  const bool inside = viewport_.frame().window().contains(window) && !(over && over->box.contains(window));
   const Hit under = inside ? hit(window) : Hit{};
   const StableId node = drawing_.stableNodeId(under.node), arc = drawing_.stableArcId(under.arc);
   if (node == hoverNode_ && arc == hoverArc_) return;
@@ -70,7 +71,7 @@ void GraphView::endGesture() {
 
 void GraphView::giveUp() {
   if (gesture_.dragging) {
-    if (gesture_.kind == Gesture::Kind::Pan)
+    if (gesture_.kind == Gesture::Kind::Pan || gesture_.kind == Gesture::Kind::PanMap)
       changeViewport([&](Viewport& view) { view.scrollTo(gesture_.viewAtPress, {0, 0}); });
     for (const auto& [stable, corner] : gesture_.before)
       if (const NodeId node = drawing_.nodeOf(stable); node != kNone) moveNode(node, corner);
@@ -129,6 +130,16 @@ void GraphView::press(const XButtonEvent& event) {
   gesture_.adds = (event.state & ShiftMask) != 0;
   gesture_.kind = Gesture::Kind::Pan;
   if (event.button == Button2) return;
+  if (const std::optional<Map> pressed = map(); pressed && pressed->box.contains(place)) {
+    // The frame is dragged from where it is taken; pressed elsewhere, it comes there.
+    gesture_.kind = Gesture::Kind::PanMap;
+    const SgPoint plane = pressed->frame.toPlane({place.x - pressed->box.x, place.y - pressed->box.y});
+    const SgPoint middle = viewport_.visible().middle();
+    if (viewport_.visible().contains(plane)) gesture_.grabbed = {plane.x - middle.x, plane.y - middle.y};
+    dragMap();
+    lastClick_ = {};
+    return;
+  }
 
   const Hit under = hit(place);
   gesture_.node = drawing_.stableNodeId(under.node);
@@ -184,6 +195,7 @@ void GraphView::startDrag() {
   lastClick_.valid = false;
   switch (gesture_.kind) {
     case Gesture::Kind::Pan:
+    case Gesture::Kind::PanMap:
       setCursor(XC_fleur);
       break;
     case Gesture::Kind::DrawArc:
@@ -207,11 +219,25 @@ void GraphView::startDrag() {
   }
 }
 
+void GraphView::dragMap() {
+  const std::optional<Map> shown = map();
+  if (!shown) return;
+  const SgPoint plane =
+      shown->frame.toPlane({gesture_.pointer.x - shown->box.x, gesture_.pointer.y - shown->box.y});
+  changeViewport([&](Viewport& view) {
+    view.scrollTo({plane.x - gesture_.grabbed.x, plane.y - gesture_.grabbed.y},
+                  {view.width() / 2, view.height() / 2});
+  });
+}
+
 void GraphView::drag() {
   const SgPoint plane = viewport().toPlane(gesture_.pointer);
   switch (gesture_.kind) {
     case Gesture::Kind::Pan:
       changeViewport([&](Viewport& view) { view.scrollTo(gesture_.pressedPlane, gesture_.pointer); });
+      break;
+    case Gesture::Kind::PanMap:
+      dragMap();
       break;
     case Gesture::Kind::MoveNodes:
       for (const auto& [stable, corner] : gesture_.before)
@@ -279,7 +305,8 @@ void GraphView::finishDrag(XEvent* event) {
 void GraphView::finishClick(XEvent* event) {
   const Gesture done = gesture_;
   endGesture();
-  if (done.kind == Gesture::Kind::Refused || done.button != Button1) return;
+  if (done.kind == Gesture::Kind::Refused || done.kind == Gesture::Kind::PanMap || done.button != Button1)
+    return;
   const NodeId node = drawing_.nodeOf(done.node);
   const ArcId arc = drawing_.arcOf(done.arc);
   if (node != kNone) {
@@ -353,6 +380,10 @@ void GraphView::key(XKeyEvent& event) {
       XmProcessTraversal(
           widget(), (event.state & ShiftMask) != 0 ? XmTRAVERSE_PREV_TAB_GROUP : XmTRAVERSE_NEXT_TAB_GROUP);
       break;
+    case XK_m:
+    case XK_M:
+      if ((event.state & (ControlMask | Mod1Mask)) == 0) toggleOverview(&whole);
+      break;
     case XK_Escape:
     case osfXK_Cancel:
       if (gesture_.kind != Gesture::Kind::Idle) giveUp();
@@ -405,6 +436,15 @@ void GraphView::defaultAction(NodeId node, XEvent* event) {
   data.event = event;
   data.node = widgetOf(node);
   call(&SgGraphPart::defaultActionCallback, data);
+}
+
+void GraphView::toggleOverview(XEvent* event) {
+  widget_->graph.showOverview = !widget_->graph.showOverview;
+  viewChanged();
+  SgGraphCallbackStruct data{};
+  data.reason = SgCR_OVERVIEW;
+  data.event = event;
+  call(&SgGraphPart::overviewCallback, data);
 }
 
 void GraphView::nodesMoved(const Gesture& done, XEvent* event) {

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <optional>
 #include <utility>
 
@@ -224,17 +225,17 @@ SgPoint GraphView::pickPoint(ArcId arc) {
 
 void GraphView::selectNode(NodeId node) {
   drawing_.selectNode(node);
-  changed();
+  viewChanged();
 }
 
 void GraphView::selectArc(ArcId arc) {
   drawing_.selectArc(arc);
-  changed();
+  viewChanged();
 }
 
 void GraphView::deselectAll() {
   drawing_.deselectAll();
-  changed();
+  viewChanged();
 }
 
 void GraphView::makeCurrent(NodeId node) {
@@ -268,6 +269,11 @@ const SgRectangle& GraphView::extents() {
 }
 
 void GraphView::changed() {
+  mapStale_ = true;
+  viewChanged();
+}
+
+void GraphView::viewChanged() {
   pictureStale_ = true;
   schedule();
 }
@@ -306,6 +312,13 @@ void GraphView::update() {
     setScrollBars();
   }
   if (pictureStale_ || overlayStale_) {
+    // What is being dragged comes onto the map when it is dropped: a map of many nodes takes its time.
+    const std::optional<Map> shown = map();
+    if (shown && (mapStale_ || shown->frame != mapPainted_) && gesture_.kind != Gesture::Kind::MoveNodes) {
+      painter_->paintMap(content(), shown->frame);
+      mapPainted_ = shown->frame;
+      mapStale_ = false;
+    }
     pictureStale_ = overlayStale_ = false;
     painter_->paintOverlay(drawing_, viewport_.frame(), overlay(), overlayInks());
     painter_->show(0, 0, widget_->core.width, widget_->core.height);
@@ -357,8 +370,31 @@ OverlayInks GraphView::overlayInks() {
           .corner = pixels_.colorOf(verticalBar_->core.background_pixel)};
 }
 
+std::optional<Map> GraphView::map() const {
+  constexpr double kWidest = 220, kHighest = 150, kLeast = 16, kAway = 10;  // pixels
+  constexpr double kShare = 0.3;                                            // of the window, at most
+  const SgRectangle &all = drawing_.extents(), seen = viewport_.visible();
+  const bool allSeen =
+      all.x >= seen.x && all.y >= seen.y && all.right() <= seen.right() && all.bottom() <= seen.bottom();
+  if (!widget_->graph.showOverview || allSeen) return std::nullopt;
+  const double widest = std::min(kWidest, kShare * viewport_.width());
+  const double highest = std::min(kHighest, kShare * viewport_.height());
+  if (widest < 2 * kLeast || highest < 2 * kLeast) return std::nullopt;
+  Map map;
+  map.frame.zoom = std::min(widest / std::max(all.width, 1.0), highest / std::max(all.height, 1.0));
+  map.frame.width = std::clamp(std::round(all.width * map.frame.zoom), kLeast, widest);
+  map.frame.height = std::clamp(std::round(all.height * map.frame.zoom), kLeast, highest);
+  const SgPoint middle = all.middle();
+  map.frame.corner = {middle.x - map.frame.width / 2 / map.frame.zoom,
+                      middle.y - map.frame.height / 2 / map.frame.zoom};
+  map.box = {std::floor(viewport_.width() - map.frame.width - kAway),
+             std::floor(viewport_.height() - map.frame.height - kAway), map.frame.width, map.frame.height};
+  return map;
+}
+
 Overlay GraphView::overlay() const {
   Overlay overlay;
+  overlay.map = map();
   overlay.focus = focused_;
   if (focused_) overlay.currentNode = drawing_.nodeOf(current_);
   if (overlay.currentNode != kNone && !drawing_.shown(overlay.currentNode)) overlay.currentNode = kNone;

@@ -6,6 +6,7 @@
 
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -28,7 +29,7 @@ using RenderTable = std::unique_ptr<std::remove_pointer_t<XmRenderTable>, FreeRe
 
 /// A drag or click from button press to release. Nodes and arcs are held by stable id: they may go meanwhile.
 struct Gesture {
-  enum class Kind { Idle, Pan, MoveNodes, DrawArc, MoveArcEnd, Refused };
+  enum class Kind { Idle, Pan, PanMap, MoveNodes, DrawArc, MoveArcEnd, Refused };
   struct MovedNode {
     StableId node;
     SgPoint corner;
@@ -37,6 +38,7 @@ struct Gesture {
   Kind kind = Kind::Idle;
   unsigned button = 0;
   SgPoint pressed, pressedPlane, pointer;  // window, plane, window
+  SgPoint grabbed;                         // PanMap: from the middle of the view to the press, on the plane
   SgPoint viewAtPress;                     // the plane's place at the window's corner
   bool dragging = false;                   // moved too far for a click
   bool doubleClick = false;
@@ -73,7 +75,7 @@ class GraphView {
   void changeViewport(Change&& change) {
     bringUpToDate();
     change(viewport_);
-    changed();
+    viewChanged();
   }
 
   /// @name Nodes
@@ -155,6 +157,8 @@ class GraphView {
   void bringUpToDate();
   /// What is seen has changed: paints when the program is idle.
   void changed();
+  /// The same picture is seen in another way.
+  void viewChanged();
   /// Only what lies over the picture has changed.
   void overlayChanged();
   ArcId arcAt(SgPoint window);
@@ -168,6 +172,8 @@ class GraphView {
   Content content();
   OverlayInks overlayInks();
   Overlay overlay() const;
+  /// The map, if it is to be seen now.
+  std::optional<Map> map() const;
   Hit hit(SgPoint window);
   double arcReach() { return widget_->graph.arcWidth / 2.0 / viewport_.zoom(); }
   void setHover(SgPoint window);
@@ -183,12 +189,14 @@ class GraphView {
   /// The node that the stub at a place of the plane points to; kNone for an arc that is drawn as a whole.
   NodeId beyondStub(ArcId arc, SgPoint place) const;
   void walk(int directionX, int directionY);
+  void dragMap();
   void endGesture();
   /// Ends a drag without effect; what it moved goes back.
   void giveUp();
   /// @returns false when the callbacks destroyed the widget: nothing of it may be touched any more.
   bool call(XtCallbackList SgGraphPart::*list, SgGraphCallbackStruct& data);
   void defaultAction(NodeId node, XEvent* event);
+  void toggleOverview(XEvent* event);
   void nodesMoved(const Gesture& done, XEvent* event);
   void newNode(XEvent* event);
   void newArc(NodeId parent, NodeId child, XEvent* event);
@@ -214,6 +222,8 @@ class GraphView {
   std::unique_ptr<TextFont> measuring_;
   std::unique_ptr<Painter> painter_;
   bool managedStale_ = false;
+  Frame mapPainted_;  // what the map shows; none before the first
+  bool mapStale_ = true;
   bool pictureStale_ = true, overlayStale_ = true;
   XtWorkProcId work_ = 0;
   ViewState announced_;

@@ -36,11 +36,31 @@ void Painter::paint(const picture::Content& content, const picture::Frame& frame
   picture::paint(surface_, content, frame, {.selection = true, .handles = handles, .partialArcs = true});
 }
 
+void Painter::paintMap(const picture::Content& content, const picture::Frame& frame) {
+  map_ = viewkit::PixmapId(display_, XCreatePixmap(display_, window_, pixels(frame.width),
+                                                   pixels(frame.height), surface_.depth()));
+  surface_.setTarget(map_.get());
+  picture::paint(surface_, content, frame, {.patchesOnly = true});
+}
+
+void Painter::showMap(const Map& map, const picture::Frame& frame, const OverlayInks& inks) {
+  if (!map_) return;
+  XCopyArea(display_, map_.get(), front_.get(), surface_.gc(), 0, 0, pixels(map.box.width),
+            pixels(map.box.height), static_cast<int>(map.box.x), static_cast<int>(map.box.y));
+  surface_.drawRectangle(map.box.grownBy(1), inks.border);
+  const SgRectangle seen = map.frame.toWindow(frame.visible());
+  const double left = std::max(seen.x, 0.0), top = std::max(seen.y, 0.0);
+  const SgRectangle view{map.box.x + left, map.box.y + top, std::min(seen.right(), map.box.width) - left,
+                         std::min(seen.bottom(), map.box.height) - top};
+  surface_.outlineBox(view, inks.selection, 2);
+}
+
 void Painter::paintOverlay(const picture::Drawing& drawing, const picture::Frame& frame,
                            const Overlay& overlay, const OverlayInks& inks) {
   if (!picture_) return;
   XCopyArea(display_, picture_.get(), front_.get(), surface_.gc(), 0, 0, width_, height_, 0, 0);
   surface_.setTarget(front_.get());
+  surface_.setFrame(frame);
   frontPainted_ = true;
   corner_ = inks.corner;
   const auto boxOf = [&](picture::NodeId node) { return frame.toWindow(drawing.box(node)); };
@@ -74,6 +94,7 @@ void Painter::paintOverlay(const picture::Drawing& drawing, const picture::Frame
     batch.addStraight(overlay.rubberParent, overlay.rubberChild);
     batch.draw(surface_, inks.selection, 2);
   }
+  if (overlay.map) showMap(*overlay.map, frame, inks);
   for (int i = 0; i < (overlay.focus ? 2 : 1); ++i)
     surface_.drawRectangle(frame.window().grownBy(-i), overlay.focus ? inks.focus : inks.border);
 }

@@ -5,6 +5,8 @@
 #include <X11/Xlib.h>
 #include <Xm/Xm.h>
 
+#include <optional>
+
 #include "picture/paint.h"
 #include "viewkit/sggraph/xsurface.h"
 #include "viewkit/xraii.h"
@@ -16,6 +18,12 @@ struct OverlayInks {
   picture::Color border, selection, hover, target, focus, corner;
 };
 
+/// The map of the whole graph, in a corner of the window.
+struct Map {
+  picture::Frame frame;  // of all of the graph
+  SgRectangle box;       // where it is in the window
+};
+
 /// What comes and goes over the picture while the pointer and the keyboard are used.
 struct Overlay {
   picture::NodeId hoverNode = picture::kNone;
@@ -24,6 +32,7 @@ struct Overlay {
   picture::NodeId target = picture::kNone;       // lit
   bool rubberLine = false;
   SgPoint rubberParent, rubberChild;  // its ends, window coordinates
+  std::optional<Map> map;
   bool focus = false;
 };
 
@@ -38,6 +47,8 @@ class Painter {
 
   /// Paints the picture.
   void paint(const picture::Content& content, const picture::Frame& frame, bool handles);
+  /// Paints the map, which the overlay then shows.
+  void paintMap(const picture::Content& content, const picture::Frame& frame);
   /// Adds the overlay to the picture painted last.
   void paintOverlay(const picture::Drawing& drawing, const picture::Frame& frame, const Overlay& overlay,
                     const OverlayInks& inks);
@@ -46,11 +57,12 @@ class Painter {
 
  private:
   void fit(const picture::Frame& frame);
+  void showMap(const Map& map, const picture::Frame& frame, const OverlayInks& inks);
 
   Display* display_;
   Window window_;
   XSurface surface_;
-  viewkit::PixmapId picture_, front_;
+  viewkit::PixmapId picture_, front_, map_;
   unsigned width_ = 0, height_ = 0;
   picture::Color corner_;
   bool frontPainted_ = false;

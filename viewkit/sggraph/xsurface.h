@@ -35,6 +35,8 @@ class XSurface final : public picture::Surface {
   GC gc() const { return gc_.get(); }
   unsigned depth() const { return depth_; }
   void setForeground(const picture::Color& color);
+  /// Where what is drawn from now on is cut off.
+  void setFrame(const picture::Frame& frame) { frame_ = frame; }
   /// The next lines are dashed, or not.
   void setDashed(bool dashed);
   /// A line of a pixel inside of the box's edge.
