@@ -13,6 +13,8 @@ bench:    ## measure it
 fuzz:     ## feed it broken files for a while
 	scripts/install-packages build run test sanitize
 	cmake --preset fuzz && cmake --build --preset fuzz --target fuzz
+	cmake --preset checked && cmake --build --preset checked
+	build/checked/tests/window/window_test --gtest_filter='EditorFaults.AKill*' --gtest_repeat=42
 format:   ## format every C++ file
 	scripts/install-packages test
 	scripts/check-format --fix

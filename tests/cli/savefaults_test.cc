@@ -1,13 +1,17 @@
 /// @file
 /// Saves of the built program that fail or are killed.
+#include <fcntl.h>
 #include <gmock/gmock.h>
+#include <unistd.h>
 
 #include <chrono>
 #include <csignal>
 #include <random>
+#include <thread>
 
 #include "tests/cli/quilscene_run.h"
 #include "tests/support/preload.h"
+#include "tests/support/process.h"
 
 namespace {
 
@@ -83,30 +87,52 @@ TEST_F(SaveFaults, EachCallThatIsTheLastLeavesTheOldOrTheNewFile) {
 }
 
 TEST_F(SaveFaults, AKillAtARandomMomentLeavesTheOldOrTheNewFile) {
+  constexpr int kKills = 500;
   put("script", "name obj_0 robot\n");
-  const std::string edit = "edit " + scene_path("robot") + " --script script -o ";
-  const auto begin = std::chrono::steady_clock::now();
-  ASSERT_EQ(run(edit + "edited.quil").status, 0);
-  const std::chrono::duration<double> time = std::chrono::steady_clock::now() - begin;
+  const std::string robot = scene_path("robot");
+  const auto program = [&](bool edits) {
+    std::vector<std::string> command = {support::built_program("cli/quilscene"), edits ? "edit" : "resave",
+                                        robot, "-o", target_};
+    if (edits) command.insert(command.end(), {"--script", scratch_ / "script"});
+    support::Process::Start start;
+    start.command = command;
+    return start;
+  };
+  std::string saved[2];
+  std::chrono::duration<double> time{};
+  for (const bool edits : {false, true}) {
+    const auto begin = std::chrono::steady_clock::now();
+    ASSERT_EQ(support::Process(program(edits)).waitForExit(), 0);
+    time = std::max(time, std::chrono::duration<double>(std::chrono::steady_clock::now() - begin));
+    saved[edits ? 1 : 0] = read_file(target_);
+  }
   std::mt19937 random(std::random_device{}());
   std::uniform_real_distribution<> moment(0, 1.2 * time.count());
   int killed = 0, replaced = 0;
-  for (int i = 0; i < 30; ++i) {
+  for (int i = 0; i < kKills && !HasFailure(); ++i) {
     prepare();
     const bool edits = i % 2 != 0;
-    const std::string command = edits ? edit + "scenes/scene.quil" : resave_;
-    char before[100];
-    std::snprintf(before, sizeof before, "timeout -s KILL %.6f ", moment(random));
-    SCOPED_TRACE(before + command);
-    killed += run_to_the_end(before, command).status == 128 + SIGKILL;
-    const bool is_replaced =
-        read_file(target_) == (edits ? written("edited.quil") : read_file(scene_path("robot")));
+    const std::chrono::duration<double> pause(moment(random));
+    SCOPED_TRACE(pause.count());
+    int ends[2];
+    ASSERT_EQ(pipe2(ends, O_CLOEXEC), 0);
+    const support::Descriptor still_open(ends[0]);
+    support::Process::Start start = program(edits);
+    start.kept_fd = ends[1];
+    support::Process process(start);
+    close(ends[1]);
+    std::this_thread::sleep_for(pause);
+    process.signal(SIGKILL);
+    killed += process.waitForExit() == 128 + SIGKILL;
+    char none = 0;
+    EXPECT_EQ(read(still_open.get(), &none, 1), 0) << "waits for helpers of the program too";
+    const bool is_replaced = read_file(target_) == saved[edits ? 1 : 0];
     EXPECT_TRUE(is_replaced || is_old());
     replaced += is_replaced;
     expect_no_leftovers();
   }
-  RecordProperty("killed", killed);
-  RecordProperty("replaced", replaced);
+  EXPECT_GT(killed, 0);
+  EXPECT_GT(replaced, 0);
 }
 
 }  // namespace
