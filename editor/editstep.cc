@@ -2,6 +2,9 @@
 /// What a step changed of the graph, forwards and backwards.
 #include "editor/editstep.h"
 
+#include <exception>
+#include <new>
+
 #include "editor/model/currentscene.h"
 
 void GraphChange::addArc(VkNode* parent, VkNode* child) {
@@ -56,10 +59,20 @@ EditStep::EditStep(VkGraph& graph, History& history)
     : history_(history),
       before_(graph.places()),
       picture_(std::make_unique<GraphChange>(graph)),
-      recording_(std::in_place, *qis) {}
+      recording_(std::in_place, *qis),
+      exceptions_(std::uncaught_exceptions()) {}
+
+EditStep::~EditStep() {
+  if (!picture_ || std::uncaught_exceptions() == exceptions_) return;
+  try {
+    picture_->undo();
+  } catch (const std::bad_alloc&) {
+    // What is drawn of the step stays until the scene is opened again.
+  }
+}
 
 void EditStep::done(std::string label) {
-  qi::Change change = recording_->finish();
   picture_->arranged(std::move(before_));
+  qi::Change change = recording_->finish();
   history_.add({.label = std::move(label), .change = std::move(change), .picture = std::move(picture_)});
 }

@@ -48,6 +48,10 @@ class EditStep {
  public:
   /// @param graph, history  outlive the history's steps.
   EditStep(VkGraph& graph, History& history);
+  /// When an exception ends the step, scene and graph are as before it.
+  ~EditStep();
+  EditStep(const EditStep&) = delete;
+  EditStep& operator=(const EditStep&) = delete;
 
   GraphChange& picture() { return *picture_; }
   /// All is as it will stay. @param label  see Step::label.
@@ -60,4 +64,5 @@ class EditStep {
   VkPlaces before_;
   std::unique_ptr<GraphChange> picture_;
   std::optional<qi::Recording> recording_;
+  const int exceptions_;  ///< under way when the step began
 };

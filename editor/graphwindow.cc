@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <new>
 
 #include "dialogs/values/dispatch.h"
 #include "editor/colortable.h"
@@ -211,17 +212,25 @@ void GraphWindow::showSteps() {
   show(kRedoLabel, history_.to_redo());
 }
 
-void GraphWindow::undo() { carryOut(kUndoLabel, &History::undo, &qi::Change::undo, &StepPicture::undo); }
+void GraphWindow::undo() {
+  carryOut({kUndoLabel, &History::undo, &History::redo, &qi::Change::undo, &StepPicture::undo});
+}
 
-void GraphWindow::redo() { carryOut(kRedoLabel, &History::redo, &qi::Change::redo, &StepPicture::redo); }
+void GraphWindow::redo() {
+  carryOut({kRedoLabel, &History::redo, &History::undo, &qi::Change::redo, &StepPicture::redo});
+}
 
-void GraphWindow::carryOut(const char* label, const Step* (History::*take)(),
-                           void (qi::Change::*change)(Qis&) const, void (StepPicture::*picture)()) {
-  const Step* const step = gestures_.editing() ? (history_.*take)() : nullptr;
+void GraphWindow::carryOut(const Direction& way) {
+  const Step* const step = gestures_.editing() ? (history_.*way.take)() : nullptr;
   if (!step) return;
-  std::printf("%s %s\n", label, step->label.c_str());
-  (step->change.*change)(*qis);
-  if (step->picture) (*step->picture.*picture)();
+  std::printf("%s %s\n", way.label, step->label.c_str());
+  try {
+    (step->change.*way.change)(*qis);
+  } catch (const std::bad_alloc&) {
+    (history_.*way.give_back)();
+    throw;
+  }
+  if (step->picture) (*step->picture.*way.picture)();
   dialogs_.showWhetherCurrent();
 }
 

@@ -109,9 +109,16 @@ class GraphWindow : public VkWindow, private SceneDisplay, private TextureDispla
   void deleteLinkMenu() { gestures_.deleteSelectedLink(); }
   void undo();
   void redo();
+  /// Undo or Redo.
+  struct Direction {
+    const char* label;
+    const Step* (History::*take)();
+    const Step* (History::*give_back)();  ///< after a step that could not be carried out
+    void (qi::Change::*change)(Qis&) const;
+    void (StepPicture::*picture)();
+  };
   /// Carries out the step that `take` gives, if there is one and Edit Mode is on.
-  void carryOut(const char* label, const Step* (History::*take)(), void (qi::Change::*change)(Qis&) const,
-                void (StepPicture::*picture)());
+  void carryOut(const Direction& way);
   /// Shows in the menu which step each would take back or make again.
   void showSteps();
   void historyChanged();

@@ -4,6 +4,8 @@
 
 #include <algorithm>
 #include <cstring>
+#include <exception>
+#include <new>
 #include <string_view>
 #include <utility>
 
@@ -122,13 +124,15 @@ void Change::apply(Qis& scene, Bytes Patch::*wanted, Bytes Patch::*held) const {
     Bytes Patch::*held_;
   };
 
+  Recording halfway(scene);
+  for (const UnitChange& change : units_) halfway.keep(change.unit);
   for (const UnitChange& change : units_) {
     Applier applier(change.patches, wanted, held);
     visit_unit(scene, change.unit, applier);
   }
 }
 
-Recording::Recording(Qis& scene) : scene_(scene) {
+Recording::Recording(Qis& scene) : scene_(scene), exceptions_(std::uncaught_exceptions()) {
   keep({});
   std::size_t number = 0;
   for_each_list(scene, [&](const ListInfo& /*info*/, const auto& list) {
@@ -138,7 +142,37 @@ Recording::Recording(Qis& scene) : scene_(scene) {
   scene.recording_link.recording = this;
 }
 
-Recording::~Recording() { stop(); }
+Recording::~Recording() {
+  stop();
+  if (std::uncaught_exceptions() > exceptions_) take_back();
+}
+
+void Recording::take_back() noexcept {
+  class Restorer final : public PieceVisitor {
+   public:
+    explicit Restorer(std::span<const Held> pieces) : pieces_(pieces) {}
+
+    void visit(const PieceKey& key, Piece& piece) override {
+      while (!pieces_.empty() && pieces_.front().key < key) pieces_ = pieces_.subspan(1);
+      if (!pieces_.empty() && pieces_.front().key == key)
+        splice(piece, 0, piece.bytes().size(), pieces_.front().bytes);
+      else if (piece.unit() != 0)
+        piece.resize(0);
+    }
+
+   private:
+    std::span<const Held> pieces_;
+  };
+
+  try {
+    for (const auto& [unit, image] : before_) {
+      Restorer restorer(image);
+      visit_unit(scene_, unit, restorer);
+    }
+  } catch (const std::bad_alloc&) {
+    // Arrays become as long as they were and keep their memory meanwhile, so this doesn't come about.
+  }
+}
 
 void Recording::stop() {
   if (scene_.recording_link.recording == this) scene_.recording_link.recording = nullptr;

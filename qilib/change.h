@@ -33,7 +33,8 @@ class Change {
   std::size_t bytes() const;
 
   /// Gives the scene, which is as the edits left it, the contents that it had before them. Costs what the
-  /// edits changed, however large the scene is.
+  /// edits changed, however large the scene is. When memory runs out (std::bad_alloc), the scene stays as it
+  /// was; likewise for redo.
   void undo(Qis& scene) const { apply(scene, &Patch::before, &Patch::after); }
   /// Gives the scene, which is as it was before the edits, the contents that they left.
   void redo(Qis& scene) const { apply(scene, &Patch::after, &Patch::before); }
@@ -61,6 +62,9 @@ class Change {
 ///
 /// It keeps what the edits are about to change, and they tell it (see about_to_change); what they append to
 /// lists it finds by itself.
+///
+/// When an exception, such as that of a lack of memory, ends the edits and the recording with them, the scene
+/// gets back the contents that it had: no edit is ever half done.
 class Recording {
  public:
   explicit Recording(Qis& scene);
@@ -72,6 +76,7 @@ class Recording {
   Change finish();
 
  private:
+  friend class Change;
   friend void about_to_change(Qis& scene, Word record_tag, Word number);
 
   struct Held {
@@ -82,12 +87,14 @@ class Recording {
   using Image = std::vector<Held>;
 
   void keep(Change::Unit unit);
+  void take_back() noexcept;
   void stop();
   std::vector<Change::Patch> differences(Change::Unit unit, const Image& before);
 
   Qis& scene_;
   std::map<Change::Unit, Image> before_;
   std::array<std::size_t, kCoreLists + kExtLists> counts_{};  ///< of records, in the order of kLists
+  const int exceptions_;                                      ///< under way when the recording began
 };
 
 /// To be called before a record, or its entry in the size table, is changed. Appending needs no call. Nothing

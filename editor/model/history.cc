@@ -2,6 +2,7 @@
 /// The steps that the user can take back and make again.
 #include "editor/model/history.h"
 
+#include <new>
 #include <utility>
 
 std::size_t Step::bytes() const {
@@ -14,8 +15,14 @@ void History::add(Step step) {
     steps_.pop_back();
   }
   const State after = step.change.empty() ? state() : ++newest_;
-  bytes_ += step.bytes();
-  steps_.push_back({std::move(step), after});
+  const std::size_t bytes = step.bytes();
+  try {
+    steps_.push_back({std::move(step), after});
+  } catch (const std::bad_alloc&) {
+    clear();
+    return;
+  }
+  bytes_ += bytes;
   while (steps_.size() > kMostSteps || bytes_ > kMostBytes) {
     first_ = steps_.front().after;
     bytes_ -= steps_.front().step.bytes();

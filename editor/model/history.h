@@ -48,7 +48,8 @@ class History {
   /// have been carried out yet.
   void on_change(std::function<void()> told) { told_ = std::move(told); }
 
-  /// A step that was just done. What had been taken back can't be made again any more.
+  /// A step that was just done. What had been taken back can't be made again any more. Without memory for it,
+  /// all is forgotten: what came before it can't be taken back without it.
   void add(Step step);
   /// Forgets everything: another scene was opened.
   void clear();

@@ -7,10 +7,17 @@
 #include <cstdlib>
 #include <limits>
 #include <new>
+#include <tuple>
 
+#include "qilib/builders.h"
+#include "qilib/change.h"
 #include "qilib/checksizes.h"
+#include "qilib/edit.h"
+#include "qilib/names.h"
 #include "qilib/opensave.h"
+#include "qilib/references.h"
 #include "tests/qilib/kinds.h"
+#include "tests/support/builtscene.h"
 #include "tests/support/case_name.h"
 #include "tests/support/files.h"
 #include "tests/support/told.h"
@@ -119,6 +126,61 @@ TEST_F(ScarceMemory, FailsASaveAtAnyPointAndLeavesTheOldFile) {
     EXPECT_EQ(GetCapturedStderr(), saved ? "" : "Out of memory.\n");
     EXPECT_TRUE(read_file(target) == (saved ? bytes_ : "old"));
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(scratch_.path()), {}), 2);
+  }
+}
+
+/// Arrays that grow and shrink, names, new records and lists, parts.
+void edit_much(Qis& scene) {
+  const qi::Reference& objs = *qi::find_reference(qi::kSceneTag, qi::kObjTag);
+  for (Word obj = 0; obj < 4; ++obj) qi::add_reference(scene, objs, 0, obj);
+  qi::delete_reference(scene, objs, 0, 1, ignore_message);
+  std::string name = "a_name_that_is_longer_than_three_blanks";
+  qiSetName(scene, qiAddName(scene) - 1, name);
+  qiAddJoint(scene);
+  const Word envelope = qiAddEnvelope(scene, 1, 1, 1, 2, 0) - 1;
+  qiAddWeightedPart_Obj(scene, envelope, 0, 1, 50.0F);
+}
+
+TEST(ScarceMemoryInAnEdit, LeavesTheSceneAsItWas) {
+  bool done = false;
+  for (std::size_t allocations = 0; !done; ++allocations) {
+    SCOPED_TRACE(allocations);
+    ASSERT_LT(allocations, 10000u);
+    const auto scene = built_scene();
+    const std::string before = written(*scene, 2);
+    try {
+      const WatchedHeap scarce(allocations);
+      qi::Recording recording(*scene);
+      edit_much(*scene);
+      recording.finish();
+      done = true;
+    } catch (const std::bad_alloc&) {
+      EXPECT_TRUE(written(*scene, 2) == before);
+    }
+  }
+}
+
+TEST(ScarceMemoryInAnEdit, TakenBackOrMadeAgainLeavesTheSceneAsItWas) {
+  const auto scene = built_scene();
+  const std::string old = written(*scene, 2);
+  qi::Recording recording(*scene);
+  edit_much(*scene);
+  const qi::Change change = recording.finish();
+  const std::string edited = written(*scene, 2);
+  for (const auto& [apply, before, after] :
+       {std::tuple{&qi::Change::undo, edited, old}, std::tuple{&qi::Change::redo, old, edited}}) {
+    bool done = false;
+    for (std::size_t allocations = 0; !done; ++allocations) {
+      SCOPED_TRACE(allocations);
+      ASSERT_LT(allocations, 10000u);
+      try {
+        const WatchedHeap scarce(allocations);
+        (change.*apply)(*scene);
+        done = true;
+      } catch (const std::bad_alloc&) {
+      }
+      EXPECT_TRUE(written(*scene, 2) == (done ? after : before));
+    }
   }
 }
 
