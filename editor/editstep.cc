@@ -17,7 +17,7 @@ void GraphChange::removeArc(VkNode* parent, VkNode* child) {
   removed_.emplace_back(parent, child);
 }
 
-void GraphChange::addNode(std::unique_ptr<VkNode> node) { newNode_ = graph_.add(std::move(node)); }
+VkNode* GraphChange::addNode(std::unique_ptr<VkNode> node) { return newNode_ = graph_.add(std::move(node)); }
 
 void GraphChange::arranged(VkPlaces before) {
   places_ = {std::move(before), graph_.places()};

@@ -24,7 +24,7 @@ class GraphChange final : public StepPicture {
   // Each changes the graph and notes it.
   void addArc(VkNode* parent, VkNode* child);
   void removeArc(VkNode* parent, VkNode* child);
-  void addNode(std::unique_ptr<VkNode> node);
+  VkNode* addNode(std::unique_ptr<VkNode> node);
   /// Takes down where all lies now; `before` is where it lay when the step began.
   void arranged(VkPlaces before);
 

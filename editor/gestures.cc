@@ -55,7 +55,7 @@ void GraphGestures::newNode(SgGraphCallbackStruct& call) {
   call.doit = False;
   std::printf("In newNodeCallback\n");
   EditStep step(graph_, history_);
-  step.picture().addNode(std::make_unique<VkNode>("newNode", "New Node"));
+  graph_.want(step.picture().addNode(std::make_unique<VkNode>("newNode", "New Node")), call.position);
   graph_.displayAll();
   graph_.doLayout();
   step.done("new node");
@@ -139,6 +139,23 @@ void GraphGestures::deleteSelectedLink() {
   }
   step.picture().removeArc(from, to);
   step.done("delete link " + from_to(from, to));
+}
+
+void GraphGestures::arrange(VkGraph::Arrangement arrangement) {
+  if (graph_.numNodes() == 0 || graph_.arrangement() == arrangement) {
+    graph_.setArrangement(arrangement);
+    return;
+  }
+  EditStep step(graph_, history_);
+  graph_.setArrangement(arrangement);
+  step.done(arrangement == VkGraph::Arrangement::Compact ? "compact picture" : "layered picture");
+}
+
+void GraphGestures::arrangeAgain() {
+  if (graph_.numNodes() == 0) return;
+  EditStep step(graph_, history_);
+  graph_.arrangeAgain();
+  step.done("arrange again");
 }
 
 void GraphGestures::nodesMoved(const VkGraph::Moved& moved) {

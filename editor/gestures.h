@@ -27,7 +27,7 @@ class GraphGestures {
 
   /// @name The graph widget's callbacks.
   /// @{
-  /// Adds a node that stands for no record.
+  /// Adds a node that stands for no record, where the pointer is.
   void newNode(SgGraphCallbackStruct& call);
   void newArc(SgGraphCallbackStruct& call);
   void arcMoved(SgGraphCallbackStruct& call);
@@ -35,6 +35,12 @@ class GraphGestures {
 
   /// Deletes the first of the selected links, in Edit Mode.
   void deleteSelectedLink();
+
+  /// Another picture of the same graph; each is a step where it changes anything.
+  /// @{
+  void arrange(VkGraph::Arrangement arrangement);
+  void arrangeAgain();
+  /// @}
 
   /// The user has moved nodes by hand.
   void nodesMoved(const VkGraph::Moved& moved);

@@ -22,6 +22,7 @@ namespace {
 
 constexpr auto kAction = VkMenuItemType::ACTION;
 constexpr auto kToggle = VkMenuItemType::TOGGLE;
+constexpr auto kRadio = VkMenuItemType::RADIO;
 constexpr auto kSubmenu = VkMenuItemType::SUBMENU;
 constexpr VkMenuDesc kSeparator = {VkMenuItemType::SEPARATOR};
 constexpr VkMenuDesc kEnd = {VkMenuItemType::END};
@@ -30,6 +31,8 @@ constexpr const char* kRecoverLabel = "Recover...";
 constexpr const char* kEditModeLabel = "Edit Mode";
 constexpr const char* kUndoLabel = "Undo";
 constexpr const char* kRedoLabel = "Redo";
+constexpr const char* kLayeredLabel = "Layered";
+constexpr const char* kCompactLabel = "Compact";
 constexpr const char* kOverviewLabel = "Overview";
 constexpr const char* kTextureImageLabel = "Display Texture Image";
 
@@ -53,6 +56,7 @@ GraphWindow::GraphWindow(const char* name)
   history_.on_change([this] { historyChanged(); });
   graph_->addCallback(VkGraph::nodesMovedCallback, this, &GraphWindow::nodesMoved);
   showSteps();
+  showArrangement();
   showFile();
   if (!unsaved_.copies().empty()) told_ = "Unsaved work of an earlier time is kept: File > Recover...";
   showStatus();
@@ -102,6 +106,9 @@ void GraphWindow::addMenus() {
       {kAction, "Default", setDefaultCallback},
       {kToggle, kTextureImageLabel, dpyimgCallback},
       kSeparator,
+      {kRadio, kLayeredLabel, layeredCallback},
+      {kRadio, kCompactLabel, compactCallback},
+      {kAction, "Arrange Again", arrangeAgainCallback},
       {kToggle, kOverviewLabel, overviewCallback},
       kEnd,
   };
@@ -231,6 +238,7 @@ void GraphWindow::carryOut(const Direction& way) {
     throw;
   }
   if (step->picture) (*step->picture.*way.picture)();
+  showArrangement();
   dialogs_.showWhetherCurrent();
 }
 
@@ -241,6 +249,17 @@ void GraphWindow::nodesMoved(VkGraph*, void*, void* moved) {
 void GraphWindow::setDefault() {
   _displayTexImg = 0;
   if (auto* toggle = textureImageToggle()) toggle->setVisualState(false);
+}
+
+void GraphWindow::arrange(VkGraph::Arrangement arrangement) {
+  gestures_.arrange(arrangement);
+  showArrangement();
+}
+
+void GraphWindow::showArrangement() {
+  const bool compact = graph_->arrangement() == VkGraph::Arrangement::Compact;
+  for (const auto& [label, on] : {std::pair{kLayeredLabel, !compact}, {kCompactLabel, compact}})
+    if (auto* const item = menu()->findNamedItem<VkMenuToggle>(label)) item->setVisualState(on);
 }
 
 void GraphWindow::defaultAction(SgGraphCallbackStruct& call) {
@@ -337,6 +356,7 @@ void GraphWindow::showScene() {
   ::struct_graph(scene, *graph_, *this);
   graph_->displayAll();
   graph_->doLayout();
+  showArrangement();
   if (auto* kavo_tool = menu()->findNamedItem("KAVO tool")) {
     if (qiQUILver(qis->header) < qi::kVersion2)
       kavo_tool->activate();

@@ -131,6 +131,13 @@ class GraphWindow : public VkWindow, private SceneDisplay, private TextureDispla
   void showOverview(bool shown);
   void dpyimg() { _displayTexImg = _displayTexImg > 0 ? 0 : 1; }
 
+  void layered() { arrange(VkGraph::Arrangement::Layered); }
+  void compact() { arrange(VkGraph::Arrangement::Compact); }
+  void arrange(VkGraph::Arrangement arrangement);
+  void arrangeAgain() { gestures_.arrangeAgain(); }
+  /// Shows in the menu how the graph is arranged.
+  void showArrangement();
+
   // KAVO tool.
   void setDir() { converters_.setOutputDirectory(); }
   void killpb() { converters_.killLoaders(); }
@@ -181,6 +188,9 @@ class GraphWindow : public VkWindow, private SceneDisplay, private TextureDispla
   static constexpr auto overviewKeyCallback = forward<&GraphWindow::overviewKey>;
   static constexpr auto setDirCallback = forward<&GraphWindow::setDir>;
   static constexpr auto killpbCallback = forward<&GraphWindow::killpb>;
+  static constexpr auto layeredCallback = forward<&GraphWindow::layered>;
+  static constexpr auto compactCallback = forward<&GraphWindow::compact>;
+  static constexpr auto arrangeAgainCallback = forward<&GraphWindow::arrangeAgain>;
   static constexpr auto quickpviCallback = forward<&GraphWindow::quickpvi>;
   static constexpr auto quickpvCallback = forward<&GraphWindow::quickpv>;
   static constexpr auto kavoiCallback = forward<&GraphWindow::kavopvi>;

@@ -11,11 +11,11 @@
 namespace graphlayout {
 namespace {
 
-constexpr double kIndent = 16;   // of children: the trunk runs to their left
-constexpr double kTrunk = 6;     // from the parent's left edge
-constexpr double kDrop = 12;     // from the line above a row down to its blocks
+constexpr double kIndent = 16;  // of children: the trunk runs to their left
+constexpr double kTrunk = 6;    // from the parent's left edge
+constexpr double kDrop = 12;    // from the line above a row down to its blocks
 constexpr double kRowGap = 30;
-constexpr double kLevelGap = 2 * kDrop;  // from a node to the first row below it
+constexpr double kLevelGap = 2 * kDrop;   // from a node to the first row below it
 constexpr std::size_t kShortestFold = 6;  // nodes; shorter chains run down
 
 /// Where a block stands in the block that holds it.
@@ -77,7 +77,8 @@ class Rows {
         }
         column_width = block.width;
         slot = {{column_x, row_top}, row_top - kDrop, false};
-        row_bottom = column_x == start.x ? row_top + block.height : std::max(row_bottom, row_top + block.height);
+        row_bottom =
+            column_x == start.x ? row_top + block.height : std::max(row_bottom, row_top + block.height);
       }
       empty = false;
       column_end = slot.corner.y + block.height;
@@ -94,7 +95,10 @@ class Rows {
 class Packing {
  public:
   Packing(std::span<const Size> sizes, std::span<const Arc> arcs, const Options& options)
-      : arcs_(arcs), gap_(options.node_gap), rows_(options.node_gap), out_(sizes.size(), {}, Incidence::kOut) {
+      : arcs_(arcs),
+        gap_(options.node_gap),
+        rows_(options.node_gap),
+        out_(sizes.size(), {}, Incidence::kOut) {
     for (const Size& size : sizes) sizes_.push_back(sane(size));
     std::vector<Arc> legal;
     for (std::uint32_t i = 0; i < arcs.size(); ++i) {
@@ -287,11 +291,7 @@ class Packing {
       return;
     }
     const double line = p.y + slots_[v].line;
-    points.push_back({from, below});
-    if (line > below) {
-      points.push_back({p.x + kTrunk, below});
-      points.push_back({p.x + kTrunk, line});
-    }
+    points.push_back({p.x + kTrunk, line});
     if (slots_[v].stacked) {
       points.push_back({c.x - kTrunk, line});
       points.push_back({c.x - kTrunk, c.y - kDrop});

@@ -14,7 +14,8 @@ namespace graphlayout {
 struct Compact {
   static constexpr std::uint32_t kNoArc = 0xFFFFFFFF;
 
-  /// Tree arcs run in right angles and share their lines; other arcs have no bends.
+  /// Tree arcs run in right angles and share their lines, from where the first bend is level with the bottom
+  /// of the upper node to where the last one is level with the top of the lower node. Others have no bends.
   Layout layout;
   /// Per node the arc that leads to it in the tree; kNoArc for a root.
   std::vector<std::uint32_t> tree_arcs;

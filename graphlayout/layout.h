@@ -76,22 +76,6 @@ struct Layout {
 /// below each other, the first node's first.
 Layout layout(std::span<const Size> sizes, std::span<const Arc> arcs, const Options& options = {});
 
-/// What layout_subtree() moved: `nodes` and `arcs` are numbers in the caller's lists.
-struct Subtree {
-  std::vector<std::uint32_t> nodes;  ///< the root, then all that can be reached from it, each once
-  std::vector<Point> positions;      ///< top left corner of each of `nodes`, in the caller's plane
-  std::vector<std::uint32_t> arcs;   ///< the arcs that have both ends among `nodes`
-  Bends bends;                       ///< one entry per entry of `arcs`
-};
-
-/// Lays out `root` and what arcs lead to from it, and leaves the rest where it is: the root keeps its place,
-/// the others hang below it, moved aside or down as one where they would cover nodes that stay. Bends of arcs
-/// that lead here from nodes that stay are best dropped: they were made for other ends.
-/// @param positions  top left corners now, one per node; those missing or not finite count as (0, 0).
-/// @returns nothing moved (all empty) when `root` is no node.
-Subtree layout_subtree(std::span<const Size> sizes, std::span<const Arc> arcs,
-                       std::span<const Point> positions, std::uint32_t root, const Options& options = {});
-
 /// How often arcs cross each other when drawn as Layout says: touching ends and shared stretches don't count,
 /// nor do arcs that run level. Takes O(s log n) per pair of neighbouring heights at which slanted lines begin
 /// or end, s the lines between them: linear for a fresh layout, slower the more nodes were moved by hand.

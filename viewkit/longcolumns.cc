@@ -23,9 +23,7 @@ constexpr int kMostRows = 100;  // that all have widgets
 constexpr int kFewestInSight = 5, kMostInSight = 30;
 constexpr int kAround = 300;  // pixels of the screen for what else a dialog has
 
-VkPrefText* textIn(const VkPrefGroup& column, int row) {
-  return dynamic_cast<VkPrefText*>(column.item(row));
-}
+VkPrefText* textIn(const VkPrefGroup& column, int row) { return dynamic_cast<VkPrefText*>(column.item(row)); }
 
 }  // namespace
 
@@ -59,11 +57,10 @@ LongColumns::LongColumns(const VkPrefGroup& group) {
   const int room = HeightOfScreen(XtScreen(group.baseWidget())) - kAround;
   inSight_ = std::clamp(room / advance, kFewestInSight, kMostInSight);
   const auto height = static_cast<Dimension>(inSight_ * advance - kPrefRowGap);
-  for (const Column& column : columns_)
-    XtVaSetValues(column.group->baseWidget(), XmNheight, height, nullptr);
-  bar_ = XtVaCreateWidget(kRowsBar, xmScrollBarWidgetClass, group.baseWidget(), XmNorientation,
-                          XmVERTICAL, XmNmaximum, rows_, XmNsliderSize, inSight_, XmNpageIncrement,
-                          inSight_ - 1, XmNheight, height, XmNtraversalOn, False, nullptr);
+  for (const Column& column : columns_) XtVaSetValues(column.group->baseWidget(), XmNheight, height, nullptr);
+  bar_ = XtVaCreateWidget(kRowsBar, xmScrollBarWidgetClass, group.baseWidget(), XmNorientation, XmVERTICAL,
+                          XmNmaximum, rows_, XmNsliderSize, inSight_, XmNpageIncrement, inSight_ - 1,
+                          XmNheight, height, XmNtraversalOn, False, nullptr);
   for (const char* moved : {XmNvalueChangedCallback, XmNdragCallback})
     XtAddCallback(bar_, moved, &Forward<&LongColumns::scrolled>::call, this);
   show(0);
@@ -78,7 +75,8 @@ void LongColumns::measure(Column& column) {
   const PrefSize field = naturalSize(first.baseWidget());
   rowHeight_ = std::max({rowHeight_, field.height, naturalSize(first.labelWidget()).height});
   std::set<std::string> labels;
-  for (int row = 0; row < column.group->size(); ++row) labels.insert(*textIn(*column.group, row)->model().label());
+  for (int row = 0; row < column.group->size(); ++row)
+    labels.insert(*textIn(*column.group, row)->model().label());
   const auto showLabel = [&](const std::string& text) {
     XtVaSetValues(first.labelWidget(), XmNlabelString, xmString(text).get(), nullptr);
   };
@@ -87,7 +85,8 @@ void LongColumns::measure(Column& column) {
     column.labelWidth = std::max(column.labelWidth, naturalSize(first.labelWidget()).width);
   }
   showLabel(*first.model().label());
-  XtVaSetValues(column.group->baseWidget(), XmNwidth, column.labelWidth + kPrefLabelGap + field.width, nullptr);
+  XtVaSetValues(column.group->baseWidget(), XmNwidth, column.labelWidth + kPrefLabelGap + field.width,
+                nullptr);
 }
 
 void LongColumns::makeRow(int row) {
@@ -108,7 +107,8 @@ Cardinal LongColumns::position(Widget child) {
   Column* column = nullptr;
   WidgetList siblings = nullptr;
   Cardinal count = 0;
-  XtVaGetValues(XtParent(child), XmNuserData, &column, XmNchildren, &siblings, XmNnumChildren, &count, nullptr);
+  XtVaGetValues(XtParent(child), XmNuserData, &column, XmNchildren, &siblings, XmNnumChildren, &count,
+                nullptr);
   return static_cast<Cardinal>(std::find(siblings, siblings + count, column->next) - siblings);
 }
 

@@ -13,10 +13,11 @@
 
 namespace viewkit {
 
-/// Columns of text fields that stand side by side in a group and are scrolled together, by a bar of their own,
-/// by the wheel, and by the focus: Tab leads down one column after the other. A row has widgets while it is in
-/// sight; its items hold the values. When the row with the focus goes, its column's nearest one gets it. So a dialog of any number of rows opens at once, and
-/// none of its widgets leaves X's coordinates, which have 16 bits.
+/// Columns of text fields that stand side by side in a group and are scrolled together, by a bar of their
+/// own, by the wheel, and by the focus: Tab leads down one column after the other. A row has widgets while it
+/// is in sight; its items hold the values. When the row with the focus goes, its column's nearest one gets
+/// it. So a dialog of any number of rows opens at once, and none of its widgets leaves X's coordinates, which
+/// have 16 bits.
 class LongColumns {
  public:
   /// Whether an item is such a column: it is in a horizontal group, its rows are too many, and all are texts
@@ -36,8 +37,8 @@ class LongColumns {
  private:
   struct Column {
     const VkPrefGroup* group;
-    int textColumns;      ///< characters that every field has room for
-    int labelWidth;       ///< pixels
+    int textColumns;        ///< characters that every field has room for
+    int labelWidth;         ///< pixels
     Widget next = nullptr;  ///< what a new widget has to precede among its siblings; null: nothing
   };
   /// A field, by its column and row.

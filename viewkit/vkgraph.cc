@@ -6,9 +6,11 @@
 
 #include <algorithm>
 #include <cctype>
-#include <unordered_set>
+#include <cmath>
 
+#include "graphlayout/compact.h"
 #include "graphlayout/layout.h"
+#include "graphlayout/rearrange.h"
 #include "picture/export.h"
 #include "viewkit/forward.h"
 #include "viewkit/graphstrip.h"
@@ -41,17 +43,10 @@ bool hasPart(std::string_view text, std::string_view part) {
   return std::ranges::search(text, part, same).begin() != text.end();
 }
 
-/// Whether more than `limit` nodes can be reached from one.
-bool reachesMoreThan(const VkNode* start, std::size_t limit) {
-  std::unordered_set<const VkNode*> seen{start};
-  std::vector<const VkNode*> open{start};
-  while (!open.empty() && seen.size() <= limit) {
-    const VkNode* node = open.back();
-    open.pop_back();
-    for (int i = 0; i < node->nChildren() && seen.size() <= limit; ++i)
-      if (seen.insert(node->child(i)).second) open.push_back(node->child(i));
-  }
-  return seen.size() > limit;
+/// Whether a line over such points turns at right angles only.
+bool isSquare(std::span<const SgPoint> bends) {
+  const auto slanted = [](const SgPoint& a, const SgPoint& b) { return a.x != b.x && a.y != b.y; };
+  return !bends.empty() && std::ranges::adjacent_find(bends, slanted) == bends.end();
 }
 
 }  // namespace
@@ -128,7 +123,10 @@ void VkGraph::add(VkNode* parent, VkNode* child, const char* attribute) {
   link(parent, child);
   worked_ = parent;
   layoutIsDue_ = true;
-  if (graph_) SgGraphAddArc(graph_, parent->baseWidget(), child->baseWidget(), attribute);
+  if (!graph_) return;
+  const SgArc arc = SgGraphAddArc(graph_, parent->baseWidget(), child->baseWidget(), attribute);
+  if (compact_) SgGraphSetArcStyle(graph_, arc, SgARC_STUBS);
+  newArcs_.insert(arc);
 }
 
 void VkGraph::link(VkNode* parent, VkNode* child) {
@@ -176,7 +174,8 @@ void VkGraph::clearAll() {
   // The widgets go all at once; one by one they would take quadratic time.
   if (graph_) SgGraphClear(graph_);
   worked_ = nullptr;
-  laidOut_ = layoutIsDue_ = false;
+  laidOut_ = layoutIsDue_ = compact_ = false;
+  newArcs_.clear();
   byName_.clear();
   nodes_.clear();
   waiting_.clear();
@@ -211,9 +210,11 @@ void VkGraph::movedCallback(Widget widget, XtPointer self, XtPointer data) {
 void VkGraph::nodesMoved(Widget, XtPointer data) {
   const auto& call = *static_cast<const SgGraphCallbackStruct*>(data);
   Moved moved;
+  moved.before.compact = moved.after.compact = compact_;
   for (const SgMovedNode& node : call.movedNodes)
     if (VkNode* const found = VkNode::of(node.node)) {
       const SgRectangle now = SgGraphNodeBounds(node.node);
+      found->byHand_ = true;
       moved.before.nodes.emplace_back(found, node.from);
       moved.after.nodes.emplace_back(found, SgPoint{now.x, now.y});
     }
@@ -323,90 +324,140 @@ VkNode* VkGraph::workedOn() const {
 
 void VkGraph::doLayout() {
   if (!graph_ || !layoutIsDue_) return;
+  if (laidOut_) {
+    placeNew(nullptr);
+    if (worked_ && worked_->baseWidget() && XtIsManaged(worked_->baseWidget()))
+      SgGraphRevealNode(graph_, worked_->baseWidget());
+    return;
+  }
   layoutIsDue_ = false;
   const Picture shown = picture();
   if (shown.nodes.empty()) return;
-  VkNode* worked = workedOn();
-  if (worked && (!worked->baseWidget() || !XtIsManaged(worked->baseWidget()))) worked = nullptr;
-
-  if (!laidOut_) {
-    placeAll(shown);
-    SgGraphShowTop(graph_, shown.nodes.front()->baseWidget());
-  } else if (nodes_.size() > kLargeGraph) {
-    placeNew(shown);
-    if (worked) SgGraphRevealNode(graph_, worked->baseWidget());
-  } else {
-    const bool hadPlace = worked && worked->placed_;
-    const SgRectangle before = worked ? SgGraphNodeRectangle(worked->baseWidget()) : SgRectangle{};
-    placeAll(shown);
-    if (worked) {
-      const SgRectangle after = SgGraphNodeBounds(worked->baseWidget());
-      if (hadPlace && before.touches(SgGraphViewport(graph_)))
-        SgGraphScrollTo(graph_, {after.x, after.y}, {before.x, before.y});
-      SgGraphRevealNode(graph_, worked->baseWidget());
-    }
-  }
+  placeAll(shown);
+  SgGraphShowTop(graph_, shown.nodes.front()->baseWidget());
   laidOut_ = true;
 }
 
+void VkGraph::doSubtreeLayout(VkNode* node) {
+  if (!graph_ || !node || node->graph() != this || !node->baseWidget() || !XtIsManaged(node->baseWidget()))
+    return;
+  placeNew(node);
+  SgGraphRevealNode(graph_, node->baseWidget());
+}
+
+void VkGraph::want(VkNode* node, SgPoint middle) {
+  if (!graph_ || !node || node->graph() != this || node->placed_) return;
+  const SgRectangle bounds = SgGraphNodeBounds(node->baseWidget());
+  SgGraphSetNodePosition(node->baseWidget(), {middle.x - bounds.width / 2, middle.y - bounds.height / 2});
+  node->wanted_ = true;
+}
+
+void VkGraph::setArrangement(Arrangement arrangement) {
+  chosen_ = arrangement;
+  if (laidOut_ && this->arrangement() != arrangement) arrangeAgain();
+}
+
+void VkGraph::arrangeAgain() {
+  if (!graph_) return;
+  const Picture shown = picture();
+  if (shown.nodes.empty()) return;
+  const VkNode* worked = workedOn();
+  if (worked && (!worked->baseWidget() || !XtIsManaged(worked->baseWidget()))) worked = nullptr;
+  if (!worked) worked = shown.nodes.front();
+  const SgRectangle before = SgGraphNodeRectangle(worked->baseWidget());
+  placeAll(shown);
+  const SgRectangle after = SgGraphNodeBounds(worked->baseWidget());
+  if (before.touches(SgGraphViewport(graph_)))
+    SgGraphScrollTo(graph_, {after.x, after.y}, {before.x, before.y});
+  SgGraphRevealNode(graph_, worked->baseWidget());
+  layoutIsDue_ = false;
+  laidOut_ = true;
+}
+
+void VkGraph::setBends(SgArc arc, std::span<const SgPoint> bends) {
+  SgGraphSetArcBends(graph_, arc, bends);
+  if (compact_)
+    SgGraphSetArcStyle(graph_, arc,
+                       bends.empty()     ? SgARC_STUBS
+                       : isSquare(bends) ? SgARC_SQUARE
+                                         : SgARC_WHOLE);
+}
+
 void VkGraph::placeAll(const Picture& shown) {
-  const graphlayout::Layout layout = graphlayout::layout(shown.sizes, shown.arcs);
+  const Arrangement usual = shown.nodes.size() >= kCompactFrom ? Arrangement::Compact : Arrangement::Layered;
+  const bool wasCompact = compact_;
+  compact_ = chosen_.value_or(usual) == Arrangement::Compact;
+  const graphlayout::Layout layout = compact_ ? graphlayout::compact(shown.sizes, shown.arcs).layout
+                                              : graphlayout::layout(shown.sizes, shown.arcs);
   for (std::size_t i = 0; i < shown.nodes.size(); ++i) {
     SgGraphSetNodePosition(shown.nodes[i]->baseWidget(), {layout.nodes[i].x, layout.nodes[i].y});
     shown.nodes[i]->placed_ = true;
+    shown.nodes[i]->byHand_ = false;
   }
   // Moving a node straightens its arcs: bends come last.
-  for (std::size_t i = 0; i < shown.arcs.size(); ++i)
-    if (const auto bends = layout.bends.of(i); !bends.empty())
-      SgGraphSetArcBends(graph_, shown.arcIds[i], pointsOf(bends));
+  for (std::size_t i = 0; i < shown.arcs.size(); ++i) {
+    if (wasCompact && !compact_) SgGraphSetArcStyle(graph_, shown.arcIds[i], SgARC_WHOLE);
+    const auto bends = layout.bends.of(i);
+    if (!bends.empty() || compact_) setBends(shown.arcIds[i], pointsOf(bends));
+  }
+  newArcs_.clear();
 }
 
-void VkGraph::placeNew(const Picture& shown) {
-  constexpr double kGap = 30;
-  for (VkNode* node : shown.nodes) {
+void VkGraph::placeNew(const VkNode* root) {
+  layoutIsDue_ = false;
+  Picture shown = picture();
+  // Of a compact picture, only arcs that are drawn and those that lead to new nodes count: stubs are in
+  // nobody's way.
+  std::vector<std::uint32_t> newNodes, newArcs;
+  std::vector<graphlayout::Arc> arcs;
+  std::vector<SgArc> ids;
+  graphlayout::Bends bends;
+  bends.starts.push_back(0);
+  std::unordered_set<const VkNode*> reached;
+  const SgPoint inView = SgGraphToPlane(graph_, SgGraphViewport(graph_).middle());
+  for (std::size_t i = 0; i < shown.arcs.size(); ++i) {
+    const VkNode* const child = shown.nodes[shown.arcs[i].to];
+    const VkNode* const parent = shown.nodes[shown.arcs[i].from];
+    const auto drawn = SgGraphArcBends(graph_, shown.arcIds[i]);
+    bool isNew = newArcs_.contains(shown.arcIds[i]) || (parent == root && !compact_);
+    if (compact_) isNew = isNew && !child->placed_ && reached.insert(child).second;
+    if (compact_ && !isNew && drawn.empty()) continue;
+    if (isNew) newArcs.push_back(static_cast<std::uint32_t>(arcs.size()));
+    arcs.push_back(shown.arcs[i]);
+    ids.push_back(shown.arcIds[i]);
+    for (const SgPoint& p : drawn) bends.points.push_back({p.x, p.y});
+    bends.starts.push_back(bends.points.size());
+  }
+  std::vector<bool> held;
+  for (std::uint32_t i = 0; i < shown.nodes.size(); ++i) {
+    const VkNode* const node = shown.nodes[i];
+    held.push_back(node->byHand_ || (root && node->hasOtherParent(root)));
     if (node->placed_) continue;
+    newNodes.push_back(i);
+    if (node->wanted_) continue;
+    shown.positions[i] = {inView.x - shown.sizes[i].width / 2, inView.y - shown.sizes[i].height / 2};
+    if (node->nParents() + node->nChildren() > 0) shown.positions[i].x = std::nan("");
+  }
+  const graphlayout::Changes changes =
+      graphlayout::rearrange(shown.sizes, arcs, {shown.positions, bends, newNodes, newArcs, std::move(held)});
+  for (std::size_t i = 0; i < changes.nodes.size(); ++i) {
+    VkNode* const node = shown.nodes[changes.nodes[i]];
+    SgGraphSetNodePosition(node->baseWidget(), {changes.positions[i].x, changes.positions[i].y});
     node->placed_ = true;
-    const SgRectangle size = SgGraphNodeBounds(node->baseWidget());
-    SgPoint place = SgGraphToPlane(graph_, SgGraphViewport(graph_).middle());
-    for (int i = 0; i < node->nParents(); ++i) {
-      if (!node->parent(i)->placed_ || node->parent(i) == node) continue;
-      const SgRectangle parent = SgGraphNodeBounds(node->parent(i)->baseWidget());
-      place = {parent.x, parent.bottom() + 2 * kGap};
-      break;
-    }
-    // To the right until nothing is in the way. In a very long row of nodes it may come to lie on another.
-    for (int tries = 0; tries < 100; ++tries) {
-      const Widget there = SgGraphNodeAt(
-          graph_, SgGraphToWindow(graph_, {place.x + size.width / 2, place.y + size.height / 2}));
-      if (!there) break;
-      place.x = SgGraphNodeBounds(there).right() + kGap;
-    }
-    SgGraphSetNodePosition(node->baseWidget(), place);
+    node->wanted_ = false;
   }
-}
-
-void VkGraph::doSubtreeLayout(VkNode* node) {
-  if (!graph_ || !node || node->graph() != this || !node->baseWidget()) return;
-  if (nodes_.size() > kLargeGraph && reachesMoreThan(node, kLargeGraph)) return;
-  const Picture shown = picture();
-  const std::uint32_t root = shown.numberOf[node->number_];
-  if (root == Picture::kHidden) return;
-  const graphlayout::Subtree subtree =
-      graphlayout::layout_subtree(shown.sizes, shown.arcs, shown.positions, root);
-  for (std::size_t i = 0; i < subtree.nodes.size(); ++i) {
-    VkNode* moved = shown.nodes[subtree.nodes[i]];
-    SgGraphSetNodePosition(moved->baseWidget(), {subtree.positions[i].x, subtree.positions[i].y});
-    moved->placed_ = true;
+  for (std::size_t i = 0; i < changes.arcs.size(); ++i) {
+    const SgArc arc = ids[changes.arcs[i]];
+    setBends(arc, pointsOf(changes.bends.of(i)));
+    if (compact_) SgGraphSetArcStyle(graph_, arc, SgARC_WHOLE);
   }
-  for (std::size_t i = 0; i < subtree.arcs.size(); ++i)
-    if (const auto bends = subtree.bends.of(i); !bends.empty())
-      SgGraphSetArcBends(graph_, shown.arcIds[subtree.arcs[i]], pointsOf(bends));
-  SgGraphRevealNode(graph_, node->baseWidget());
+  newArcs_.clear();
 }
 
 VkPlaces VkGraph::places() const {
   VkPlaces places;
   if (!graph_) return places;
+  places.compact = compact_;
   places.nodes.reserve(nodes_.size());
   for (const auto& node : nodes_) {
     const SgRectangle bounds = SgGraphNodeBounds(node->baseWidget());
@@ -424,13 +475,17 @@ void VkGraph::arrange(const VkPlaces& places) {
     SgGraphSetNodePosition(node->baseWidget(), place);
     node->placed_ = true;
   }
-  if (places.arcs.empty()) return;
+  const bool restyle = places.compact != compact_;
+  compact_ = places.compact;
+  newArcs_.clear();  // they are where they were
+  if (places.arcs.empty() && !restyle) return;
   std::map<VkPlaces::Ends, std::size_t> done;
   for (const auto& [arc, parent, child] : arcs()) {
+    if (restyle) SgGraphSetArcStyle(graph_, arc, compact_ ? SgARC_STUBS : SgARC_WHOLE);
     const auto bent = places.arcs.find({parent, child});
     if (bent == places.arcs.end()) continue;
     const std::size_t number = done[bent->first]++;
-    SgGraphSetArcBends(graph_, arc, number < bent->second.size() ? bent->second[number] : VkPlaces::Bends{});
+    setBends(arc, number < bent->second.size() ? bent->second[number] : VkPlaces::Bends{});
   }
 }
 

@@ -7,9 +7,12 @@
 #include <cstddef>
 #include <functional>
 #include <memory>
+#include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <unordered_set>
 #include <utility>
 #include <vector>
 
@@ -25,7 +28,13 @@ class GraphStrip;
 /// is called.
 class VkGraph : public VkComponent {
  public:
-  static constexpr std::size_t kLargeGraph = 20000;
+  /// From so many displayed nodes on, a graph is arranged compactly unless somebody chose otherwise.
+  static constexpr std::size_t kCompactFrom = 500;
+
+  enum class Arrangement {
+    Layered,  ///< ranks, arcs from above to below
+    Compact   ///< blocks of a tree; other arcs as stubs
+  };
 
   /// The list that is told when the user has moved nodes; the call data is a `const Moved*`.
   static const char* const nodesMovedCallback;
@@ -81,13 +90,23 @@ class VkGraph : public VkComponent {
   void display(VkNode* node);
   void displayWithChildren(VkNode* node);
 
-  /// Lays out all displayed nodes, if anything was added, removed or displayed since the last time. The first
-  /// layout shows the top of the graph; later ones keep the node that was last worked on in place in the
-  /// window.
+  /// Gives places to displayed nodes that have none and draws new arcs, if anything was added, removed or
+  /// displayed since the last time. The first layout arranges all and shows the top of the graph. Later ones
+  /// leave everything where it is but for what a new arc forces to move, and nothing that the user placed.
   void doLayout();
-  /// Lays out a node and what hangs below it and leaves the rest where it is; nothing when that is a large
-  /// graph.
+  /// The same for the arcs from one node, whose children then stand below it; those with other parents, too,
+  /// stay in any case.
   void doSubtreeLayout(VkNode* node);
+  /// Where a new node is wanted: the middle of it, on the plane. Counts until it has its place.
+  void want(VkNode* node, SgPoint middle);
+
+  /// Arranges all displayed nodes afresh, those that the user placed too. The node that was last worked on
+  /// stays where it is in the window.
+  void arrangeAgain();
+  /// Chooses the arrangement, of graphs to come too, and arranges the present one so.
+  void setArrangement(Arrangement arrangement);
+  /// That of the picture that is there.
+  Arrangement arrangement() const { return compact_ ? Arrangement::Compact : Arrangement::Layered; }
 
   /// Selects the node, and nothing else, and brings it into view.
   void reveal(VkNode* node);
@@ -136,8 +155,10 @@ class VkGraph : public VkComponent {
   std::vector<ArcEnds> arcs() const;
   void unhide(const std::vector<VkNode*>& nodes);
   Picture picture() const;
-  void placeNew(const Picture& picture);
   void placeAll(const Picture& picture);
+  /// Places and draws what is new in the picture. @param root  null, or the node whose arcs count as new.
+  void placeNew(const VkNode* root);
+  void setBends(SgArc arc, std::span<const SgPoint> bends);
   VkNode* workedOn() const;
 
   Widget graph_ = nullptr;
@@ -146,6 +167,9 @@ class VkGraph : public VkComponent {
   std::unordered_map<std::string, viewkit::LinkList<VkNode>, NameHash, std::equal_to<>> byName_;
   std::unordered_map<const VkNode*, std::unique_ptr<VkNode>> waiting_;
   VkNode* worked_ = nullptr;  // what was added or linked last
-  bool laidOut_ = false;      // there was a layout since the graph was empty
-  bool layoutIsDue_ = false;  // something was added, removed or displayed since the last one
+  std::optional<Arrangement> chosen_;
+  std::unordered_set<SgArc> newArcs_;  // not drawn by a layout yet
+  bool compact_ = false;               // the picture that is there
+  bool laidOut_ = false;               // there was a layout since the graph was empty
+  bool layoutIsDue_ = false;           // something was added, removed or displayed since the last one
 };

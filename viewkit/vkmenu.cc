@@ -57,6 +57,8 @@ VkMenuAction::VkMenuAction(Widget parent, const VkMenuDesc& entry, XtPointer cli
 VkMenuToggle::VkMenuToggle(Widget parent, const VkMenuDesc& entry, XtPointer clientData)
     : VkMenuItem(entry.name) {
   setBaseWidget(makeGadget(xmToggleButtonGadgetClass, parent, entry.name));
+  if (entry.menuType == VkMenuItemType::RADIO)
+    XtVaSetValues(baseWidget(), XmNindicatorType, XmONE_OF_MANY, nullptr);
   if (entry.callback) XtAddCallback(baseWidget(), XmNvalueChangedCallback, entry.callback, clientData);
 }
 
@@ -76,6 +78,7 @@ void VkMenu::add(const VkMenuDesc* table, XtPointer clientData) {
         items_.push_back(std::make_unique<VkMenuAction>(itemParent(), *table, data));
         break;
       case VkMenuItemType::TOGGLE:
+      case VkMenuItemType::RADIO:
         items_.push_back(std::make_unique<VkMenuToggle>(itemParent(), *table, data));
         break;
       case VkMenuItemType::SUBMENU:

@@ -11,7 +11,8 @@
 
 #include "viewkit/vkcomponent.h"
 
-enum class VkMenuItemType { END, ACTION, TOGGLE, SUBMENU, SEPARATOR };
+/// A RADIO is a toggle that looks like one of several; which of them is set is the callback's to see to.
+enum class VkMenuItemType { END, ACTION, TOGGLE, RADIO, SUBMENU, SEPARATOR };
 
 /// One entry of a menu table.
 struct VkMenuDesc {

@@ -29,6 +29,12 @@ void VkNode::build(Widget parent) {
   setBaseWidget(SgGraphCreateNode(parent, name(), args.data(), count));
 }
 
+bool VkNode::hasOtherParent(const VkNode* parent) const {
+  for (int i = 0; i < nParents(); ++i)
+    if (this->parent(i) != parent) return true;
+  return false;
+}
+
 VkNode* VkNode::of(Widget nodeWidget) {
   if (!nodeWidget || !SgNodeGraph(nodeWidget)) return nullptr;
   XtPointer node = nullptr;

@@ -36,6 +36,8 @@ class VkNode : public VkComponent {
   int nChildren() const { return static_cast<int>(children_.size()); }
   VkNode* parent(int number) const { return parents_.at(number); }
   VkNode* child(int number) const { return children_.at(number); }
+  /// Whether a parent is another node than `parent`.
+  bool hasOtherParent(const VkNode* parent) const;
 
   /// Take one entry out of the one list; the other node's list and the drawn arc are the caller's to change:
   /// VkGraph::remove does all three. In constant time. Unknown nodes are ignored.
@@ -55,5 +57,7 @@ class VkNode : public VkComponent {
   viewkit::LinkList<VkNode> parents_, children_;
   VkGraph* graph_ = nullptr;
   std::size_t number_ = 0;  // place in the graph's list of nodes
-  bool placed_ = false;     // a layout has given it a position
+  bool placed_ = false;     // it has a position
+  bool wanted_ = false;     // without one, but its widget is where one is wanted
+  bool byHand_ = false;     // the user gave it the position
 };

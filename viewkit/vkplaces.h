@@ -19,6 +19,7 @@ struct VkPlaces {
   std::vector<std::pair<VkNode*, SgPoint>> nodes;
   /// The bends of the arcs between two nodes; of arcs beyond these, none.
   std::map<Ends, std::vector<Bends>> arcs;
+  bool compact = false;  ///< see VkGraph::Arrangement
 
   /// The memory that they take.
   std::size_t bytes() const;

@@ -27,10 +27,13 @@ void expect_sound(const Graph& graph, const Compact& picture) {
     if (arc == Compact::kNoArc) continue;
     ASSERT_EQ(graph.arcs[arc].to, v);
     const std::uint32_t parent = graph.arcs[arc].from;
-    std::vector<Point> line{
-        {nodes[parent].x + graph.sizes[parent].width / 2, nodes[parent].y + graph.sizes[parent].height}};
-    for (const Point& bend : picture.layout.bends.of(arc)) line.push_back(bend);
-    line.push_back({nodes[v].x + graph.sizes[v].width / 2, nodes[v].y});
+    const auto line = picture.layout.bends.of(arc);
+    ASSERT_FALSE(line.empty());
+    EXPECT_GE(line.front().y, nodes[parent].y + graph.sizes[parent].height);
+    EXPECT_LE(line.back().y, nodes[v].y);
+    EXPECT_EQ(line.back().x, nodes[v].x + graph.sizes[v].width / 2);
+    EXPECT_TRUE(line.front().x >= nodes[parent].x &&
+                line.front().x <= nodes[parent].x + graph.sizes[parent].width);
     for (std::size_t i = 0; i + 1 < line.size(); ++i)
       EXPECT_TRUE(line[i].x == line[i + 1].x || line[i].y == line[i + 1].y) << "arc " << arc;
   }
@@ -130,7 +133,8 @@ TEST(Compact, AnyGraphIsSound) {
     Graph graph;
     for (std::uint32_t i = 0; i < nodes; ++i)
       graph.sizes.push_back({20.0 + random.below(100), random.chance(10) ? 100.0 : 24});
-    for (std::uint32_t i = 0; i < nodes; ++i) graph.arcs.push_back({random.below(nodes), random.below(nodes)});
+    for (std::uint32_t i = 0; i < nodes; ++i)
+      graph.arcs.push_back({random.below(nodes), random.below(nodes)});
     const Compact picture = compact_of(graph);
     expect_sound(graph, picture);
     EXPECT_EQ(lines_through_nodes(graph, picture), 0u);
@@ -144,7 +148,8 @@ TEST(Compact, LongChainsAndWideFamiliesTakeLinearTime) {
   for (std::uint32_t i = 1; i <= 100'000; ++i) wide.arcs.push_back({0, i});
   expect_sound(wide, compact_of(wide));
   Graph comb = graph_of(40'000, {});  // each with a leaf and another such
-  for (std::uint32_t i = 0; i + 2 < 40'000; i += 2) comb.arcs.insert(comb.arcs.end(), {{i, i + 1}, {i, i + 2}});
+  for (std::uint32_t i = 0; i + 2 < 40'000; i += 2)
+    comb.arcs.insert(comb.arcs.end(), {{i, i + 1}, {i, i + 2}});
   expect_sound(comb, compact_of(comb));
 }
 

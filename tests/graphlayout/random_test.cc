@@ -11,7 +11,6 @@
 namespace {
 
 using graphlayout::Layout;
-using graphlayout::Subtree;
 
 std::vector<graphlayout::Size> random_sizes(Random& random, std::uint32_t count) {
   std::vector<graphlayout::Size> sizes;
@@ -77,21 +76,6 @@ TEST_P(RandomGraphs, SameInputSameOutput) {
     const Layout first = layout_of(graph), second = layout_of(graph);
     EXPECT_EQ(first.nodes, second.nodes);
     EXPECT_EQ(first.bends.points, second.bends.points);
-  });
-}
-
-TEST_P(RandomGraphs, SubtreeStaysSound) {
-  for_each_graph([](const Graph& graph) {
-    Layout layout = layout_of(graph);
-    const auto root = static_cast<std::uint32_t>(graph.sizes.size() / 2);
-    const graphlayout::Point place = layout.nodes[root];
-    const Subtree subtree = graphlayout::layout_subtree(graph.sizes, graph.arcs, layout.nodes, root);
-    ASSERT_EQ(subtree.nodes.size(), subtree.positions.size());
-    ASSERT_EQ(subtree.bends.starts.size(), subtree.arcs.size() + 1);
-    for (std::size_t i = 0; i < subtree.nodes.size(); ++i)
-      layout.nodes[subtree.nodes[i]] = subtree.positions[i];
-    EXPECT_EQ(layout.nodes[root], place);
-    EXPECT_EQ(overlap(graph.sizes, layout.nodes), "");
   });
 }
 

@@ -39,7 +39,9 @@ class LongDialog : public Dialogs {
     openDialog("lod_0", "lodDialog");
   }
 
-  static std::string item(const std::string& column, std::uint32_t row) { return column + std::to_string(row); }
+  static std::string item(const std::string& column, std::uint32_t row) {
+    return column + std::to_string(row);
+  }
   static std::string last(const std::string& column) { return item(column, kLevels - 1); }
 
   /// Whether the rows' fields can be seen one below the other, next to their labels.
@@ -84,7 +86,8 @@ TEST_F(LongDialog, ShowsEveryRowAndWritesTheLastOne) {
   enter(last(kLinks), "7");
   press("OK");
   EXPECT_FALSE(isOpen());
-  EXPECT_TRUE(sameBytes(saved(), edited(file_, "set lod_0 " + last(kDistances) + "=90.5 " + last(kLinks) + "=7\n").bytes));
+  EXPECT_TRUE(sameBytes(
+      saved(), edited(file_, "set lod_0 " + last(kDistances) + "=90.5 " + last(kLinks) + "=7\n").bytes));
 
   openDialog("lod_0", "lodDialog");
   scrollToEnd();

@@ -42,7 +42,8 @@ TEST_F(StartUp, MenusHoldTheirItemsInOrder) {
   EXPECT_THAT(items("FilePane"), ElementsAre("New", "Open", "Save", "Save As...", "Export Picture...",
                                              "Recover...", "---", "Quit"));
   EXPECT_THAT(items("EditPane"), ElementsAre("Edit Mode", "Delete Link", "---", "Undo", "Redo"));
-  EXPECT_THAT(items("ViewPane"), ElementsAre("Default", "Display Texture Image", "---", "Overview"));
+  EXPECT_THAT(items("ViewPane"), ElementsAre("Default", "Display Texture Image", "---", "Layered", "Compact",
+                                             "Arrange Again", "Overview"));
   EXPECT_THAT(
       items("KAVOtoolPane"),
       ElementsAre("KAVO Quick preview(DX-VIEWER)", "KAVO Quick preview(Emu-Board)", "Kavo preview(DX-VIEWER)",
