@@ -7,6 +7,7 @@
 #include "cli/commands.h"
 #include "cli/scenefile.h"
 #include "editor/model/scenegraph.h"
+#include "graphlayout/compact.h"
 #include "graphlayout/layout.h"
 #include "picture/colors.h"
 #include "picture/export.h"
@@ -38,7 +39,9 @@ Laid laid_out(const SceneGraph& scene, const picture::Font& font) {
   }
   std::vector<graphlayout::Arc> arcs;
   for (const SceneGraph::Arc& arc : scene.arcs) arcs.push_back({arc.parent, arc.child});
-  const graphlayout::Layout layout = graphlayout::layout(sizes, arcs);
+  const bool compact = sizes.size() >= graphlayout::kCompactFrom;
+  const graphlayout::Layout layout =
+      compact ? graphlayout::compact(sizes, arcs).layout : graphlayout::layout(sizes, arcs);
 
   for (std::size_t i = 0; i < sizes.size(); ++i) {
     const picture::NodeId node = laid.drawing.addNode();
@@ -49,7 +52,10 @@ Laid laid_out(const SceneGraph& scene, const picture::Font& font) {
   for (std::size_t i = 0; i < arcs.size(); ++i) {
     std::vector<SgPoint> bends;
     for (const graphlayout::Point& bend : layout.bends.of(i)) bends.push_back({bend.x, bend.y});
-    laid.drawing.setBends(laid.drawing.addArc(arcs[i].from, arcs[i].to), bends);
+    const picture::ArcId arc = laid.drawing.addArc(arcs[i].from, arcs[i].to);
+    laid.drawing.setBends(arc, bends);
+    if (compact)
+      laid.drawing.setArcStyle(arc, bends.empty() ? picture::ArcStyle::Stubs : picture::ArcStyle::Square);
   }
   return laid;
 }

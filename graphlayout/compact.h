@@ -2,6 +2,7 @@
 /// The compact picture: blocks within blocks, for graphs whose layered picture would be an endless ribbon.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <span>
 #include <vector>
@@ -9,6 +10,9 @@
 #include "graphlayout/layout.h"
 
 namespace graphlayout {
+
+/// From so many nodes on a graph is compact, unless somebody wants it otherwise.
+inline constexpr std::size_t kCompactFrom = 500;
 
 /// A tree of the graph's arcs as blocks, and which arcs these are.
 struct Compact {

@@ -79,11 +79,11 @@ class Drawing {
     for (ArcId arc = nodes_[node].firstOut; arc != kNone; arc = arcs_[arc].out.next) visit(arc);
     for (ArcId arc = nodes_[node].firstIn; arc != kNone; arc = arcs_[arc].in.next) visit(arc);
   }
-  /// Calls `visit(child)` for every arc that starts at the node and is shown.
+  /// Calls `visit(child)` for every arc that starts at the node and is shown, but for those of style Stubs.
   template <class Visit>
   void visitChildren(NodeId node, Visit&& visit) const {
     for (ArcId arc = nodes_[node].firstOut; arc != kNone; arc = arcs_[arc].out.next)
-      if (arcShown(arc)) visit(to(arc));
+      if (arcShown(arc) && arcs_[arc].style != ArcStyle::Stubs) visit(to(arc));
   }
   bool arcShown(ArcId arc) const { return shown(from(arc)) && shown(to(arc)); }
   void setArcStyle(ArcId arc, ArcStyle style);

@@ -384,7 +384,8 @@ void VkGraph::setBends(SgArc arc, std::span<const SgPoint> bends) {
 }
 
 void VkGraph::placeAll(const Picture& shown) {
-  const Arrangement usual = shown.nodes.size() >= kCompactFrom ? Arrangement::Compact : Arrangement::Layered;
+  const Arrangement usual =
+      shown.nodes.size() >= graphlayout::kCompactFrom ? Arrangement::Compact : Arrangement::Layered;
   const bool wasCompact = compact_;
   compact_ = chosen_.value_or(usual) == Arrangement::Compact;
   const graphlayout::Layout layout = compact_ ? graphlayout::compact(shown.sizes, shown.arcs).layout

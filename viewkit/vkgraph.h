@@ -28,9 +28,6 @@ class GraphStrip;
 /// is called.
 class VkGraph : public VkComponent {
  public:
-  /// From so many displayed nodes on, a graph is arranged compactly unless somebody chose otherwise.
-  static constexpr std::size_t kCompactFrom = 500;
-
   enum class Arrangement {
     Layered,  ///< ranks, arcs from above to below
     Compact   ///< blocks of a tree; other arcs as stubs

@@ -3,7 +3,10 @@
 #include <gmock/gmock.h>
 
 #include <algorithm>
+#include <cstdio>
 
+#include "qilib/opensave.h"
+#include "samples/scenes.h"
 #include "tests/cli/quilscene_run.h"
 #include "tests/support/picturefile.h"
 
@@ -31,6 +34,17 @@ TEST_F(Render, ShowsTheNodesOfTheGraph) {
   EXPECT_EQ(sortedWords("out.pdf"), nodes);
   ASSERT_EQ(run("render " + scene + " out.svg").status, 0);
   EXPECT_EQ(support::filledBoxes(written("out.svg")).size(), nodes.size());
+}
+
+TEST_F(Render, ManyNodesAreNoRibbon) {
+  Qis city = samples::city(450, 0);
+  ASSERT_EQ(qiSaveAsQb2(city, scratch_ / "city.quil"), 1);
+  ASSERT_EQ(run("render city.quil out.svg").status, 0);
+  const std::string svg = written("out.svg");
+  EXPECT_EQ(support::filledBoxes(svg).size(), lines_with(run("graph city.quil").out, "node").size());
+  double width = 0, height = 1;
+  ASSERT_EQ(std::sscanf(svg.c_str() + svg.find("viewBox"), "viewBox=\"0 0 %lf %lf", &width, &height), 2);
+  EXPECT_LT(width / height, 4);
 }
 
 TEST_F(Render, WritesEveryFormatAndSheets) {

@@ -10,6 +10,7 @@
 #include <iterator>
 #include <sstream>
 
+#include "graphlayout/compact.h"
 #include "tests/support/files.h"
 #include "tests/support/picturefile.h"
 #include "tests/support/scene_like_graph.h"
@@ -322,9 +323,9 @@ TEST_F(Graph, LargeGraphsAreCompactUntilSomebodyChooses) {
     graph_->doLayout();
   };
   using enum VkGraph::Arrangement;
-  grow(VkGraph::kCompactFrom - 1);
+  grow(graphlayout::kCompactFrom - 1);
   EXPECT_EQ(graph_->arrangement(), Layered);
-  grow(VkGraph::kCompactFrom);
+  grow(graphlayout::kCompactFrom);
   EXPECT_EQ(graph_->arrangement(), Compact);
   const SgRectangle extents = SgGraphExtents(canvas());
   EXPECT_LT(extents.width, 3 * extents.height);
@@ -337,7 +338,7 @@ TEST_F(Graph, LargeGraphsAreCompactUntilSomebodyChooses) {
   EXPECT_EQ(graph_->arrangement(), Compact);
   EXPECT_EQ(graph_->places().nodes, compact.nodes);
   EXPECT_EQ(graph_->places().arcs, compact.arcs);
-  grow(VkGraph::kCompactFrom);
+  grow(graphlayout::kCompactFrom);
   EXPECT_EQ(graph_->arrangement(), Layered) << "as it was chosen";
 }
 
