@@ -27,8 +27,9 @@ constexpr double kNameShare = 2;         // times the width of its name, somethi
 constexpr std::size_t kMostNames = 60;
 constexpr double kDetailZoom = 0.3;  // below it arcs that are seen better from near are left out
 constexpr double kShortestLine = 6;  // window units: what such a right-angled arc's lines measure at least
-constexpr double kFarZoom = 0.4;     // below it arcs are paler, so as not to hide the nodes
-constexpr double kHandleAway = 16;   // window units from the node to the handle of an arc
+constexpr double kVeryFarZoom = 0.1, kShortestVeryFar = 40;  // the same where thousands are in view
+constexpr double kFarZoom = 0.4;    // below it arcs are paler, so as not to hide the nodes
+constexpr double kHandleAway = 16;  // window units from the node to the handle of an arc
 
 /// Paints one frame of one content.
 class Painting {
@@ -67,7 +68,7 @@ class Painting {
     std::vector<std::pair<SgPoint, const std::string*>> labels;
     drawing_.visitArcs(frame_.visible().grownBy(20), [&](ArcId arc) {
       const bool square = drawing_.arcStyle(arc) == ArcStyle::Square && !drawing_.bends(arc).empty();
-      const double shortest = square && frame_.zoom < kDetailZoom ? kShortestLine : 0;
+      const double shortest = square && frame_.zoom < kDetailZoom ? shortestLine() : 0;
       ArcBatch& batch = manner_.selection && drawing_.arcSelected(arc) ? selected : plain;
       drawing_.visitPieces(arc, detail, [&](std::span<const SgPoint> piece, bool reachesChild) {
         batch.add(piece, reachesChild && !square, shortest);
@@ -85,6 +86,8 @@ class Painting {
       surface_.drawText(middle, *label, inks_.text);
     }
   }
+
+  double shortestLine() const { return frame_.zoom < kVeryFarZoom ? kShortestVeryFar : kShortestLine; }
 
   /// In the same order at every repaint, the order in which nodeAt sees them.
   std::vector<NodeId> nodesInView() const {
