@@ -28,6 +28,7 @@ constexpr std::size_t kMostNames = 60;
 constexpr double kDetailZoom = 0.3;  // below it arcs that are seen better from near are left out
 constexpr double kShortestLine = 6;  // window units: what such a right-angled arc's lines measure at least
 constexpr double kVeryFarZoom = 0.1, kShortestVeryFar = 40;  // the same where thousands are in view
+constexpr double kStubHead = 0.6;                            // times a usual arrow head
 constexpr double kFarZoom = 0.4;    // below it arcs are paler, so as not to hide the nodes
 constexpr double kHandleAway = 16;  // window units from the node to the handle of an arc
 
@@ -69,9 +70,10 @@ class Painting {
     drawing_.visitArcs(frame_.visible().grownBy(20), [&](ArcId arc) {
       const bool square = drawing_.arcStyle(arc) == ArcStyle::Square && !drawing_.bends(arc).empty();
       const double shortest = square && frame_.zoom < kDetailZoom ? shortestLine() : 0;
+      const double head = square ? 0 : drawing_.inStubs(arc, detail) ? kStubHead : 1;
       ArcBatch& batch = manner_.selection && drawing_.arcSelected(arc) ? selected : plain;
       drawing_.visitPieces(arc, detail, [&](std::span<const SgPoint> piece, bool reachesChild) {
-        batch.add(piece, reachesChild && !square, shortest);
+        batch.add(piece, reachesChild ? head : 0, shortest);
       });
       if (arcLabels_.empty() || !showsText()) return;
       if (const auto label = arcLabels_.find(arc); label != arcLabels_.end())
@@ -226,27 +228,28 @@ void ArcBatch::addLine(SgPoint a, SgPoint b) {
   if (clipLine(a, b, frame_.window().grownBy(2))) lines_.push_back({a, b});
 }
 
-void ArcBatch::addHead(SgPoint tip, SgPoint before) {
+void ArcBatch::addHead(SgPoint tip, SgPoint before, double size) {
+  const double headLength = headLength_ * size;
   const double length = std::max(distance(before, tip), 1e-6);
-  const double dx = (tip.x - before.x) / length * headLength_, dy = (tip.y - before.y) / length * headLength_;
+  const double dx = (tip.x - before.x) / length * headLength, dy = (tip.y - before.y) / length * headLength;
   constexpr double kSlim = 0.4;
   heads_.push_back({tip,
                     {tip.x - dx - dy * kSlim, tip.y - dy + dx * kSlim},
                     {tip.x - dx + dy * kSlim, tip.y - dy - dx * kSlim}});
 }
 
-void ArcBatch::add(std::span<const SgPoint> path, bool withHead, double shortest) {
+void ArcBatch::add(std::span<const SgPoint> path, double head, double shortest) {
   for (std::size_t i = 1; i < path.size(); ++i)
     if (shortest == 0 || distance(path[i - 1], path[i]) * frame_.zoom >= shortest)
       addLine(frame_.toWindow(path[i - 1]), frame_.toWindow(path[i]));
-  if (path.size() < 2 || headLength_ == 0 || !withHead) return;
+  if (path.size() < 2 || headLength_ == 0 || head == 0) return;
   const SgPoint tip = frame_.toWindow(path.back()), before = frame_.toWindow(path[path.size() - 2]);
-  if (distance(before, tip) >= 1 && frame_.window().grownBy(22).contains(tip)) addHead(tip, before);
+  if (distance(before, tip) >= 1 && frame_.window().grownBy(22).contains(tip)) addHead(tip, before, head);
 }
 
 void ArcBatch::addStraight(SgPoint from, SgPoint to) {
   addLine(from, to);
-  addHead(to, from);
+  addHead(to, from, 1);
 }
 
 void ArcBatch::draw(Surface& surface, Color color, unsigned width) const {

@@ -62,9 +62,9 @@ class ArcBatch {
   /// @param headLength  of the arrow heads, in window units; 0: none.
   ArcBatch(const Frame& frame, double headLength) : frame_(frame), headLength_(headLength) {}
 
-  /// @param withHead  whether the last point is the arc's end.
+  /// @param head  the size of the head at the last point: 1 is usual, 0 none.
   /// @param shortest  lines below this length in window units are left out.
-  void add(std::span<const SgPoint> path, bool withHead = true, double shortest = 0);
+  void add(std::span<const SgPoint> path, double head = 1, double shortest = 0);
   /// A straight arc between two places of the window.
   void addStraight(SgPoint from, SgPoint to);
   /// @param width  of the lines, see Surface::drawLines.
@@ -72,7 +72,7 @@ class ArcBatch {
 
  private:
   void addLine(SgPoint a, SgPoint b);
-  void addHead(SgPoint tip, SgPoint before);
+  void addHead(SgPoint tip, SgPoint before, double size);
 
   const Frame& frame_;
   double headLength_;
