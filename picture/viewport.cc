@@ -69,7 +69,8 @@ void Viewport::fit() {
 void Viewport::showTop(double middle) {
   frame_.zoom = 1;
   // What is no wider than the view is centred as a whole.
-  if (extents_.width + 2 * kMargin <= frame_.width) middle = extents_.middle().x;
+  const double half = frame_.width / 2 - kMargin, first = extents_.x + half, last = extents_.right() - half;
+  middle = first < last ? std::clamp(middle, first, last) : extents_.middle().x;
   scrollTo({middle, extents_.y}, {frame_.width / 2, kMargin});
 }
 

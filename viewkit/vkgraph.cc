@@ -335,6 +335,7 @@ void VkGraph::doLayout() {
   if (shown.nodes.empty()) return;
   placeAll(shown);
   SgGraphShowTop(graph_, shown.nodes.front()->baseWidget());
+  worked_ = nullptr;  // that was the building
   laidOut_ = true;
 }
 

@@ -105,6 +105,9 @@ TEST(Viewport, TheTopIsTheUpperEdgeUnderTheMiddleGiven) {
   EXPECT_NEAR(v.toWindow(SgPoint{7000, 0}).x, 400, 1e-6);
   const double top = v.toWindow(SgPoint{7000, 0}).y;
   EXPECT_TRUE(top >= 0 && top < 100) << top;
+  v.showTop(0);
+  const double left = v.toWindow(SgPoint{0, 0}).x;
+  EXPECT_TRUE(left > 0 && left < 100) << "no empty half of the window: " << left;
   Viewport tiny = view({0, 0, 60, 20});
   tiny.showTop(0);
   EXPECT_LT(tiny.toWindow(SgPoint{0, 0}).y, 100);

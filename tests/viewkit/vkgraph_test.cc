@@ -331,9 +331,13 @@ TEST_F(Graph, LargeGraphsAreCompactUntilSomebodyChooses) {
   EXPECT_LT(extents.width, 3 * extents.height);
   const VkPlaces compact = graph_->places();
 
+  const VkNode* const top = graph_->find("n0");
+  EXPECT_TRUE(SgGraphNodeRectangle(top->baseWidget()).touches(SgGraphViewport(canvas())));
   graph_->setArrangement(Layered);
   EXPECT_EQ(graph_->arrangement(), Layered);
   EXPECT_GT(SgGraphExtents(canvas()).width, 3 * extents.width);
+  EXPECT_TRUE(SgGraphNodeRectangle(top->baseWidget()).touches(SgGraphViewport(canvas())))
+      << "nothing was worked on, so the top stays in sight";
   graph_->arrange(compact);
   EXPECT_EQ(graph_->arrangement(), Compact);
   EXPECT_EQ(graph_->places().nodes, compact.nodes);
