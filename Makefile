@@ -10,11 +10,8 @@ test:     ## everything that guards this program
 bench:    ## measure it
 	scripts/install-packages build run test bench
 	cmake --preset checked && cmake --build --preset checked --target bench
-fuzz:     ## feed it broken files for a while
-	scripts/install-packages build run test sanitize
-	cmake --preset fuzz && cmake --build --preset fuzz --target fuzz
-	cmake --preset checked && cmake --build --preset checked
-	build/checked/tests/window/window_test --gtest_filter='EditorFaults.AKill*' --gtest_repeat=42
+fuzz:     ## feed it broken files, random gestures and kills for a while
+	scripts/fuzz
 format:   ## format every C++ file
 	scripts/install-packages test
 	scripts/check-format --fix
