@@ -21,6 +21,8 @@ bool can_be_read(const std::string& path) {
   return file >= 0;
 }
 
+constexpr const char* kDropQuestion = "Open another scene without saving the changes?";
+
 }  // namespace
 
 void FileCommands::clear() {
@@ -32,21 +34,27 @@ bool FileCommands::mayDrop(const char* question) {
 }
 
 void FileCommands::open() {
-  if (!mayDrop("Open another scene without saving the changes?")) return;
-  const auto path = prompts_.chooseFile("Open");
-  if (!path) {
+  if (!mayDrop(kDropQuestion)) return;
+  if (const auto path = prompts_.chooseFile("Open"))
+    read(*path);
+  else
     std::printf("User canceled.\n");
-    return;
-  }
+}
+
+void FileCommands::openFile(const std::string& path) {
+  if (mayDrop(kDropQuestion)) read(path);
+}
+
+void FileCommands::read(const std::string& path) {
   const bool drops = unsaved_.exists();
   const std::string before = file_name_;
-  const storage::SeenFile seen(*path);
+  const storage::SeenFile seen(path);
   Reasons reasons;
   const bool is_read = [&] {
     const Busy busy(prompts_, "Opening...");
     unsaved_.keep();
-    if (!show(*path, *path, reasons)) return false;
-    unsaved_.opened(*path);
+    if (!show(path, path, reasons)) return false;
+    unsaved_.opened(path);
     know(seen);
     return true;
   }();

@@ -43,6 +43,8 @@ class FileCommands {
   /// Clears the picture alone: the scene stays in memory, and Save still writes it.
   void clear();
   void open();
+  /// The same with the file already chosen.
+  void openFile(const std::string& path);
   /// Saves under the current file name; when there is none yet, warns that it can't.
   void save();
   /// The chosen name becomes the current file name, even when the file can't be written.
@@ -63,6 +65,7 @@ class FileCommands {
 
  private:
   bool mayDrop(const char* question);
+  void read(const std::string& path);
   void read(const RecoveryCopy& copy);
   /// Reads a scene and shows it as that of a file. @returns whether that went well; otherwise all is as it
   /// was, also when the memory doesn't suffice.

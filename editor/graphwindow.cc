@@ -27,6 +27,13 @@ constexpr auto kSubmenu = VkMenuItemType::SUBMENU;
 constexpr VkMenuDesc kSeparator = {VkMenuItemType::SEPARATOR};
 constexpr VkMenuDesc kEnd = {VkMenuItemType::END};
 
+/// Stands on the canvas while there is nothing else.
+constexpr const char* kWelcome =
+    "No scene is shown\n"
+    "Ctrl+O opens one; a file can also be named when the program is started\n"
+    "Ctrl+E turns Edit Mode on, in which links are drawn, moved and deleted\n"
+    "F10 goes to the menus, and the line below says what pointer and keys do";
+
 constexpr const char* kRecoverLabel = "Recover...";
 constexpr const char* kEditModeLabel = "Edit Mode";
 constexpr const char* kUndoLabel = "Undo";
@@ -72,7 +79,7 @@ std::unique_ptr<VkGraph> GraphWindow::makeView() {
   auto view = std::make_unique<VkGraph>("graph", mainWindowWidget());
   const Widget graph = view->graphWidget();
   XtVaSetValues(graph, SgNeditableArcs, False, SgNokToAdd, False, SgNarcWidth, 20, SgNarcDirection,
-                SgARC_DOWN, nullptr);
+                SgARC_DOWN, SgNemptyText, kWelcome, nullptr);
   XtAddCallback(graph, SgNnewNodeCallback, newNodeCallback, this);
   XtAddCallback(graph, SgNnewArcCallback, newArcCallback, this);
   XtAddCallback(graph, SgNarcMovedCallback, arcMovedCallback, this);

@@ -31,6 +31,9 @@ class GraphWindow : public VkWindow, private SceneDisplay, private TextureDispla
 
   const char* className() const override { return "GraphWindow"; }
 
+  /// Opens a scene as File > Open does once it is chosen.
+  void openFile(const std::string& path) { files_.openFile(path); }
+
   /// Says something on the status line, before the help on gestures. Empty: nothing.
   void tell(const std::string& text);
 

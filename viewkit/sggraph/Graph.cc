@@ -83,6 +83,7 @@ XtResource kResources[] = {
     row(SgNshowOverview, "ShowOverview", XmRBoolean, SG_MEMBER(showOverview), False),
     row(SgNarcWidth, "ArcWidth", XmRDimension, SG_MEMBER(arcWidth), 20),
     row(SgNarcDirection, "ArcDirection", XmRInt, SG_MEMBER(arcDirection), SgARC_DOWN),
+    row(SgNemptyText, "EmptyText", XmRString, SG_MEMBER(emptyText), 0),
     row(XmNrenderTable, XmCRenderTable, XmRRenderTable, SG_MEMBER(renderTable), 0),
     colorRow(SgNarcColor, SG_MEMBER(arcColor)),
     colorRow(SgNfarArcColor, SG_MEMBER(farArcColor)),

@@ -37,6 +37,7 @@ enum class FileFormat : int;
 #define SgNarcWidth "arcWidth"          // Dimension 20: pixels across of the strip that picks an arc
 #define SgNshowOverview "showOverview"  // Boolean False: a map in a corner while not all is in view
 #define SgNarcDirection "arcDirection"  // int 1: SgARC_ANY or SgARC_DOWN
+#define SgNemptyText "emptyText"        // String null, copied: lines in the middle while there are no nodes
 #define SgNarcColor "arcColor"          // Pixel
 #define SgNfarArcColor "farArcColor"    // Pixel: arcs where zoomed out so far that they'd hide the nodes
 #define SgNnodeColor "nodeColor"        // Pixel: boxes of nodes that set no tint

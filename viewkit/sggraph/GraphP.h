@@ -32,6 +32,7 @@ struct SgGraphPart {
   int arcDirection;    // SgARC_ANY, SgARC_DOWN
   Pixel arcColor, farArcColor, nodeColor, nodeBorderColor, selectionColor, hoverColor, handleColor,
       targetColor;
+  String emptyText;           // a copy of ours, owned by the view
   XmRenderTable renderTable;  // a copy of ours, owned by the view
   XtCallbackList newNodeCallback, newArcCallback, arcMovedCallback, defaultActionCallback;
   XtCallbackList changedCallback, nodesMovedCallback, overviewCallback, viewChangedCallback;

@@ -362,7 +362,8 @@ std::string GraphView::exportTo(const std::string& path, FileFormat format, bool
 
 OverlayInks GraphView::overlayInks() {
   const SgGraphPart& graph = widget_->graph;
-  return {.border = pixels_.colorOf(graph.nodeBorderColor),
+  return {.text = pixels_.colorOf(widget_->manager.foreground),
+          .border = pixels_.colorOf(graph.nodeBorderColor),
           .selection = pixels_.colorOf(graph.selectionColor),
           .hover = pixels_.colorOf(graph.hoverColor),
           .target = pixels_.colorOf(graph.targetColor),
@@ -394,6 +395,7 @@ std::optional<Map> GraphView::map() const {
 
 Overlay GraphView::overlay() const {
   Overlay overlay;
+  if (drawing_.extents() == SgRectangle{}) overlay.lines = emptyText_;
   overlay.map = map();
   overlay.focus = focused_;
   if (focused_) overlay.currentNode = drawing_.nodeOf(current_);
@@ -496,11 +498,19 @@ void GraphView::resourcesChanged(bool fonts, bool ports) {
     for (NodeId node = 0; node < widgets_.size(); ++node)
       if (widgets_[node]) measure(node);
   }
+  keepTexts();
   if (ports) drawing_.setPorts(graph.arcDirection == SgARC_DOWN ? Ports::Down : Ports::Any);
   if (!graph.editableArcs &&
       (gesture_.kind == Gesture::Kind::DrawArc || gesture_.kind == Gesture::Kind::MoveArcEnd))
     giveUp();
   changed();
+}
+
+void GraphView::keepTexts() {
+  String& text = widget_->graph.emptyText;
+  if (text == emptyText_.c_str()) return;
+  emptyText_ = text ? text : "";
+  text = emptyText_.data();
 }
 
 bool GraphView::call(XtCallbackList SgGraphPart::*list, SgGraphCallbackStruct& data) {

@@ -172,6 +172,8 @@ class GraphView {
   Content content();
   OverlayInks overlayInks();
   Overlay overlay() const;
+  /// Takes over the texts that the resources name.
+  void keepTexts();
   /// The map, if it is to be seen now.
   std::optional<Map> map() const;
   Hit hit(SgPoint window);
@@ -221,6 +223,7 @@ class GraphView {
   RenderTable renderTable_;
   std::unique_ptr<TextFont> measuring_;
   std::unique_ptr<Painter> painter_;
+  std::string emptyText_;
   bool managedStale_ = false;
   Frame mapPainted_;  // what the map shows; none before the first
   bool mapStale_ = true;

@@ -55,6 +55,19 @@ void Painter::showMap(const Map& map, const picture::Frame& frame, const Overlay
   surface_.outlineBox(view, inks.selection, 2);
 }
 
+void Painter::showLines(std::string_view lines, const picture::Frame& frame, const picture::Color& color) {
+  constexpr double kLeading = 1.6;  // from line to line, in heights of the text
+  surface_.setTextZoom(1);
+  const double step = kLeading * surface_.textHeight();
+  SgPoint middle = frame.window().middle();
+  middle.y -= step / 2 * static_cast<double>(std::ranges::count(lines, '\n'));
+  for (std::size_t begin = 0; begin < lines.size(); middle.y += step) {
+    const std::size_t end = std::min(lines.find('\n', begin), lines.size());
+    surface_.drawText(middle, lines.substr(begin, end - begin), color);
+    begin = end + 1;
+  }
+}
+
 void Painter::paintOverlay(const picture::Drawing& drawing, const picture::Frame& frame,
                            const Overlay& overlay, const OverlayInks& inks) {
   if (!picture_) return;
@@ -63,6 +76,7 @@ void Painter::paintOverlay(const picture::Drawing& drawing, const picture::Frame
   surface_.setFrame(frame);
   frontPainted_ = true;
   corner_ = inks.corner;
+  showLines(overlay.lines, frame, inks.text);
   const auto boxOf = [&](picture::NodeId node) { return frame.toWindow(drawing.box(node)); };
   if (overlay.hoverArc != picture::kNone && !drawing.arcSelected(overlay.hoverArc)) {
     picture::ArcBatch batch(frame, 0);

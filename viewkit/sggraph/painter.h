@@ -6,6 +6,7 @@
 #include <Xm/Xm.h>
 
 #include <optional>
+#include <string_view>
 
 #include "picture/paint.h"
 #include "viewkit/sggraph/xsurface.h"
@@ -15,7 +16,7 @@ namespace sggraph {
 
 /// The colours of what lies over and beside the picture.
 struct OverlayInks {
-  picture::Color border, selection, hover, target, focus, corner;
+  picture::Color text, border, selection, hover, target, focus, corner;
 };
 
 /// The map of the whole graph, in a corner of the window.
@@ -32,6 +33,7 @@ struct Overlay {
   picture::NodeId target = picture::kNone;       // lit
   bool rubberLine = false;
   SgPoint rubberParent, rubberChild;  // its ends, window coordinates
+  std::string_view lines;             // of text in the middle
   std::optional<Map> map;
   bool focus = false;
 };
@@ -57,6 +59,7 @@ class Painter {
 
  private:
   void fit(const picture::Frame& frame);
+  void showLines(std::string_view lines, const picture::Frame& frame, const picture::Color& color);
   void showMap(const Map& map, const picture::Frame& frame, const OverlayInks& inks);
 
   Display* display_;
