@@ -10,7 +10,7 @@
 #include <string_view>
 #include <vector>
 
-#include "cli/commands.h"
+#include "cli/commandline.h"
 #include "cli/printable.h"
 #include "qilib/checksizes.h"
 #include "qilib/lists.h"
@@ -243,9 +243,19 @@ bool check_file(const std::string& file) {
   return report.well();
 }
 
-}  // namespace
+struct Request {
+  std::vector<std::string> files;
+};
 
-Outcome check(const Arguments& arguments) {
-  const auto bad = std::ranges::count(arguments.files, false, check_file);
+void declare(CLI::App& line, Request& request) {
+  line.add_option("FILE", request.files, "The scenes")->required()->type_name("");
+}
+
+Outcome run(const Request& request) {
+  const auto bad = std::ranges::count(request.files, false, check_file);
   return bad == 0 ? Outcome::well : Outcome::failed;
 }
+
+}  // namespace
+
+Work check(CLI::App& line) { return work(line, declare, run); }

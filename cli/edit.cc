@@ -9,7 +9,7 @@
 #include <sstream>
 #include <string>
 
-#include "cli/commands.h"
+#include "cli/commandline.h"
 #include "cli/newelement.h"
 #include "cli/scenefile.h"
 #include "cli/script.h"
@@ -80,12 +80,27 @@ ScriptRun cant_read(const char* script_name, Outcome outcome) {
   return {outcome, false};
 }
 
+struct Request {
+  std::string file, output, script;
+  int mode = 2;
+};
+
+void declare(CLI::App& line, Request& request) {
+  take_file(line, request.file);
+  take_output(line, request.output, "The file to write; may be the one that is read")->required();
+  take_mode(line, request.mode);
+  line.add_option("--script", request.script, "The file to read edits from (default: standard input)")
+      ->type_name("SCRIPT");
+  line.footer(kScriptHelp);
+}
+
 /// A script that can't be read to its end might lack any of its edits: none is made.
-ScriptRun run_script_of(Qis& scene, const Arguments& arguments) {
-  const char* const name = arguments.script ? arguments.script->c_str() : "standard input";
+ScriptRun run_script_of(Qis& scene, const Request& request) {
+  const bool from_file = !request.script.empty();
+  const char* const name = from_file ? request.script.c_str() : "standard input";
   qi::File opened;
-  if (arguments.script) opened.reset(std::fopen(name, "r"));
-  std::FILE* const file = arguments.script ? opened.get() : stdin;
+  if (from_file) opened.reset(std::fopen(name, "r"));
+  std::FILE* const file = from_file ? opened.get() : stdin;
   if (!file) return cant_read(name, Outcome::failed);
   std::string text;
   std::array<char, 4096> piece;
@@ -101,20 +116,21 @@ bool is_same_file(const std::string& one, const std::string& other) {
   return std::filesystem::equivalent(one, other, none);
 }
 
-}  // namespace
-
-Outcome edit(const Arguments& arguments) {
+Outcome run(const Request& request) {
   Qis scene;
-  const std::string& file = arguments.files.front();
-  const bool overwrites = is_same_file(file, arguments.output);
-  const storage::SeenFile seen(file);
-  if (!open_scene(file, scene)) return Outcome::failed;
-  const ScriptRun script = run_script_of(scene, arguments);
+  const bool overwrites = is_same_file(request.file, request.output);
+  const storage::SeenFile seen(request.file);
+  if (!open_scene(request.file, scene)) return Outcome::failed;
+  const ScriptRun script = run_script_of(scene, request);
   if (!script.complete) return script.outcome;
   if (overwrites && seen.changed()) {
     std::fprintf(stderr, "quilscene: %s changed on disk since it was opened, nothing is written\n",
-                 file.c_str());
+                 request.file.c_str());
     return Outcome::failed;
   }
-  return save_scene(scene, arguments.output, arguments.mode) ? script.outcome : Outcome::failed;
+  return save_scene(scene, request.output, request.mode) ? script.outcome : Outcome::failed;
 }
+
+}  // namespace
+
+Work edit(CLI::App& line) { return work(line, declare, run); }

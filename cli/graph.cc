@@ -2,7 +2,7 @@
 /// `quilscene graph`: the nodes and arcs that the editor's window shows.
 #include <cstdio>
 
-#include "cli/commands.h"
+#include "cli/commandline.h"
 #include "cli/scenefile.h"
 #include "editor/model/scenegraph.h"
 
@@ -28,11 +28,23 @@ void print_dot(const SceneGraph& scene) {
   std::puts("}");
 }
 
-}  // namespace
+struct Request {
+  std::string file;
+  bool dot = false;
+};
 
-Outcome graph(const Arguments& arguments) {
+void declare(CLI::App& line, Request& request) {
+  take_file(line, request.file);
+  line.add_flag("--dot", request.dot, "For Graphviz");
+}
+
+Outcome run(const Request& request) {
   Qis scene;
-  if (!open_scene(arguments.files.front(), scene)) return Outcome::failed;
-  (arguments.dot ? print_dot : print_lines)(scene_graph(scene));
+  if (!open_scene(request.file, scene)) return Outcome::failed;
+  (request.dot ? print_dot : print_lines)(scene_graph(scene));
   return Outcome::well;
 }
+
+}  // namespace
+
+Work graph(CLI::App& line) { return work(line, declare, run); }

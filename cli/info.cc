@@ -3,7 +3,7 @@
 #include <cinttypes>
 #include <cstdio>
 
-#include "cli/commands.h"
+#include "cli/commandline.h"
 #include "cli/printable.h"
 #include "cli/scenefile.h"
 #include "qilib/lists.h"
@@ -42,13 +42,21 @@ void print_names(const Qis& scene) {
     std::printf("name %zu %s\n", number++, printable(qiGetName(name)).c_str());
 }
 
-}  // namespace
+struct Request {
+  std::string file;
+};
 
-Outcome info(const Arguments& arguments) {
+void declare(CLI::App& line, Request& request) { take_file(line, request.file); }
+
+Outcome run(const Request& request) {
   Qis scene;
-  if (!open_scene(arguments.files.front(), scene)) return Outcome::failed;
+  if (!open_scene(request.file, scene)) return Outcome::failed;
   print_header(scene);
   print_lists(scene);
   print_names(scene);
   return Outcome::well;
 }
+
+}  // namespace
+
+Work info(CLI::App& line) { return work(line, declare, run); }

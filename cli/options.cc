@@ -1,8 +1,9 @@
 /// @file
 /// `quilscene options`: the converters' options as they are read.
 #include <cstdio>
+#include <string>
 
-#include "cli/commands.h"
+#include "cli/commandline.h"
 #include "cli/printable.h"
 #include "tools/cnvopts.h"
 #include "tools/quil2prev.h"
@@ -13,11 +14,16 @@ void print(std::string_view name, std::string_view text) {
   std::printf("%.*s = %s\n", static_cast<int>(name.size()), name.data(), printable(text).c_str());
 }
 
-}  // namespace
+struct Request {
+  std::string file;
+};
 
-Outcome options(const Arguments& arguments) {
-  const std::string file =
-      arguments.files.empty() ? options_path_in(options_home()) : arguments.files.front();
+void declare(CLI::App& line, Request& request) {
+  line.add_option("FILE", request.file, "The options (default: your own, ~/.quilcnvops)")->type_name("");
+}
+
+Outcome run(const Request& request) {
+  const std::string file = request.file.empty() ? options_path_in(options_home()) : request.file;
   if (!read_options_file(file)) {
     std::fprintf(stderr, "quilscene: can't read %s\n", file.c_str());
     return Outcome::failed;
@@ -28,3 +34,7 @@ Outcome options(const Arguments& arguments) {
   print("cmd_quil2zex", cmd_quil2zex(line));
   return Outcome::well;
 }
+
+}  // namespace
+
+Work options(CLI::App& line) { return work(line, declare, run); }

@@ -2,10 +2,11 @@
 /// `quilscene recover`: the copies of unsaved work.
 #include <cinttypes>
 #include <cstdio>
+#include <optional>
 #include <string>
 #include <system_error>
 
-#include "cli/commands.h"
+#include "cli/commandline.h"
 #include "cli/printable.h"
 #include "qilib/files.h"
 #include "storage/recovery.h"
@@ -29,8 +30,8 @@ Outcome list(const RecoveryStore& store) {
   return Outcome::well;
 }
 
-Outcome no_copy(int number) {
-  std::fprintf(stderr, "quilscene: there is no copy %d\n", number);
+Outcome no_copy(unsigned number) {
+  std::fprintf(stderr, "quilscene: there is no copy %u\n", number);
   return Outcome::failed;
 }
 
@@ -63,11 +64,34 @@ Outcome extract(const RecoveryStore& store, int number, const std::string& outpu
   return Outcome::failed;
 }
 
+struct Request {
+  std::optional<unsigned> copy;
+  std::string output;
+  bool remove = false;
+};
+
+void declare(CLI::App& line, Request& request) {
+  line.add_option("N", request.copy, "The copy's number (default: list them)")
+      ->check([](const std::string& word) {
+        return word.find_first_not_of("0") == word.npos ? "the first copy is number 1" : "";
+      })
+      ->type_name("");
+  auto* const output = take_output(line, request.output, "The file to write the copy to");
+  line.add_flag("--remove", request.remove, "Forget the copy")->excludes(output);
+}
+
+Outcome run(const Request& request) {
+  const RecoveryStore store;
+  const bool extracts = !request.output.empty();
+  if (!request.copy) {
+    if (request.remove || extracts) throw WrongUse("which copy?");
+    return list(store);
+  }
+  if (request.remove) return remove(store, *request.copy);
+  if (!extracts) throw WrongUse("-o OUT is missing");
+  return extract(store, *request.copy, request.output);
+}
+
 }  // namespace
 
-Outcome recover(const Arguments& arguments) {
-  const RecoveryStore store;
-  if (arguments.copy == 0) return list(store);
-  if (arguments.remove) return remove(store, arguments.copy);
-  return extract(store, arguments.copy, arguments.output);
-}
+Work recover(CLI::App& line) { return work(line, declare, run); }

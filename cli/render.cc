@@ -4,7 +4,7 @@
 #include <unordered_map>
 #include <vector>
 
-#include "cli/commands.h"
+#include "cli/commandline.h"
 #include "cli/scenefile.h"
 #include "editor/model/scenegraph.h"
 #include "graphlayout/compact.h"
@@ -60,25 +60,47 @@ Laid laid_out(const SceneGraph& scene, const picture::Font& font) {
   return laid;
 }
 
-}  // namespace
+struct Request {
+  std::string file, output, page;
+};
 
-Outcome render(const Arguments& arguments) {
+void declare(CLI::App& line, Request& request) {
+  take_file(line, request.file);
+  line.add_option("OUT", request.output, "The picture: ends in " + std::string(picture::kFormatNames))
+      ->required()
+      ->type_name("");
+  line.add_option("--page", request.page, "Sheets of PDF and PostScript")
+      ->type_name("A5|A4|A3|A2|A1|A0|Letter|Tabloid");
+}
+
+Outcome run(const Request& request) {
+  const auto format = picture::formatOf(request.output);
+  if (!format)
+    throw WrongUse("the name of a picture ends in " + std::string(picture::kFormatNames) + ": " +
+                   request.output);
+  const picture::Paper* const paper = request.page.empty() ? nullptr : picture::paperOf(request.page);
+  if (!paper && !request.page.empty()) throw WrongUse("no such page: " + request.page);
+  if (paper && !hasSheets(*format)) throw WrongUse("only PDF and PostScript have pages: " + request.output);
   Qis scene;
-  if (!open_scene(arguments.files.front(), scene)) return Outcome::failed;
-  const std::string& file = arguments.files.front();
+  if (!open_scene(request.file, scene)) return Outcome::failed;
+  const std::string& file = request.file;
   const picture::Font font;
   const Laid laid = laid_out(scene_graph(scene), font);
   const std::unordered_map<picture::ArcId, std::string> no_labels;
   const picture::Content content{laid.drawing, laid.looks, no_labels, kInks};
-  const std::string problem = exportPicture(arguments.output, *picture::formatOf(arguments.output),
+  const std::string problem = exportPicture(request.output, *format,
                                             {.content = content,
                                              .part = wholeFrame(laid.drawing),
                                              .partialArcs = false,
                                              .font = font,
                                              .images = {},
                                              .title = file.substr(file.rfind('/') + 1)},
-                                            arguments.paper);
+                                            paper);
   if (problem.empty()) return Outcome::well;
   std::fprintf(stderr, "quilscene: %s\n", problem.c_str());
   return Outcome::failed;
 }
+
+}  // namespace
+
+Work render(CLI::App& line) { return work(line, declare, run); }

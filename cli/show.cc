@@ -1,18 +1,32 @@
 /// @file
 /// `quilscene show`: the values of records, as their dialogs show them.
 #include <cstdio>
+#include <string>
+#include <vector>
 
-#include "cli/commands.h"
+#include "cli/commandline.h"
 #include "cli/printable.h"
 #include "cli/scenefile.h"
 #include "dialogs/values/dispatch.h"
 #include "dialogs/values/itemtext.h"
 
-Outcome show(const Arguments& arguments) {
+namespace {
+
+struct Request {
+  std::string file;
+  std::vector<std::string> nodes;
+};
+
+void declare(CLI::App& line, Request& request) {
+  take_file(line, request.file);
+  line.add_option("NODE", request.nodes, "As graph names them")->required()->type_name("");
+}
+
+Outcome run(const Request& request) {
   Qis scene;
-  if (!open_scene(arguments.files.front(), scene)) return Outcome::failed;
+  if (!open_scene(request.file, scene)) return Outcome::failed;
   Outcome outcome = Outcome::well;
-  for (const std::string& node : arguments.nodes) {
+  for (const std::string& node : request.nodes) {
     const auto on = values::dialog_of_node(node);
     if (!on || !on->dialog->has_record(scene, on->number)) {
       std::fprintf(stderr, "quilscene: no such node: %s\n", printable(node).c_str());
@@ -27,3 +41,7 @@ Outcome show(const Arguments& arguments) {
   }
   return outcome;
 }
+
+}  // namespace
+
+Work show(CLI::App& line) { return work(line, declare, run); }

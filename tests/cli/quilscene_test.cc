@@ -452,14 +452,31 @@ TEST_F(Quilscene, HelpNamesEveryCommand) {
     EXPECT_THAT(ran.out, HasSubstr(command));
 }
 
-TEST_F(Quilscene, HelpIsGivenAfterACommandToo) {
-  const std::string help = run("--help").out;
-  for (const char* line : {"-h", "info --help", "edit a -o out.quil -h"}) {
+TEST_F(Quilscene, HelpIsGivenForACommandToo) {
+  const std::string edit = run("help edit").out, all = run("--help").out;
+  for (const auto& [line, help] : {std::pair{"-h", all},
+                                   {"help", all},
+                                   {"edit --help", edit},
+                                   {"edit -h", edit},
+                                   {"edit a -o out.quil -h", edit}}) {
     const Ran ran = run(line);
     EXPECT_EQ(ran.status, 0) << line;
     EXPECT_EQ(ran.out, help) << line;
     EXPECT_THAT(ran.err, IsEmpty());
   }
+  EXPECT_THAT(edit, AllOf(HasSubstr("\nUsage: quilscene edit FILE --output OUT [OPTIONS]\n"),
+                          HasSubstr("--script SCRIPT"), HasSubstr("new cluster CLUSTERS")));
+  EXPECT_NE(run("help info").out, edit);
+  EXPECT_EQ(run("help nothing").status, 2);
+}
+
+TEST_F(Quilscene, WrongUseSaysWhatIsMissingOrTooMuch) {
+  for (const auto& [line, says] : {std::pair{"info", "a FILE is missing"},
+                                   {"resave a", "--output OUT is missing"},
+                                   {"graph a b", "one FILE too many: b"},
+                                   {"info --dot a", "this command has no option --dot"},
+                                   {"list", "no such command: list"}})
+    EXPECT_THAT(run(line).err, StartsWith(std::string("quilscene: ") + says + "\nTry: quilscene ")) << line;
 }
 
 TEST_F(Quilscene, VersionIsTheProjects) {
