@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include <cstdio>
+#include <filesystem>
 #include <new>
 #include <utility>
 
@@ -19,6 +20,13 @@ bool can_be_read(const std::string& path) {
   const int file = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);  // a pipe must not keep us waiting
   if (file >= 0) close(file);
   return file >= 0;
+}
+
+/// A name for a new file gets the ending that scenes have when it has none.
+std::string with_ending(const std::string& path) {
+  std::error_code error;
+  const bool complete = std::filesystem::path(path).has_extension() || std::filesystem::exists(path, error);
+  return complete ? path : path + ".quil";
 }
 
 constexpr const char* kDropQuestion = "Open another scene without saving the changes?";
@@ -55,6 +63,7 @@ void FileCommands::read(const std::string& path) {
     unsaved_.keep();
     if (!show(path, path, reasons)) return false;
     unsaved_.opened(path);
+    display_.noteFile(path);
     know(seen);
     return true;
   }();
@@ -130,11 +139,12 @@ void FileCommands::save() {
 }
 
 void FileCommands::saveAs() {
-  const auto path = prompts_.chooseFile("Save As");
-  if (!path) return;
+  const auto chosen = prompts_.chooseFile("Save As", {.selection = file_name_});
+  if (!chosen) return;
+  const std::string path = with_ending(*chosen);
   lookAtDisk();
-  if (can_be_read(*path) && !overwriteIsOk(*path)) return;
-  file_name_ = *path;
+  if (can_be_read(path) && !overwriteIsOk(path)) return;
+  file_name_ = path;
   know(storage::SeenFile(file_name_));
   write();
 }
@@ -158,10 +168,12 @@ void FileCommands::write() {
   Reasons reasons;
   const bool known = !seen_.changed();
   const bool saved = writeFile(reasons);
-  if (saved)
+  if (saved) {
     unsaved_.saved(file_name_);
-  else if (has_scene())
+    display_.noteFile(file_name_);
+  } else if (has_scene()) {
     unsaved_.notSaved(file_name_);
+  }
   // After a failure, too, the file may be another: what has changed now was this program.
   if (saved || known)
     know(storage::SeenFile(file_name_));

@@ -22,6 +22,8 @@ class SceneDisplay {
   virtual void showNoScene() = 0;
   /// Shows the file's name, and how it stands with the file.
   virtual void showFile() = 0;
+  /// A scene has just been read from this file, or written to it.
+  virtual void noteFile(const std::string& path) = 0;
   /// Writes a picture of the scene's graph. @returns what went wrong, a line; empty when nothing did.
   virtual std::string writePicture(const PictureChoice& choice, picture::FileFormat format) = 0;
 };

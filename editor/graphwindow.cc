@@ -6,8 +6,11 @@
 #include <Xm/ToggleB.h>
 
 #include <algorithm>
+#include <array>
 #include <cstdio>
+#include <iterator>
 #include <new>
+#include <utility>
 
 #include "dialogs/values/dispatch.h"
 #include "editor/colortable.h"
@@ -15,6 +18,7 @@
 #include "editor/scenefiles.h"
 #include "editor/structgraph.h"
 #include "qilib/sizes.h"
+#include "storage/userfolders.h"
 #include "tools/cnvopts.h"
 #include "tools/shell.h"
 
@@ -34,6 +38,10 @@ constexpr const char* kWelcome =
     "Ctrl+E turns Edit Mode on, in which links are drawn, moved and deleted\n"
     "F10 goes to the menus, and the line below says what pointer and keys do";
 
+constexpr const char* kOpenRecentLabel = "Open Recent";
+constexpr const char* kRecentLabels[] = {"Recent 1", "Recent 2", "Recent 3", "Recent 4", "Recent 5",
+                                         "Recent 6", "Recent 7", "Recent 8", "Recent 9", "Recent 10"};
+static_assert(std::size(kRecentLabels) == Remembered::kMostFiles);
 constexpr const char* kRecoverLabel = "Recover...";
 constexpr const char* kEditModeLabel = "Edit Mode";
 constexpr const char* kUndoLabel = "Undo";
@@ -43,10 +51,22 @@ constexpr const char* kCompactLabel = "Compact";
 constexpr const char* kOverviewLabel = "Overview";
 constexpr const char* kTextureImageLabel = "Display Texture Image";
 
+/// The end of a path, which tells files apart, as far as it can be read on one line.
+std::string shortened(const std::string& path) {
+  constexpr std::size_t kMost = 70;  // bytes
+  if (path.size() <= kMost) return path;
+  std::size_t begin = path.size() - kMost;
+  const std::size_t slash = path.find('/', begin);
+  if (slash != path.npos) begin = slash;
+  while (begin < path.size() && (path[begin] & 0xC0) == 0x80) ++begin;  // not into a character
+  return "..." + path.substr(begin);
+}
+
 }  // namespace
 
 GraphWindow::GraphWindow(const char* name)
     : VkWindow(name),
+      remembered_(storage::state_folder()),
       graph_(makeView()),
       prompts_(*this),
       gestures_(*graph_, prompts_, history_),
@@ -62,6 +82,8 @@ GraphWindow::GraphWindow(const char* name)
   theApplication->addCallback(VkApp::displayLostCallback, this, &GraphWindow::displayLost);
   history_.on_change([this] { historyChanged(); });
   graph_->addCallback(VkGraph::nodesMovedCallback, this, &GraphWindow::nodesMoved);
+  takeUp();
+  showRecent();
   showSteps();
   showArrangement();
   showFile();
@@ -71,6 +93,7 @@ GraphWindow::GraphWindow(const char* name)
 
 GraphWindow::~GraphWindow() {
   unsaved_.keep();
+  leave();
   killpbxsend();
 }
 
@@ -79,14 +102,12 @@ std::unique_ptr<VkGraph> GraphWindow::makeView() {
   auto view = std::make_unique<VkGraph>("graph", mainWindowWidget());
   const Widget graph = view->graphWidget();
   XtVaSetValues(graph, SgNeditableArcs, False, SgNokToAdd, False, SgNarcWidth, 20, SgNarcDirection,
-                SgARC_DOWN, SgNemptyText, kWelcome, nullptr);
+                SgARC_DOWN, nullptr);
   XtAddCallback(graph, SgNnewNodeCallback, newNodeCallback, this);
   XtAddCallback(graph, SgNnewArcCallback, newArcCallback, this);
   XtAddCallback(graph, SgNarcMovedCallback, arcMovedCallback, this);
   XtAddCallback(graph, SgNdefaultActionCallback, defaultActionCallback, this);
   XtAddCallback(graph, SgNoverviewCallback, overviewKeyCallback, this);
-  XtVaSetValues(graph, SgNshowOverview, True, nullptr);
-  showOverview(true);
   view->displayAll();
   view->doLayout();
   addView(view.get());
@@ -94,11 +115,16 @@ std::unique_ptr<VkGraph> GraphWindow::makeView() {
 }
 
 void GraphWindow::addMenus() {
+  static const auto recent = []<std::size_t... Place>(std::index_sequence<Place...>) {
+    return std::array{VkMenuDesc{kAction, kRecentLabels[Place], openRecentCallback<Place>}..., kEnd};
+  }
+  (std::make_index_sequence<Remembered::kMostFiles>());
   static const VkMenuDesc file[] = {
       {kAction, "New", newCallback},
       {kAction, "Open", openCallback},
       {kAction, "Save", saveCallback},
       {kAction, "Save As...", saveAsCallback},
+      {kSubmenu, kOpenRecentLabel, nullptr, recent.data()},
       {kAction, "Export Picture...", exportPictureCallback},
       {kAction, kRecoverLabel, recoverCallback},
       kSeparator,
@@ -374,6 +400,57 @@ void GraphWindow::showScene() {
 
 std::string GraphWindow::writePicture(const PictureChoice& choice, picture::FileFormat format) {
   return graph_->exportPicture(choice.path, format, choice.view_only);
+}
+
+void GraphWindow::noteFile(const std::string& path) {
+  remembered_.addFile(path);
+  showRecent();
+}
+
+void GraphWindow::showRecent() {
+  const auto& files = remembered_.files();
+  for (std::size_t i = 0; i < std::size(kRecentLabels); ++i) {
+    auto* const item = menu()->findNamedItem(kRecentLabels[i]);
+    if (i < files.size()) {
+      item->showText((std::to_string(i + 1) + "  " + shortened(files[i])).c_str());
+      item->show();
+    } else {
+      item->hide();
+    }
+  }
+  auto* const submenu = menu()->findNamedItem(kOpenRecentLabel);
+  if (files.empty())
+    submenu->deactivate();
+  else
+    submenu->activate();
+
+  std::string welcome = kWelcome;
+  if (!files.empty()) welcome += "\nLast, in File > Open Recent:";
+  for (std::size_t i = 0; i < std::min<std::size_t>(files.size(), 3); ++i)
+    welcome += "\n" + shortened(files[i]);
+  XtVaSetValues(graph_->graphWidget(), SgNemptyText, welcome.c_str(), nullptr);
+}
+
+void GraphWindow::takeUp() {
+  const auto value = [&](const char* name) { return remembered_.number(name); };
+  const auto x = value("x"), y = value("y"), width = value("width"), height = value("height");
+  if (x && y && width && height) setPlace({*x, *y, *width, *height});
+  const bool map = value("overview").value_or(1) != 0;
+  XtVaSetValues(graph_->graphWidget(), SgNshowOverview, map, nullptr);
+  showOverview(map);
+}
+
+void GraphWindow::leave() {
+  const auto last = place();
+  if (!last) return;  // it was never shown
+  remembered_.setNumber("x", last->x);
+  remembered_.setNumber("y", last->y);
+  remembered_.setNumber("width", last->width);
+  remembered_.setNumber("height", last->height);
+  Boolean map = False;
+  XtVaGetValues(graph_->graphWidget(), SgNshowOverview, &map, nullptr);
+  remembered_.setNumber("overview", map);
+  remembered_.keepNumbers();
 }
 
 void GraphWindow::showTitle() {

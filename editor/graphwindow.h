@@ -10,6 +10,7 @@
 #include "editor/filecommands.h"
 #include "editor/gestures.h"
 #include "editor/model/history.h"
+#include "editor/remembered.h"
 #include "editor/settings.h"
 #include "editor/texturedisplay.h"
 #include "editor/unsavedwork.h"
@@ -101,6 +102,10 @@ class GraphWindow : public VkWindow, private SceneDisplay, private TextureDispla
   void saveAs() { files_.saveAs(); }
   void exportPicture() { files_.exportPicture(); }
   void recover() { files_.recover(); }
+  template <std::size_t Place>
+  void openRecent() {
+    if (Place < remembered_.files().size()) openFile(std::string(remembered_.files()[Place]));
+  }
   void quit();
 
   // Edit.
@@ -179,6 +184,8 @@ class GraphWindow : public VkWindow, private SceneDisplay, private TextureDispla
   static constexpr auto saveCallback = forward<&GraphWindow::save>;
   static constexpr auto saveAsCallback = forward<&GraphWindow::saveAs>;
   static constexpr auto exportPictureCallback = forward<&GraphWindow::exportPicture>;
+  template <std::size_t Place>
+  static constexpr auto openRecentCallback = forward<&GraphWindow::openRecent<Place>>;
   static constexpr auto recoverCallback = forward<&GraphWindow::recover>;
   static constexpr auto quitCallback = forward<&GraphWindow::quit>;
   static constexpr auto editCallback = forward<&GraphWindow::edit>;
@@ -214,6 +221,7 @@ class GraphWindow : public VkWindow, private SceneDisplay, private TextureDispla
   void showScene() override;
   void showNoScene() override;
   void showFile() override { tendUnsavedWork(); }
+  void noteFile(const std::string& path) override;
   std::string writePicture(const PictureChoice& choice, picture::FileFormat format) override;
   void handleWmDeleteMessage() override { quit(); }
   void handleFocus() override;
@@ -223,6 +231,11 @@ class GraphWindow : public VkWindow, private SceneDisplay, private TextureDispla
   std::unique_ptr<VkGraph> makeView();
   VkMenuToggle* textureImageToggle() const;
   void showTitle();
+  /// Shows the last files in the menu and on the empty canvas.
+  void showRecent();
+  /// Brings back what the window was like in the last run, or keeps it for the next.
+  void takeUp();
+  void leave();
   void showStatus();
   /// Saves for a converter, and tells why it could not.
   int saveFor(const std::string& path, int mode);
@@ -230,6 +243,7 @@ class GraphWindow : public VkWindow, private SceneDisplay, private TextureDispla
   void tendUnsavedWork();
   void displayLost(VkApp* app, void* client_data, void* call_data);
 
+  Remembered remembered_;
   // A part may use those that stand before it, which outlive it.
   std::unique_ptr<VkGraph> graph_;
   const Settings settings_{read_settings(baseWidget())};

@@ -3,7 +3,6 @@
 #include "storage/recovery.h"
 
 #include <fcntl.h>
-#include <pwd.h>
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -11,12 +10,13 @@
 #include <algorithm>
 #include <cerrno>
 #include <charconv>
-#include <cstdlib>
 #include <ctime>
 #include <optional>
 #include <set>
 #include <sstream>
 #include <utility>
+
+#include "storage/userfolders.h"
 
 namespace fs = std::filesystem;
 
@@ -38,25 +38,6 @@ int number_of(std::string_view name, std::string_view what) {
   const auto [end, error] = std::from_chars(name.data(), name.data() + name.size(), number);
   const bool whole = error == std::errc{} && end == name.data() + name.size();
   return whole && number <= kMostNumber && std::to_string(number) == name ? std::max(number, 0) : 0;
-}
-
-/// A state folder is an absolute path; others are as good as none.
-fs::path user_folder() {
-  const auto absolute = [](const char* path) { return path && *path == '/' ? fs::path(path) : fs::path(); };
-  if (const fs::path state = absolute(std::getenv("XDG_STATE_HOME")); !state.empty())
-    return state / "quileditor/recovery";
-  fs::path home = absolute(std::getenv("HOME"));
-  const passwd* user = home.empty() ? getpwuid(geteuid()) : nullptr;
-  if (user) home = absolute(user->pw_dir);
-  return home.empty() ? home : home / ".local/state/quileditor/recovery";
-}
-
-/// Makes a folder and those above it, for their owner only. @returns 0, or an errno.
-int make_folder(const fs::path& folder) {
-  if (mkdir(folder.c_str(), 0700) == 0 || errno == EEXIST) return 0;
-  if (errno != ENOENT || !folder.has_relative_path()) return errno;
-  if (const int error = make_folder(folder.parent_path())) return error;
-  return mkdir(folder.c_str(), 0700) == 0 || errno == EEXIST ? 0 : errno;
 }
 
 Descriptor open_info(const fs::path& folder, int number) {
@@ -127,7 +108,9 @@ std::string RecoveryCopy::local_time() const {
   return text;
 }
 
-RecoveryStore::RecoveryStore() : RecoveryStore(user_folder()) {}
+RecoveryStore::RecoveryStore() {
+  if (const fs::path state = storage::state_folder(); !state.empty()) folder_ = state / "recovery";
+}
 
 std::vector<RecoveryCopy> RecoveryStore::list(std::error_code& error) const {
   std::vector<RecoveryCopy> copies;
@@ -181,7 +164,7 @@ RecoverySession::~RecoverySession() {
 
 int RecoverySession::open_folder() {
   if (store_.folder().empty()) return ENOENT;
-  if (const int error = make_folder(store_.folder())) return error;
+  if (const int error = storage::make_folder(store_.folder())) return error;
   folder_ = Descriptor(open(store_.folder().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
   struct stat status {};
   if (!folder_ || fstat(folder_.get(), &status) != 0) return errno;

@@ -7,14 +7,31 @@
 #include <Xm/Text.h>
 #include <Xm/TextF.h>
 #include <Xm/ToggleB.h>
+#include <pwd.h>
 
+#include <algorithm>
 #include <filesystem>
 
+#include "storage/userfolders.h"
 #include "viewkit/forward.h"
 #include "viewkit/vkapp.h"
 #include "viewkit/xraii.h"
 
 namespace fs = std::filesystem;
+
+namespace {
+
+/// "~" and "~/..." are the user's home, "~name" that of another; all else stays as it is.
+std::string withHome(const std::string& text) {
+  if (!text.starts_with('~')) return text;
+  const std::size_t end = std::min(text.find('/'), text.size());
+  const std::string user = text.substr(1, end - 1);
+  const passwd* const other = user.empty() ? nullptr : getpwnam(user.c_str());
+  const std::string home = other ? other->pw_dir : user.empty() ? storage::home_folder().string() : "";
+  return home.empty() ? text : home + text.substr(end);
+}
+
+}  // namespace
 
 Widget VkFileSelectionDialog::createDialog(Widget parent) {
   std::string widgetName = name();
@@ -48,8 +65,14 @@ void VkFileSelectionDialog::prepare(const char* message) {
   std::error_code error;
   if (directory_.empty() || !fs::is_directory(directory_, error)) directory_ = fs::current_path(error);
   search(directory_);
-  if (!selection_.empty()) XmTextFieldSetString(selectionText(), selection_.data());
+  if (!selection_.empty()) showSelection();
   selection_.clear();
+}
+
+void VkFileSelectionDialog::showSelection() {
+  XmTextFieldSetString(selectionText(), selection_.data());
+  // The end of a long path is what matters.
+  XmTextFieldSetInsertionPosition(selectionText(), XmTextFieldGetLastPosition(selectionText()));
 }
 
 void VkFileSelectionDialog::setSelection(const std::string& path) {
@@ -85,11 +108,12 @@ void VkFileSelectionDialog::showAllCallback(Widget widget, XtPointer self, XtPoi
 void VkFileSelectionDialog::showAll() { search(viewkit::textResource(baseWidget(), XmNdirectory)); }
 
 void VkFileSelectionDialog::ok() {
-  const viewkit::XtText text(XmTextFieldGetString(selectionText()));
+  const viewkit::XtText entered(XmTextFieldGetString(selectionText()));
+  const std::string text = withHome(entered.get());
   const fs::path directory = viewkit::textResource(baseWidget(), XmNdirectory);
-  const fs::path chosen = (directory / text.get()).lexically_normal();
+  const fs::path chosen = (directory / text).lexically_normal();
   std::error_code error;
-  if (!*text.get()) {
+  if (text.empty()) {
     XBell(XtDisplay(baseWidget()), 0);
   } else if (fs::is_directory(chosen, error)) {
     search(chosen);

@@ -8,7 +8,7 @@
 
 /// Lets the user choose a file, one that exists or one to be. Opens in the working directory at first and
 /// then where it was left. Shows the files of the filter pattern, or all of them when the user sets "Show all
-/// files".
+/// files". "~" at the beginning of what is typed is the home directory.
 class VkFileSelectionDialog final : public VkDialogManager {
  public:
   explicit VkFileSelectionDialog(const char* name) : VkDialogManager(name) {}
@@ -41,6 +41,7 @@ class VkFileSelectionDialog final : public VkDialogManager {
   void showAll();
   void search(const std::string& directory);
   Widget selectionText() const;
+  void showSelection();
 
   std::string fileName_;
   std::string directory_;

@@ -2,8 +2,13 @@
 /// The shell, main window and status line of a top-level window.
 #include "viewkit/vksimplewindow.h"
 
+#include <X11/IntrinsicP.h>
+
+#include <X11/CoreP.h>
 #include <Xm/Label.h>
 #include <Xm/MainW.h>
+
+#include <algorithm>
 
 #include "viewkit/forward.h"
 #include "viewkit/vkapp.h"
@@ -51,6 +56,38 @@ void VkSimpleWindow::show() {
 
 void VkSimpleWindow::hide() {
   if (baseWidget() && XtIsRealized(baseWidget())) XtUnmapWidget(baseWidget());
+}
+
+std::optional<VkSimpleWindow::Place> VkSimpleWindow::place() const {
+  if (!baseWidget() || !XtIsRealized(baseWidget())) return std::nullopt;
+  Display* const display = XtDisplay(baseWidget());
+  ::Window frame = XtWindow(baseWidget()), root = 0, above = frame;
+  while (above != root) {
+    frame = above;
+    ::Window* children = nullptr;
+    unsigned count = 0;
+    if (!XQueryTree(display, frame, &root, &above, &children, &count)) return std::nullopt;
+    const viewkit::XMem<::Window> owner(children);
+  }
+  int x = 0, y = 0;
+  unsigned width = 0, height = 0, border = 0, depth = 0;
+  if (!XGetGeometry(display, frame, &root, &x, &y, &width, &height, &border, &depth)) return std::nullopt;
+  const CorePart& window = baseWidget()->core;
+  return Place{x, y, window.width, window.height};
+}
+
+void VkSimpleWindow::setPlace(Place place) {
+  if (!baseWidget() || theApplication->geometry()) return;
+  constexpr int kLeast = 200;  // pixels of the window, and of it on the screen
+  const Screen* const screen = XtScreen(baseWidget());
+  const int across = WidthOfScreen(screen), down = HeightOfScreen(screen);
+  place.width = std::clamp(place.width, kLeast, std::max(kLeast, across));
+  place.height = std::clamp(place.height, kLeast, std::max(kLeast, down));
+  place.x = std::clamp(place.x, 0, std::max(0, across - kLeast));
+  place.y = std::clamp(place.y, 0, std::max(0, down - kLeast));
+  geometry_ = std::to_string(place.width) + "x" + std::to_string(place.height) + "+" +
+              std::to_string(place.x) + "+" + std::to_string(place.y);
+  XtVaSetValues(baseWidget(), XmNgeometry, geometry_.data(), nullptr);
 }
 
 void VkSimpleWindow::setTitle(const char* title) {

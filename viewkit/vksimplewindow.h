@@ -2,6 +2,7 @@
 /// A top-level window with a view and a status line.
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "viewkit/vkcomponent.h"
@@ -30,6 +31,16 @@ class VkSimpleWindow : public VkComponent {
   /// The text of the window's icon; at first the window's name.
   void setIconName(const char* text);
 
+  /// Where a window is on the screen, in pixels: the upper left corner of its frame, and its size without it.
+  struct Place {
+    int x, y, width, height;
+  };
+  /// Nothing while it isn't shown.
+  std::optional<Place> place() const;
+  /// To be called before it is shown, and without effect where the user has said where it is to be. What
+  /// would not be on the screen comes onto it.
+  void setPlace(Place place);
+
   /// Stands between the parts of a status text.
   static constexpr const char* kStatusSeparator = "  |  ";
   /// The one-line text under the view. Where it is too long for the window, parts at its end aren't shown.
@@ -55,6 +66,7 @@ class VkSimpleWindow : public VkComponent {
 
   Widget mainWindow_ = nullptr;
   Widget statusLine_ = nullptr;
+  std::string geometry_;
   std::string status_;
   std::string onStatusLine_;  // all of it, whether it fits or not
 };

@@ -61,6 +61,7 @@ class Files : public testing::Test, private SceneDisplay {
  private:
   void showScene() override { prompts_.note("show scene"); }
   void showNoScene() override { prompts_.note("show nothing"); }
+  void noteFile(const std::string& path) override { noted_ = path; }
   std::string writePicture(const PictureChoice& choice, picture::FileFormat) override {
     prompts_.note(choice.view_only ? "write view" : "write picture", choice.path);
     return picture_problem_;
@@ -75,6 +76,7 @@ class Files : public testing::Test, private SceneDisplay {
 
  protected:
   std::string picture_problem_;
+  std::string noted_;  ///< the file that was read or written last
   History history_;
   std::optional<UnsavedWork> unsaved_;
   std::optional<FileCommands> files_;
