@@ -14,6 +14,7 @@
 #include "cli/scenefile.h"
 #include "cli/script.h"
 #include "cli/setvalues.h"
+#include "editor/model/linkreasons.h"
 #include "editor/model/recordnames.h"
 #include "editor/model/tracedlinks.h"
 #include "qilib/filehandle.h"
@@ -44,6 +45,21 @@ std::int64_t run(Qis& scene, const ScriptLine& line) {
   return 0;
 }
 
+/// Why a link edit was just refused; empty for other edits, which have told it themselves.
+std::string why_refused(const Qis& scene, const ScriptLine& line) {
+  const auto& operands = line.operands;
+  switch (line.verb) {
+    case Verb::add:
+      return why_not_linked(scene, operands[0], operands[1]);
+    case Verb::remove:
+      return why_not_deleted(operands[0], operands[1]);
+    case Verb::move:
+      return why_not_moved(scene, operands[0], operands[1], operands[2], operands[3]);
+    default:
+      return {};
+  }
+}
+
 /// How a script went, and whether all of it was run: an incomplete one is not saved.
 struct ScriptRun {
   Outcome outcome;
@@ -65,7 +81,10 @@ ScriptRun run_script(Qis& scene, std::istream& script, const char* script_name) 
     try {
       const std::int64_t result = run(scene, *line);
       std::printf("-> %" PRId64 "\n", result);
-      if (result == 0) outcome = Outcome::failed;
+      if (result != 0) continue;
+      outcome = Outcome::failed;
+      if (const std::string reason = why_refused(scene, *line); !reason.empty())
+        std::fprintf(stderr, "quilscene: %s:%zu: %s\n", script_name, number, reason.c_str());
     } catch (const ValueError& error) {
       std::fprintf(stderr, "quilscene: %s:%zu: %s, nothing is written\n", script_name, number, error.what());
       return {Outcome::failed, false};

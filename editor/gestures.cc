@@ -30,7 +30,31 @@ bool is_surplus(const VkNode* parent, const VkNode* child) {
   return drawn > references_held(*qis, *from, *to);
 }
 
+/// Why the arc of a callback can't be as it says; empty: it can.
+std::string why_not(const SgGraphCallbackStruct& call) {
+  if (call.parent && call.child)
+    return why_not_linked(*qis, VkNode::of(call.parent)->name(), VkNode::of(call.child)->name());
+  if (!call.newParent || !call.newChild) return {};
+  const VkNode *const old_parent = VkNode::of(call.oldParent), *const old_child = VkNode::of(call.oldChild);
+  const std::string parent = VkNode::of(call.newParent)->name(), child = VkNode::of(call.newChild)->name();
+  if (is_surplus(old_parent, old_child) && tagofnd(child) == tagofnd(old_child->name()))
+    return why_not_linked(*qis, parent, child);
+  return why_not_moved(*qis, old_parent->name(), old_child->name(), parent, child);
+}
+
 }  // namespace
+
+void GraphGestures::mayLink(SgGraphCallbackStruct& call) {
+  if (!why_not(call).empty()) call.doit = False;
+}
+
+std::string GraphGestures::whatWouldBe(const SgGraphCallbackStruct& call) {
+  if (std::string reason = why_not(call); !reason.empty()) return reason;
+  if (call.parent && call.child) return "link " + from_to(VkNode::of(call.parent), VkNode::of(call.child));
+  if (call.newParent && call.newChild)
+    return "move link: " + from_to(VkNode::of(call.newParent), VkNode::of(call.newChild));
+  return {};
+}
 
 bool GraphGestures::editing() const {
   Boolean editable = False;
@@ -75,7 +99,7 @@ void GraphGestures::newArc(SgGraphCallbackStruct& call) {
   VkNode* const child = VkNode::of(call.child);
   EditStep step(graph_, history_);
   if (quilAddLink(*qis, parent->name(), child->name()) != 1) {
-    refuse(step, "Can't add link!", why_not_linked(*qis, parent->name(), child->name()));
+    refuse(step, "Can't add link!", why_not(call));
     return;
   }
   step.picture().addArc(parent, child);
@@ -101,8 +125,7 @@ void GraphGestures::arcMoved(SgGraphCallbackStruct& call) {
   if (move(*qis, old_parent->name(), old_child->name(), new_parent->name(), new_child->name()) != 1) {
     graph_.displayWithChildren(new_parent);
     graph_.doSubtreeLayout(new_parent);
-    refuse(step, "Can't change link!",
-           why_not_moved(*qis, old_child->name(), new_parent->name(), new_child->name()));
+    refuse(step, "Can't change link!", why_not(call));
     return;
   }
   step.picture().addArc(new_parent, new_child);
@@ -133,8 +156,7 @@ void GraphGestures::deleteSelectedLink() {
   std::printf("to   %s\n", to->name());
   EditStep step(graph_, history_);
   if (!is_surplus(from, to) && quilDeleteLink(*qis, from->name(), to->name()) != 1) {
-    refuse(step, "Can't delete link!",
-           std::string(from->name()) + " holds no such reference to " + to->name());
+    refuse(step, "Can't delete link!", why_not_deleted(from->name(), to->name()));
     return;
   }
   step.picture().removeArc(from, to);

@@ -27,6 +27,10 @@ class GraphGestures {
 
   /// @name The graph widget's callbacks.
   /// @{
+  /// Clears `doit` where the link rules would refuse the arc.
+  static void mayLink(SgGraphCallbackStruct& call);
+  /// What the arc that is being drawn or moved would be, or why it can't be; empty where it has no end.
+  static std::string whatWouldBe(const SgGraphCallbackStruct& call);
   /// Adds a node that stands for no record, where the pointer is.
   void newNode(SgGraphCallbackStruct& call);
   void newArc(SgGraphCallbackStruct& call);

@@ -105,6 +105,8 @@ std::unique_ptr<VkGraph> GraphWindow::makeView() {
                 SgARC_DOWN, nullptr);
   XtAddCallback(graph, SgNnewNodeCallback, newNodeCallback, this);
   XtAddCallback(graph, SgNnewArcCallback, newArcCallback, this);
+  XtAddCallback(graph, SgNmayLinkCallback, mayLinkCallback, this);
+  XtAddCallback(graph, SgNtargetCallback, targetCallback, this);
   XtAddCallback(graph, SgNarcMovedCallback, arcMovedCallback, this);
   XtAddCallback(graph, SgNdefaultActionCallback, defaultActionCallback, this);
   XtAddCallback(graph, SgNoverviewCallback, overviewKeyCallback, this);
@@ -219,7 +221,15 @@ void GraphWindow::tell(const std::string& text) {
 }
 
 void GraphWindow::showStatus() {
-  setStatus(((told_.empty() ? "" : told_ + kStatusSeparator) + gestures_.hint()).c_str());
+  std::string status;
+  for (const std::string& part : {pointed_, told_})
+    if (!part.empty()) status += part + kStatusSeparator;
+  setStatus((status + gestures_.hint()).c_str());
+}
+
+void GraphWindow::target(SgGraphCallbackStruct& call) {
+  pointed_ = GraphGestures::whatWouldBe(call);
+  showStatus();
 }
 
 void GraphWindow::quit() {

@@ -169,6 +169,8 @@ class GraphWindow : public VkWindow, private SceneDisplay, private TextureDispla
   // The graph's gestures.
   void newNode(SgGraphCallbackStruct& call) { gestures_.newNode(call); }
   void newArc(SgGraphCallbackStruct& call) { gestures_.newArc(call); }
+  void mayLink(SgGraphCallbackStruct& call) { GraphGestures::mayLink(call); }
+  void target(SgGraphCallbackStruct& call);
   void arcMoved(SgGraphCallbackStruct& call) { gestures_.arcMoved(call); }
   void defaultAction(SgGraphCallbackStruct& call);
   void nodeAction(const SgGraphCallbackStruct& call);
@@ -214,6 +216,8 @@ class GraphWindow : public VkWindow, private SceneDisplay, private TextureDispla
   static constexpr auto setscriptCallback = forward<&GraphWindow::setscript>;
   static constexpr auto setfileCallback = forward<&GraphWindow::setfile>;
   static constexpr auto newNodeCallback = forward<&GraphWindow::newNode>;
+  static constexpr auto mayLinkCallback = forward<&GraphWindow::mayLink>;
+  static constexpr auto targetCallback = forward<&GraphWindow::target>;
   static constexpr auto newArcCallback = forward<&GraphWindow::newArc>;
   static constexpr auto arcMovedCallback = forward<&GraphWindow::arcMoved>;
   static constexpr auto defaultActionCallback = forward<&GraphWindow::defaultAction>;
@@ -255,5 +259,6 @@ class GraphWindow : public VkWindow, private SceneDisplay, private TextureDispla
   FileCommands files_;
   Converters converters_;
   viewkit::Timer tending_{[this] { tendUnsavedWork(); }};
-  std::string told_;  ///< what stands on the status line before the help
+  std::string pointed_;  ///< of what is under the pointer; stands on the status line before the rest
+  std::string told_;     ///< what stands on the status line before the help
 };

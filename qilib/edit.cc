@@ -53,17 +53,24 @@ void resize_place(Qis& scene, const Reference& kinds, const Place& place, Word p
   qiAdjustListSizeData(scene, parent, delta, kinds.parent);
 }
 
-int add_reference(Qis& scene, const Reference& kinds, Word parent, Word child) {
-  const Place place = kinds.place(scene, parent);
-  if (!place || !exists(scene, kinds.child, child)) return 0;
-  if (place.slot) return qiTestSet(*place.slot, child);
+Refusal why_not_added(const Qis& scene, const Reference& kinds, Word parent, Word child) {
+  const auto holds = [&](Word from, Word to) {
+    const auto held = kinds.held(scene, from);
+    return std::find(held.begin(), held.end(), to) != held.end();
+  };
+  if (!exists(scene, kinds.child, child) || !exists(scene, kinds.parent, parent)) return Refusal::no_record;
+  if (!kinds.has_place(scene, parent)) return Refusal::no_place;
+  if (!kinds.single && kinds.held(scene, parent).size() == kinds.limit) return Refusal::full;
+  if (kinds.refuses_two_loop && holds(child, parent)) return Refusal::two_loop;
+  if (!kinds.repeats && holds(parent, child)) return Refusal::held;
+  return Refusal::none;
+}
 
-  if (*place.count == kinds.limit) return 0;
-  if (kinds.refuses_two_loop) {
-    const auto grandchildren = kinds.held(scene, child);
-    if (std::find(grandchildren.begin(), grandchildren.end(), parent) != grandchildren.end()) return 0;
-  }
-  if (!qiAddLink(child, *place.entries, *place.count) && !kinds.repeats) return 0;
+int add_reference(Qis& scene, const Reference& kinds, Word parent, Word child) {
+  if (why_not_added(scene, kinds, parent, child) != Refusal::none) return 0;
+  const Place place = kinds.place(scene, parent);
+  if (place.slot) return qiTestSet(*place.slot, child);
+  qiAddLink(child, *place.entries, *place.count);
   resize_place(scene, kinds, place, parent, sizeof(Word));
   return 1;
 }

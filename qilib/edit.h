@@ -55,6 +55,24 @@ int qiAddMorphPart_Node(Qis& scene, Word envelope, Word part, Word tag_a, Word i
 
 namespace qi {
 
+/// Why an edit of a reference is refused.
+enum class Refusal {
+  none,
+  no_record,     ///< one of the two is no record of its list
+  no_place,      ///< the parent's record has no room for such references
+  held,          ///< the parent refers to the child already
+  taken,         ///< the parent refers to another one already
+  full,          ///< the parent refers to as many as it may
+  two_loop,      ///< the child refers to the parent
+  no_rule,       ///< there are no links between such kinds
+  other_kind,    ///< a child can't be exchanged for one of another kind
+  not_one_end,   ///< both ends would move, or none
+  not_referred,  ///< the parent doesn't refer to the child that would move
+};
+
+/// Why add_reference would refuse. Changes nothing.
+Refusal why_not_added(const Qis& scene, const Reference& kinds, Word parent, Word child);
+
 /// Adds a reference: `child` into an array or a slot, by its row of the table of references.
 int add_reference(Qis& scene, const Reference& kinds, Word parent, Word child);
 

@@ -14,8 +14,8 @@ namespace {
 /// An index array whose count and entries stand in the record itself.
 template <auto Entries, auto Count>
 struct InRecord {
+  static bool is_in(const auto& record) { return (record.*Entries).size() == record.fixed.*Count; }
   static Place place(auto& record) {
-    if ((record.*Entries).size() != record.fixed.*Count) return {};
     return {.entries = &(record.*Entries), .count = &(record.fixed.*Count)};
   }
   static std::span<const Word> held(const auto& record) { return record.*Entries; }
@@ -24,8 +24,10 @@ struct InRecord {
 /// An index array in the record's version-2 structure.
 template <auto Entries, auto Count>
 struct InExt {
+  static bool is_in(const auto& record) {
+    return record.ext && ((*record.ext).*Entries).size() == record.ext->head.*Count;
+  }
   static Place place(auto& record) {
-    if (!record.ext || ((*record.ext).*Entries).size() != record.ext->head.*Count) return {};
     return {.entries = &((*record.ext).*Entries),
             .count = &(record.ext->head.*Count),
             .block1_size = &record.fixed.block1_size};
@@ -39,6 +41,7 @@ struct InExt {
 /// A slot among the record's fixed words.
 template <auto Slot>
 struct FixedWord {
+  static bool is_in(const auto&) { return true; }
   static Place place(auto& record) { return {.slot = &(record.fixed.*Slot)}; }
   static std::span<const Word> held(const auto& record) { return {&(record.fixed.*Slot), 1}; }
 };
@@ -49,8 +52,13 @@ constexpr Reference reference(Word child) {
           .child = child,
           .place = [](Qis& scene, Word number) -> Place {
             auto* record = record_in(scene, Owner, number);
-            return record ? Where::place(*record) : Place{};
+            return record && Where::is_in(*record) ? Where::place(*record) : Place{};
           },
+          .has_place =
+              [](const Qis& scene, Word number) {
+                const auto* record = record_in(scene, Owner, number);
+                return record && Where::is_in(*record);
+              },
           .held = [](const Qis& scene, Word number) -> std::span<const Word> {
             const auto* record = record_in(scene, Owner, number);
             return record ? Where::held(*record) : std::span<const Word>{};

@@ -55,6 +55,8 @@ struct Reference {
   /// The place in record `number` of the parent kind; an empty one when there is no such record, when it has
   /// no version-2 structure for it, or when its count and array disagree (a file that was half read).
   Place (*place)(Qis& scene, Word number) = nullptr;
+  /// Whether that is there, without changing anything.
+  bool (*has_place)(const Qis& scene, Word number) = nullptr;
   /// What that place holds (a slot: its one word, set or not); nothing when the place doesn't exist.
   std::span<const Word> (*held)(const Qis& scene, Word number) = nullptr;
 };

@@ -30,6 +30,7 @@ struct KindTint {
 /// What is the same for all nodes of a kind. A kind is known by its place in the table: there are no copies.
 struct NodeKind {
   const char* word;          ///< what the trace of a write-back begins with
+  const char* noun;          ///< what a person calls one of them
   const char* dialog;        ///< the name of their dialogs
   const char* dialog_class;  ///< and their class
   KindTint tint;             ///< what the nodes are filled with
@@ -79,23 +80,24 @@ constexpr Row<List> tied_records(NodeKind kind) {
 
 /// In the order in which the name of an applied dialog is searched for theirs.
 inline constexpr std::tuple kAll{
-    records<&Qis::scene>({"Scene", "sceneDialog", "SceneDialog", {"#ffe7a5", "#ffff55"}}),
-    records<&Qis::shape_list>({"Shape", "shapeDialog", "ShapeDialog", {"#ceefc6", "#aaffaa"}}),
-    records<&Qis::tex_list>({"Tex", "texDialog", "TexDialog", {"#f7c6de", "#ffaaff"}}),
-    tied_records<&Qis::obj_list>({"Obj", "objDialog", "ObjDialog", {"#c6def7", "#aaaaff"}}),
-    records<&Qis::mat_list>({"Mat", "matDialog", "MatDialog", {"#ffd6b5", "#ffaa55"}}),
-    records<&Qis::cam_list>({"Cam", "camDialog", "CamDialog", {"#ced6de", "#bfbfbf"}}),
-    records<&Qis::env_list>({"Env", "envDialog", "EnvDialog", {"#bdefef", "#55ffff"}}),
-    records<&Qis::light_list>({"Light", "lightDialog", "LightDialog", {"#fff7bd", "#ffffaa"}}),
-    records<&Qis::part_list>({"Part", "partDialog", "PartDialog", {"#e7f7de", "#aaffff"}}),
-    records<&Qis::anim_list>({"Anim", "animDialog", "AnimDialog", {"#decef7", "#aaaaaa"}}),
-    Row<&Qis::obj_list, LevelsOfDetail>{
-        on_list<&Qis::obj_list>({"LOD", "lodDialog", "LodDialog", {"#dedede", "#d5d5d5"}, "lod", "LOD"})},
+    records<&Qis::scene>({"Scene", "scene", "sceneDialog", "SceneDialog", {"#ffe7a5", "#ffff55"}}),
+    records<&Qis::shape_list>({"Shape", "shape", "shapeDialog", "ShapeDialog", {"#ceefc6", "#aaffaa"}}),
+    records<&Qis::tex_list>({"Tex", "texture", "texDialog", "TexDialog", {"#f7c6de", "#ffaaff"}}),
+    tied_records<&Qis::obj_list>({"Obj", "object", "objDialog", "ObjDialog", {"#c6def7", "#aaaaff"}}),
+    records<&Qis::mat_list>({"Mat", "material", "matDialog", "MatDialog", {"#ffd6b5", "#ffaa55"}}),
+    records<&Qis::cam_list>({"Cam", "camera", "camDialog", "CamDialog", {"#ced6de", "#bfbfbf"}}),
+    records<&Qis::env_list>({"Env", "environment", "envDialog", "EnvDialog", {"#bdefef", "#55ffff"}}),
+    records<&Qis::light_list>({"Light", "light", "lightDialog", "LightDialog", {"#fff7bd", "#ffffaa"}}),
+    records<&Qis::part_list>({"Part", "part", "partDialog", "PartDialog", {"#e7f7de", "#aaffff"}}),
+    records<&Qis::anim_list>({"Anim", "animation", "animDialog", "AnimDialog", {"#decef7", "#aaaaaa"}}),
+    Row<&Qis::obj_list, LevelsOfDetail>{on_list<&Qis::obj_list>(
+        {"LOD", "level of detail", "lodDialog", "LodDialog", {"#dedede", "#d5d5d5"}, "lod", "LOD"})},
     tied_records<&qi::ExtLists::chain_root_list>(
-        {"Chainroot", "chrootDialog", "ChainrootDialog", {"#f7bdb5", "#ffaaaa"}}),
-    tied_records<&qi::ExtLists::joint_list>({"Joint", "jointDialog", "JointDialog", {"#efd6bd", "#55aaaa"}}),
+        {"Chainroot", "chain root", "chrootDialog", "ChainrootDialog", {"#f7bdb5", "#ffaaaa"}}),
+    tied_records<&qi::ExtLists::joint_list>(
+        {"Joint", "joint", "jointDialog", "JointDialog", {"#efd6bd", "#55aaaa"}}),
     tied_records<&qi::ExtLists::effector_list>(
-        {"Effector", "effectorDialog", "EffectorDialog", {"#ded6a5", "#aaaa55"}}),
+        {"Effector", "effector", "effectorDialog", "EffectorDialog", {"#ded6a5", "#aaaa55"}}),
 };
 
 }  // namespace kind_rows
@@ -117,8 +119,8 @@ constexpr bool is_complete(const NodeKind& kind) {
   const auto is_color = [](std::string_view text) { return text.size() == 7 && text.front() == '#'; };
   const auto is_said = [](std::string_view text) { return !text.empty(); };
   return is_said(kind.prefix) && kind.prefix.find('_') == kind.prefix.npos && is_said(kind.word) &&
-         is_said(kind.dialog) && is_said(kind.dialog_class) && is_color(kind.tint.smooth) &&
-         is_color(kind.tint.plain);
+         is_said(kind.noun) && is_said(kind.dialog) && is_said(kind.dialog_class) &&
+         is_color(kind.tint.smooth) && is_color(kind.tint.plain);
 }
 static_assert(std::ranges::all_of(kNodeKinds, is_complete), "a kind of nodes lacks something");
 

@@ -121,15 +121,53 @@ std::size_t references_to(const Qis& scene, const Reference& kinds, Word parent,
   return static_cast<std::size_t>(std::ranges::count(kinds.held(scene, parent), child));
 }
 
+/// Why a child can't come from another parent.
+Refusal why_not_moved(const Qis& scene, NodeId old_parent, NodeId new_parent, NodeId child) {
+  const LinkRule* rule = find_rule(new_parent.kind, child.kind);
+  if (!rule) return Refusal::no_rule;
+  if (!exists(scene, old_parent)) return Refusal::no_record;
+  const Refusal refusal = qi::why_not_added(scene, reference(*rule), new_parent.number, child.number);
+  const bool again = refusal == Refusal::held && rule->odd.arrival == Arrival::overwriting;
+  return again ? Refusal::none : refusal;
+}
+
+/// Why a parent's child can't be exchanged for another of its kind.
+Refusal why_not_exchanged(const Qis& scene, NodeId parent, NodeId old_child, Word new_child) {
+  const LinkRule* rule = find_rule(parent.kind, old_child.kind, Offer::child_move);
+  if (!rule) return Refusal::no_rule;
+  if (!exists(scene, {old_child.kind, new_child})) return Refusal::no_record;
+  const Reference& kinds = reference(*rule);
+  if (!kinds.has_place(scene, parent.number) || (kinds.single && old_child.number == kinds.unset))
+    return Refusal::no_place;
+  const auto held = kinds.held(scene, parent.number);
+  if (std::ranges::find(held, old_child.number) == held.end()) return Refusal::not_referred;
+  return std::ranges::find(held, new_child) == held.end() ? Refusal::none : Refusal::held;
+}
+
 }  // namespace
 
-int add_link(Qis& scene, NodeId parent, NodeId child) {
+Refusal why_not_added(const Qis& scene, NodeId parent, NodeId child) {
   const LinkRule* rule = find_rule(parent.kind, child.kind);
-  if (!rule) return 0;
+  if (!rule) return Refusal::no_rule;
   const Reference& kinds = reference(*rule);
-  const Place place = kinds.place(scene, parent.number);
-  if (!place || (place.slot && *place.slot != kinds.unset)) return 0;
-  return add_reference(scene, kinds, parent.number, child.number);
+  const Refusal refusal = qi::why_not_added(scene, kinds, parent.number, child.number);
+  if (refusal != Refusal::none || !kinds.single) return refusal;
+  return kinds.held(scene, parent.number).front() == kinds.unset ? Refusal::none : Refusal::taken;
+}
+
+Refusal why_not_moved(const Qis& scene, NodeId old_parent, NodeId old_child, NodeId new_parent,
+                      NodeId new_child) {
+  if (old_parent != new_parent)
+    return old_child == new_child ? why_not_moved(scene, old_parent, new_parent, old_child)
+                                  : Refusal::not_one_end;
+  if (old_child == new_child) return Refusal::not_one_end;
+  if (old_child.kind != new_child.kind) return Refusal::other_kind;
+  return why_not_exchanged(scene, old_parent, old_child, new_child.number);
+}
+
+int add_link(Qis& scene, NodeId parent, NodeId child) {
+  if (why_not_added(scene, parent, child) != Refusal::none) return 0;
+  return add_reference(scene, *find_reference(parent.kind, child.kind), parent.number, child.number);
 }
 
 int delete_link(Qis& scene, NodeId parent, NodeId child, const MessageSink& sink) {
@@ -157,11 +195,10 @@ int exchange_entry(std::span<Word> entries, Word old_entry, Word new_entry, cons
 }
 
 int change_child(Qis& scene, NodeId parent, NodeId old_child, Word new_child, const MessageSink& sink) {
-  const LinkRule* rule = find_rule(parent.kind, old_child.kind, Offer::child_move);
-  if (!rule || !exists(scene, {old_child.kind, new_child})) return 0;
-  const Reference& kinds = reference(*rule);
-  const Place place = kinds.place(scene, parent.number);
-  if (!place || (place.slot && old_child.number == kinds.unset)) return 0;
+  const Refusal refusal = why_not_exchanged(scene, parent, old_child, new_child);
+  // Of those, who exchanges the entries tells himself.
+  if (refusal != Refusal::none && refusal != Refusal::held && refusal != Refusal::not_referred) return 0;
+  const Place place = find_reference(parent.kind, old_child.kind)->place(scene, parent.number);
   const auto entries = place.slot ? std::span(place.slot, 1) : std::span(*place.entries);
   return exchange_entry(entries, old_child.number, new_child, sink);
 }
@@ -178,15 +215,14 @@ int leave_parent(Qis& scene, NodeId parent, NodeId child, const MessageSink& sin
 }
 
 int change_parent(Qis& scene, NodeId old_parent, NodeId new_parent, NodeId child, const MessageSink& sink) {
+  if (why_not_moved(scene, old_parent, new_parent, child) != Refusal::none) return 0;
   const LinkRule* rule = find_rule(new_parent.kind, child.kind);
-  if (!rule || !exists(scene, child) || !exists(scene, old_parent)) return 0;
   const Reference& kinds = reference(*rule);
   const Place place = kinds.place(scene, new_parent.number);
-  if (place.slot && rule->odd.arrival == Arrival::overwriting) {
+  if (place.slot)
     *place.slot = child.number;
-  } else if (!add_reference(scene, kinds, new_parent.number, child.number)) {
-    return 0;
-  }
+  else
+    add_reference(scene, kinds, new_parent.number, child.number);
   // The child has its new parent; whatever the old one answers, the move is made. An assumed old parent may
   // turn out to be the new one, which must keep what it just got.
   const NodeId left{rule->odd.assumed_old_parent ? rule->odd.assumed_old_parent : old_parent.kind,

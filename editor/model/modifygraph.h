@@ -10,7 +10,13 @@
 #include <span>
 
 #include "editor/model/nodenames.h"
+#include "qilib/edit.h"
 #include "qilib/messages.h"
+
+/// Why add_link or move_link would refuse that: by the same rules, and changing nothing.
+qi::Refusal why_not_added(const Qis& scene, NodeId parent, NodeId child);
+qi::Refusal why_not_moved(const Qis& scene, NodeId old_parent, NodeId old_child, NodeId new_parent,
+                          NodeId new_child);
 
 /// Adds the link that an arc from `parent` to `child` stands for.
 int add_link(Qis& scene, NodeId parent, NodeId child);

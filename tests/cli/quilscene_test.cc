@@ -229,6 +229,7 @@ TEST_F(Quilscene, RefusedEditFailsButTheOthersAreSaved) {
   const Ran ran = edit("tiny_v1", "add obj_0 shape_0\ndelete obj_0 mat_0\n");
   EXPECT_EQ(ran.status, 1);
   EXPECT_THAT(ran.out, HasSubstr("-> 0\n-> 1\n"));
+  EXPECT_EQ(ran.err, "quilscene: script:1: obj_0 has shape_0 already\n");
   EXPECT_THAT(run("graph out.quil").out, AllOf(HasSubstr("arc obj_0 shape_0\n"), Not(HasSubstr("mat_0"))));
 }
 

@@ -37,6 +37,7 @@ constexpr DefaultColor kDefaultColors[] = {
     {XtOffsetOf(SgGraphRec, graph.hoverColor), "#63a6ef", "#55aaff"},
     {XtOffsetOf(SgGraphRec, graph.handleColor), picture::kHandleColor, "#ffffff"},
     {XtOffsetOf(SgGraphRec, graph.targetColor), "#29a642", "#00aa00"},
+    {XtOffsetOf(SgGraphRec, graph.refusedColor), "#d6392b", "#aa0000"},
 };
 
 void defaultColor(Widget widget, int offset, XrmValue* value) {
@@ -93,6 +94,7 @@ XtResource kResources[] = {
     colorRow(SgNhoverColor, SG_MEMBER(hoverColor)),
     colorRow(SgNhandleColor, SG_MEMBER(handleColor)),
     colorRow(SgNtargetColor, SG_MEMBER(targetColor)),
+    colorRow(SgNrefusedColor, SG_MEMBER(refusedColor)),
     callbackRow(SgNnewNodeCallback, SG_MEMBER(newNodeCallback)),
     callbackRow(SgNnewArcCallback, SG_MEMBER(newArcCallback)),
     callbackRow(SgNarcMovedCallback, SG_MEMBER(arcMovedCallback)),
@@ -100,6 +102,8 @@ XtResource kResources[] = {
     callbackRow(SgNchangedCallback, SG_MEMBER(changedCallback)),
     callbackRow(SgNnodesMovedCallback, SG_MEMBER(nodesMovedCallback)),
     callbackRow(SgNoverviewCallback, SG_MEMBER(overviewCallback)),
+    callbackRow(SgNmayLinkCallback, SG_MEMBER(mayLinkCallback)),
+    callbackRow(SgNtargetCallback, SG_MEMBER(targetCallback)),
     callbackRow(SgNviewChangedCallback, SG_MEMBER(viewChangedCallback)),
 };
 

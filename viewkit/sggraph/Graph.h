@@ -45,7 +45,8 @@ enum class FileFormat : int;
 #define SgNselectionColor "selectionColor"    // Pixel: selected nodes and arcs, the rubber line
 #define SgNhoverColor "hoverColor"            // Pixel: what the pointer is over
 #define SgNhandleColor "handleColor"          // Pixel: inside of the handles of selected arcs
-#define SgNtargetColor "targetColor"          // Pixel: the node that a dragged arc end would take
+#define SgNtargetColor "targetColor"          // Pixel: nodes that a dragged arc end may go to
+#define SgNrefusedColor "refusedColor"        // Pixel: the node that a dragged arc end may not go to
 /// Resource of nodes; no "background", which applications set for all widgets at once.
 #define SgNtint "tint"
 /// Callback lists; each gets an SgGraphCallbackStruct.
@@ -57,6 +58,12 @@ enum class FileFormat : int;
 #define SgNchangedCallback "changedCallback"
 /// The user has moved nodes, which the widget does by itself.
 #define SgNnodesMovedCallback "nodesMovedCallback"
+/// Whether an arc that is being drawn or moved may end at a node: asked of the nodes in view, with `doit`
+/// True to be cleared where not. Those light up, the others are dimmed. The callbacks may change nothing.
+#define SgNmayLinkCallback "mayLinkCallback"
+/// An arc that is being drawn or moved has come to a node that it could end at, or has left it (then nothing
+/// but the reason is said).
+#define SgNtargetCallback "targetCallback"
 /// The user has turned the map on or off by its key.
 #define SgNoverviewCallback "overviewCallback"
 /// Zoom, offset, size of the view or of the drawing changed. Comes at most once per repaint.
@@ -86,7 +93,9 @@ enum {
   SgCR_DEFAULT_ACTION = 54,
   SgCR_VIEW_CHANGED = 55,
   SgCR_NODES_MOVED = 56,
-  SgCR_OVERVIEW = 57
+  SgCR_OVERVIEW = 57,
+  SgCR_MAY_LINK = 58,
+  SgCR_TARGET = 59
 };
 
 /// An arc of one graph: 0 is none. The number of a removed arc never comes back.
@@ -110,12 +119,14 @@ struct SgGraphCallbackStruct {
   /// True at first. If it still is after the callbacks, the widget makes the change of SgCR_NEW_NODE,
   /// SgCR_NEW_ARC or SgCR_ARC_MOVED by itself. Callbacks may destroy nodes, arcs and the graph.
   Boolean doit;
-  Widget node;                                      ///< SgCR_DEFAULT_ACTION; changedCallback of SgCR_NEW_NODE
-  Widget parent, child;                             ///< SgCR_NEW_ARC
-  Widget oldParent, oldChild, newParent, newChild;  ///< SgCR_ARC_MOVED: ends before and after
-  SgArc arc;                                        ///< SgCR_ARC_MOVED; changedCallback of SgCR_NEW_ARC
-  SgPoint position;                                 ///< of the pointer on the plane
-  std::span<const SgMovedNode> movedNodes;          ///< SgCR_NODES_MOVED
+  Widget node;  ///< SgCR_DEFAULT_ACTION; changedCallback of SgCR_NEW_NODE
+  /// SgCR_NEW_ARC; SgCR_MAY_LINK and SgCR_TARGET of an arc that is drawn
+  Widget parent, child;
+  /// SgCR_ARC_MOVED, SgCR_MAY_LINK and SgCR_TARGET of an arc that is moved: ends before and after
+  Widget oldParent, oldChild, newParent, newChild;
+  SgArc arc;                                            ///< SgCR_ARC_MOVED; changedCallback of SgCR_NEW_ARC
+  SgPoint position;                                     ///< of the pointer on the plane
+  std::span<const SgMovedNode> movedNodes;              ///< SgCR_NODES_MOVED
   std::span<const SgStraightenedArc> straightenedArcs;  ///< SgCR_NODES_MOVED
 };
 

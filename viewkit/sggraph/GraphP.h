@@ -31,11 +31,12 @@ struct SgGraphPart {
   Dimension arcWidth;  // pixels
   int arcDirection;    // SgARC_ANY, SgARC_DOWN
   Pixel arcColor, farArcColor, nodeColor, nodeBorderColor, selectionColor, hoverColor, handleColor,
-      targetColor;
+      targetColor, refusedColor;
   String emptyText;           // a copy of ours, owned by the view
   XmRenderTable renderTable;  // a copy of ours, owned by the view
   XtCallbackList newNodeCallback, newArcCallback, arcMovedCallback, defaultActionCallback;
   XtCallbackList changedCallback, nodesMovedCallback, overviewCallback, viewChangedCallback;
+  XtCallbackList mayLinkCallback, targetCallback;
 
   sggraph::GraphView* view;  // released into here by initialize, taken back by destroy
 };

@@ -63,7 +63,12 @@ void GraphView::setCursor(unsigned shape) {
 }
 
 void GraphView::endGesture() {
+  const bool hadTarget = gesture_.target != 0;
   gesture_ = {};
+  if (hadTarget) {
+    SgGraphCallbackStruct data = wouldBe(SgCR_TARGET, kNone);
+    if (!call(&SgGraphPart::targetCallback, data)) return;
+  }
   if (cursor_) XUndefineCursor(display(), XtWindow(widget()));
   cursor_ = {};
   overlayChanged();
@@ -249,16 +254,14 @@ void GraphView::drag() {
       const NodeId under = drawing_.nodeAt(plane);
       const StableId stable = drawing_.stableNodeId(under);
       if (stable != gesture_.node) gesture_.leftNode = true;
-      gesture_.target = gesture_.leftNode ? stable : 0;
-      overlayChanged();
+      setTarget(gesture_.leftNode ? stable : 0);
       break;
     }
     case Gesture::Kind::MoveArcEnd: {
       const ArcId arc = drawing_.arcOf(gesture_.arc);
       const NodeId under = drawing_.nodeAt(plane);
       const bool same = arc != kNone && under == (gesture_.childEnd ? drawing_.to(arc) : drawing_.from(arc));
-      gesture_.target = same ? 0 : drawing_.stableNodeId(under);
-      overlayChanged();
+      setTarget(same ? 0 : drawing_.stableNodeId(under));
       break;
     }
     case Gesture::Kind::Idle:
@@ -425,6 +428,43 @@ void GraphView::walk(int directionX, int directionY) {
   makeCurrent(next);
   deselectAll();
   selectNode(next);
+}
+
+// Guidance
+
+SgGraphCallbackStruct GraphView::wouldBe(int reason, NodeId target) const {
+  SgGraphCallbackStruct data{};
+  data.reason = reason;
+  data.doit = True;
+  if (target == kNone) return data;
+  const ArcId arc = drawing_.arcOf(gesture_.arc);
+  if (gesture_.kind == Gesture::Kind::DrawArc) {
+    data.parent = widgetOf(drawing_.nodeOf(gesture_.node));
+    data.child = widgetOf(target);
+  } else if (arc != kNone) {
+    data.arc = gesture_.arc;
+    data.oldParent = widgetOf(drawing_.from(arc));
+    data.oldChild = widgetOf(drawing_.to(arc));
+    data.newParent = gesture_.childEnd ? data.oldParent : widgetOf(target);
+    data.newChild = gesture_.childEnd ? widgetOf(target) : data.oldChild;
+  }
+  return data;
+}
+
+bool GraphView::allows(NodeId target) {
+  const auto [known, fresh] = gesture_.allowed.try_emplace(drawing_.stableNodeId(target), true);
+  if (!fresh) return known->second;
+  SgGraphCallbackStruct data = wouldBe(SgCR_MAY_LINK, target);
+  XtCallCallbackList(widget(), widget_->graph.mayLinkCallback, &data);
+  return known->second = data.doit;
+}
+
+void GraphView::setTarget(StableId target) {
+  overlayChanged();
+  if (target == gesture_.target) return;
+  gesture_.target = target;
+  SgGraphCallbackStruct data = wouldBe(SgCR_TARGET, drawing_.nodeOf(target));
+  call(&SgGraphPart::targetCallback, data);
 }
 
 // Requests. Each asks the callbacks first and makes the change only if they left it to the widget, and if

@@ -367,6 +367,8 @@ OverlayInks GraphView::overlayInks() {
           .selection = pixels_.colorOf(graph.selectionColor),
           .hover = pixels_.colorOf(graph.hoverColor),
           .target = pixels_.colorOf(graph.targetColor),
+          .refused = pixels_.colorOf(graph.refusedColor),
+          .background = pixels_.colorOf(widget_->core.background_pixel),
           .focus = pixels_.colorOf(widget_->manager.highlight_color),
           .corner = pixels_.colorOf(verticalBar_->core.background_pixel)};
 }
@@ -393,7 +395,7 @@ std::optional<Map> GraphView::map() const {
   return map;
 }
 
-Overlay GraphView::overlay() const {
+Overlay GraphView::overlay() {
   Overlay overlay;
   if (drawing_.extents() == SgRectangle{}) overlay.lines = emptyText_;
   overlay.map = map();
@@ -420,6 +422,11 @@ Overlay GraphView::overlay() const {
     overlay.rubberChild = gesture_.childEnd ? gesture_.pointer : middle;
   }
   overlay.target = drawing_.nodeOf(gesture_.target);
+  if (!drawsOrMovesArc() || !widget_->graph.mayLinkCallback) return overlay;
+  overlay.targetRefused = overlay.target != kNone && !allows(overlay.target);
+  drawing_.visitNodes(viewport_.visible(), [&](NodeId node) {
+    if (drawing_.shown(node)) (allows(node) ? overlay.allowed : overlay.dimmed).push_back(node);
+  });
   return overlay;
 }
 

@@ -42,12 +42,13 @@ struct Gesture {
   SgPoint viewAtPress;                     // the plane's place at the window's corner
   bool dragging = false;                   // moved too far for a click
   bool doubleClick = false;
-  bool adds = false;              // Shift was held
-  StableId node = 0, arc = 0;     // under the pointer at the press
-  bool childEnd = false;          // MoveArcEnd: which end
-  bool leftNode = false;          // DrawArc: was outside `node`, so that coming back makes a loop
-  StableId target = 0;            // the node that would be taken now
-  std::vector<MovedNode> before;  // MoveNodes: where they were
+  bool adds = false;           // Shift was held
+  StableId node = 0, arc = 0;  // under the pointer at the press
+  bool childEnd = false;       // MoveArcEnd: which end
+  bool leftNode = false;       // DrawArc: was outside `node`, so that coming back makes a loop
+  StableId target = 0;         // the node that would be taken now
+  std::unordered_map<StableId, bool> allowed;  // DrawArc, MoveArcEnd: of the nodes that were asked for
+  std::vector<MovedNode> before;               // MoveNodes: where they were
   std::vector<SgStraightenedArc> straightened;
 };
 
@@ -171,7 +172,7 @@ class GraphView {
   /// The picture with its colours.
   Content content();
   OverlayInks overlayInks();
-  Overlay overlay() const;
+  Overlay overlay();
   /// Takes over the texts that the resources name.
   void keepTexts();
   /// The map, if it is to be seen now.
@@ -197,6 +198,14 @@ class GraphView {
   void giveUp();
   /// @returns false when the callbacks destroyed the widget: nothing of it may be touched any more.
   bool call(XtCallbackList SgGraphPart::*list, SgGraphCallbackStruct& data);
+  bool drawsOrMovesArc() const {
+    return gesture_.kind == Gesture::Kind::DrawArc || gesture_.kind == Gesture::Kind::MoveArcEnd;
+  }
+  /// The data of callbacks about the arc that is being drawn or moved, as if it ended at the node.
+  SgGraphCallbackStruct wouldBe(int reason, NodeId target) const;
+  /// Whether it may end there.
+  bool allows(NodeId target);
+  void setTarget(StableId target);
   void defaultAction(NodeId node, XEvent* event);
   void toggleOverview(XEvent* event);
   void nodesMoved(const Gesture& done, XEvent* event);

@@ -102,7 +102,13 @@ void Painter::paintOverlay(const picture::Drawing& drawing, const picture::Frame
       surface_.setDashed(false);
     }
   }
-  if (overlay.target != picture::kNone) surface_.outlineBox(boxOf(overlay.target), inks.target, 4);
+  std::vector<SgRectangle> dimmed;
+  for (const picture::NodeId node : overlay.dimmed) dimmed.push_back(boxOf(node).grownBy(1));
+  surface_.veil(dimmed, inks.background);
+  for (const picture::NodeId node : overlay.allowed)
+    surface_.outlineBox(boxOf(node), inks.target, frame.zoom < picture::kOutlineZoom ? 1 : 2);
+  if (overlay.target != picture::kNone)
+    surface_.outlineBox(boxOf(overlay.target), overlay.targetRefused ? inks.refused : inks.target, 4);
   if (overlay.rubberLine) {
     picture::ArcBatch batch(frame, 11);
     batch.addStraight(overlay.rubberParent, overlay.rubberChild);

@@ -7,6 +7,7 @@
 
 #include <optional>
 #include <string_view>
+#include <vector>
 
 #include "picture/paint.h"
 #include "viewkit/sggraph/xsurface.h"
@@ -16,7 +17,7 @@ namespace sggraph {
 
 /// The colours of what lies over and beside the picture.
 struct OverlayInks {
-  picture::Color text, border, selection, hover, target, focus, corner;
+  picture::Color text, border, selection, hover, target, refused, background, focus, corner;
 };
 
 /// The map of the whole graph, in a corner of the window.
@@ -31,6 +32,8 @@ struct Overlay {
   picture::ArcId hoverArc = picture::kNone;
   picture::NodeId currentNode = picture::kNone;  // dashed; given only while the graph has the keyboard
   picture::NodeId target = picture::kNone;       // lit
+  bool targetRefused = false;
+  std::vector<picture::NodeId> allowed, dimmed;  // targets that an arc may have, and those that it may not
   bool rubberLine = false;
   SgPoint rubberParent, rubberChild;  // its ends, window coordinates
   std::string_view lines;             // of text in the middle

@@ -71,6 +71,18 @@ void XSurface::drawRectangle(const SgRectangle& box, const picture::Color& color
                  std::max(edge.height - 1u, 1u));
 }
 
+void XSurface::veil(std::span<const SgRectangle> boxes, const picture::Color& color) {
+  if (boxes.empty()) return;
+  if (!dots_) {
+    constexpr char kDots[] = {0x01, 0x02};
+    dots_ = viewkit::PixmapId(display_, XCreateBitmapFromData(display_, target_, kDots, 2, 2));
+  }
+  XSetStipple(display_, gc_.get(), dots_.get());
+  XSetFillStyle(display_, gc_.get(), FillStippled);
+  fillBoxes(boxes, color);
+  XSetFillStyle(display_, gc_.get(), FillSolid);
+}
+
 void XSurface::begin(const picture::Frame& frame, picture::Color background) {
   frame_ = frame;
   if (scaledZoom_ != frame.zoom) {

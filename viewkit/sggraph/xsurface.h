@@ -41,6 +41,8 @@ class XSurface final : public picture::Surface {
   void setDashed(bool dashed);
   /// A line of a pixel inside of the box's edge.
   void drawRectangle(const SgRectangle& box, const picture::Color& color);
+  /// Dots of a colour over the boxes, through which some of what is there can be seen.
+  void veil(std::span<const SgRectangle> boxes, const picture::Color& color);
 
   void begin(const picture::Frame& frame, picture::Color background) override;
   bool anyColor() const override { return visual_->c_class == TrueColor; }
@@ -73,6 +75,7 @@ class XSurface final : public picture::Surface {
   Pixels& pixels_;
   const std::vector<PixmapSource>& pictures_;
   viewkit::Gc gc_;
+  viewkit::PixmapId dots_;  // of the veil; made when it is needed
   Drawable target_ = 0;
   std::unique_ptr<TextFont> font_;
   Drawable textTarget_ = 0;  // what the font draws on

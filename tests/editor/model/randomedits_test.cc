@@ -2,6 +2,7 @@
 /// Random scripts of edits: what each may change, and that what they leave is a file that opens again.
 #include <gmock/gmock.h>
 
+#include "editor/model/linkreasons.h"
 #include "editor/model/modifygraph.h"
 #include "editor/model/nodenames.h"
 #include "editor/model/recordnames.h"
@@ -70,8 +71,10 @@ class RandomScript {
     const auto [parent, child] = make_.pair(*qis);
     SCOPED_TRACE("add " + parent + " " + child);
     const std::string arc = parent + " " + child;
+    const std::string reason = why_not_linked(*qis, parent, child);
     std::string printed;
     const int made = run_edit(printed, [&, p = parent, c = child] { return quilAddLink(p, c); });
+    EXPECT_EQ(made == 1, reason.empty()) << reason;
     Arcs expected = before.arcs;
     if (made && before.arcs.contains(arc)) {
       ++repeats_;
@@ -88,10 +91,12 @@ class RandomScript {
     SCOPED_TRACE("move " + old_parent + " " + old_child + " " + new_parent + " " + new_child);
     const bool repeated = !moves_child && before.arcs.contains(new_parent + " " + new_child) &&
                           !isOnly1child(tagofnd(new_parent), tagofnd(new_child));
+    const std::string reason = why_not_moved(*qis, old_parent, old_child, new_parent, new_child);
     std::string printed;
     const int made = run_edit(printed, [&, op = old_parent, oc = old_child, np = new_parent, nc = new_child] {
       return quilModifyLink(op, oc, np, nc);
     });
+    EXPECT_EQ(made == 1, reason.empty()) << reason;
     const Arcs after = snapshot().arcs;
     if (made) {
       EXPECT_TRUE(after.contains(new_parent + " " + new_child));
