@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "graphlayout/adjacency.h"
 #include "graphlayout/simplegraph.h"
@@ -21,8 +22,9 @@ constexpr std::size_t kShortestFold = 6;  // nodes; shorter chains run down
 /// Where a block stands in the block that holds it.
 struct Slot {
   Point corner;
-  double line = 0;       // y of the line above its row
-  bool stacked = false;  // below another block of the same row
+  double line = 0;          // y of the line above its row
+  bool stacked = false;     // below another block of the same row
+  bool begins_row = false;  // the first of its row
 };
 
 /// How good an extent is: near to 1.75 times as wide as high, and small.
@@ -57,6 +59,41 @@ class Rows {
     return arrange(blocks, head, start, best_length, slots.data());
   }
 
+  /// The rows and columns that the slots say, for blocks of other extents. Those of no extent take no room.
+  Size keep(std::span<const Size> blocks, const Size& head, Point start, std::vector<Slot>& slots) const {
+    Size size = head;
+    double row_top = start.y, row_bottom = start.y;
+    double column_x = start.x, column_width = 0, column_end = start.y;
+    bool row_taken = false, column_taken = false;
+    for (std::size_t i = 0; i < blocks.size(); ++i) {
+      if (!slots[i].stacked) {
+        if (column_taken) column_x += column_width + gap_;
+        column_taken = false;
+        column_width = 0;
+      }
+      if (slots[i].begins_row) {
+        if (row_taken) row_top = row_bottom + kRowGap;
+        row_taken = false;
+        column_x = start.x;
+      }
+      const Size& block = blocks[i];
+      if (is_empty(block)) continue;
+      slots[i].corner = {column_x, column_taken ? column_end + kRowGap : row_top};
+      slots[i].line = row_top - kDrop;
+      slots[i].stacked = column_taken;
+      column_width = std::max(column_width, block.width);
+      column_end = slots[i].corner.y + block.height;
+      row_bottom = std::max(row_taken ? row_bottom : row_top, column_end);
+      row_taken = column_taken = true;
+      size.width = std::max(size.width, column_x + block.width);
+      size.height = std::max(size.height, column_end);
+    }
+    return size;
+  }
+
+  static bool is_empty(const Size& block) { return block.width < 0; }
+  static constexpr Size kEmpty{-1, -1};
+
  private:
   Size arrange(std::span<const Size> blocks, const Size& head, Point start, double length,
                Slot* slots) const {
@@ -68,7 +105,7 @@ class Rows {
       const Size& block = blocks[i];
       Slot slot;
       if (!empty && block.width <= column_width && column_end + kRowGap + block.height <= row_bottom) {
-        slot = {{column_x, column_end + kRowGap}, row_top - kDrop, true};
+        slot = {{column_x, column_end + kRowGap}, row_top - kDrop, true, false};
       } else {
         if (!empty) column_x += column_width + gap_;
         if (!empty && column_x + block.width > start.x + length) {
@@ -76,7 +113,7 @@ class Rows {
           column_x = start.x;
         }
         column_width = block.width;
-        slot = {{column_x, row_top}, row_top - kDrop, false};
+        slot = {{column_x, row_top}, row_top - kDrop, false, column_x == start.x};
         row_bottom =
             column_x == start.x ? row_top + block.height : std::max(row_bottom, row_top + block.height);
       }
@@ -114,16 +151,33 @@ class Packing {
     compact_.blocks = sizes_;
     slots_.resize(sizes_.size());
     base_ = parent_;
+    pack_all();
+    return compact_;
+  }
+
+  /// After run(): the same rows and columns without what is hidden.
+  Layout close(const Closing& closing) {
+    closing_ = &closing;
+    for (std::size_t v = 0; v < sizes_.size(); ++v)
+      sizes_[v] = closing.hidden[v] ? Rows::kEmpty : sane(closing.sizes[v]);
+    compact_.blocks = sizes_;
+    pack_all();
+    return compact_.layout;
+  }
+
+ private:
+  void pack_all() {
+    unpacked_ = chains_.size();
     for (auto v = order_.rbegin(); v != order_.rend(); ++v) {
       if (!folded_[*v]) pack_block(*v);
     }
     pack_roots();
     place();
     bend();
-    return std::move(compact_);
   }
 
- private:
+  bool is_shown(std::uint32_t v) const { return !closing_ || !closing_->hidden[v]; }
+
   std::span<const std::uint32_t> children(std::uint32_t v) const {
     return std::span(children_).subspan(first_child_[v], child_count_[v]);
   }
@@ -187,25 +241,42 @@ class Packing {
 
   void pack_block(std::uint32_t v) {
     if (child_count_[v] == 0) return;
-    if (!chains_.empty() && chains_.back().head == v) {  // they were found from above
-      fold(chains_.back());
-      chains_.pop_back();
+    if (unpacked_ > 0 && chains_[unpacked_ - 1].head == v) {  // they were found from above
+      fold(chains_[--unpacked_]);
       return;
     }
+    const Size head = is_shown(v) ? sizes_[v] : Size{};
+    const Size block = pack_rows(children(v), head, {kIndent, head.height + kLevelGap});
+    if (is_shown(v) || block.width > 0) compact_.blocks[v] = block;
+  }
+
+  Size pack_rows(std::span<const std::uint32_t> nodes, const Size& head, Point start) {
     boxes_.clear();
-    for (const std::uint32_t child : children(v)) boxes_.push_back(compact_.blocks[child]);
-    const Point start{kIndent, sizes_[v].height + kLevelGap};
-    compact_.blocks[v] = rows_.pack(boxes_, sizes_[v], start, found_);
-    for (std::size_t i = 0; i < found_.size(); ++i) slots_[children(v)[i]] = found_[i];
+    found_.clear();
+    for (const std::uint32_t v : nodes) {
+      boxes_.push_back(compact_.blocks[v]);
+      found_.push_back(slots_[v]);
+    }
+    const Size size =
+        closing_ ? rows_.keep(boxes_, head, start, found_) : rows_.pack(boxes_, head, start, found_);
+    for (std::size_t i = 0; i < nodes.size(); ++i) slots_[nodes[i]] = found_[i];
+    return size;
   }
 
   struct Chain {
     std::uint32_t head;
     std::vector<std::uint32_t> nodes;  // that follow
+    double length = 0;                 // of its columns
   };
 
   /// The chain in columns, each from above, below its head.
-  void fold(const Chain& chain) {
+  void fold(Chain& chain) {
+    if (!closing_) chain.length = best_length(chain);
+    const Size size = columns(chain, chain.length, true);
+    if (is_shown(chain.head) || size.width > 0) compact_.blocks[chain.head] = size;
+  }
+
+  double best_length(const Chain& chain) {
     double sum = 0, tallest = 0;
     for (const std::uint32_t v : chain.nodes) {
       sum += compact_.blocks[v].height + kLevelGap;
@@ -218,22 +289,23 @@ class Packing {
       const Size size = columns(chain, length, false);
       if (cost(size.width, size.height) < least) least = cost(size.width, size.height), best = length;
     }
-    compact_.blocks[chain.head] = columns(chain, best, true);
+    return best;
   }
 
   Size columns(const Chain& chain, double length, bool keep) {
-    Size size = sizes_[chain.head];
+    Size size = is_shown(chain.head) ? sizes_[chain.head] : Size{};
     const double top = size.height + kLevelGap;
     double x = kIndent, y = top, width = 0;
     for (const std::uint32_t v : chain.nodes) {
       const Size& block = compact_.blocks[v];
+      if (Rows::is_empty(block)) continue;
       if (y > top && y + block.height > top + length) {
         x += width + gap_ + kTrunk;  // room for the line up
         y = top;
         width = 0;
       }
       if (keep) {
-        slots_[v] = {{x, y}, 0, false};
+        slots_[v] = {{x, y}};
         base_[v] = chain.head;
       }
       width = std::max(width, block.width);
@@ -245,11 +317,8 @@ class Packing {
   }
 
   void pack_roots() {
-    boxes_.clear();
-    for (const std::uint32_t root : roots_) boxes_.push_back(compact_.blocks[root]);
-    if (boxes_.empty()) return;
-    const Size size = rows_.pack(boxes_, {}, {}, found_);
-    for (std::size_t i = 0; i < found_.size(); ++i) slots_[roots_[i]] = found_[i];
+    if (roots_.empty()) return;
+    const Size size = pack_rows(roots_, {}, {});
     compact_.layout.width = size.width;
     compact_.layout.height = size.height;
   }
@@ -268,9 +337,11 @@ class Packing {
     for (std::uint32_t v = 0; v < sizes_.size(); ++v)
       if (compact_.tree_arcs[v] != Compact::kNoArc) child_of[compact_.tree_arcs[v]] = v;
     Bends& bends = compact_.layout.bends;
+    bends = {};
     bends.starts.push_back(0);
     for (std::size_t i = 0; i < arcs_.size(); ++i) {
-      if (child_of[i] != kNone) lead_to(child_of[i], bends.points);
+      const std::uint32_t child = child_of[i];
+      if (child != kNone && is_shown(child) && is_shown(parent_[child])) lead_to(child, bends.points);
       bends.starts.push_back(bends.points.size());
     }
   }
@@ -310,7 +381,9 @@ class Packing {
   std::vector<std::uint32_t> children_, first_child_, child_count_;
   std::vector<bool> folded_;  // stands in a chain, with no block of its own
   std::vector<Chain> chains_;
-  std::vector<std::uint32_t> base_;  // per node that whose block it is placed in
+  std::size_t unpacked_ = 0;          // of these
+  const Closing* closing_ = nullptr;  // while it is closed up
+  std::vector<std::uint32_t> base_;   // per node that whose block it is placed in
   std::vector<Slot> slots_, found_;
   std::vector<Size> boxes_;
 };
@@ -319,6 +392,13 @@ class Packing {
 
 Compact compact(std::span<const Size> sizes, std::span<const Arc> arcs, const Options& options) {
   return Packing(sizes, arcs, sane(options)).run();
+}
+
+CompactFolding compact_folding(std::span<const Size> sizes, std::span<const Arc> arcs, const Closing& closing,
+                               const Options& options) {
+  Packing packing(sizes, arcs, sane(options));
+  Layout open = packing.run().layout;
+  return {std::move(open), packing.close(closing)};
 }
 
 }  // namespace graphlayout

@@ -7,6 +7,7 @@
 #include <span>
 #include <vector>
 
+#include "graphlayout/folding.h"
 #include "graphlayout/layout.h"
 
 namespace graphlayout {
@@ -34,5 +35,13 @@ struct Compact {
 /// No two nodes overlap. Linear.
 /// @param options  of the gaps, `node_gap` alone.
 Compact compact(std::span<const Size> sizes, std::span<const Arc> arcs, const Options& options = {});
+
+/// A compact picture, and the same one without its hidden nodes: what is left keeps its row and its column,
+/// and these close up. Of the closed one, the places of hidden nodes mean nothing.
+struct CompactFolding {
+  Layout open, closed;
+};
+CompactFolding compact_folding(std::span<const Size> sizes, std::span<const Arc> arcs, const Closing& closing,
+                               const Options& options = {});
 
 }  // namespace graphlayout
