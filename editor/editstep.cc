@@ -51,7 +51,7 @@ std::vector<VkNode*> GraphChange::shownNodes() const {
     for (const auto& [parent, child] : *arcs) nodes.insert(nodes.end(), {parent, child});
   if (newNode_ && !keptNode_) nodes.push_back(newNode_);
   if (nodes.empty() && !newNode_)
-    for (const auto& [node, place] : places_.after.nodes) nodes.push_back(node);
+    for (const VkPlaces::Node& place : places_.after.nodes) nodes.push_back(place.node);
   return nodes;
 }
 

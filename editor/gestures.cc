@@ -154,6 +154,10 @@ void GraphGestures::deleteSelectedLink() {
               static_cast<void*>(from_widget), static_cast<void*>(to_widget));
   std::printf("from %s\n", from->name());
   std::printf("to   %s\n", to->name());
+  if (graph_.uncover(from, to)) {
+    prompts_.tell(from_to(from, to) + " was folded: Delete again deletes it");
+    return;
+  }
   EditStep step(graph_, history_);
   if (!is_surplus(from, to) && quilDeleteLink(*qis, from->name(), to->name()) != 1) {
     refuse(step, "Can't delete link!", why_not_deleted(from->name(), to->name()));
@@ -182,7 +186,7 @@ void GraphGestures::arrangeAgain() {
 
 void GraphGestures::nodesMoved(const VkGraph::Moved& moved) {
   const auto& nodes = moved.after.nodes;
-  history_.add({.label = nodes.size() == 1 ? std::string("move ") + nodes.front().first->name()
+  history_.add({.label = nodes.size() == 1 ? std::string("move ") + nodes.front().node->name()
                                            : "move " + std::to_string(nodes.size()) + " nodes",
                 .picture = std::make_unique<GraphChange>(graph_, moved)});
 }

@@ -49,6 +49,8 @@ constexpr const char* kRedoLabel = "Redo";
 constexpr const char* kLayeredLabel = "Layered";
 constexpr const char* kCompactLabel = "Compact";
 constexpr const char* kOverviewLabel = "Overview";
+constexpr const char* kCollapseLabel = "Collapse";
+constexpr const char* kExpandLabel = "Expand";
 constexpr const char* kTextureImageLabel = "Display Texture Image";
 
 /// The end of a path, which tells files apart, as far as it can be read on one line.
@@ -84,6 +86,7 @@ GraphWindow::GraphWindow(const char* name)
   graph_->addCallback(VkGraph::nodesMovedCallback, this, &GraphWindow::nodesMoved);
   takeUp();
   showRecent();
+  addPopupMenus();
   showSteps();
   showArrangement();
   showFile();
@@ -144,6 +147,7 @@ void GraphWindow::addMenus() {
       {kRadio, kLayeredLabel, layeredCallback},
       {kRadio, kCompactLabel, compactCallback},
       {kAction, "Arrange Again", arrangeAgainCallback},
+      {kAction, "Expand All", expandAllCallback},
       {kToggle, kOverviewLabel, overviewCallback},
       kEnd,
   };
@@ -182,6 +186,24 @@ void GraphWindow::addMenus() {
   addMenuPane("View", view, this);
   addMenuPane("KAVO tool", kavo_tool, this);
   addMenuPane("QUIL2 tool", quil2_tool, this);
+}
+
+void GraphWindow::addPopupMenus() {
+  static const VkMenuDesc node[] = {
+      {kAction, kCollapseLabel, collapseCallback},
+      {kAction, kExpandLabel, expandCallback},
+      kEnd,
+  };
+  graph_->popupMenu(VkGraph::Spot::Node).add(node, this);
+  graph_->addCallback(VkGraph::menuCallback, this, &GraphWindow::menuAsked);
+}
+
+void GraphWindow::menuAsked(VkGraph*, void*, void* data) {
+  const auto& asked = *static_cast<const VkGraph::Asked*>(data);
+  if (asked.spot != VkGraph::Spot::Node) return;
+  const VkPopupMenu& menu = graph_->popupMenu(asked.spot);
+  menu.findNamedItem(kCollapseLabel)->setActive(graph_->canCollapse(asked.node));
+  menu.findNamedItem(kExpandLabel)->setActive(graph_->isCollapsed(asked.node));
 }
 
 VkMenuToggle* GraphWindow::textureImageToggle() const {
@@ -253,10 +275,7 @@ void GraphWindow::showSteps() {
   const auto show = [this](const char* label, const Step* step) {
     auto* const item = menu()->findNamedItem(label);
     item->showText((step ? std::string(label) + " " + step->label : label).c_str());
-    if (step && gestures_.editing())
-      item->activate();
-    else
-      item->deactivate();
+    item->setActive(step && gestures_.editing());
   };
   show(kUndoLabel, history_.to_undo());
   show(kRedoLabel, history_.to_redo());
@@ -479,11 +498,7 @@ void GraphWindow::tendUnsavedWork() {
     tending_.start(std::chrono::ceil<std::chrono::milliseconds>(std::max(*pause, {})));
   else
     tending_.stop();
-  auto* const item = menu()->findNamedItem(kRecoverLabel);
-  if (unsaved_.copies().empty())
-    item->deactivate();
-  else
-    item->activate();
+  menu()->findNamedItem(kRecoverLabel)->setActive(!unsaved_.copies().empty());
 }
 
 void GraphWindow::handleFocus() {

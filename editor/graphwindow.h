@@ -145,6 +145,13 @@ class GraphWindow : public VkWindow, private SceneDisplay, private TextureDispla
   void arrangeAgain() { gestures_.arrangeAgain(); }
   /// Shows in the menu how the graph is arranged.
   void showArrangement();
+  void expandAll() { graph_->expandAll(); }
+
+  // The menus of the right button, see VkGraph::menuAsked.
+  void addPopupMenus();
+  void menuAsked(VkGraph* graph, void* clientData, void* asked);
+  void collapse() { graph_->collapse(graph_->menuAsked().node); }
+  void expand() { graph_->expand(graph_->menuAsked().node); }
 
   // KAVO tool.
   void setDir() { converters_.setOutputDirectory(); }
@@ -203,6 +210,9 @@ class GraphWindow : public VkWindow, private SceneDisplay, private TextureDispla
   static constexpr auto layeredCallback = forward<&GraphWindow::layered>;
   static constexpr auto compactCallback = forward<&GraphWindow::compact>;
   static constexpr auto arrangeAgainCallback = forward<&GraphWindow::arrangeAgain>;
+  static constexpr auto expandAllCallback = forward<&GraphWindow::expandAll>;
+  static constexpr auto collapseCallback = forward<&GraphWindow::collapse>;
+  static constexpr auto expandCallback = forward<&GraphWindow::expand>;
   static constexpr auto quickpviCallback = forward<&GraphWindow::quickpvi>;
   static constexpr auto quickpvCallback = forward<&GraphWindow::quickpv>;
   static constexpr auto kavoiCallback = forward<&GraphWindow::kavopvi>;

@@ -4,10 +4,14 @@
 
 #include <algorithm>
 #include <cmath>
+#include <unordered_set>
+#include <utility>
 
 namespace picture {
 
 namespace {
+
+constexpr std::uint32_t kMostStubs = 3;  // at each end of a node
 
 StableId stableIdOf(std::uint32_t number, std::uint32_t generation) {
   return std::uint64_t{generation} << 32 | (std::uint64_t{number} + 1);
@@ -53,6 +57,9 @@ NodeId Drawing::addNode() {
 void Drawing::removeNode(NodeId node) {
   while (nodes_[node].firstOut != kNone) removeArc(nodes_[node].firstOut);
   while (nodes_[node].firstIn != kNone) removeArc(nodes_[node].firstIn);
+  if (const auto members = folds_.extract(node))
+    for (const NodeId member : members.mapped()) takeOver(member, kNone);
+  if (nodes_[node].into != kNone) std::erase(folds_[nodes_[node].into], node);
   showNode(node, false);
   if (nodes_[node].selected) selectedNodes_.erase(nodes_[node].selected);
   freeSlot(nodes_[node]);
@@ -71,10 +78,8 @@ void Drawing::moveNode(NodeId node, SgPoint corner) {
   moved.box.y = held(corner.y);
   if (moved.shown) nodeIndex_.put(node, moved.box);
   extentsStale_ = true;
-  visitArcsOf(node, [&](ArcId arc) {
-    arcs_[arc].bends.clear();
-    makeStale(arc);
-  });
+  visitArcsOf(node, [&](ArcId arc) { arcs_[arc].bends.clear(); });
+  makeArcsStale(node);
 }
 
 void Drawing::resizeNode(NodeId node, double width, double height) {
@@ -83,11 +88,17 @@ void Drawing::resizeNode(NodeId node, double width, double height) {
   resized.box.height = height;
   if (resized.shown) nodeIndex_.put(node, resized.box);
   extentsStale_ = true;
-  visitArcsOf(node, [&](ArcId arc) { makeStale(arc); });
+  makeArcsStale(node);
 }
 
 void Drawing::showNode(NodeId node, bool shown) {
+  nodes_[node].wanted = shown;
+  updateShown(node);
+}
+
+void Drawing::updateShown(NodeId node) {
   Node& changed = nodes_[node];
+  const bool shown = changed.wanted && changed.into == kNone;
   if (changed.shown == shown) return;
   changed.shown = shown;
   extentsStale_ = true;
@@ -95,7 +106,41 @@ void Drawing::showNode(NodeId node, bool shown) {
     nodeIndex_.put(node, changed.box);
   else
     nodeIndex_.remove(node);
-  visitArcsOf(node, [&](ArcId arc) { makeStale(arc); });
+  makeArcsStale(node);
+  stubsStale_ = true;
+}
+
+void Drawing::foldNode(NodeId node, NodeId into) {
+  folds_[into].push_back(node);
+  takeOver(node, into);
+}
+
+void Drawing::unfoldAll() {
+  for (const auto& [face, members] : std::exchange(folds_, {}))
+    for (const NodeId member : members) takeOver(member, kNone);
+}
+
+void Drawing::takeOver(NodeId node, NodeId into) {
+  nodes_[node].into = into;
+  updateShown(node);
+  makeArcsStale(node);
+  stubsStale_ = true;
+}
+
+std::size_t Drawing::countFolded(NodeId node) const {
+  const auto members = folds_.find(node);
+  return members == folds_.end() ? 0 : members->second.size();
+}
+
+bool Drawing::holdsAlone(NodeId node) const {
+  const auto leadsFrom = [&](ArcId arc) { return from(arc) == node || from(arc) == to(arc); };
+  for (ArcId arc = nodes_[node].firstOut; arc != kNone; arc = arcs_[arc].out.next) {
+    if (to(arc) == node) continue;
+    ArcId in = nodes_[to(arc)].firstIn;
+    while (in != kNone && leadsFrom(in)) in = arcs_[in].in.next;
+    if (in == kNone) return true;
+  }
+  return false;
 }
 
 ArcId Drawing::addArc(NodeId from, NodeId to) {
@@ -113,6 +158,7 @@ ArcId Drawing::addArc(NodeId from, NodeId to) {
   side.push_back(arc);
   if (pair.forward.size() + pair.backward.size() > 1) makePairStale(key, pair);
   makeStale(arc);
+  stubsStale_ = true;
   return arc;
 }
 
@@ -133,6 +179,7 @@ void Drawing::removeArc(ArcId arc) {
 
   if (removed.selected) selectedArcs_.erase(removed.selected);
   arcIndex_.remove(arc);
+  stubsStale_ = true;
   freeSlot(removed);
   freeArcs_.push_back(arc);
 }
@@ -170,14 +217,15 @@ void Drawing::setArcStyle(ArcId arc, ArcStyle style) {
   if (arcs_[arc].style == style) return;
   arcs_[arc].style = style;
   makeStale(arc);
+  stubsStale_ = true;
 }
 
 bool Drawing::inStubs(ArcId arc, const ArcDetail& detail) const {
   const Arc& asked = arcs_[arc];
-  if (asked.selected || asked.from == asked.to || nodeSelected(asked.from) || nodeSelected(asked.to))
+  if (asked.selected || asked.from == asked.to || nodeSelected(drawnFrom(arc)) || nodeSelected(drawnTo(arc)))
     return false;
   bringUpToDate();
-  return asked.style == ArcStyle::Stubs || asked.length > detail.longest;
+  return isRedirected(arc) || asked.style == ArcStyle::Stubs || asked.length > detail.longest;
 }
 
 std::span<const SgPoint> Drawing::path(ArcId arc) const {
@@ -293,6 +341,7 @@ void Drawing::clear() {
   pairs_.clear();
   staleArcs_.clear();
   stalePairs_.clear();
+  folds_.clear();
   nodeIndex_.clear();
   arcIndex_.clear();
   selectedNodes_.clear();
@@ -326,6 +375,10 @@ void Drawing::makeStale(ArcId arc) const {
   staleArcs_.push_back(arc);
 }
 
+void Drawing::makeArcsStale(NodeId node) const {
+  visitDrawnArcsOf(node, [&](ArcId arc) { makeStale(arc); });
+}
+
 void Drawing::makePairStale(std::uint64_t key, const Pair& pair) {
   if (pair.stale) return;
   pair.stale = true;
@@ -344,7 +397,7 @@ void Drawing::bringUpToDate() const {
   for (const ArcId arc : staleArcs_) {
     if (!arcs_[arc].stale) continue;
     arcs_[arc].stale = false;
-    computePath(arcs_[arc]);
+    computePath(arc);
     arcs_[arc].length = pathLength(arcs_[arc].path);
     if (arcShown(arc))
       arcIndex_.put(arc, boundsOf(arcs_[arc].path));
@@ -352,10 +405,42 @@ void Drawing::bringUpToDate() const {
       arcIndex_.remove(arc);
   }
   staleArcs_.clear();
+  if (std::exchange(stubsStale_, false)) chooseStubs();
 }
 
-void Drawing::computePath(const Arc& arc) const {
-  const SgRectangle &from = nodes_[arc.from].box, &to = nodes_[arc.to].box;
+void Drawing::chooseStubs() const {
+  for (const Node& node : nodes_) node.undrawn = {};
+  std::unordered_set<std::uint64_t> redirected;  // one stub stands for all that lead from here to there
+  for (ArcId arc = 0; arc < arcs_.size(); ++arc) {
+    const Arc& chosen = arcs_[arc];
+    chosen.stubOut = chosen.stubIn = true;
+    if (!chosen.used || !arcShown(arc)) continue;
+    const NodeId from = drawnFrom(arc), to = drawnTo(arc);
+    if (isRedirected(arc))
+      chosen.stubOut = chosen.stubIn = redirected.insert(std::uint64_t{from} << 32 | to).second;
+    else if (chosen.style != ArcStyle::Stubs || from == to)
+      continue;
+    if (!chosen.stubOut) continue;
+    chosen.stubOut = ++nodes_[from].undrawn.out <= kMostStubs;
+    chosen.stubIn = ++nodes_[to].undrawn.in <= kMostStubs;
+  }
+  for (const Node& node : nodes_)
+    node.undrawn = {node.undrawn.in - std::min(node.undrawn.in, kMostStubs),
+                    node.undrawn.out - std::min(node.undrawn.out, kMostStubs)};
+}
+
+Drawing::Undrawn Drawing::undrawnStubs(NodeId node) const {
+  bringUpToDate();
+  return nodes_[node].undrawn;
+}
+
+void Drawing::computePath(ArcId id) const {
+  const Arc& arc = arcs_[id];
+  const SgRectangle &from = nodes_[drawnFrom(id)].box, &to = nodes_[drawnTo(id)].box;
+  if (isRedirected(id)) {
+    arc.path = arcPath(from, to, {}, ports_, {});
+    return;
+  }
   if (arc.from == arc.to) {
     arc.path = loopPath(from, arc.place);
     return;

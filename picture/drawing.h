@@ -51,7 +51,33 @@ class Drawing {
   void moveNode(NodeId node, SgPoint corner);
   void resizeNode(NodeId node, double width, double height);
   void showNode(NodeId node, bool shown);
+  /// Not while it is folded into another.
   bool shown(NodeId node) const { return nodes_[node].shown; }
+  /// @}
+
+  /// @name Folding: one node can stand for others, which are not seen then. Their arcs are drawn from and to
+  /// it instead, as stubs; those within it are not drawn at all.
+  /// @{
+  /// @param into  not folded itself.
+  void foldNode(NodeId node, NodeId into);
+  void unfoldAll();
+  /// The node that is seen for it: itself unless it is folded.
+  NodeId face(NodeId node) const { return nodes_[node].into == kNone ? node : nodes_[node].into; }
+  /// How many nodes it stands for besides itself.
+  std::size_t countFolded(NodeId node) const;
+  /// Calls `visit(node)` for every node that stands for others.
+  template <class Visit>
+  void visitFaces(Visit&& visit) const {
+    for (const auto& [face, members] : folds_)
+      if (!members.empty()) visit(face);
+  }
+  /// The nodes between which the arc is drawn.
+  NodeId drawnFrom(ArcId arc) const { return face(arcs_[arc].from); }
+  NodeId drawnTo(ArcId arc) const { return face(arcs_[arc].to); }
+  /// Whether it stands for arcs of folded nodes.
+  bool isRedirected(ArcId arc) const { return drawnFrom(arc) != from(arc) || drawnTo(arc) != to(arc); }
+  /// Whether an arc leads from the node to another that no other node leads to.
+  bool holdsAlone(NodeId node) const;
   /// @}
 
   /// @name Arcs
@@ -79,28 +105,44 @@ class Drawing {
     for (ArcId arc = nodes_[node].firstOut; arc != kNone; arc = arcs_[arc].out.next) visit(arc);
     for (ArcId arc = nodes_[node].firstIn; arc != kNone; arc = arcs_[arc].in.next) visit(arc);
   }
+  /// The same for every arc that is drawn from or to the node.
+  template <class Visit>
+  void visitDrawnArcsOf(NodeId node, Visit&& visit) const {
+    visitArcsOf(node, visit);
+    if (const auto folded = folds_.find(node); folded != folds_.end())
+      for (const NodeId member : folded->second) visitArcsOf(member, visit);
+  }
   /// Calls `visit(child)` for every arc that starts at the node and is shown, but for those of style Stubs.
   template <class Visit>
   void visitChildren(NodeId node, Visit&& visit) const {
     for (ArcId arc = nodes_[node].firstOut; arc != kNone; arc = arcs_[arc].out.next)
-      if (arcShown(arc) && arcs_[arc].style != ArcStyle::Stubs) visit(to(arc));
+      if (arcShown(arc) && arcs_[arc].style != ArcStyle::Stubs) visit(drawnTo(arc));
   }
-  bool arcShown(ArcId arc) const { return shown(from(arc)) && shown(to(arc)); }
+  bool arcShown(ArcId arc) const {
+    const NodeId from = drawnFrom(arc), to = drawnTo(arc);
+    return shown(from) && shown(to) && (from != to || !isRedirected(arc));
+  }
   void setArcStyle(ArcId arc, ArcStyle style);
   ArcStyle arcStyle(ArcId arc) const { return arcs_[arc].style; }
   /// The points that the arc is drawn through when it is drawn as a whole, valid until the next change.
   std::span<const SgPoint> path(ArcId arc) const;
   /// Whether only the ends of the arc are drawn: not while it is selected, or a node of its is.
   bool inStubs(ArcId arc, const ArcDetail& detail) const;
+  /// Stubs that are not drawn, since others at the same end of the same node are: of arcs that lead to the
+  /// node, and of those that start there.
+  struct Undrawn {
+    std::uint32_t in = 0, out = 0;
+  };
+  Undrawn undrawnStubs(NodeId node) const;
   /// Calls `visit(points, reachesChild)` for every line that is drawn of the arc.
   template <class Visit>
   void visitPieces(ArcId arc, const ArcDetail& detail, Visit&& visit) const {
     if (!inStubs(arc, detail)) {
       visit(path(arc), true);
     } else if (detail.stubs) {
-      const Stubs stubs = stubsBetween(box(from(arc)), box(to(arc)));
-      visit(std::span<const SgPoint>(stubs.parent), false);
-      visit(std::span<const SgPoint>(stubs.child), true);
+      const Stubs stubs = stubsBetween(box(drawnFrom(arc)), box(drawnTo(arc)));
+      if (arcs_[arc].stubOut) visit(std::span<const SgPoint>(stubs.parent), false);
+      if (arcs_[arc].stubIn) visit(std::span<const SgPoint>(stubs.child), true);
     }
   }
   void setPorts(Ports ports);
@@ -147,8 +189,11 @@ class Drawing {
     SgRectangle box;
     ArcId firstOut = kNone, firstIn = kNone;
     std::uint32_t generation = 0;
-    bool used = false, shown = false;
-    std::uint64_t selected = 0;  // key in selectedNodes_, 0 for not selected
+    NodeId into = kNone;  // the node that it is folded into
+    bool used = false;
+    bool wanted = false, shown = false;  // shown: wanted and not folded
+    std::uint64_t selected = 0;          // key in selectedNodes_, 0 for not selected
+    mutable Undrawn undrawn;
   };
   struct ArcLinks {
     ArcId next = kNone, previous = kNone;
@@ -163,8 +208,9 @@ class Drawing {
     ArcStyle style = ArcStyle::Whole;
     std::vector<SgPoint> bends;
     mutable std::vector<SgPoint> path;
-    mutable double length = 0;   // of `path`
-    mutable bool stale = false;  // `path` isn't right any more
+    mutable double length = 0;                   // of `path`
+    mutable bool stale = false;                  // `path` isn't right any more
+    mutable bool stubOut = true, stubIn = true;  // which of its stubs are drawn when it is in stubs
   };
   /// The arcs between two nodes; a < b but for loops, which are all forward.
   struct Pair {
@@ -181,15 +227,20 @@ class Drawing {
   void link(ArcId& first, ArcId arc, ArcLinks Arc::*links);
   void unlink(ArcId& first, ArcId arc, ArcLinks Arc::*links);
   void makeStale(ArcId arc) const;
+  void makeArcsStale(NodeId node) const;
+  void updateShown(NodeId node);
+  void takeOver(NodeId node, NodeId into);
   void makePairStale(std::uint64_t key, const Pair& pair);
   void bringUpToDate() const;
-  void computePath(const Arc& arc) const;
+  void chooseStubs() const;
+  void computePath(ArcId id) const;
 
   std::vector<Node> nodes_;
   std::vector<Arc> arcs_;
   std::vector<NodeId> freeNodes_;
   std::vector<ArcId> freeArcs_;
   std::unordered_map<std::uint64_t, Pair> pairs_;
+  std::unordered_map<NodeId, std::vector<NodeId>> folds_;  // by the node that stands for them
   BoxIndex nodeIndex_;
   std::map<std::uint64_t, NodeId> selectedNodes_;
   std::map<std::uint64_t, ArcId> selectedArcs_;
@@ -202,6 +253,7 @@ class Drawing {
   mutable BoxIndex arcIndex_;
   mutable SgRectangle extents_;
   mutable bool extentsStale_ = false;
+  mutable bool stubsStale_ = false;
 };
 
 }  // namespace picture

@@ -29,8 +29,10 @@ constexpr double kDetailZoom = 0.3;  // below it arcs that are seen better from 
 constexpr double kShortestLine = 6;  // window units: what such a right-angled arc's lines measure at least
 constexpr double kVeryFarZoom = 0.1, kShortestVeryFar = 40;  // the same where thousands are in view
 constexpr double kStubHead = 0.6;                            // times a usual arrow head
-constexpr double kFarZoom = 0.4;    // below it arcs are paler, so as not to hide the nodes
-constexpr double kHandleAway = 16;  // window units from the node to the handle of an arc
+constexpr double kFarZoom = 0.4;        // below it arcs are paler, so as not to hide the nodes
+constexpr double kCountZoom = 0.8;      // of the numbers of stubs that are not drawn, against other texts
+constexpr double kFoldHandleReach = 6;  // window units to each side
+constexpr double kHandleAway = 16;      // window units from the node to the handle of an arc
 
 /// Paints one frame of one content.
 class Painting {
@@ -52,6 +54,7 @@ class Painting {
     }
     surface_.setTextZoom(std::max(frame_.zoom, kLeastTextZoom));
     drawArcs();
+    if (showsText()) drawUndrawn();
     drawNodes();
     if (!showsText()) drawNames();
     if (manner_.handles) drawHandles();
@@ -89,6 +92,26 @@ class Painting {
     }
   }
 
+  /// Says how many stubs are not drawn: of arcs that lead to a node above its right corner, of those that
+  /// start there below.
+  void drawUndrawn() {
+    surface_.setTextZoom(kCountZoom * std::max(frame_.zoom, kLeastTextZoom));
+    const double height = surface_.textHeight();
+    for (const NodeId node : nodesInView()) {
+      const Drawing::Undrawn undrawn = drawing_.undrawnStubs(node);
+      if (undrawn.in + undrawn.out == 0 || selected(node)) continue;
+      const SgRectangle box = frame_.toWindow(drawing_.box(node));
+      const auto say = [&](std::uint32_t count, double y) {
+        if (count == 0) return;
+        const std::string text = "+" + std::to_string(count);
+        surface_.drawText({box.right() - surface_.textWidth(text) / 2, y}, text, inks_.arc);
+      };
+      say(undrawn.in, box.y - height / 2);
+      say(undrawn.out, box.bottom() + height / 2);
+    }
+    surface_.setTextZoom(std::max(frame_.zoom, kLeastTextZoom));
+  }
+
   double shortestLine() const { return frame_.zoom < kVeryFarZoom ? kShortestVeryFar : kShortestLine; }
 
   /// In the same order at every repaint, the order in which nodeAt sees them.
@@ -113,6 +136,8 @@ class Painting {
         surface_.outlineBox(box, inks_.selection, 2);
       else
         surface_.outlineBox(box, inks_.border, 1);
+      if (manner_.selection && drawing_.countFolded(node) > 0)
+        drawFoldHandle(surface_, foldHandle(box, frame_), true, {inks_.handle, inks_.border, inks_.text});
     }
   }
 
@@ -267,6 +292,23 @@ HandlePlaces handlePlaces(std::span<const SgPoint> path, const Frame& frame) {
   const double away = kHandleAway / frame.zoom;
   return {frame.toWindow(along(path[0], path[1], away)),
           frame.toWindow(along(path[path.size() - 1], path[path.size() - 2], away))};
+}
+
+SgRectangle foldHandle(const SgRectangle& box, const Frame& frame) {
+  if (frame.zoom < kTextZoom) return {};
+  return SgRectangle{std::round(box.x), std::round(box.middle().y), 0, 0}.grownBy(kFoldHandleReach);
+}
+
+void drawFoldHandle(Surface& surface, const SgRectangle& handle, bool folded, const FoldHandleInks& inks) {
+  if (handle.width == 0) return;
+  surface.fillInside(handle, inks.inside);
+  surface.outlineBox(handle, inks.edge, 1);
+  constexpr double kAway = 3;
+  const SgPoint middle = handle.middle();
+  const Line across{{handle.x + kAway, middle.y}, {handle.right() - kAway, middle.y}};
+  const Line down{{middle.x, handle.y + kAway}, {middle.x, handle.bottom() - kAway}};
+  const Line both[] = {across, down};
+  surface.drawLines(std::span(both, folded ? 2 : 1), inks.sign, 2);
 }
 
 void paint(Surface& surface, const Content& content, const Frame& frame, const Manner& manner) {

@@ -40,7 +40,7 @@ struct Content {
 
 /// What is painted beside nodes and arcs for who works on the graph; a printed picture has none of it.
 struct Manner {
-  bool selection = false;    ///< what is selected is marked
+  bool selection = false;    ///< what is selected is marked, and folded nodes have their handle
   bool handles = false;      ///< the handles at the ends of selected arcs
   bool patchesOnly = false;  ///< nothing but a patch for each node
   bool partialArcs = false;  ///< of arcs that are longer than the frame, only the ends
@@ -52,6 +52,15 @@ inline constexpr double kOutlineZoom = 0.25;
 /// What of the arcs is drawn in a frame: of one that is longer than the frame is wide or
 /// high, its ends.
 ArcDetail arcDetail(const Frame& frame);
+
+/// Where a node has the handle that folds and unfolds it: at the left edge of its box, both in window
+/// coordinates. Empty where it is too small to have one.
+SgRectangle foldHandle(const SgRectangle& box, const Frame& frame);
+struct FoldHandleInks {
+  Color inside, edge, sign;
+};
+/// Draws it: a plus for a node that is folded, or else a minus.
+void drawFoldHandle(Surface& surface, const SgRectangle& handle, bool folded, const FoldHandleInks& inks);
 
 /// Paints what lies in the frame.
 void paint(Surface& surface, const Content& content, const Frame& frame, const Manner& manner);

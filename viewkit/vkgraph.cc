@@ -9,32 +9,16 @@
 #include <cmath>
 
 #include "graphlayout/compact.h"
+#include "graphlayout/folding.h"
 #include "graphlayout/layout.h"
 #include "graphlayout/rearrange.h"
 #include "picture/export.h"
 #include "viewkit/forward.h"
+#include "viewkit/graphfolds.h"
 #include "viewkit/graphstrip.h"
-
-/// The displayed nodes and the arcs between them, in the terms of the layout.
-struct VkGraph::Picture {
-  static constexpr std::uint32_t kHidden = 0xffffffff;
-
-  std::vector<VkNode*> nodes;
-  std::vector<std::uint32_t> numberOf;  // by place in the graph: number in `nodes`, kHidden
-  std::vector<graphlayout::Size> sizes;
-  std::vector<graphlayout::Point> positions;
-  std::vector<SgArc> arcIds;
-  std::vector<graphlayout::Arc> arcs;
-};
+#include "viewkit/vkmenu.h"
 
 namespace {
-
-std::vector<SgPoint> pointsOf(std::span<const graphlayout::Point> bends) {
-  std::vector<SgPoint> points;
-  points.reserve(bends.size());
-  for (const graphlayout::Point& bend : bends) points.push_back({bend.x, bend.y});
-  return points;
-}
 
 bool hasPart(std::string_view text, std::string_view part) {
   const auto same = [](char a, char b) {
@@ -52,8 +36,10 @@ bool isSquare(std::span<const SgPoint> bends) {
 }  // namespace
 
 const char* const VkGraph::nodesMovedCallback = "nodesMovedCallback";
+const char* const VkGraph::menuCallback = "menuCallback";
 
-VkGraph::VkGraph(const char* name, Widget parent) : VkComponent(name) {
+VkGraph::VkGraph(const char* name, Widget parent)
+    : VkComponent(name), folds_(std::make_unique<GraphFolds>()) {
   // A form that never asks for another size itself gives the strip the height it asks for.
   const Widget form =
       XtVaCreateManagedWidget(name, xmFormWidgetClass, parent, XmNresizePolicy, XmRESIZE_NONE, nullptr);
@@ -61,6 +47,8 @@ VkGraph::VkGraph(const char* name, Widget parent) : VkComponent(name) {
   graph_ = SgCreateGraph(form, "canvas", nullptr, 0);
   XtAddCallback(graph_, SgNchangedCallback, &changedCallback, this);
   XtAddCallback(graph_, SgNnodesMovedCallback, &movedCallback, this);
+  XtAddCallback(graph_, SgNfoldCallback, foldCallback, this);
+  XtAddCallback(graph_, SgNmenuCallback, menuCallbackProc, this);
   XtAddCallback(graph_, XtNdestroyCallback, &graphDestroyedCallback, this);
   strip_ = std::make_unique<GraphStrip>("strip", form, *this);
   XtVaSetValues(strip_->baseWidget(), XmNleftAttachment, XmATTACH_FORM, XmNrightAttachment, XmATTACH_FORM,
@@ -127,6 +115,9 @@ void VkGraph::add(VkNode* parent, VkNode* child, const char* attribute) {
   const SgArc arc = SgGraphAddArc(graph_, parent->baseWidget(), child->baseWidget(), attribute);
   if (compact_) SgGraphSetArcStyle(graph_, arc, SgARC_STUBS);
   newArcs_.insert(arc);
+  // What a person links is to be seen.
+  uncover(parent, child);
+  expand(parent);
 }
 
 void VkGraph::link(VkNode* parent, VkNode* child) {
@@ -160,6 +151,7 @@ std::unique_ptr<VkNode> VkGraph::take(VkNode* node) {
   name->second.remove(node);
   if (name->second.empty()) byName_.erase(name);
   if (worked_ == node) worked_ = nullptr;
+  folds_->forget(node);
   layoutIsDue_ = true;
   const std::size_t number = node->number_;
   std::swap(nodes_[number], nodes_.back());
@@ -173,6 +165,7 @@ std::unique_ptr<VkNode> VkGraph::take(VkNode* node) {
 void VkGraph::clearAll() {
   // The widgets go all at once; one by one they would take quadratic time.
   if (graph_) SgGraphClear(graph_);
+  folds_->clear();
   worked_ = nullptr;
   laidOut_ = layoutIsDue_ = compact_ = false;
   newArcs_.clear();
@@ -211,19 +204,31 @@ void VkGraph::nodesMoved(Widget, XtPointer data) {
   const auto& call = *static_cast<const SgGraphCallbackStruct*>(data);
   Moved moved;
   moved.before.compact = moved.after.compact = compact_;
+  std::vector<GraphFolds::Moved::Node> nodes;
   for (const SgMovedNode& node : call.movedNodes)
     if (VkNode* const found = VkNode::of(node.node)) {
       const SgRectangle now = SgGraphNodeBounds(node.node);
-      found->byHand_ = true;
-      moved.before.nodes.emplace_back(found, node.from);
-      moved.after.nodes.emplace_back(found, SgPoint{now.x, now.y});
+      nodes.push_back({found, node.from, {now.x, now.y}});
     }
-  for (const SgStraightenedArc& arc : call.straightenedArcs) {
+  GraphFolds::Moved open;
+  if (folds_->areClosed()) {
+    open = folds_->moved(graph_, nodes);
+  } else {
+    open.nodes = std::move(nodes);
+    for (const SgStraightenedArc& arc : call.straightenedArcs) open.arcs.push_back({arc.arc, arc.bends, {}});
+  }
+  for (const auto& [node, before, after] : open.nodes) {
+    moved.before.nodes.push_back({node, before, node->byHand_});
+    moved.after.nodes.push_back({node, after, true});
+    node->byHand_ = true;
+  }
+  for (const auto& [arc, before, after] : open.arcs) {
     Widget from = nullptr, to = nullptr;
-    if (!SgGraphGetArcNodes(graph_, arc.arc, &from, &to)) continue;
+    if (!SgGraphGetArcNodes(graph_, arc, &from, &to)) continue;
     const VkPlaces::Ends ends{VkNode::of(from), VkNode::of(to)};
-    moved.before.arcs[ends].push_back(arc.bends);
-    moved.after.arcs.try_emplace(ends);
+    moved.before.arcs[ends].push_back(before);
+    std::vector<VkPlaces::Bends>& bends = moved.after.arcs[ends];
+    if (!after.empty()) bends.push_back(after);
   }
   callCallbacks(nodesMovedCallback, &moved);
 }
@@ -246,6 +251,7 @@ VkNode* VkGraph::findPart(std::string_view part, const VkNode* after) const {
 
 void VkGraph::reveal(VkNode* node) {
   if (!node || node->graph() != this || !graph_) return;
+  uncover(node, node);
   SgGraphClearSelection(graph_);
   SgGraphSelectNode(graph_, node->baseWidget());
   SgGraphRevealNode(graph_, node->baseWidget());
@@ -296,9 +302,9 @@ std::vector<VkGraph::ArcEnds> VkGraph::arcs() const {
   return arcs;
 }
 
-VkGraph::Picture VkGraph::picture() const {
-  Picture picture;
-  picture.numberOf.assign(nodes_.size(), Picture::kHidden);
+GraphPicture VkGraph::picture() const {
+  GraphPicture picture;
+  picture.numberOf.assign(nodes_.size(), GraphPicture::kHidden);
   for (const auto& node : nodes_) {
     if (!node->baseWidget() || !XtIsManaged(node->baseWidget())) continue;
     picture.numberOf[node->number_] = static_cast<std::uint32_t>(picture.nodes.size());
@@ -309,29 +315,33 @@ VkGraph::Picture VkGraph::picture() const {
   }
   for (const auto& [arc, parent, child] : arcs()) {
     const graphlayout::Arc numbers{picture.numberOf[parent->number_], picture.numberOf[child->number_]};
-    if (numbers.from == Picture::kHidden || numbers.to == Picture::kHidden) continue;
+    if (numbers.from == GraphPicture::kHidden || numbers.to == GraphPicture::kHidden) continue;
     picture.arcs.push_back(numbers);
     picture.arcIds.push_back(arc);
+    picture.bends.push_back(SgGraphArcBends(graph_, arc));
   }
   return picture;
 }
 
 VkNode* VkGraph::workedOn() const {
-  if (worked_) return worked_;
+  if (worked_) return seen(worked_);
   const std::vector<Widget> selected = SgGraphGetSelectedNodes(graph_);
-  return selected.empty() ? nullptr : VkNode::of(selected.front());
+  return selected.empty() ? nullptr : seen(VkNode::of(selected.front()));
+}
+
+bool VkGraph::isDisplayed(const VkNode* node) const {
+  return graph_ && node && node->graph() == this && node->baseWidget() && XtIsManaged(node->baseWidget());
 }
 
 void VkGraph::doLayout() {
   if (!graph_ || !layoutIsDue_) return;
   if (laidOut_) {
-    placeNew(nullptr);
-    if (worked_ && worked_->baseWidget() && XtIsManaged(worked_->baseWidget()))
-      SgGraphRevealNode(graph_, worked_->baseWidget());
+    inOpenPicture(false, [&] { placeNew(nullptr); });
+    if (isDisplayed(worked_)) SgGraphRevealNode(graph_, seen(worked_)->baseWidget());
     return;
   }
   layoutIsDue_ = false;
-  const Picture shown = picture();
+  const GraphPicture shown = picture();
   if (shown.nodes.empty()) return;
   placeAll(shown);
   SgGraphShowTop(graph_, shown.nodes.front()->baseWidget());
@@ -340,10 +350,9 @@ void VkGraph::doLayout() {
 }
 
 void VkGraph::doSubtreeLayout(VkNode* node) {
-  if (!graph_ || !node || node->graph() != this || !node->baseWidget() || !XtIsManaged(node->baseWidget()))
-    return;
-  placeNew(node);
-  SgGraphRevealNode(graph_, node->baseWidget());
+  if (!isDisplayed(node)) return;
+  inOpenPicture(false, [&] { placeNew(node); });
+  SgGraphRevealNode(graph_, seen(node)->baseWidget());
 }
 
 void VkGraph::want(VkNode* node, SgPoint middle) {
@@ -360,13 +369,12 @@ void VkGraph::setArrangement(Arrangement arrangement) {
 
 void VkGraph::arrangeAgain() {
   if (!graph_) return;
-  const Picture shown = picture();
+  const GraphPicture shown = picture();
   if (shown.nodes.empty()) return;
-  const VkNode* worked = workedOn();
-  if (worked && (!worked->baseWidget() || !XtIsManaged(worked->baseWidget()))) worked = nullptr;
-  if (!worked) worked = shown.nodes.front();
+  VkNode* worked = workedOn();
+  if (!isDisplayed(worked)) worked = seen(shown.nodes.front());
   const SgRectangle before = SgGraphNodeRectangle(worked->baseWidget());
-  placeAll(shown);
+  inOpenPicture(true, [&] { placeAll(picture()); });
   const SgRectangle after = SgGraphNodeBounds(worked->baseWidget());
   if (before.touches(SgGraphViewport(graph_)))
     SgGraphScrollTo(graph_, {after.x, after.y}, {before.x, before.y});
@@ -384,7 +392,7 @@ void VkGraph::setBends(SgArc arc, std::span<const SgPoint> bends) {
                                          : SgARC_WHOLE);
 }
 
-void VkGraph::placeAll(const Picture& shown) {
+void VkGraph::placeAll(const GraphPicture& shown) {
   const Arrangement usual =
       shown.nodes.size() >= graphlayout::kCompactFrom ? Arrangement::Compact : Arrangement::Layered;
   const bool wasCompact = compact_;
@@ -407,7 +415,7 @@ void VkGraph::placeAll(const Picture& shown) {
 
 void VkGraph::placeNew(const VkNode* root) {
   layoutIsDue_ = false;
-  Picture shown = picture();
+  GraphPicture shown = picture();
   // Of a compact picture, only arcs that are drawn and those that lead to new nodes count: stubs are in
   // nobody's way.
   std::vector<std::uint32_t> newNodes, newArcs;
@@ -420,7 +428,7 @@ void VkGraph::placeNew(const VkNode* root) {
   for (std::size_t i = 0; i < shown.arcs.size(); ++i) {
     const VkNode* const child = shown.nodes[shown.arcs[i].to];
     const VkNode* const parent = shown.nodes[shown.arcs[i].from];
-    const auto drawn = SgGraphArcBends(graph_, shown.arcIds[i]);
+    const std::vector<SgPoint>& drawn = shown.bends[i];
     bool isNew = newArcs_.contains(shown.arcIds[i]) || (parent == root && !compact_);
     if (compact_) isNew = isNew && !child->placed_ && reached.insert(child).second;
     if (compact_ && !isNew && drawn.empty()) continue;
@@ -463,19 +471,26 @@ VkPlaces VkGraph::places() const {
   places.nodes.reserve(nodes_.size());
   for (const auto& node : nodes_) {
     const SgRectangle bounds = SgGraphNodeBounds(node->baseWidget());
-    places.nodes.emplace_back(node.get(), SgPoint{bounds.x, bounds.y});
+    const SgPoint open = folds_->placeOf(node.get()).value_or(SgPoint{bounds.x, bounds.y});
+    places.nodes.push_back({node.get(), open, node->byHand_});
   }
-  for (const auto& [arc, parent, child] : arcs())
-    if (auto bends = SgGraphArcBends(graph_, arc); !bends.empty())
-      places.arcs[{parent, child}].push_back(std::move(bends));
+  for (const auto& [arc, parent, child] : arcs()) {
+    auto open = folds_->bendsOf(arc);
+    std::vector<SgPoint> bends = open ? *std::move(open) : SgGraphArcBends(graph_, arc);
+    if (!bends.empty()) places.arcs[{parent, child}].push_back(std::move(bends));
+  }
   return places;
 }
 
 void VkGraph::arrange(const VkPlaces& places) {
-  if (!graph_) return;
-  for (const auto& [node, place] : places.nodes) {
-    SgGraphSetNodePosition(node->baseWidget(), place);
+  if (graph_) inOpenPicture(places.compact != compact_, [&] { placeWithin(places); });
+}
+
+void VkGraph::placeWithin(const VkPlaces& places) {
+  for (const auto& [node, corner, byHand] : places.nodes) {
+    SgGraphSetNodePosition(node->baseWidget(), corner);
     node->placed_ = true;
+    node->byHand_ = byHand;
   }
   const bool restyle = places.compact != compact_;
   compact_ = places.compact;
@@ -494,20 +509,119 @@ void VkGraph::arrange(const VkPlaces& places) {
 void VkGraph::showOneOf(const std::vector<VkNode*>& nodes) {
   if (!graph_ || nodes.empty()) return;
   const SgRectangle view = SgGraphViewport(graph_);
-  const auto in_sight = [&](const VkNode* node) {
-    return SgGraphNodeRectangle(node->baseWidget()).touches(view);
+  const auto in_sight = [&](VkNode* node) {
+    return SgGraphNodeRectangle(seen(node)->baseWidget()).touches(view);
   };
-  if (std::ranges::none_of(nodes, in_sight)) SgGraphRevealNode(graph_, nodes.front()->baseWidget());
+  if (std::ranges::none_of(nodes, in_sight)) SgGraphRevealNode(graph_, seen(nodes.front())->baseWidget());
+}
+
+// Folding
+
+VkNode* VkGraph::seen(VkNode* node) const { return folds_->face(node); }
+
+template <class Change>
+void VkGraph::inOpenPicture(bool afresh, Change&& change) const {
+  if (folds_->areClosed()) folds_->open(graph_, picture().nodes);
+  change();
+  if (folds_->any())
+    folds_->close(graph_, picture(), compact_, afresh);
+  else
+    folds_->clear();
+}
+
+template <class Change>
+void VkGraph::changeFolds(VkNode* still, Change&& change) {
+  const SgRectangle before = SgGraphNodeRectangle(seen(still)->baseWidget());
+  inOpenPicture(true, change);
+  const Widget node = seen(still)->baseWidget();
+  const SgRectangle after = SgGraphNodeBounds(node);
+  if (before.touches(SgGraphViewport(graph_)))
+    SgGraphScrollTo(graph_, {after.x, after.y}, {before.x, before.y});
+}
+
+bool VkGraph::isCollapsed(const VkNode* node) const { return folds_->isFolded(node); }
+
+bool VkGraph::canCollapse(VkNode* node) const {
+  if (!isDisplayed(node) || isCollapsed(node) || seen(node) != node) return false;
+  const GraphPicture shown = picture();
+  const std::uint32_t number = shown.numberOf[node->number_];
+  const auto into = graphlayout::fold(shown.nodes.size(), shown.arcs, std::span(&number, 1));
+  return std::ranges::find(into, number) != into.end();
+}
+
+void VkGraph::collapse(VkNode* node) {
+  if (!canCollapse(node)) return;
+  changeFolds(node, [&] { folds_->fold(node); });
+  // What is not seen any more is selected no longer.
+  SgGraphClearSelection(graph_);
+  SgGraphSelectNode(graph_, node->baseWidget());
+}
+
+void VkGraph::expand(VkNode* node) {
+  if (graph_ && isCollapsed(node)) changeFolds(node, [&] { folds_->unfold(node); });
+}
+
+void VkGraph::expandAll() {
+  if (!graph_ || !folds_->any()) return;
+  VkNode* const worked = workedOn();
+  changeFolds(isDisplayed(worked) ? worked : seen(picture().nodes.front()), [&] { folds_->unfoldAll(); });
+}
+
+bool VkGraph::uncover(VkNode* a, VkNode* b) {
+  bool any = false;
+  for (VkNode* const node : {a, b})
+    for (; seen(node) != node; any = true) expand(seen(node));
+  return any;
+}
+
+void VkGraph::foldWanted(SgGraphCallbackStruct& call) {
+  VkNode* const node = VkNode::of(call.node);
+  if (call.fold)
+    collapse(node);
+  else
+    expand(node);
+}
+
+// Menus
+
+VkPopupMenu& VkGraph::popupMenu(Spot spot) {
+  std::unique_ptr<VkPopupMenu>& menu = popups_[spot];
+  constexpr const char* kNames[] = {"nodeMenu", "arcMenu", "backgroundMenu"};
+  if (!menu) menu = std::make_unique<VkPopupMenu>(graph_, kNames[static_cast<int>(spot)]);
+  return *menu;
+}
+
+void VkGraph::menuWanted(SgGraphCallbackStruct& call) {
+  asked_ = {.spot = call.node  ? Spot::Node
+                    : call.arc ? Spot::Arc
+                               : Spot::Background,
+            .node = VkNode::of(call.node),
+            .arc = call.arc,
+            .position = call.position};
+  const auto menu = popups_.find(asked_.spot);
+  if (menu == popups_.end()) return;
+  callCallbacks(menuCallback, &asked_);
+  const SgPoint at = SgGraphToWindow(graph_, call.position);
+  menu->second->post(static_cast<int>(at.x), static_cast<int>(at.y));
 }
 
 // Out of the window
 
 bool VkGraph::saveToFile(const char* path) const {
-  return graph_ && SgGraphExport(graph_, path, picture::FileFormat::ps, false, name()).empty();
+  return graph_ && exportPicture(path, picture::FileFormat::ps, false).empty();
 }
 
 std::string VkGraph::exportPicture(const std::string& path, picture::FileFormat format, bool viewOnly) const {
-  return SgGraphExport(graph_, path, format, viewOnly, name());
+  std::string problem;
+  const auto write = [&] { problem = SgGraphExport(graph_, path, format, viewOnly, name()); };
+  if (viewOnly)
+    write();
+  else
+    inOpenPicture(false, write);
+  return problem;
 }
 
-void VkGraph::widgetDestroyed() { strip_.reset(); }
+void VkGraph::widgetDestroyed() {
+  strip_.reset();
+  popups_.clear();
+}

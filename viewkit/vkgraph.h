@@ -6,6 +6,7 @@
 
 #include <cstddef>
 #include <functional>
+#include <map>
 #include <memory>
 #include <optional>
 #include <span>
@@ -16,12 +17,16 @@
 #include <utility>
 #include <vector>
 
+#include "viewkit/forward.h"
 #include "viewkit/sggraph/Graph.h"
 #include "viewkit/vkcomponent.h"
 #include "viewkit/vknode.h"
 #include "viewkit/vkplaces.h"
 
+class GraphFolds;
 class GraphStrip;
+struct GraphPicture;
+class VkPopupMenu;
 
 /// Owns the nodes, keeps them findable by name, and shows them in a graph widget with a strip for zoom and
 /// search under it. Adding is cheap and paints nothing: nodes stay hidden until one of the display functions
@@ -37,6 +42,18 @@ class VkGraph : public VkComponent {
   static const char* const nodesMovedCallback;
   struct Moved {
     VkPlaces before, after;  ///< of the nodes that were moved
+  };
+
+  /// What a menu can be asked for.
+  enum class Spot { Node, Arc, Background };
+  /// The list that is told when a menu is about to come up, after menuAsked() has changed; the call data is a
+  /// `const Asked*`.
+  static const char* const menuCallback;
+  struct Asked {
+    Spot spot = Spot::Background;
+    VkNode* node = nullptr;
+    SgArc arc = 0;
+    SgPoint position;  ///< of the pointer on the plane
   };
 
   VkGraph(const char* name, Widget parent);
@@ -105,7 +122,25 @@ class VkGraph : public VkComponent {
   /// That of the picture that is there.
   Arrangement arrangement() const { return compact_ ? Arrangement::Compact : Arrangement::Layered; }
 
-  /// Selects the node, and nothing else, and brings it into view.
+  /// Folds a node: what is reached through it only is not seen any more, and the other nodes close up. Arcs
+  /// of hidden nodes are drawn from and to the folded one. All that is said of places elsewhere is about the
+  /// open picture, which comes back when nothing is folded: edits, their steps and exports of the whole graph
+  /// know of no folds. An edit hides nothing; one that links a folded node to another unfolds it.
+  void collapse(VkNode* node);
+  void expand(VkNode* node);
+  void expandAll();
+  bool isCollapsed(const VkNode* node) const;
+  /// Whether it is open and would hide something. Linear.
+  bool canCollapse(VkNode* node) const;
+  /// Unfolds what hides either node. @returns whether anything did.
+  bool uncover(VkNode* a, VkNode* b);
+
+  /// The menu that the right button brings up, for the application to fill; one without items stays away.
+  VkPopupMenu& popupMenu(Spot spot);
+  /// What the last menu was asked for. Its node and arc may have gone since the menu's items were called.
+  const Asked& menuAsked() const { return asked_; }
+
+  /// Selects the node, and nothing else, and brings it into view; unfolds what hides it.
   void reveal(VkNode* node);
   /// Scrolls to the first of the nodes, unless one of them is in sight.
   void showOneOf(const std::vector<VkNode*>& nodes);
@@ -130,14 +165,25 @@ class VkGraph : public VkComponent {
     using is_transparent = void;
     std::size_t operator()(std::string_view name) const { return std::hash<std::string_view>{}(name); }
   };
-  struct Picture;
-
   static void changedCallback(Widget widget, XtPointer self, XtPointer data);
   static void graphDestroyedCallback(Widget widget, XtPointer self, XtPointer data);
   void changed(Widget widget, XtPointer data);
   static void movedCallback(Widget widget, XtPointer self, XtPointer data);
   void nodesMoved(Widget widget, XtPointer data);
   void graphDestroyed();
+  void foldWanted(SgGraphCallbackStruct& call);
+  void menuWanted(SgGraphCallbackStruct& call);
+  static constexpr XtCallbackProc foldCallback = viewkit::Forward<&VkGraph::foldWanted>::call;
+  static constexpr XtCallbackProc menuCallbackProc = viewkit::Forward<&VkGraph::menuWanted>::call;
+  bool isDisplayed(const VkNode* node) const;
+  /// The node that is seen for it.
+  VkNode* seen(VkNode* node) const;
+  /// Makes a change of the open picture. @param afresh  whether what is folded is looked for afresh.
+  template <class Change>
+  void inOpenPicture(bool afresh, Change&& change) const;
+  /// Changes what is folded; the node stays where it is in the window.
+  template <class Change>
+  void changeFolds(VkNode* still, Change&& change);
   void keepWaiting(std::unique_ptr<VkNode> node);
   /// Lets a waiting node enter. @returns whether the node is in the graph now.
   bool admit(VkNode* node);
@@ -151,8 +197,9 @@ class VkGraph : public VkComponent {
   };
   std::vector<ArcEnds> arcs() const;
   void unhide(const std::vector<VkNode*>& nodes);
-  Picture picture() const;
-  void placeAll(const Picture& picture);
+  GraphPicture picture() const;
+  void placeAll(const GraphPicture& picture);
+  void placeWithin(const VkPlaces& places);
   /// Places and draws what is new in the picture. @param root  null, or the node whose arcs count as new.
   void placeNew(const VkNode* root);
   void setBends(SgArc arc, std::span<const SgPoint> bends);
@@ -164,6 +211,9 @@ class VkGraph : public VkComponent {
   std::unordered_map<std::string, viewkit::LinkList<VkNode>, NameHash, std::equal_to<>> byName_;
   std::unordered_map<const VkNode*, std::unique_ptr<VkNode>> waiting_;
   VkNode* worked_ = nullptr;  // what was added or linked last
+  std::unique_ptr<GraphFolds> folds_;
+  std::map<Spot, std::unique_ptr<VkPopupMenu>> popups_;
+  Asked asked_;
   std::optional<Arrangement> chosen_;
   std::unordered_set<SgArc> newArcs_;  // not drawn by a layout yet
   bool compact_ = false;               // the picture that is there

@@ -128,3 +128,22 @@ void VkSubMenu::deactivate() {
   // So that the items know it, too.
   if (baseWidget()) XtSetSensitive(pulldown_, False);
 }
+
+VkPopupMenu::VkPopupMenu(Widget parent, const char* name) : VkMenu(name) {
+  std::string menuName = VkPopupMenu::name();
+  setBaseWidget(XmCreatePopupMenu(parent, menuName.data(), nullptr, 0));
+}
+
+VkPopupMenu::~VkPopupMenu() = default;
+
+void VkPopupMenu::post(int x, int y) {
+  if (!baseWidget()) return;
+  const Widget parent = XtParent(XtParent(baseWidget()));
+  Position rootX = 0, rootY = 0;
+  XtTranslateCoords(parent, static_cast<Position>(x), static_cast<Position>(y), &rootX, &rootY);
+  XButtonPressedEvent at{};
+  at.x_root = rootX;
+  at.y_root = rootY;
+  XmMenuPosition(baseWidget(), &at);
+  XtManageChild(baseWidget());
+}

@@ -1,5 +1,5 @@
 /// @file
-/// Menus, made from tables: the bar, its panes and submenus, and their items.
+/// Menus, made from tables: the bar, its panes and submenus, menus that pop up, and their items.
 #pragma once
 
 #include <X11/Intrinsic.h>
@@ -36,6 +36,7 @@ class VkMenuItem : public VkComponent {
   /// Makes the item, with all that hangs below it, usable; or greys it, accelerators included.
   virtual void activate();
   virtual void deactivate();
+  void setActive(bool active) { active ? activate() : deactivate(); }
 
  protected:
   explicit VkMenuItem(const char* label);
@@ -120,4 +121,19 @@ class VkSubMenu final : public VkMenu {
   Widget itemParent() const override { return pulldown_; }
 
   Widget pulldown_ = nullptr;
+};
+
+/// A menu that comes up where the pointer is.
+class VkPopupMenu final : public VkMenu {
+ public:
+  /// @param parent  the widget that it is a menu of.
+  VkPopupMenu(Widget parent, const char* name);
+  ~VkPopupMenu() override;
+  const char* className() const override { return "VkPopupMenu"; }
+
+  /// Brings it up at a place of the parent.
+  void post(int x, int y);
+
+ private:
+  Widget itemParent() const override { return baseWidget(); }
 };

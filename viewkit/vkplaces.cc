@@ -17,9 +17,9 @@ std::size_t VkPlaces::bytes() const {
 void keepDifferences(VkPlaces& before, VkPlaces& after) {
   std::unordered_set<const VkNode*> moved;
   for (std::size_t i = 0; i < after.nodes.size(); ++i)
-    if (i >= before.nodes.size() || before.nodes[i] != after.nodes[i]) moved.insert(after.nodes[i].first);
+    if (i >= before.nodes.size() || before.nodes[i] != after.nodes[i]) moved.insert(after.nodes[i].node);
   for (VkPlaces* places : {&before, &after})
-    std::erase_if(places->nodes, [&](const auto& place) { return !moved.contains(place.first); });
+    std::erase_if(places->nodes, [&](const auto& place) { return !moved.contains(place.node); });
 
   // An arc that is bent in the one only is there, straight, in the other.
   for (const auto& [ends, bends] : before.arcs) after.arcs.try_emplace(ends);

@@ -16,7 +16,14 @@ struct VkPlaces {
   using Ends = std::pair<VkNode*, VkNode*>;  ///< parent, child
   using Bends = std::vector<SgPoint>;
 
-  std::vector<std::pair<VkNode*, SgPoint>> nodes;
+  struct Node {
+    VkNode* node;
+    SgPoint corner;       ///< the upper left one
+    bool byHand = false;  ///< the user put it there
+    friend bool operator==(const Node&, const Node&) = default;
+  };
+
+  std::vector<Node> nodes;
   /// The bends of the arcs between two nodes; of arcs beyond these, none.
   std::map<Ends, std::vector<Bends>> arcs;
   bool compact = false;  ///< see VkGraph::Arrangement

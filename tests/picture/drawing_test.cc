@@ -286,6 +286,66 @@ TEST_F(Picture, ASquareArcLeavesAndReachesItsNodesLevelWithItsBends) {
               ElementsAre(SgPoint{60, 10}, SgPoint{80, 10}, SgPoint{80, 60}, SgPoint{100, 60}));
 }
 
+TEST_F(Picture, ArcsOfAFoldedNodeAreStubsAtTheNodeThatStandsForIt) {
+  const NodeId block = node(0, 0), inner = node(0, 100), shared = node(1000, 0);
+  const ArcId within = drawing.addArc(block, inner), out = drawing.addArc(inner, shared),
+              twin = drawing.addArc(inner, shared);
+  drawing.foldNode(inner, block);
+  EXPECT_EQ(drawing.countFolded(block), 1u);
+  EXPECT_FALSE(drawing.shown(inner));
+  EXPECT_FALSE(drawing.arcShown(within));
+  EXPECT_EQ(drawing.nodeAt({5, 105}), kNone);
+  EXPECT_EQ(drawing.arcAt({80, 10}, 5), out) << "it begins at the block";
+  EXPECT_EQ(drawing.arcAt({500, 10}, 5), kNone);
+  EXPECT_TRUE(drawing.isRedirected(twin));
+  drawing.moveNode(block, {0, 400});
+  EXPECT_EQ(drawing.arcAt({80, 10}, 5), kNone) << "it follows the block";
+  drawing.removeArc(out);
+  EXPECT_NE(drawing.arcAt({990, 26}, 5), kNone) << "the other of the same stands for it";
+  drawing.unfoldAll();
+  EXPECT_EQ(drawing.nodeAt({5, 105}), inner);
+  EXPECT_EQ(drawing.countFolded(block), 0u);
+}
+
+TEST_F(Picture, WhatIsFoldedIntoARemovedNodeIsThereAgain) {
+  const NodeId block = node(0, 0), inner = node(0, 100), other = node(0, 200);
+  drawing.foldNode(inner, block);
+  drawing.foldNode(other, block);
+  drawing.removeNode(other);
+  EXPECT_EQ(drawing.countFolded(block), 1u);
+  drawing.removeNode(block);
+  EXPECT_EQ(drawing.nodeAt({5, 105}), inner);
+  drawing.showNode(inner, false);
+  EXPECT_EQ(drawing.nodeAt({5, 105}), kNone);
+}
+
+TEST_F(Picture, OnlyAFewStubsOfANodeAreDrawnAndTheOthersCounted) {
+  const NodeId hub = node(0, 0);
+  std::vector<ArcId> arcs;
+  for (int i = 0; i < 10; ++i) {
+    arcs.push_back(drawing.addArc(node(1000.0 + 100 * i, 1000), hub));
+    drawing.setArcStyle(arcs.back(), picture::ArcStyle::Stubs);
+  }
+  const auto pieces = [&](ArcId arc) {
+    int count = 0;
+    drawing.visitPieces(arc, {}, [&](std::span<const SgPoint>, bool) { ++count; });
+    return count;
+  };
+  const auto drawn = [&] {
+    int count = 0;
+    for (const ArcId arc : arcs) count += pieces(arc);
+    return count;
+  };
+  EXPECT_EQ(drawn(), 10 + 3) << "each at its own parent, three at the hub";
+  EXPECT_EQ(drawing.undrawnStubs(hub).in, 7u);
+  EXPECT_EQ(drawing.undrawnStubs(hub).out, 0u);
+  drawing.removeArc(arcs.front());
+  arcs.erase(arcs.begin());
+  EXPECT_EQ(drawn(), 9 + 3) << "another takes its place";
+  drawing.selectNode(hub);
+  EXPECT_EQ(drawn(), 9) << "all of them whole";
+}
+
 TEST_F(Picture, AHubOf50000ChildrenIsTakenApartArcByArc) {
   // Takes many minutes if anything in it searches what it needn't.
   constexpr std::uint32_t kChildren = 50000;

@@ -104,7 +104,8 @@ GraphState Editor::graph() {
       state.zoom = std::stod(line.at(1));
       state.view = box(2);
     } else if (line[0] == "node") {
-      state.nodes.push_back({line.at(1), line.at(2), box(3), std::stoul(line.at(7)), flag('m'), flag('t')});
+      state.nodes.push_back(
+          {line.at(1), line.at(2), box(3), std::stoul(line.at(7)), flag('m'), flag('t'), flag('f')});
     } else {
       state.arcs.push_back({line.at(1), line.at(2), point(3), point(5), point(7), flag('t')});
     }

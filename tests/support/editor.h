@@ -17,6 +17,7 @@ struct GraphState {
     Box box;
     unsigned long tint = 0;  ///< pixel value of its colour
     bool managed = false, selected = false;
+    bool folded = false;  ///< another one stands for it
   };
   struct Arc {
     std::string parent, child;

@@ -18,6 +18,7 @@ extern WidgetClass sgGraphWidgetClass __attribute__((weak));
 double SgGraphZoom(Widget graph) __attribute__((weak));
 Widget SgNodeGraph(Widget node) __attribute__((weak));
 const char* SgNodeName(Widget node) __attribute__((weak));
+Widget SgGraphFoldedInto(Widget node) __attribute__((weak));
 SgRectangle SgGraphViewport(Widget graph) __attribute__((weak));
 SgRectangle SgGraphNodeRectangle(Widget node) __attribute__((weak));
 std::vector<SgArc> SgGraphArcs(Widget graph) __attribute__((weak));
@@ -33,9 +34,9 @@ namespace {
 
 bool programHasGraphs() {
   return &sgGraphWidgetClass != nullptr && SgGraphZoom != nullptr && SgNodeGraph != nullptr &&
-         SgNodeName != nullptr && SgGraphViewport != nullptr && SgGraphNodeRectangle != nullptr &&
-         SgGraphArcs != nullptr && SgGraphGetSelectedArcs != nullptr && SgGraphGetSelectedNodes != nullptr &&
-         SgGraphGetArcNodes != nullptr && SgGraphArcPoint != nullptr;
+         SgNodeName != nullptr && SgGraphFoldedInto != nullptr && SgGraphViewport != nullptr &&
+         SgGraphNodeRectangle != nullptr && SgGraphArcs != nullptr && SgGraphGetSelectedArcs != nullptr &&
+         SgGraphGetSelectedNodes != nullptr && SgGraphGetArcNodes != nullptr && SgGraphArcPoint != nullptr;
 }
 
 /// Adds the words of places in the graph's window, as places on the screen.
@@ -95,7 +96,8 @@ std::vector<Words> describeGraph(Widget graph) {
     Pixel tint = 0;
     XtVaGetValues(node, SgNtint, &tint, nullptr);
     line.push_back(std::to_string(tint));
-    line.push_back(std::string(XtIsManaged(node) ? "m" : "") + (contains(selected_nodes, node) ? "t" : ""));
+    line.push_back(std::string(XtIsManaged(node) ? "m" : "") + (contains(selected_nodes, node) ? "t" : "") +
+                   (SgGraphFoldedInto(node) ? "f" : ""));
     result.push_back(line);
   }
 

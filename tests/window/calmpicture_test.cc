@@ -3,10 +3,7 @@
 #include <map>
 #include <optional>
 
-#include "qilib/forwards.h"
-#include "qilib/opensave.h"
-#include "tests/support/builtscene.h"
-#include "tests/window/editorfixture.h"
+#include "tests/window/treefixture.h"
 
 namespace {
 
@@ -14,19 +11,8 @@ using support::GraphState;
 using support::Point;
 using support::WidgetInfo;
 
-class CalmPicture : public EditorTest {
+class CalmPicture : public TreeTest {
  protected:
-  /// Opens a scene of so many nodes in Edit Mode: objects, each with four below it.
-  void openTree(Word nodes) {
-    const Word objects = nodes - 1;
-    const auto scene = built_version1_scene(objects);
-    ASSERT_TRUE(qiAddScene_Obj(*scene, 0));
-    for (Word i = 1; i < objects; ++i) ASSERT_TRUE(qiAddObj_Obj(*scene, (i - 1) / 4, i));
-    ASSERT_EQ(qiSaveAsQb2(*scene, path("tree.quil")), 1);
-    editor_.open(path("tree.quil"));
-    editor_.toggleEditMode();
-  }
-
   /// Where every node is in the window, also where it is scrolled out of view.
   static std::map<std::string, std::pair<int, int>> places(const GraphState& graph) {
     std::map<std::string, std::pair<int, int>> places;
@@ -144,6 +130,23 @@ TEST_F(CalmPicture, WhatIsPlacedByHandStaysWhenAnArcIsDrawn) {
   editor_.drawArc("obj_0", "mat_1");
   EXPECT_TRUE(editor_.graph().hasArc("obj_0", "mat_1"));
   EXPECT_EQ(places(), before);
+}
+
+TEST_F(CalmPicture, WhatIsPlacedByHandIsSoAgainWhenAnArrangementIsTakenBack) {
+  for (const char* const item : {"Arrange Again", "Compact"}) {
+    SCOPED_TRACE(item);
+    editor_.open(table());
+    editor_.toggleEditMode();
+    const Point from = editor_.graph().node("obj_8").box.centre();
+    editor_.driver().drag(from, {from.x + 20, from.y});
+    const auto before = placesFromTheScene();
+    editor_.chooseMenu({"View", item});
+    editor_.key("z", {"Control_L"});
+    editor_.drawArc("obj_6", "obj_8");  // which would push it down
+    EXPECT_TRUE(editor_.graph().hasArc("obj_6", "obj_8"));
+    EXPECT_EQ(placesFromTheScene().at("obj_8"), before.at("obj_8"));
+    editor_.toggleEditMode();
+  }
 }
 
 TEST_F(CalmPicture, ANewNodeComesWhereItWasAskedFor) {

@@ -43,7 +43,7 @@ TEST_F(StartUp, MenusHoldTheirItemsInOrder) {
                                              "Export Picture...", "Recover...", "---", "Quit"));
   EXPECT_THAT(items("EditPane"), ElementsAre("Edit Mode", "Delete Link", "---", "Undo", "Redo"));
   EXPECT_THAT(items("ViewPane"), ElementsAre("Default", "Display Texture Image", "---", "Layered", "Compact",
-                                             "Arrange Again", "Overview"));
+                                             "Arrange Again", "Expand All", "Overview"));
   EXPECT_THAT(
       items("KAVOtoolPane"),
       ElementsAre("KAVO Quick preview(DX-VIEWER)", "KAVO Quick preview(Emu-Board)", "Kavo preview(DX-VIEWER)",

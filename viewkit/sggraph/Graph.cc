@@ -104,6 +104,8 @@ XtResource kResources[] = {
     callbackRow(SgNoverviewCallback, SG_MEMBER(overviewCallback)),
     callbackRow(SgNmayLinkCallback, SG_MEMBER(mayLinkCallback)),
     callbackRow(SgNtargetCallback, SG_MEMBER(targetCallback)),
+    callbackRow(SgNfoldCallback, SG_MEMBER(foldCallback)),
+    callbackRow(SgNmenuCallback, SG_MEMBER(menuCallback)),
     callbackRow(SgNviewChangedCallback, SG_MEMBER(viewChangedCallback)),
 };
 

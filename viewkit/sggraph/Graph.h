@@ -7,7 +7,9 @@
 /// nodes is normal: everything costs what is visible or touched, not what exists, unless it says otherwise.
 ///
 /// Gestures. Click selects a node or an arc (Shift adds; the background clears); a click on the stub of an
-/// arc also shows the node at its other end. Dragging a node moves it and the selected ones on the plane,
+/// arc also shows the node at its other end; a click on the handle at the left edge of a node that has
+/// something below it, and the keys - and +, fold and unfold it. The right button and the Menu key ask for a
+/// menu. Dragging a node moves it and the selected ones on the plane,
 /// dragging the background or with the middle button pans, the wheel scrolls (Shift: sideways, Ctrl: zooms
 /// around the pointer), double-click or Return is the default action, arrow keys walk the nodes, Escape gives
 /// up a drag. With `editableArcs`, Ctrl + drag from node to node draws an arc and the handles at the ends of
@@ -66,6 +68,10 @@ enum class FileFormat : int;
 #define SgNtargetCallback "targetCallback"
 /// The user has turned the map on or off by its key.
 #define SgNoverviewCallback "overviewCallback"
+/// The user wants a node folded or unfolded, which the application does.
+#define SgNfoldCallback "foldCallback"
+/// The user wants a menu for a node, an arc or the background.
+#define SgNmenuCallback "menuCallback"
 /// Zoom, offset, size of the view or of the drawing changed. Comes at most once per repaint.
 #define SgNviewChangedCallback "viewChangedCallback"
 
@@ -95,7 +101,9 @@ enum {
   SgCR_NODES_MOVED = 56,
   SgCR_OVERVIEW = 57,
   SgCR_MAY_LINK = 58,
-  SgCR_TARGET = 59
+  SgCR_TARGET = 59,
+  SgCR_FOLD = 60,
+  SgCR_MENU = 61
 };
 
 /// An arc of one graph: 0 is none. The number of a removed arc never comes back.
@@ -119,12 +127,13 @@ struct SgGraphCallbackStruct {
   /// True at first. If it still is after the callbacks, the widget makes the change of SgCR_NEW_NODE,
   /// SgCR_NEW_ARC or SgCR_ARC_MOVED by itself. Callbacks may destroy nodes, arcs and the graph.
   Boolean doit;
-  Widget node;  ///< SgCR_DEFAULT_ACTION; changedCallback of SgCR_NEW_NODE
+  Boolean fold;  ///< SgCR_FOLD: whether to fold it
+  Widget node;   ///< SgCR_DEFAULT_ACTION, SgCR_FOLD, SgCR_MENU; changedCallback of SgCR_NEW_NODE
   /// SgCR_NEW_ARC; SgCR_MAY_LINK and SgCR_TARGET of an arc that is drawn
   Widget parent, child;
   /// SgCR_ARC_MOVED, SgCR_MAY_LINK and SgCR_TARGET of an arc that is moved: ends before and after
   Widget oldParent, oldChild, newParent, newChild;
-  SgArc arc;                                            ///< SgCR_ARC_MOVED; changedCallback of SgCR_NEW_ARC
+  SgArc arc;                                            ///< SgCR_ARC_MOVED, SgCR_MENU; changedCallback of SgCR_NEW_ARC
   SgPoint position;                                     ///< of the pointer on the plane
   std::span<const SgMovedNode> movedNodes;              ///< SgCR_NODES_MOVED
   std::span<const SgStraightenedArc> straightenedArcs;  ///< SgCR_NODES_MOVED
@@ -192,6 +201,21 @@ void SgGraphClearSelection(Widget graph);
 /// numbers are held within +-1e9.
 void SgGraphSetNodePosition(Widget node, SgPoint position);
 SgRectangle SgGraphNodeBounds(Widget node);
+/// @}
+
+/// @name Folding: nodes that others stand for are not seen. Their arcs are drawn from and to these instead,
+/// as stubs, and these say how many they stand for. Removing a node brings back what is folded into it.
+/// @{
+struct SgFoldedNode {
+  Widget node, into;
+};
+/// From now on these nodes are folded, and no others.
+void SgGraphFold(Widget graph, std::span<const SgFoldedNode> folded);
+/// The node that is seen for it; null for itself.
+Widget SgGraphFoldedInto(Widget node);
+/// A place in the window where a press takes the handle that folds and unfolds the node. False for a node
+/// that has none now: only those that are pointed at and those that are folded have.
+bool SgGraphFoldHandle(Widget node, SgPoint* handle);
 /// @}
 
 /// @name The view

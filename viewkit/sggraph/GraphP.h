@@ -36,7 +36,7 @@ struct SgGraphPart {
   XmRenderTable renderTable;  // a copy of ours, owned by the view
   XtCallbackList newNodeCallback, newArcCallback, arcMovedCallback, defaultActionCallback;
   XtCallbackList changedCallback, nodesMovedCallback, overviewCallback, viewChangedCallback;
-  XtCallbackList mayLinkCallback, targetCallback;
+  XtCallbackList mayLinkCallback, targetCallback, foldCallback, menuCallback;
 
   sggraph::GraphView* view;  // released into here by initialize, taken back by destroy
 };

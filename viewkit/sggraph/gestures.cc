@@ -41,6 +41,14 @@ GraphView::Hit GraphView::hit(SgPoint window) {
     }
     if (found.handle) return found;
   }
+  // Handles of nodes reach out of their boxes.
+  drawing_.visitNodes(SgRectangle{viewport_.toPlane(window).x, viewport_.toPlane(window).y, 0, 0}.grownBy(
+                          kHandleReach / viewport_.zoom()),
+                      [&](NodeId node) {
+                        const std::optional<SgRectangle> handle = foldHandleOf(node);
+                        if (handle && handle->contains(window)) found = {.node = node, .foldHandle = true};
+                      });
+  if (found.foldHandle) return found;
   found.node = nodeAt(window);
   if (found.node == kNone) found.arc = arcAt(window);
   return found;
@@ -118,7 +126,13 @@ void GraphView::press(const XButtonEvent& event) {
     wheel(event);
     return;
   }
-  if (event.button == Button3) return;
+  if (event.button == Button3) {
+    if (gesture_.kind != Gesture::Kind::Idle) return;
+    XEvent whole{};
+    whole.xbutton = event;
+    menuWanted(hit(placeOf(event)), placeOf(event), &whole);
+    return;
+  }
   if (gesture_.kind != Gesture::Kind::Idle) {
     // If the button that began the gesture isn't held any more, its release was lost.
     const unsigned held = gesture_.button == Button1 ? Button1Mask : Button2Mask;
@@ -149,6 +163,12 @@ void GraphView::press(const XButtonEvent& event) {
   const Hit under = hit(place);
   gesture_.node = drawing_.stableNodeId(under.node);
   gesture_.arc = drawing_.stableArcId(under.arc);
+  if (under.foldHandle) {
+    gesture_.kind = Gesture::Kind::Fold;
+    lastClick_ = {};
+    XmProcessTraversal(widget(), XmTRAVERSE_CURRENT);
+    return;
+  }
   const bool again = lastClick_.valid &&
                      event.time - lastClick_.time <= Time(XtGetMultiClickTime(display())) &&
                      distance(lastClick_.place, place) <= kClickSlack && lastClick_.node == gesture_.node;
@@ -219,6 +239,7 @@ void GraphView::startDrag() {
       }
       break;
     case Gesture::Kind::Idle:
+    case Gesture::Kind::Fold:
     case Gesture::Kind::Refused:
       break;
   }
@@ -265,6 +286,7 @@ void GraphView::drag() {
       break;
     }
     case Gesture::Kind::Idle:
+    case Gesture::Kind::Fold:
     case Gesture::Kind::Refused:
       break;
   }
@@ -313,6 +335,7 @@ void GraphView::finishClick(XEvent* event) {
   const NodeId node = drawing_.nodeOf(done.node);
   const ArcId arc = drawing_.arcOf(done.arc);
   if (node != kNone) {
+    if (done.kind == Gesture::Kind::Fold) foldWanted(node, drawing_.countFolded(node) == 0, event);
     if (done.kind != Gesture::Kind::MoveNodes) return;
     if (done.doubleClick) {
       defaultAction(node, event);
@@ -335,9 +358,10 @@ void GraphView::finishClick(XEvent* event) {
 
 NodeId GraphView::beyondStub(ArcId arc, SgPoint place) const {
   if (!drawing_.inStubs(arc, arcDetail(viewport_.frame()))) return kNone;
-  const Stubs stubs = stubsBetween(drawing_.box(drawing_.from(arc)), drawing_.box(drawing_.to(arc)));
+  const NodeId from = drawing_.drawnFrom(arc), to = drawing_.drawnTo(arc);
+  const Stubs stubs = stubsBetween(drawing_.box(from), drawing_.box(to));
   const bool atParent = distanceToPath(place, stubs.parent) <= distanceToPath(place, stubs.child);
-  return atParent ? drawing_.to(arc) : drawing_.from(arc);
+  return atParent ? to : from;
 }
 
 void GraphView::pointerLeft() {
@@ -387,6 +411,27 @@ void GraphView::key(XKeyEvent& event) {
     case XK_M:
       if ((event.state & (ControlMask | Mod1Mask)) == 0) toggleOverview(&whole);
       break;
+    case XK_minus:
+    case XK_KP_Subtract:
+    case XK_plus:
+    case XK_KP_Add: {
+      const NodeId node = drawing_.nodeOf(current_);
+      if (gesture_.kind == Gesture::Kind::Idle && node != kNone && drawing_.shown(node) &&
+          (event.state & (ControlMask | Mod1Mask)) == 0)
+        foldWanted(node, keysym == XK_minus || keysym == XK_KP_Subtract, &whole);
+      break;
+    }
+    case XK_Menu:
+    case osfXK_Menu: {
+      bringUpToDate();
+      const NodeId node = drawing_.nodeOf(current_);
+      if (gesture_.kind != Gesture::Kind::Idle) break;
+      if (node != kNone && drawing_.shown(node))
+        menuWanted({.node = node}, viewport_.toWindow(drawing_.box(node)).middle(), &whole);
+      else
+        menuWanted({}, {viewport_.width() / 2, viewport_.height() / 2}, &whole);
+      break;
+    }
     case XK_Escape:
     case osfXK_Cancel:
       if (gesture_.kind != Gesture::Kind::Idle) giveUp();
@@ -485,6 +530,33 @@ void GraphView::toggleOverview(XEvent* event) {
   data.reason = SgCR_OVERVIEW;
   data.event = event;
   call(&SgGraphPart::overviewCallback, data);
+}
+
+void GraphView::foldWanted(NodeId node, bool fold, XEvent* event) {
+  SgGraphCallbackStruct data{};
+  data.reason = SgCR_FOLD;
+  data.event = event;
+  data.node = widgetOf(node);
+  data.fold = fold;
+  call(&SgGraphPart::foldCallback, data);
+}
+
+void GraphView::menuWanted(const Hit& under, SgPoint window, XEvent* event) {
+  if (under.node != kNone && !drawing_.nodeSelected(under.node)) {
+    deselectAll();
+    selectNode(under.node);
+  } else if (under.arc != kNone && !drawing_.arcSelected(under.arc)) {
+    deselectAll();
+    selectArc(under.arc);
+  }
+  if (under.node != kNone) makeCurrent(under.node);
+  SgGraphCallbackStruct data{};
+  data.reason = SgCR_MENU;
+  data.event = event;
+  data.node = widgetOf(under.node);
+  data.arc = drawing_.stableArcId(under.arc);
+  data.position = viewport_.toPlane(window);
+  call(&SgGraphPart::menuCallback, data);
 }
 
 void GraphView::nodesMoved(const Gesture& done, XEvent* event) {

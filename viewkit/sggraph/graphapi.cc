@@ -169,6 +169,33 @@ SgRectangle SgGraphNodeBounds(Widget node) {
   return found ? found.view->drawing().box(found.id) : SgRectangle{};
 }
 
+// Folding
+
+void SgGraphFold(Widget graph, std::span<const SgFoldedNode> folded) {
+  GraphView* view = sggraph::viewOf(graph);
+  if (!view) return;
+  std::vector<sggraph::FoldedNode> ids;
+  ids.reserve(folded.size());
+  for (const auto& [node, into] : folded)
+    if (const NodeId id = idIn(view, node), face = idIn(view, into); id != kNone && face != kNone)
+      ids.push_back({id, face});
+  view->fold(ids);
+}
+
+Widget SgGraphFoldedInto(Widget node) {
+  const NodeInView found = find(node);
+  if (!found) return nullptr;
+  const NodeId face = found.view->drawing().face(found.id);
+  return face == found.id ? nullptr : found.view->widgetOf(face);
+}
+
+bool SgGraphFoldHandle(Widget node, SgPoint* handle) {
+  const NodeInView found = find(node);
+  const auto place = found ? found.view->foldHandleOf(found.id) : std::nullopt;
+  if (place) *handle = place->middle();
+  return place.has_value();
+}
+
 // The view
 
 double SgGraphZoom(Widget graph) {

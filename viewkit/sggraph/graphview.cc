@@ -104,7 +104,7 @@ void GraphView::nodeLooksChanged(SgNodeObject node) {
     labels_[id].reset(node->node.labelString ? XmStringCopy(node->node.labelString)
                                              : XmStringCreateLocalized(names_[id].data()));
     node->node.labelString = labels_[id].get();
-    look.label = labelText(labels_[id].get());
+    setLabel(id);
   }
   look.tint = pixels_.colorOf(node->node.tint);
   if (pictures_[id].id != node->node.labelPixmap) {
@@ -115,6 +115,11 @@ void GraphView::nodeLooksChanged(SgNodeObject node) {
   }
   measure(id);
   changed();
+}
+
+void GraphView::setLabel(NodeId node) {
+  const std::size_t folded = drawing_.countFolded(node);
+  looks_[node].label = labelText(labels_[node].get()) + (folded == 0 ? "" : " +" + std::to_string(folded));
 }
 
 void GraphView::measure(NodeId node) {
@@ -132,6 +137,31 @@ void GraphView::managedChanged() {
 void GraphView::moveNode(NodeId node, SgPoint corner) {
   drawing_.moveNode(node, corner);
   changed();
+}
+
+void GraphView::fold(std::span<const FoldedNode> folded) {
+  std::vector<NodeId> faces;
+  drawing_.visitFaces([&](NodeId face) { faces.push_back(face); });
+  drawing_.unfoldAll();
+  for (const auto& [node, into] : folded) {
+    if (drawing_.countFolded(into) == 0) faces.push_back(into);
+    drawing_.foldNode(node, into);
+  }
+  for (const NodeId face : faces) {
+    setLabel(face);
+    measure(face);
+  }
+  changed();
+}
+
+std::optional<SgRectangle> GraphView::foldHandleOf(NodeId node) {
+  bringUpToDate();
+  const bool has =
+      drawing_.shown(node) && (drawing_.countFolded(node) > 0 ||
+                               (hoverNode_ == drawing_.stableNodeId(node) && drawing_.holdsAlone(node)));
+  if (!has) return std::nullopt;
+  const SgRectangle handle = foldHandle(viewport_.toWindow(drawing_.box(node)), viewport_.frame());
+  return handle.width > 0 ? std::optional(handle) : std::nullopt;
 }
 
 void GraphView::clear() {
@@ -366,6 +396,7 @@ OverlayInks GraphView::overlayInks() {
           .border = pixels_.colorOf(graph.nodeBorderColor),
           .selection = pixels_.colorOf(graph.selectionColor),
           .hover = pixels_.colorOf(graph.hoverColor),
+          .handle = pixels_.colorOf(graph.handleColor),
           .target = pixels_.colorOf(graph.targetColor),
           .refused = pixels_.colorOf(graph.refusedColor),
           .background = pixels_.colorOf(widget_->core.background_pixel),
@@ -404,6 +435,9 @@ Overlay GraphView::overlay() {
   if (overlay.currentNode != kNone && !drawing_.shown(overlay.currentNode)) overlay.currentNode = kNone;
   if (gesture_.kind == Gesture::Kind::Idle) {
     overlay.hoverNode = drawing_.nodeOf(hoverNode_);
+    if (overlay.hoverNode != kNone && drawing_.countFolded(overlay.hoverNode) == 0 &&
+        drawing_.holdsAlone(overlay.hoverNode))
+      overlay.foldable = overlay.hoverNode;
     overlay.hoverArc = drawing_.arcOf(hoverArc_);
     return overlay;
   }

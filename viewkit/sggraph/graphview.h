@@ -29,7 +29,7 @@ using RenderTable = std::unique_ptr<std::remove_pointer_t<XmRenderTable>, FreeRe
 
 /// A drag or click from button press to release. Nodes and arcs are held by stable id: they may go meanwhile.
 struct Gesture {
-  enum class Kind { Idle, Pan, PanMap, MoveNodes, DrawArc, MoveArcEnd, Refused };
+  enum class Kind { Idle, Pan, PanMap, MoveNodes, DrawArc, MoveArcEnd, Fold, Refused };
   struct MovedNode {
     StableId node;
     SgPoint corner;
@@ -58,6 +58,10 @@ struct LastClick {
   SgPoint place;
   StableId node = 0;
   bool valid = false;
+};
+
+struct FoldedNode {
+  NodeId node, into;
 };
 
 class GraphView {
@@ -92,6 +96,10 @@ class GraphView {
   void managedChanged();
   /// Puts a node's upper left corner there, which straightens its arcs.
   void moveNode(NodeId node, SgPoint corner);
+  /// These are folded, and no others.
+  void fold(std::span<const FoldedNode> folded);
+  /// Its handle to fold or unfold it, in window coordinates, while it has one.
+  std::optional<SgRectangle> foldHandleOf(NodeId node);
   void clear();
   Pixel tint(const char* name);
   /// @}
@@ -139,7 +147,8 @@ class GraphView {
   struct Hit {
     NodeId node = kNone;
     ArcId arc = kNone;
-    bool handle = false, childEnd = false;
+    bool handle = false, childEnd = false;  // of the arc
+    bool foldHandle = false;                // of the node
   };
   struct ViewState {
     double zoom = 0;
@@ -154,6 +163,8 @@ class GraphView {
   bool editable() const { return widget_->graph.editableArcs; }
   void makeShelf();
   void measure(NodeId node);
+  /// Takes over what the node's label says.
+  void setLabel(NodeId node);
   /// Takes over which nodes are managed, and what the view can scroll to.
   void bringUpToDate();
   /// What is seen has changed: paints when the program is idle.
@@ -208,6 +219,9 @@ class GraphView {
   void setTarget(StableId target);
   void defaultAction(NodeId node, XEvent* event);
   void toggleOverview(XEvent* event);
+  void foldWanted(NodeId node, bool fold, XEvent* event);
+  /// Asks for a menu for what is at a place of the window; selects it.
+  void menuWanted(const Hit& under, SgPoint window, XEvent* event);
   void nodesMoved(const Gesture& done, XEvent* event);
   void newNode(XEvent* event);
   void newArc(NodeId parent, NodeId child, XEvent* event);

@@ -87,13 +87,16 @@ void Painter::paintOverlay(const picture::Drawing& drawing, const picture::Frame
     // What leads to and from the node is shown whole.
     picture::ArcBatch batch(frame, 0);
     const picture::ArcDetail detail = picture::arcDetail(frame);
-    drawing.visitArcsOf(overlay.hoverNode, [&](picture::ArcId arc) {
+    drawing.visitDrawnArcsOf(overlay.hoverNode, [&](picture::ArcId arc) {
       if (drawing.arcShown(arc) && drawing.inStubs(arc, detail)) batch.add(drawing.path(arc));
     });
     batch.draw(surface_, inks.hover, 0);
     surface_.outlineBox(boxOf(overlay.hoverNode),
                         drawing.nodeSelected(overlay.hoverNode) ? inks.selection : inks.hover, 2);
   }
+  if (overlay.foldable != picture::kNone)
+    drawFoldHandle(surface_, foldHandle(boxOf(overlay.foldable), frame), false,
+                   {inks.handle, inks.border, inks.text});
   if (overlay.currentNode != picture::kNone && frame.zoom >= picture::kOutlineZoom) {
     const SgRectangle box = boxOf(overlay.currentNode).grownBy(-std::clamp(3 * frame.zoom, 2.0, 4.0));
     if (box.width > 4 && box.height > 4) {

@@ -17,7 +17,7 @@ namespace sggraph {
 
 /// The colours of what lies over and beside the picture.
 struct OverlayInks {
-  picture::Color text, border, selection, hover, target, refused, background, focus, corner;
+  picture::Color text, border, selection, hover, handle, target, refused, background, focus, corner;
 };
 
 /// The map of the whole graph, in a corner of the window.
@@ -31,6 +31,7 @@ struct Overlay {
   picture::NodeId hoverNode = picture::kNone;
   picture::ArcId hoverArc = picture::kNone;
   picture::NodeId currentNode = picture::kNone;  // dashed; given only while the graph has the keyboard
+  picture::NodeId foldable = picture::kNone;     // it can be folded
   picture::NodeId target = picture::kNone;       // lit
   bool targetRefused = false;
   std::vector<picture::NodeId> allowed, dimmed;  // targets that an arc may have, and those that it may not

@@ -1,0 +1,85 @@
+/// @file
+/// Which nodes of a graph are folded, and the open picture that it has without that.
+#pragma once
+
+#include <optional>
+#include <span>
+#include <unordered_map>
+#include <vector>
+
+#include "viewkit/graphpicture.h"
+
+/// The open picture is the one that edits and their steps are about. The one that is seen is made of it: the
+/// hidden nodes lie where the node lies that stands for them, and the others have closed up. Whoever changes
+/// places calls open() before, and close() after it.
+class GraphFolds {
+ public:
+  bool any() const { return !folded_.empty(); }
+  /// Whether the folded picture is shown.
+  bool areClosed() const { return closed_; }
+  bool isFolded(const VkNode* node) const;
+  /// The node that is seen for it: itself unless it is hidden.
+  VkNode* face(VkNode* node) const;
+
+  void fold(VkNode* node) { folded_.push_back(node); }
+  void unfold(const VkNode* node) { std::erase(folded_, node); }
+  void unfoldAll() { folded_.clear(); }
+  /// The node leaves the graph.
+  void forget(const VkNode* node);
+  /// All nodes are gone.
+  void clear();
+
+  /// Shows the open picture. @param nodes  all that are displayed.
+  void open(Widget graph, std::span<VkNode* const> nodes);
+  /// Shows the folded picture.
+  /// @param picture  the open one, which is shown.
+  /// @param afresh   whether what is hidden is looked for afresh. Otherwise this hides no node that was seen,
+  /// and moves none without need.
+  void close(Widget graph, const GraphPicture& picture, bool compact, bool afresh);
+
+  /// Where a node lies in the open picture, and an arc's bends there; none of what lies there as it is seen.
+  std::optional<SgPoint> placeOf(const VkNode* node) const;
+  std::optional<std::vector<SgPoint>> bendsOf(SgArc arc) const;
+
+  /// What has changed of the open picture.
+  struct Moved {
+    struct Node {
+      VkNode* node;
+      SgPoint before, after;
+    };
+    struct Arc {
+      SgArc arc;
+      std::vector<SgPoint> before, after;
+    };
+    std::vector<Node> nodes;
+    std::vector<Arc> arcs;
+  };
+  /// While the folded picture is shown, nodes of it were moved: those of the open one follow, and with each
+  /// all that is folded into it.
+  Moved moved(Widget graph, std::span<const Moved::Node> seen);
+
+ private:
+  struct Home {
+    VkNode* node = nullptr;
+    SgPoint open;            // upper left corner
+    SgPoint shift;           // from there to where it is seen
+    VkNode* into = nullptr;  // the node that stands for it
+    SgPoint seen() const { return {open.x + shift.x, open.y + shift.y}; }
+  };
+  struct Bends {
+    std::vector<SgPoint> open, seen;
+  };
+
+  std::vector<std::uint32_t> faces(const GraphPicture& picture, bool afresh) const;
+  /// How far the seen node nearest to a place has come; `at` says where nodes are.
+  SgPoint shiftNear(SgPoint place, SgPoint (*at)(const Home&)) const;
+  void findPlaces(const GraphPicture& picture, const std::vector<std::uint32_t>& faces, bool compact);
+  void keepPlaces(const GraphPicture& picture);
+  /// Puts nodes and arcs where they are seen.
+  void show(Widget graph) const;
+
+  std::vector<VkNode*> folded_;
+  std::unordered_map<const VkNode*, Home> homes_;
+  std::unordered_map<SgArc, Bends> bends_;  // of those that have any
+  bool closed_ = false;                     // the folded picture is shown
+};
