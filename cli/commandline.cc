@@ -79,6 +79,11 @@ CLI::Option* take_output(CLI::App& line, std::string& output, const std::string&
   return line.add_option("-o,--output", output, what)->check(named)->type_name("OUT");
 }
 
+std::string no_whole_number(const std::string& word) {
+  return word.empty() || word.find_first_not_of("0123456789") != word.npos ? word + " is no whole number"
+                                                                           : "";
+}
+
 void take_mode(CLI::App& line, int& mode) {
   line.add_option_function<std::string>(
           "--mode",

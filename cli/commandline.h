@@ -37,6 +37,9 @@ CLI::Option* take_output(CLI::App& line, std::string& output, const std::string&
 /// --mode: of the writer, 1 or 2.
 void take_mode(CLI::App& line, int& mode);
 
+/// What is wrong with a word that should be a whole number; empty: nothing.
+std::string no_whole_number(const std::string& word);
+
 /// The work of a command whose arguments a Request holds: declares them on the line by `declare`, and carries
 /// them out by `run`.
 template <class Request>

@@ -14,8 +14,9 @@ class App;
 /// What the program exits with.
 enum class Outcome {
   well = 0,
-  failed = 1,    ///< a file could not be read, checked or written, or an edit was refused
-  wrong_use = 2  ///< arguments or a script line that make no sense
+  failed = 1,     ///< a file could not be read, checked or written, or an edit was refused
+  wrong_use = 2,  ///< arguments or a script line that make no sense
+  unreadable = 3  ///< `check`: a file is not there, or could not be read
 };
 
 /// Carries out a command by what was read from the command line. Writes the results to standard output, and

@@ -132,6 +132,17 @@ constexpr ListInfo list_info(Member member) {
       kLists);
 }
 
+/// The row of the list of that name, or null.
+constexpr const ListInfo* find_list(std::string_view name) {
+  return std::apply(
+      [&](const auto&... row) {
+        const ListInfo* found = nullptr;
+        ((found = row.info.name == name ? &row.info : found), ...);
+        return found;
+      },
+      kLists);
+}
+
 /// The word that says how many bytes the list takes in the file; 0: the list is absent.
 template <class H>
 requires std::same_as<std::remove_const_t<H>, Header>

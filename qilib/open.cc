@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstddef>
+#include <functional>
 #include <optional>
 
 #include "qilib/checksizes.h"
@@ -116,12 +117,27 @@ bool is_unchanged(std::FILE* file, const Qis& scene, const MessageSink& sink) {
   return false;
 }
 
-/// Reads the core lists or the extension lists, up to the first that fails.
-int read_lists(std::FILE* file, Qis& scene, bool extension, const MessageSink& sink) {
+/// Is told of a list that can't be read. @returns whether to go on with the next one.
+using ListFailure = std::function<bool(const ListInfo&)>;
+bool stop_there(const ListInfo& /*info*/) { return false; }
+
+/// Reads the core lists or the extension lists, up to the first that fails or on from where the directory
+/// says that the next one begins.
+int read_lists(std::FILE* file, Qis& scene, bool extension, const MessageSink& sink,
+               const ListFailure& failed) {
   int result = 1;
+  bool reading = true;
   for_each_list(scene, [&](const ListInfo& info, auto& /*list*/) {
-    if (info.extension == extension)
-      result = result && read_list(file, list_bytes(scene.header, info), scene, info.name, sink);
+    const Word size = list_bytes(scene.header, info);
+    if (info.extension != extension) return;
+    if (!reading) {
+      if (size != 0) failed(info);
+      return;
+    }
+    const std::uint64_t begin = position(file), left = bytes_left(file);
+    if (read_list(file, size, scene, info.name, sink)) return;
+    result = 0;
+    reading = failed(info) && size <= left && fseeko(file, static_cast<off_t>(begin + size), SEEK_SET) == 0;
   });
   return result;
 }
@@ -146,16 +162,21 @@ bool read_trailing(std::FILE* file, Qis& scene, const MessageSink& sink) {
 /// Empties the scene, once the file could be opened, and reads the version-1 part into it.
 /// @returns nothing when the file could not be opened: what the scene holds is not this file's.
 /// @param file  is opened, and stays so that no other file can get its inode before it is opened again
-std::optional<int> open_version1(const std::string& filename, Qis& scene, File& file,
-                                 const MessageSink& sink) {
+std::optional<int> open_version1(const std::string& filename, Qis& scene, File& file, const MessageSink& sink,
+                                 const ListFailure& failed = stop_there) {
   file = open_to_read(filename, sink);
   if (!file) return std::nullopt;
   Qis empty;
   empty.filename = filename;  // aside: the name may be the scene's own
   empty.read_from = storage::identity_of(fileno(file.get()));
   scene = std::move(empty);
-  if (!read_file_header(file.get(), scene.header, sink) || !read_lists(file.get(), scene, false, sink))
+  if (!read_file_header(file.get(), scene.header, sink)) {
+    for_each_list(scene, [&](const ListInfo& info, const auto& /*list*/) {
+      if (!info.extension) failed(info);
+    });
     return 0;
+  }
+  if (!read_lists(file.get(), scene, false, sink, failed)) return 0;
   const bool ends_here = qiQUILver(scene.header) == kVersion2 && !has_ext_sizes(scene.header);
   return (!ends_here || read_trailing(file.get(), scene, sink)) && is_unchanged(file.get(), scene, sink);
 }
@@ -188,46 +209,55 @@ std::uint64_t block1_offset(const Qis& scene, std::string_view list_name, std::s
   return offset;
 }
 
-/// Makes the version-2 structures, list by list, up to the first list that fails.
-int setup_version2_structures(Qis& scene, const MessageSink& sink) {
+/// Makes the version-2 structures, list by list, up to the first list that fails or of all.
+int setup_version2_structures(Qis& scene, const MessageSink& sink, const ListFailure& failed) {
   const MessageSink placing_sink = [&](Message message) {
     message.base = block1_offset(scene, message.list, message.record.value_or(0));
     sink(message);
   };
   int result = 1;
+  bool going = true;
   for_each_list(scene, [&]<class L>(const ListInfo& info, L& list) {
     using Record = typename RecordIn<L>::Type;
-    if constexpr (requires(Record r) { r.ext; })
-      result = result && SetupExt<Record>{info.name}(list, placing_sink);
+    if constexpr (requires(Record r) { r.ext; }) {
+      if (!going || SetupExt<Record>{info.name}(list, placing_sink)) return;
+      result = 0;
+      going = failed(info);
+    }
   });
   return result;
 }
 
 /// Opens the file again by its name: another one, or a new version, may stand there by now.
-int open_extension_lists(Qis& scene, const MessageSink& sink) {
+int open_extension_lists(Qis& scene, const MessageSink& sink, const ListFailure& failed = stop_there) {
   const File file = open_to_read(scene.filename, sink);
   if (!file || !is_unchanged(file.get(), scene, sink)) return 0;
   if (fseeko(file.get(), static_cast<off_t>(qiSizeofQUIL1file(scene.header)), SEEK_SET) != 0) {
     sink({.code = MessageCode::input_failed, .found = static_cast<unsigned>(errno)});
     return 0;
   }
-  return read_lists(file.get(), scene, true, sink) && read_trailing(file.get(), scene, sink) &&
+  return read_lists(file.get(), scene, true, sink, failed) && read_trailing(file.get(), scene, sink) &&
          is_unchanged(file.get(), scene, sink);
 }
 
 /// The lists and structures of a file of either version.
-int open_lists(const std::string& filename, Qis& scene, const MessageSink& sink) {
+int open_lists(const std::string& filename, Qis& scene, const MessageSink& sink,
+               const ListFailure& failed = stop_there) {
   File file;
-  const std::optional<int> result = open_version1(filename, scene, file, sink);
+  const std::optional<int> result = open_version1(filename, scene, file, sink, failed);
   if (!result) return 0;
   if (qiQUILver(scene.header) != kVersion2) return *result;
   // In lists that could not be read, structures are missing for a reason that has been told.
   const MessageSink all_but_missing = [&](const Message& message) {
     if (message.code != MessageCode::no_structure) sink(message);
   };
-  if (!setup_version2_structures(scene, *result ? sink : all_but_missing)) return 0;
-  if (!has_ext_sizes(scene.header)) return *result;
-  return open_extension_lists(scene, sink) ? *result : 0;
+  bool going = true;
+  const ListFailure noting = [&](const ListInfo& info) { return going = failed(info); };
+  const bool structures = setup_version2_structures(scene, *result ? sink : all_but_missing, noting);
+  if (!structures && !going) return 0;
+  const int so_far = structures ? *result : 0;
+  if (!has_ext_sizes(scene.header)) return so_far;
+  return open_extension_lists(scene, sink, failed) ? so_far : 0;
 }
 
 }  // namespace
@@ -238,6 +268,20 @@ int open_scene(const std::string& filename, Qis& scene, const MessageSink& sink)
     carry_sizes(scene);
     return 1;
   });
+}
+
+Salvaged salvage_scene(const std::string& filename, Qis& scene, const MessageSink& sink) {
+  Salvaged salvaged;
+  const auto note = [&](const ListInfo& info) {
+    salvaged.damaged.push_back(info.tag);
+    return true;
+  };
+  salvaged.whole = guarded(sink, [&] {
+    if (!open_lists(filename, scene, sink, note)) return 0;
+    carry_sizes(scene);
+    return 1;
+  });
+  return salvaged;
 }
 
 }  // namespace qi

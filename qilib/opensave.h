@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <string>
+#include <vector>
 
 #include "qilib/messages.h"
 #include "qilib/qis.h"
@@ -15,6 +16,17 @@ namespace qi {
 /// @returns 1, or 0 after messages; the scene then holds what was read so far, or what it held before when
 ///          the file could not be opened at all.
 int open_scene(const std::string& filename, Qis& scene, const MessageSink& sink);
+
+/// What came of a file that may be damaged.
+struct Salvaged {
+  bool whole = false;         ///< whether it could have been opened
+  std::vector<Word> damaged;  ///< the tags of the lists that were not read to their end
+};
+
+/// Opens a file as far as that goes: where a list can't be read, its whole records are kept, and reading goes
+/// on where the directory says that the next one begins. For looking at it: what is missing is missing from
+/// a save, too.
+Salvaged salvage_scene(const std::string& filename, Qis& scene, const MessageSink& sink);
 
 /// Saves the scene to its file name. The file that was there is untouched until the new one is complete.
 /// @param mode  1 for the records' extension blocks as they were read, 2 for the edits of the version-2

@@ -47,9 +47,10 @@ struct FixedWord {
 };
 
 template <auto Owner, class Where>
-constexpr Reference reference(Word child) {
+constexpr Reference reference(Word child, std::string_view field) {
   return {.parent = list_info(Owner).record_tag,
           .child = child,
+          .field = field,
           .place = [](Qis& scene, Word number) -> Place {
             auto* record = record_in(scene, Owner, number);
             return record && Where::is_in(*record) ? Where::place(*record) : Place{};
@@ -66,16 +67,16 @@ constexpr Reference reference(Word child) {
 }
 
 template <auto Owner, auto Entries, auto Count>
-constexpr Reference array(Word child) {
-  return reference<Owner, InRecord<Entries, Count>>(child);
+constexpr Reference array(Word child, std::string_view field) {
+  return reference<Owner, InRecord<Entries, Count>>(child, field);
 }
 template <auto Owner, auto Entries, auto Count>
-constexpr Reference ext_array(Word child) {
-  return reference<Owner, InExt<Entries, Count>>(child);
+constexpr Reference ext_array(Word child, std::string_view field) {
+  return reference<Owner, InExt<Entries, Count>>(child, field);
 }
 template <auto Owner, auto Slot>
-constexpr Reference slot(Word child, Word unset = kUnset) {
-  Reference row = reference<Owner, FixedWord<Slot>>(child);
+constexpr Reference slot(Word child, std::string_view field, Word unset = kUnset) {
+  Reference row = reference<Owner, FixedWord<Slot>>(child, field);
   row.single = true;
   row.unset = unset;
   return row;
@@ -95,40 +96,43 @@ constexpr auto kJoints = &ExtLists::joint_list;
 constexpr auto kEffectors = &ExtLists::effector_list;
 
 constexpr Reference kReferences[] = {
-    array<&Qis::scene, &Scene::objs, &Scene::Fixed::obj_count>(kObjTag),
-    array<&Qis::scene, &Scene::envs, &Scene::Fixed::env_count>(kEnvTag),
-    array<&Qis::scene, &Scene::cams, &Scene::Fixed::cam_count>(kCamTag),
-    array<&Qis::scene, &Scene::lights, &Scene::Fixed::light_count>(kLightTag),
+    array<&Qis::scene, &Scene::objs, &Scene::Fixed::obj_count>(kObjTag, "objs"),
+    array<&Qis::scene, &Scene::envs, &Scene::Fixed::env_count>(kEnvTag, "envs"),
+    array<&Qis::scene, &Scene::cams, &Scene::Fixed::cam_count>(kCamTag, "cams"),
+    array<&Qis::scene, &Scene::lights, &Scene::Fixed::light_count>(kLightTag, "lights"),
 
-    slot<&Qis::obj_list, &Obj::Fixed::shape>(kShapeTag),
-    slot<&Qis::obj_list, &Obj::Fixed::mat>(kMatTag),
-    slot<&Qis::obj_list, &Obj::Fixed::anim>(kAnimTag),
+    slot<&Qis::obj_list, &Obj::Fixed::shape>(kShapeTag, "shape"),
+    slot<&Qis::obj_list, &Obj::Fixed::mat>(kMatTag, "mat"),
+    slot<&Qis::obj_list, &Obj::Fixed::anim>(kAnimTag, "anim"),
     without_two_loops(
-        limited(array<&Qis::obj_list, &Obj::children, &Obj::Fixed::child_count>(kObjTag), Obj::kMaxChildren)),
+        limited(array<&Qis::obj_list, &Obj::children, &Obj::Fixed::child_count>(kObjTag, "children"),
+                Obj::kMaxChildren)),
 
-    slot<&Qis::shape_list, &Shape::Fixed::mat>(kMatTag),
-    array<&Qis::shape_list, &Shape::parts, &Shape::Fixed::part_count>(kPartTag),
+    slot<&Qis::shape_list, &Shape::Fixed::mat>(kMatTag, "mat"),
+    array<&Qis::shape_list, &Shape::parts, &Shape::Fixed::part_count>(kPartTag, "parts"),
 
     // Files say "no material" of a part in their own way; kUnset in a part is a reference like any other.
-    slot<&Qis::part_list, &Part::Fixed::mat>(kMatTag, kUnsetPartMaterial),
+    slot<&Qis::part_list, &Part::Fixed::mat>(kMatTag, "mat", kUnsetPartMaterial),
 
-    limited(array<&Qis::mat_list, &Mat::texs, &Mat::Fixed::tex_count>(kTexTag), Mat::kMaxTextures),
+    limited(array<&Qis::mat_list, &Mat::texs, &Mat::Fixed::tex_count>(kTexTag, "texs"), Mat::kMaxTextures),
 
-    ext_array<&Qis::scene, &SceneExt::chain_roots, &SceneExt::Head::chain_root_count>(kChainRootTag),
+    ext_array<&Qis::scene, &SceneExt::chain_roots, &SceneExt::Head::chain_root_count>(kChainRootTag,
+                                                                                      "chain_roots"),
 
-    ext_array<&Qis::obj_list, &ObjExt::chain_roots, &ObjExt::Head::chain_root_count>(kChainRootTag),
+    ext_array<&Qis::obj_list, &ObjExt::chain_roots, &ObjExt::Head::chain_root_count>(kChainRootTag,
+                                                                                     "chain_roots"),
 
-    array<kChainRoots, &ChainRoot::objs, &ChainRoot::Fixed::obj_count>(kObjTag),
-    slot<kChainRoots, &ChainRoot::Fixed::anim>(kAnimTag),
-    slot<kChainRoots, &ChainRoot::Fixed::joint>(kJointTag),
+    array<kChainRoots, &ChainRoot::objs, &ChainRoot::Fixed::obj_count>(kObjTag, "objs"),
+    slot<kChainRoots, &ChainRoot::Fixed::anim>(kAnimTag, "anim"),
+    slot<kChainRoots, &ChainRoot::Fixed::joint>(kJointTag, "joint"),
 
-    array<kJoints, &Joint::objs, &Joint::Fixed::obj_count>(kObjTag),
-    slot<kJoints, &Joint::Fixed::anim>(kAnimTag),
-    slot<kJoints, &Joint::Fixed::child_joint>(kJointTag),
-    slot<kJoints, &Joint::Fixed::effector>(kEffectorTag),
+    array<kJoints, &Joint::objs, &Joint::Fixed::obj_count>(kObjTag, "objs"),
+    slot<kJoints, &Joint::Fixed::anim>(kAnimTag, "anim"),
+    slot<kJoints, &Joint::Fixed::child_joint>(kJointTag, "child_joint"),
+    slot<kJoints, &Joint::Fixed::effector>(kEffectorTag, "effector"),
 
-    array<kEffectors, &Effector::objs, &Effector::Fixed::obj_count>(kObjTag),
-    slot<kEffectors, &Effector::Fixed::anim>(kAnimTag),
+    array<kEffectors, &Effector::objs, &Effector::Fixed::obj_count>(kObjTag, "objs"),
+    slot<kEffectors, &Effector::Fixed::anim>(kAnimTag, "anim"),
 };
 
 }  // namespace

@@ -6,6 +6,7 @@
 #pragma once
 
 #include <span>
+#include <string_view>
 
 #include "qilib/change.h"
 #include "qilib/lists.h"
@@ -44,10 +45,11 @@ struct Place {
 struct Reference {
   static constexpr Word kNoLimit = 0xFFFFFFFF;
 
-  Word parent = 0, child = 0;  ///< record tags
-  bool single = false;         ///< a slot, not an array
-  Word unset = kUnset;         ///< what an empty slot holds
-  Word limit = kNoLimit;       ///< an array of just this count takes no further entry
+  Word parent = 0, child = 0;   ///< record tags
+  std::string_view field = {};  ///< of the parent: "children"
+  bool single = false;          ///< a slot, not an array
+  Word unset = kUnset;          ///< what an empty slot holds
+  Word limit = kNoLimit;        ///< an array of just this count takes no further entry
   /// A child that the array holds already is accepted again: no second entry, but the size grows.
   bool repeats = false;
   /// A parent that is among the child's own children is refused.

@@ -37,6 +37,14 @@ class MakeSamples : public testing::Test {
   const std::string scenes_ = scratch_ / "new/scenes";
 };
 
+/// What a check printed: lines about files, and how many findings there are.
+void expect_notes_alone(const std::string& printed) {
+  std::istringstream lines(printed);
+  std::string line;
+  for (; std::getline(lines, line) && line.starts_with('/');) EXPECT_THAT(line, HasSubstr(": note: "));
+  EXPECT_THAT(line, HasSubstr(": 0 errors, 0 warnings, "));
+}
+
 TEST_F(MakeSamples, WritesScenesWithoutFindings) {
   const Ran made = run({kMakeSamples, scenes_});
   EXPECT_EQ(made.status, 0);
@@ -45,8 +53,7 @@ TEST_F(MakeSamples, WritesScenesWithoutFindings) {
                            scenes_ + "/dog.quil", scenes_ + "/arm.quil"});
   EXPECT_EQ(checked.status, 0);
   EXPECT_EQ(checked.errors, "");
-  std::istringstream lines(checked.output);
-  for (std::string line; std::getline(lines, line);) EXPECT_THAT(line, HasSubstr("note: ")) << "a finding";
+  expect_notes_alone(checked.output);
 }
 
 TEST_F(MakeSamples, WritesALargeSceneAlone) {
@@ -143,8 +150,7 @@ TEST_F(EditScripts, GiveTheArmASkeletonThatOpensAgain) {
   EXPECT_THAT(run({kQuilscene, "info", scenes_ + "/edited.quil"}).output, HasSubstr(" shoulder_joint\n"));
 
   const Ran checked = run({kQuilscene, "check", scenes_ + "/edited.quil"});
-  std::istringstream lines(checked.output);
-  for (std::string line; std::getline(lines, line);) EXPECT_THAT(line, HasSubstr(": note: ")) << "a finding";
+  expect_notes_alone(checked.output);
 
   ASSERT_EQ(run({kQuilscene, "resave", scenes_ + "/edited.quil", "-o", scenes_ + "/again.quil"}).status, 0);
   EXPECT_TRUE(read_file(scenes_ + "/again.quil") == read_file(scenes_ + "/edited.quil"));
