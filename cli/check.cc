@@ -3,10 +3,12 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
+#include <cstdio>
 #include <limits>
 #include <map>
 #include <optional>
 #include <sstream>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -47,7 +49,7 @@ std::string_view code_named(const std::string& name) {
 
 void declare(CLI::App& line, Request& request) {
   take_files(line, request.files);
-  line.add_flag("--json", request.json, "An object in JSON, on a line, for each file");
+  take_json(line, request.json);
   line.add_option_function<std::string>(
           "--fail-on", [&](const std::string& name) { request.fail_on = level_named(name); },
           "Exit with 1 from this severity on (default: error)")
@@ -158,8 +160,12 @@ class FileReport {
 /// Checks a file. The note is its counts.
 Done check_one(const Request& request, const std::string& file) {
   FileReport report{request, file};
-  const checks::Reading reading =
-      checks::check_file(path_of(file), [&](const Finding& finding) { report.add(finding); });
+  checks::Reading reading = checks::Reading::unreadable;
+  try {
+    reading = checks::check_file(path_of(file), [&](const Finding& finding) { report.add(finding); });
+  } catch (const std::runtime_error& error) {
+    report.add({&checks::code_of(qi::MessageCode::no_input), {}, {}, {}, error.what()});
+  }
   report.finish(reading);
   std::string note;
   for (const std::size_t count : report.counts()) note += std::to_string(count) + ' ';
@@ -171,8 +177,21 @@ std::string counted(std::size_t count, const char* one, const char* many) {
   return std::to_string(count) + " " + (count == 1 ? one : many);
 }
 
+/// A list that can't be read is like a file that can't.
+std::vector<std::string> readable_files(const FileSet& set) {
+  try {
+    return files_of(set);
+  } catch (const WrongUse&) {
+    throw;
+  } catch (const std::runtime_error& error) {
+    std::fprintf(stderr, "quilscene: %s\n", printable(error.what()).c_str());
+    return {};
+  }
+}
+
 Outcome run(const Request& request) {
-  const std::vector<std::string> files = files_of(request.files);
+  const std::vector<std::string> files = readable_files(request.files);
+  if (files.empty()) return Outcome::unreadable;
   Counts all{};
   const Outcome outcome = for_each_file(
       files, request.files.jobs, [&](const std::string& file) { return check_one(request, file); },

@@ -79,6 +79,10 @@ CLI::Option* take_output(CLI::App& line, std::string& output, const std::string&
   return line.add_option("-o,--output", output, what)->check(named)->type_name("OUT");
 }
 
+void take_json(CLI::App& line, bool& json) {
+  line.add_flag("--json", json, "An object in JSON, on a line, for each file");
+}
+
 std::string no_whole_number(const std::string& word) {
   return word.empty() || word.find_first_not_of("0123456789") != word.npos ? word + " is no whole number"
                                                                            : "";

@@ -40,6 +40,9 @@ void take_mode(CLI::App& line, int& mode);
 /// What is wrong with a word that should be a whole number; empty: nothing.
 std::string no_whole_number(const std::string& word);
 
+/// --json
+void take_json(CLI::App& line, bool& json);
+
 /// The work of a command whose arguments a Request holds: declares them on the line by `declare`, and carries
 /// them out by `run`.
 template <class Request>

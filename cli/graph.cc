@@ -3,6 +3,9 @@
 #include <cstdio>
 
 #include "cli/commandline.h"
+#include "cli/files.h"
+#include "cli/jobs.h"
+#include "cli/json.h"
 #include "cli/scenefile.h"
 #include "editor/model/scenegraph.h"
 
@@ -28,21 +31,46 @@ void print_dot(const SceneGraph& scene) {
   std::puts("}");
 }
 
+Json object_of(const std::string& file) {
+  Qis scene;
+  const std::string error = open_quietly(file, scene);
+  if (!error.empty()) return json_failure("graph", file, error);
+  Json result = json_result("graph", file);
+  const SceneGraph graph = scene_graph(scene);
+  Json nodes = Json::array(), arcs = Json::array();
+  for (const auto& node : graph.nodes) nodes.push_back({{"name", node.name}, {"label", node.label()}});
+  for (const auto& arc : graph.arcs)
+    arcs.push_back({{"parent", graph.nodes[arc.parent].name}, {"child", graph.nodes[arc.child].name}});
+  result["nodes"] = std::move(nodes);
+  result["arcs"] = std::move(arcs);
+  return result;
+}
+
 struct Request {
-  std::string file;
-  bool dot = false;
+  FileSet files;
+  bool dot = false, json = false;
 };
 
 void declare(CLI::App& line, Request& request) {
-  take_file(line, request.file);
+  take_files(line, request.files);
   line.add_flag("--dot", request.dot, "For Graphviz");
+  take_json(line, request.json);
+}
+
+Outcome print_file(const std::string& file, bool dot) {
+  Qis scene;
+  if (!open_scene(file, scene)) return Outcome::failed;
+  (dot ? print_dot : print_lines)(scene_graph(scene));
+  return Outcome::well;
 }
 
 Outcome run(const Request& request) {
-  Qis scene;
-  if (!open_scene(request.file, scene)) return Outcome::failed;
-  (request.dot ? print_dot : print_lines)(scene_graph(scene));
-  return Outcome::well;
+  const auto files = files_of(request.files);
+  if (request.dot && request.json) throw WrongUse("--dot and --json exclude each other");
+  if (files.size() > 1 && !request.json) throw WrongUse("one FILE too many: " + files[1]);
+  return for_each_file(files, request.files.jobs, [&](const std::string& file) -> Done {
+    return {request.json ? print_json(object_of(file)) : print_file(file, request.dot), {}};
+  });
 }
 
 }  // namespace

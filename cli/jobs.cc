@@ -166,8 +166,9 @@ class Worker {
 /// Puts results in the order of their files.
 class Printer {
  public:
-  Printer(const std::vector<std::string>& files, const std::function<void(const Done&)>& took)
-      : took_(took), progress_(files.size()) {}
+  Printer(const std::vector<std::string>& files, const std::function<void(const Done&)>& took,
+          Headings headings)
+      : files_(files), took_(took), headings_(headings), progress_(files.size()) {}
 
   void add(std::size_t file, Result result) {
     progress_.step();
@@ -184,14 +185,19 @@ class Printer {
  private:
   void print(const Result& result) {
     if (!result.out.empty() || !result.err.empty()) progress_.clear();
+    const std::string heading = "==> " + printable(files_[next_]) + " <==\n";
+    if (headings_ == Headings::yes) lines_.add_all(heading);
     lines_.add_all(result.out);
     lines_.flush();
+    if (!result.err.empty()) std::fputs(heading.c_str(), stderr);
     std::fwrite(result.err.data(), 1, result.err.size(), stderr);
     worst_ = std::max(worst_, result.done.outcome);
     if (took_) took_(result.done);
   }
 
+  const std::vector<std::string>& files_;
   const std::function<void(const Done&)>& took_;
+  Headings headings_;
   Progress progress_;
   std::map<std::size_t, Result> waiting_;
   std::size_t next_ = 0;
@@ -203,7 +209,7 @@ class Printer {
 
 Outcome for_each_file(const std::vector<std::string>& files, unsigned jobs,
                       const std::function<Done(const std::string&)>& work,
-                      const std::function<void(const Done&)>& took) {
+                      const std::function<void(const Done&)>& took, Headings headings) {
   if (jobs == 0) jobs = std::max(std::thread::hardware_concurrency(), 1U);
   if (files.size() == 1) {
     const Done done = work(files.front());
@@ -212,7 +218,7 @@ Outcome for_each_file(const std::vector<std::string>& files, unsigned jobs,
   }
   constexpr std::size_t kMostWaiting = 64;  // results of files after one that takes long
   std::vector<std::unique_ptr<Worker>> workers(std::min<std::size_t>(jobs, files.size()));
-  Printer printer(files, took);
+  Printer printer(files, took, headings);
   std::size_t given = 0;
   while (printer.next() < files.size()) {
     std::vector<pollfd> waiting;

@@ -15,6 +15,9 @@ struct Done {
   std::string note;  ///< for who asked
 };
 
+/// Whether what is printed of each of many files begins with a line that names it.
+enum class Headings : bool { no, yes };
+
 /// Does the work on every file, in so many processes at a time, and prints what each printed in the order of
 /// the files. A process that a file ends is replaced, and the file has failed.
 /// @param jobs  0: one for each core
@@ -23,4 +26,4 @@ struct Done {
 /// @returns the worst outcome.
 Outcome for_each_file(const std::vector<std::string>& files, unsigned jobs,
                       const std::function<Done(const std::string&)>& work,
-                      const std::function<void(const Done&)>& took = {});
+                      const std::function<void(const Done&)>& took = {}, Headings headings = Headings::no);

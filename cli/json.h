@@ -5,6 +5,7 @@
 #include <nlohmann/json.hpp>
 #include <string>
 
+#include "cli/commands.h"
 #include "cli/lines.h"
 #include "cli/printable.h"
 
@@ -23,8 +24,10 @@ inline Json json_failure(const char* command, const std::string& file, const std
   return result;
 }
 
-inline void print_json(const Json& result) {
+/// @returns how it went: failed when the result is a failure.
+inline Outcome print_json(const Json& result) {
   Lines lines;
   lines.add(result.dump());
   lines.flush();
+  return result.contains("error") ? Outcome::failed : Outcome::well;
 }

@@ -4,32 +4,38 @@
 #include <string>
 
 #include "cli/commandline.h"
+#include "cli/files.h"
+#include "cli/jobs.h"
 #include "cli/scenefile.h"
 #include "qilib/opensave.h"
 
 namespace {
 
 struct Request {
-  std::string file, output;
-  int mode = 2;
+  FileSet files;
+  Target target;
   bool strict = false;
 };
 
 void declare(CLI::App& line, Request& request) {
-  take_file(line, request.file);
-  take_output(line, request.output, "The file to write; may be the one that is read")->required();
-  take_mode(line, request.mode);
+  take_files(line, request.files);
+  take_target(line, request.target);
   line.add_flag("--strict", request.strict, "Write nothing when a save would not keep every byte");
 }
 
+Changed change(const Request& request, const Qis& scene) {
+  if (!request.strict || qi::tell_dropped_bytes(scene, request.target.mode, qi::print_message) == 0)
+    return {Outcome::well, true};
+  std::fprintf(stderr, "quilscene: nothing is written\n");
+  return {Outcome::failed, false};
+}
+
 Outcome run(const Request& request) {
-  Qis scene;
-  if (!open_scene(request.file, scene)) return Outcome::failed;
-  if (request.strict && qi::tell_dropped_bytes(scene, request.mode, qi::print_message) != 0) {
-    std::fprintf(stderr, "quilscene: nothing is written\n");
-    return Outcome::failed;
-  }
-  return save_scene(scene, request.output, request.mode) ? Outcome::well : Outcome::failed;
+  const auto files = files_of(request.files);
+  require_target(request.target, files);
+  return for_each_file(files, request.files.jobs, [&](const std::string& file) -> Done {
+    return {rewrite(file, request.target, [&](const Qis& scene) { return change(request, scene); }), {}};
+  });
 }
 
 }  // namespace

@@ -32,14 +32,18 @@ Words pack(const std::string& text) {
 
 Word qiGetNamelen(const qi::Name& name) { return name.fixed.size - name.fixed.fixed_size; }
 
-std::string qiGetName(const qi::Name& name) {
+std::string qiNameBytes(const qi::Name& name) {
   const std::size_t length = std::min<std::size_t>(qiGetNamelen(name), name.text.size() * kCharsPerWord);
   std::string text;
-  for (std::size_t i = 0; i < length; ++i) {
-    const char c = static_cast<char>(name.text[i / kCharsPerWord] >> shift_of(i));
-    if (c == '\0') break;
-    text += c;
-  }
+  for (std::size_t i = 0; i < length; ++i)
+    text += static_cast<char>(name.text[i / kCharsPerWord] >> shift_of(i));
+  text.resize(text.find_last_not_of('\0') + 1);
+  return text;
+}
+
+std::string qiGetName(const qi::Name& name) {
+  std::string text = qiNameBytes(name);
+  text.resize(std::min(text.find('\0'), text.size()));
   qiSp2_(text);
   return text;
 }

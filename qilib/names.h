@@ -12,6 +12,9 @@ Word qiGetNamelen(const qi::Name& name);
 /// The text of a name, up to its first zero byte, with every blank turned into an underscore.
 std::string qiGetName(const qi::Name& name);
 
+/// The bytes of a name's text as they stand in the file, but for zero bytes at its end.
+std::string qiNameBytes(const qi::Name& name);
+
 /// Turns every blank of a text into an underscore.
 void qiSp2_(std::string& text);
 

@@ -470,7 +470,7 @@ TEST_F(Quilscene, HelpIsGivenForACommandToo) {
     EXPECT_EQ(ran.out, help) << line;
     EXPECT_THAT(ran.err, IsEmpty());
   }
-  EXPECT_THAT(edit, AllOf(HasSubstr("\nUsage: quilscene edit FILE --output OUT [OPTIONS]\n"),
+  EXPECT_THAT(edit, AllOf(HasSubstr("\nUsage: quilscene edit FILE... [OPTIONS]\n"),
                           HasSubstr("--script SCRIPT"), HasSubstr("new cluster CLUSTERS")));
   EXPECT_NE(run("help info").out, edit);
   EXPECT_EQ(run("help nothing").status, 2);

@@ -305,7 +305,8 @@ TEST_F(Values, ANameWhoseIndexIsOutOfRangeIsNotLostButRefused) {
   EXPECT_EQ(ran.status, 1);
   EXPECT_EQ(lines_with(ran.out, "->"), (std::vector<std::string>{"0", "0", "1"}));
   const std::string line = "part_0: can't be renamed: its name index is 9999, and the scene has ";
-  EXPECT_THAT(ran.err, testing::MatchesRegex(line + "[0-9]+ names\n" + line + "[0-9]+ names\n"));
+  EXPECT_THAT(ran.err, testing::MatchesRegex(line + "[0-9]+ names\nquilscene: script:1: refused\n" + line +
+                                             "[0-9]+ names\nquilscene: script:2: part_0 can't be named\n"));
   EXPECT_EQ(word_at(written("out.quil"), part_0 + 12), 9999u);
 }
 
