@@ -93,6 +93,13 @@ class Drawing {
   ArcId findArc(NodeId from, NodeId to) const;
   void setBends(ArcId arc, std::span<const SgPoint> bends);
   std::span<const SgPoint> bends(ArcId arc) const { return arcs_[arc].bends; }
+  /// Calls `visit(node)` for every node, shown or not.
+  template <class Visit>
+  void visitAllNodes(Visit&& visit) const {
+    for (NodeId node = 0; node < nodes_.size(); ++node)
+      if (nodes_[node].used) visit(node);
+  }
+  std::size_t countNodes() const { return nodes_.size() - freeNodes_.size(); }
   /// Calls `visit(arc)` for every arc, oldest first as far as none was removed.
   template <class Visit>
   void visitAllArcs(Visit&& visit) const {

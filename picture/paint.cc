@@ -43,6 +43,7 @@ class Painting {
         looks_(content.looks),
         arcLabels_(content.arcLabels),
         inks_(content.inks),
+        offsets_(content.offsets),
         frame_(frame),
         manner_(manner) {}
 
@@ -70,13 +71,14 @@ class Painting {
     ArcDetail detail = arcDetail(frame_);
     if (!manner_.partialArcs) detail.longest = std::numeric_limits<double>::infinity();
     std::vector<std::pair<SgPoint, const std::string*>> labels;
-    drawing_.visitArcs(frame_.visible().grownBy(20), [&](ArcId arc) {
+    visitArcsInView([&](ArcId arc) {
       const bool square = drawing_.arcStyle(arc) == ArcStyle::Square && !drawing_.bends(arc).empty();
       const double shortest = square && frame_.zoom < kDetailZoom ? shortestLine() : 0;
       const double head = square ? 0 : drawing_.inStubs(arc, detail) ? kStubHead : 1;
       ArcBatch& batch = manner_.selection && drawing_.arcSelected(arc) ? selected : plain;
       drawing_.visitPieces(arc, detail, [&](std::span<const SgPoint> piece, bool reachesChild) {
-        batch.add(piece, reachesChild ? head : 0, shortest);
+        const std::vector<SgPoint> gliding = moved(arc, piece);
+        batch.add(gliding.empty() ? piece : gliding, reachesChild ? head : 0, shortest);
       });
       if (arcLabels_.empty() || !showsText()) return;
       if (const auto label = arcLabels_.find(arc); label != arcLabels_.end())
@@ -100,7 +102,7 @@ class Painting {
     for (const NodeId node : nodesInView()) {
       const Drawing::Undrawn undrawn = drawing_.undrawnStubs(node);
       if (undrawn.in + undrawn.out == 0 || selected(node)) continue;
-      const SgRectangle box = frame_.toWindow(drawing_.box(node));
+      const SgRectangle box = frame_.toWindow(boxOf(node));
       const auto say = [&](std::uint32_t count, double y) {
         if (count == 0) return;
         const std::string text = "+" + std::to_string(count);
@@ -118,8 +120,63 @@ class Painting {
   std::vector<NodeId> nodesInView() const {
     std::vector<NodeId> nodes;
     drawing_.visitNodes(frame_.visible(), [&](NodeId node) { nodes.push_back(node); });
-    std::ranges::sort(nodes);
+    if (offsets_)
+      for (const auto& [node, offset] : *offsets_)
+        if (drawing_.shown(node)) nodes.push_back(node);
+    sortOnce(nodes);
     return nodes;
+  }
+
+  template <class Visit>
+  void visitArcsInView(Visit&& visit) const {
+    const SgRectangle area = frame_.visible().grownBy(20);
+    if (!offsets_) {
+      drawing_.visitArcs(area, visit);
+      return;
+    }
+    std::vector<ArcId> arcs;
+    drawing_.visitArcs(area, [&](ArcId arc) { arcs.push_back(arc); });
+    for (const auto& [node, offset] : *offsets_)
+      drawing_.visitDrawnArcsOf(node, [&](ArcId arc) {
+        if (drawing_.arcShown(arc)) arcs.push_back(arc);
+      });
+    sortOnce(arcs);
+    std::ranges::for_each(arcs, visit);
+  }
+
+  /// In ascending order, each once.
+  static void sortOnce(std::vector<std::uint32_t>& ids) {
+    std::ranges::sort(ids);
+    ids.erase(std::unique(ids.begin(), ids.end()), ids.end());
+  }
+
+  SgPoint offsetOf(NodeId node) const {
+    const auto offset = offsets_->find(node);
+    return offset == offsets_->end() ? SgPoint{} : offset->second;
+  }
+
+  SgRectangle boxOf(NodeId node) const {
+    SgRectangle box = drawing_.box(node);
+    if (!offsets_) return box;
+    const SgPoint offset = offsetOf(node);
+    box.x += offset.x;
+    box.y += offset.y;
+    return box;
+  }
+
+  /// A piece of an arc whose nodes are on their way: each point goes with the end that it is near to. Empty
+  /// where they are not.
+  std::vector<SgPoint> moved(ArcId arc, std::span<const SgPoint> piece) const {
+    if (!offsets_ || piece.size() < 2) return {};
+    const SgPoint from = offsetOf(drawing_.drawnFrom(arc)), to = offsetOf(drawing_.drawnTo(arc));
+    if (from == SgPoint{} && to == SgPoint{}) return {};
+    std::vector<SgPoint> moved(piece.begin(), piece.end());
+    for (std::size_t i = 0; i < moved.size(); ++i) {
+      const double part = static_cast<double>(i) / static_cast<double>(moved.size() - 1);
+      moved[i].x += from.x + part * (to.x - from.x);
+      moved[i].y += from.y + part * (to.y - from.y);
+    }
+    return moved;
   }
 
   void drawNodes() {
@@ -129,7 +186,7 @@ class Painting {
       return;
     }
     for (const NodeId node : nodes) {
-      const SgRectangle box = frame_.toWindow(drawing_.box(node));
+      const SgRectangle box = frame_.toWindow(boxOf(node));
       surface_.fillInside(box, looks_[node].tint);
       drawContents(node, box);
       if (selected(node))
@@ -146,7 +203,7 @@ class Painting {
     std::map<Color, std::vector<SgRectangle>> boxes;
     for (const NodeId node : nodes)
       boxes[selected(node) ? inks_.selection : farTint(looks_[node].tint)].push_back(
-          frame_.toWindow(drawing_.box(node)));
+          frame_.toWindow(boxOf(node)));
     for (const auto& [tint, ofTint] : boxes) surface_.fillBoxes(ofTint, tint);
   }
 
@@ -196,7 +253,7 @@ class Painting {
     surface_.setTextZoom(kNameZoom);
     std::vector<SgRectangle> taken;
     for (auto name = names.begin(); name != end && taken.size() < kMostNames; ++name) {
-      const SgPoint middle = frame_.toWindow(drawing_.box(name->node)).middle();
+      const SgPoint middle = frame_.toWindow(boxOf(name->node)).middle();
       const std::string& text = looks_[name->node].label;
       const double width = surface_.textWidth(text) + 4, height = surface_.textHeight();
       const SgRectangle box{middle.x - width / 2, middle.y - height / 2, width, height};
@@ -237,6 +294,7 @@ class Painting {
   const std::vector<NodeLook>& looks_;
   const std::unordered_map<ArcId, std::string>& arcLabels_;
   const Inks& inks_;
+  const Offsets* const offsets_;
   const Frame& frame_;
   const Manner& manner_;
 };

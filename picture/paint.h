@@ -30,12 +30,16 @@ struct Inks {
   Color background = kWhite, text, arc, farArc, border, selection, handle;
 };
 
+/// How far from their places nodes are painted while they glide there, on the plane.
+using Offsets = std::unordered_map<NodeId, SgPoint>;
+
 /// A graph with all that is needed to paint it.
 struct Content {
   const Drawing& drawing;
   const std::vector<NodeLook>& looks;                       ///< by NodeId
   const std::unordered_map<ArcId, std::string>& arcLabels;  ///< texts at the middles of arcs
   Inks inks;
+  const Offsets* offsets = nullptr;  ///< null: all are where they are
 };
 
 /// What is painted beside nodes and arcs for who works on the graph; a printed picture has none of it.

@@ -27,6 +27,18 @@ bool hasPart(std::string_view text, std::string_view part) {
   return std::ranges::search(text, part, same).begin() != text.end();
 }
 
+/// While it lives, nodes are moved, to be seen gliding to their places afterwards.
+class Moving {
+ public:
+  explicit Moving(Widget graph) : graph_(graph) { SgGraphBeginMove(graph); }
+  ~Moving() { SgGraphEndMove(graph_); }
+  Moving(const Moving&) = delete;
+  Moving& operator=(const Moving&) = delete;
+
+ private:
+  Widget graph_;
+};
+
 /// Whether a line over such points turns at right angles only.
 bool isSquare(std::span<const SgPoint> bends) {
   const auto slanted = [](const SgPoint& a, const SgPoint& b) { return a.x != b.x && a.y != b.y; };
@@ -336,6 +348,7 @@ bool VkGraph::isDisplayed(const VkNode* node) const {
 void VkGraph::doLayout() {
   if (!graph_ || !layoutIsDue_) return;
   if (laidOut_) {
+    const Moving moving(graph_);
     inOpenPicture(false, [&] { placeNew(nullptr); });
     if (isDisplayed(worked_)) SgGraphRevealNode(graph_, seen(worked_)->baseWidget());
     return;
@@ -351,6 +364,7 @@ void VkGraph::doLayout() {
 
 void VkGraph::doSubtreeLayout(VkNode* node) {
   if (!isDisplayed(node)) return;
+  const Moving moving(graph_);
   inOpenPicture(false, [&] { placeNew(node); });
   SgGraphRevealNode(graph_, seen(node)->baseWidget());
 }
@@ -373,6 +387,7 @@ void VkGraph::arrangeAgain() {
   if (shown.nodes.empty()) return;
   VkNode* worked = workedOn();
   if (!isDisplayed(worked)) worked = seen(shown.nodes.front());
+  const Moving moving(graph_);
   const SgRectangle before = SgGraphNodeRectangle(worked->baseWidget());
   inOpenPicture(true, [&] { placeAll(picture()); });
   const SgRectangle after = SgGraphNodeBounds(worked->baseWidget());
@@ -483,7 +498,9 @@ VkPlaces VkGraph::places() const {
 }
 
 void VkGraph::arrange(const VkPlaces& places) {
-  if (graph_) inOpenPicture(places.compact != compact_, [&] { placeWithin(places); });
+  if (!graph_) return;
+  const Moving moving(graph_);
+  inOpenPicture(places.compact != compact_, [&] { placeWithin(places); });
 }
 
 void VkGraph::placeWithin(const VkPlaces& places) {
@@ -531,6 +548,7 @@ void VkGraph::inOpenPicture(bool afresh, Change&& change) const {
 
 template <class Change>
 void VkGraph::changeFolds(VkNode* still, Change&& change) {
+  const Moving moving(graph_);
   const SgRectangle before = SgGraphNodeRectangle(seen(still)->baseWidget());
   inOpenPicture(true, change);
   const Widget node = seen(still)->baseWidget();

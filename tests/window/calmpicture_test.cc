@@ -13,6 +13,8 @@ using support::WidgetInfo;
 
 class CalmPicture : public TreeTest {
  protected:
+  using TreeTest::TreeTest;
+
   /// Where every node is in the window, also where it is scrolled out of view.
   static std::map<std::string, std::pair<int, int>> places(const GraphState& graph) {
     std::map<std::string, std::pair<int, int>> places;
@@ -162,6 +164,48 @@ TEST_F(CalmPicture, ANewNodeComesWhereItWasAskedFor) {
   auto now = places(after);
   now.erase("newNode");
   EXPECT_EQ(now, places(before));
+}
+
+/// With `glide` turned off by its resource, as with it on in the other tests.
+class NoGlide : public CalmPicture {
+ protected:
+  NoGlide() : CalmPicture(24, {.executable = {}, .arguments = {"-xrm", "quileditor*glide: False"}}) {}
+};
+
+TEST_F(NoGlide, ArrangementsComeAtOnceAndCanBeTakenBack) {
+  const WidgetInfo canvas = editor_.graphWidget();
+  EXPECT_EQ(editor_.resource(canvas, "glide"), "0");
+  editor_.open(table());
+  editor_.toggleEditMode();
+  const auto layered = placesFromTheScene();
+  editor_.chooseMenu({"View", "Compact"});
+  EXPECT_NE(placesFromTheScene(), layered);
+  editor_.key("z", {"Control_L"});
+  expectSame(placesFromTheScene(), layered);
+}
+
+TEST_F(CalmPicture, GesturesDontWaitForNodesToArrive) {
+  EXPECT_EQ(editor_.resource(editor_.graphWidget(), "glide"), "1");
+  editor_.open(table());
+  editor_.toggleEditMode();
+  const auto layered = placesFromTheScene();
+  editor_.chooseMenu({"View", "Compact"});
+  // Without a pause between them, or a look at what is seen.
+  editor_.key("z", {"Control_L"});
+  for (int i = 0; i < 4; ++i) {
+    editor_.driver().key("z", {"Control_L", "Shift_L"});
+    editor_.driver().key("z", {"Control_L"});
+  }
+  expectSame(placesFromTheScene(), layered);
+  editor_.chooseMenu({"View", "Compact"});
+  const Point from = editor_.graph().node("obj_8").box.centre();
+  editor_.driver().drag(from, {from.x + 40, from.y + 30});
+  const Point to = editor_.graph().node("obj_8").box.centre();
+  EXPECT_EQ(to.x - from.x, 40);
+  EXPECT_EQ(to.y - from.y, 30);
+  editor_.key("z", {"Control_L"});
+  editor_.key("z", {"Control_L"});
+  expectSame(placesFromTheScene(), layered);
 }
 
 }  // namespace

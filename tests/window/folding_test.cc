@@ -35,14 +35,6 @@ class Folding : public TreeTest {
     return places;
   }
 
-  /// Places in a view that was scrolled by parts of pixels are the same within one.
-  void expectPlaces(const std::map<std::string, std::pair<int, int>>& expected) {
-    for (const auto& [name, place] : places()) {
-      EXPECT_NEAR(place.first, expected.at(name).first, 1) << name;
-      EXPECT_NEAR(place.second, expected.at(name).second, 1) << name;
-    }
-  }
-
   void clickNode(const std::string& name, unsigned button = 1) {
     editor_.driver().click(editor_.graph().node(name).box.centre(), button);
   }
@@ -239,7 +231,7 @@ TEST_F(Folding, ABlockOfALargeSceneGivesItsRoomToTheOthers) {
   EXPECT_GT(hidden.size(), 900u) << "it is the root of the tree";
   editor_.key("plus", {"Shift_L"});
   editor_.settle();
-  expectPlaces(open);
+  expectSame(places(), open);
   editor_.fillIn("strip/find", "obj_17");
   clickHandle("obj_17");
   const std::size_t count = folded().size();
@@ -254,7 +246,7 @@ TEST_F(Folding, ABlockOfALargeSceneGivesItsRoomToTheOthers) {
   }
   EXPECT_GT(nearer, static_cast<int>(count));
   editor_.chooseMenu({"View", "Expand All"});
-  expectPlaces(open);
+  expectSame(places(), open);
 }
 
 }  // namespace

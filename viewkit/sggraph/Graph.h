@@ -38,6 +38,7 @@ enum class FileFormat : int;
 #define SgNokToAdd "okToAdd"            // Boolean False: double-click on the background makes a node
 #define SgNarcWidth "arcWidth"          // Dimension 20: pixels across of the strip that picks an arc
 #define SgNshowOverview "showOverview"  // Boolean False: a map in a corner while not all is in view
+#define SgNglide "glide"                // Boolean True: nodes glide to new places, see SgGraphBeginMove
 #define SgNarcDirection "arcDirection"  // int 1: SgARC_ANY or SgARC_DOWN
 #define SgNemptyText "emptyText"        // String null, copied: lines in the middle while there are no nodes
 #define SgNarcColor "arcColor"          // Pixel
@@ -201,6 +202,14 @@ void SgGraphClearSelection(Widget graph);
 /// numbers are held within +-1e9.
 void SgGraphSetNodePosition(Widget node, SgPoint position);
 SgRectangle SgGraphNodeBounds(Widget node);
+/// @}
+
+/// @name What is moved between the two, by the application and with the view, is seen to glide to its new
+/// place for an instant. Everything else knows the new places only. A press, a key and the wheel end it, and
+/// where too much would have to be painted there is none. Calls may be nested.
+/// @{
+void SgGraphBeginMove(Widget graph);
+void SgGraphEndMove(Widget graph);
 /// @}
 
 /// @name Folding: nodes that others stand for are not seen. Their arcs are drawn from and to these instead,

@@ -28,6 +28,7 @@ struct SgGraphPart {
   Boolean editableArcs;
   Boolean okToAdd;
   Boolean showOverview;
+  Boolean glide;
   Dimension arcWidth;  // pixels
   int arcDirection;    // SgARC_ANY, SgARC_DOWN
   Pixel arcColor, farArcColor, nodeColor, nodeBorderColor, selectionColor, hoverColor, handleColor,

@@ -122,6 +122,7 @@ void GraphView::wheel(const XButtonEvent& event) {
 }
 
 void GraphView::press(const XButtonEvent& event) {
+  endGlide();
   if (event.button >= Button4) {
     wheel(event);
     return;
@@ -377,6 +378,7 @@ void GraphView::focus(bool in) {
 }
 
 void GraphView::key(XKeyEvent& event) {
+  endGlide();
   XEvent whole{};
   whole.xkey = event;
   Modifiers used = 0;

@@ -169,6 +169,16 @@ SgRectangle SgGraphNodeBounds(Widget node) {
   return found ? found.view->drawing().box(found.id) : SgRectangle{};
 }
 
+// Gliding
+
+void SgGraphBeginMove(Widget graph) {
+  if (GraphView* view = sggraph::viewOf(graph)) view->beginMove();
+}
+
+void SgGraphEndMove(Widget graph) {
+  if (GraphView* view = sggraph::viewOf(graph)) view->endMove();
+}
+
 // Folding
 
 void SgGraphFold(Widget graph, std::span<const SgFoldedNode> folded) {

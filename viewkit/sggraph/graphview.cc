@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <new>
 #include <optional>
 #include <utility>
 
@@ -15,7 +16,8 @@ namespace sggraph {
 
 namespace {
 
-constexpr int kScrollStep = 40;  // pixels per click on a scroll bar's arrow
+constexpr int kScrollStep = 40;           // pixels per click on a scroll bar's arrow
+constexpr unsigned long kFrameTime = 15;  // milliseconds between the frames of a glide
 
 /// A label is shown in one line.
 std::string labelText(XmString label) {
@@ -46,7 +48,10 @@ GraphView::GraphView(SgGraphWidget widget)
   placeScrollBars();
 }
 
-GraphView::~GraphView() { unschedule(); }
+GraphView::~GraphView() {
+  unschedule();
+  endGlide();
+}
 
 void GraphView::makeShelf() {
   std::array<Arg, 2> args{Arg{XmNwidth, 1}, Arg{XmNheight, 1}};
@@ -83,6 +88,7 @@ void GraphView::nodeMade(SgNodeObject node) {
 void GraphView::nodeGone(SgNodeObject node) {
   const NodeId id = node->node.id;
   if (id == kNone) return;
+  glide_.forget(id);
   if (!arcLabels_.empty()) drawing_.visitArcsOf(id, [&](ArcId arc) { arcLabels_.erase(arc); });
   drawing_.removeNode(id);
   widgets_[id] = nullptr;
@@ -165,6 +171,7 @@ std::optional<SgRectangle> GraphView::foldHandleOf(NodeId node) {
 }
 
 void GraphView::clear() {
+  endGlide();
   endGesture();
   lastClick_ = {};
   current_ = hoverNode_ = hoverArc_ = 0;
@@ -323,6 +330,37 @@ void GraphView::unschedule() {
   work_ = 0;
 }
 
+void GraphView::beginMove() {
+  if (moves_++ > 0 || !widget_->graph.glide || !painter_) return;
+  bringUpToDate();
+  glide_.note(drawing_, viewport_.frame());
+}
+
+void GraphView::endMove() {
+  if (--moves_ > 0 || !widget_->graph.glide || !painter_) return;
+  bringUpToDate();
+  try {
+    glide_.start(drawing_, viewport_.frame());
+  } catch (const std::bad_alloc&) {
+    glide_.stop();  // all are in their places at once
+  }
+  if (glide_.underWay()) viewChanged();
+}
+
+void GraphView::endGlide() {
+  if (frame_ != 0) XtRemoveTimeOut(frame_);
+  frame_ = 0;
+  if (!glide_.underWay()) return;
+  glide_.stop();
+  viewChanged();
+}
+
+void GraphView::nextFrame(XtPointer self, XtIntervalId*) noexcept {
+  auto* view = static_cast<GraphView*>(self);
+  view->frame_ = 0;
+  view->viewChanged();
+}
+
 Boolean GraphView::updateWhenIdle(XtPointer self) noexcept {
   auto* view = static_cast<GraphView*>(self);
   view->work_ = 0;
@@ -338,7 +376,12 @@ void GraphView::update() {
     painter_ =
         std::make_unique<Painter>(display(), XtWindow(widget()), renderTable_.get(), pixels_, pictures_);
   if (pictureStale_) {
-    painter_->paint(content(), viewport_.frame(), editable());
+    Content seen = content();
+    if (glide_.underWay()) seen.offsets = &glide_.offsets();
+    const bool gliding = glide_.underWay();
+    painter_->paint(seen, viewport_.frame(), editable() && !gliding);
+    if (gliding && frame_ == 0)
+      frame_ = XtAppAddTimeOut(XtWidgetToApplicationContext(widget()), kFrameTime, &nextFrame, this);
     setScrollBars();
   }
   if (pictureStale_ || overlayStale_) {
@@ -431,6 +474,7 @@ Overlay GraphView::overlay() {
   if (drawing_.extents() == SgRectangle{}) overlay.lines = emptyText_;
   overlay.map = map();
   overlay.focus = focused_;
+  if (glide_.underWay()) return overlay;
   if (focused_) overlay.currentNode = drawing_.nodeOf(current_);
   if (overlay.currentNode != kNone && !drawing_.shown(overlay.currentNode)) overlay.currentNode = kNone;
   if (gesture_.kind == Gesture::Kind::Idle) {
@@ -512,6 +556,7 @@ void GraphView::scrolled(Widget scrollBar, int value) {
 }
 
 void GraphView::resized() {
+  endGlide();
   placeScrollBars();
   changed();
 }

@@ -15,6 +15,7 @@
 #include "picture/export.h"
 #include "picture/viewport.h"
 #include "viewkit/sggraph/GraphP.h"
+#include "viewkit/sggraph/glide.h"
 #include "viewkit/sggraph/painter.h"
 #include "viewkit/sggraph/pixels.h"
 #include "viewkit/sggraph/textfont.h"
@@ -124,6 +125,12 @@ class GraphView {
   void makeCurrent(NodeId node);
   /// @}
 
+  /// @name See SgGraphBeginMove.
+  /// @{
+  void beginMove();
+  void endMove();
+  /// @}
+
   /// Writes the picture to a file. @returns what went wrong; empty for nothing.
   std::string exportTo(const std::string& path, FileFormat format, bool viewOnly, const std::string& title);
 
@@ -180,6 +187,9 @@ class GraphView {
   void setScrollBars();
   void schedule();
   void unschedule();
+  static void nextFrame(XtPointer self, XtIntervalId* id) noexcept;
+  /// All are where they are.
+  void endGlide();
   /// The picture with its colours.
   Content content();
   OverlayInks overlayInks();
@@ -252,6 +262,9 @@ class GraphView {
   bool mapStale_ = true;
   bool pictureStale_ = true, overlayStale_ = true;
   XtWorkProcId work_ = 0;
+  Glide glide_;
+  int moves_ = 0;           // that have begun
+  XtIntervalId frame_ = 0;  // until the next frame of the glide
   ViewState announced_;
 
   Gesture gesture_;
