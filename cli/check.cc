@@ -38,6 +38,7 @@ std::string joined_levels() {
   for (const auto level : checks::kLevelNames) text += (text.empty() ? "" : "|") + std::string{level};
   return text;
 }
+std::string_view name_of(Level level) { return checks::kLevelNames[static_cast<std::size_t>(level)]; }
 Level level_named(const std::string& name) {
   if (const auto level = checks::find_level(name)) return *level;
   throw WrongUse("no such severity: " + name + " (" + joined_levels() + ")");
@@ -80,6 +81,10 @@ void declare(CLI::App& line, Request& request) {
       ->check(no_whole_number)
       ->type_name("N");
   line.add_flag("--quiet", request.quiet, "Print nothing: the exit status tells");
+  std::string codes = "\nCodes and their severities:\n";
+  for (const checks::Code* code : checks::codes())
+    codes += "  " + std::string{code->name} + " " + std::string{name_of(code->level)} + "\n";
+  line.footer(codes);
 }
 
 /// How many findings there are of each level.
@@ -141,7 +146,7 @@ class FileReport {
   }
 
   static Json object_of(const Finding& finding, Level level) {
-    Json object{{"code", finding.code->name}, {"severity", checks::kLevelNames[static_cast<int>(level)]}};
+    Json object{{"code", finding.code->name}, {"severity", name_of(level)}};
     if (!finding.path.empty()) object["path"] = finding.path;
     if (!finding.list.empty()) object["list"] = finding.list;
     if (finding.offset) object["offset"] = *finding.offset;

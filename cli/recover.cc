@@ -7,6 +7,7 @@
 #include <system_error>
 
 #include "cli/commandline.h"
+#include "cli/copystream.h"
 #include "cli/printable.h"
 #include "qilib/files.h"
 #include "storage/recovery.h"
@@ -30,8 +31,8 @@ Outcome list(const RecoveryStore& store) {
   return Outcome::well;
 }
 
-Outcome no_copy(unsigned number) {
-  std::fprintf(stderr, "quilscene: there is no copy %u\n", number);
+Outcome no_copy(int number) {
+  std::fprintf(stderr, "quilscene: there is no copy %d\n", number);
   return Outcome::failed;
 }
 
@@ -49,23 +50,21 @@ Outcome extract(const RecoveryStore& store, int number, const std::string& outpu
   const auto found = store.find(number);
   if (!found) return no_copy(number);
   const qi::File copy = qi::open_regular(found->path);
-  ReplacingFile file{output};
-  char bytes[1 << 16];
-  for (std::size_t count = 1; copy && file.stream() && count != 0;) {
-    count = std::fread(bytes, 1, sizeof bytes, copy.get());
-    std::fwrite(bytes, 1, count, file.stream());
-  }
-  if (!copy || std::ferror(copy.get())) {
+  const auto copied_to = [&](std::FILE* stream) {
+    if (copy && copy_stream(copy.get(), stream)) return true;
     std::fprintf(stderr, "quilscene: can't read copy %d\n", number);
-    return Outcome::failed;
-  }
+    return false;
+  };
+  if (output == "-") return copied_to(stdout) ? Outcome::well : Outcome::failed;
+  ReplacingFile file{output};
+  if (file.stream() && !copied_to(file.stream())) return Outcome::failed;
   if (file.commit()) return Outcome::well;
   std::fprintf(stderr, "%s\nquilscene: can't write %s\n", file.error().text().c_str(), output.c_str());
   return Outcome::failed;
 }
 
 struct Request {
-  std::optional<unsigned> copy;
+  std::optional<int> copy;
   std::string output;
   bool remove = false;
 };
@@ -73,7 +72,9 @@ struct Request {
 void declare(CLI::App& line, Request& request) {
   line.add_option("N", request.copy, "The copy's number (default: list them)")
       ->check([](const std::string& word) {
-        return word.find_first_not_of("0") == word.npos ? "the first copy is number 1" : "";
+        const std::string problem = no_whole_number(word);
+        return problem.empty() && word.find_first_not_of("0") == word.npos ? "the first copy is number 1"
+                                                                           : problem;
       })
       ->type_name("");
   auto* const output = take_output(line, request.output, "The file to write the copy to");

@@ -1,16 +1,22 @@
 /// @file
 /// `quilscene render`: the picture of the graph that the editor's window shows, as a file.
 #include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <stdexcept>
+#include <string>
 #include <unordered_map>
 #include <vector>
 
 #include "cli/commandline.h"
+#include "cli/copystream.h"
 #include "cli/scenefile.h"
 #include "editor/model/scenegraph.h"
 #include "graphlayout/compact.h"
 #include "graphlayout/layout.h"
 #include "picture/colors.h"
 #include "picture/export.h"
+#include "qilib/files.h"
 
 namespace {
 
@@ -61,20 +67,56 @@ Laid laid_out(const SceneGraph& scene, const picture::Font& font) {
 }
 
 struct Request {
-  std::string file, output, page;
+  std::string file, output, page, format;
 };
+
+/// A folder that goes with all that is in it.
+class TemporaryFolder {
+ public:
+  TemporaryFolder() : path_(std::filesystem::temp_directory_path() / "quilscene.XXXXXX") {
+    if (!mkdtemp(path_.data())) throw std::runtime_error("can't make a folder in " + path_);
+  }
+  ~TemporaryFolder() {
+    std::error_code none;
+    std::filesystem::remove_all(path_, none);
+  }
+  TemporaryFolder(const TemporaryFolder&) = delete;
+  TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+  const std::string& path() const { return path_; }
+
+ private:
+  std::string path_;
+};
+
+constexpr const char* kStandardOutput = "-";
 
 void declare(CLI::App& line, Request& request) {
   take_file(line, request.file);
-  line.add_option("OUT", request.output, "The picture: ends in " + std::string(picture::kFormatNames))
+  line.add_option("OUT", request.output,
+                  "The picture: ends in " + std::string(picture::kFormatNames) + "; - is standard output")
       ->required()
       ->type_name("");
+  line.add_option("--format", request.format, "Of the picture, if the ending of its name doesn't say it")
+      ->type_name("svg|pdf|png|ps|eps");
   line.add_option("--page", request.page, "Sheets of PDF and PostScript")
       ->type_name("A5|A4|A3|A2|A1|A0|Letter|Tabloid");
 }
 
+/// The exporter's files replace others when they are complete, which standard output can't be.
+std::string export_to(const std::string& output, picture::FileFormat format,
+                      const picture::ExportedPicture& picture, const picture::Paper* paper) {
+  if (output != kStandardOutput) return exportPicture(output, format, picture, paper);
+  const TemporaryFolder folder;
+  const std::string file = folder.path() + "/picture";
+  std::string problem = exportPicture(file, format, picture, paper);
+  if (!problem.empty()) return problem;
+  const qi::File made = qi::open_regular(file);
+  if (!made || !copy_stream(made.get(), stdout)) return "can't read " + file;
+  return {};
+}
+
 Outcome run(const Request& request) {
-  const auto format = picture::formatOf(request.output);
+  const auto format = picture::formatOf(request.format.empty() ? request.output : "." + request.format);
   if (!format)
     throw WrongUse("the name of a picture ends in " + std::string(picture::kFormatNames) + ": " +
                    request.output);
@@ -88,14 +130,14 @@ Outcome run(const Request& request) {
   const Laid laid = laid_out(scene_graph(scene), font);
   const std::unordered_map<picture::ArcId, std::string> no_labels;
   const picture::Content content{laid.drawing, laid.looks, no_labels, kInks};
-  const std::string problem = exportPicture(request.output, *format,
-                                            {.content = content,
-                                             .part = wholeFrame(laid.drawing),
-                                             .partialArcs = false,
-                                             .font = font,
-                                             .images = {},
-                                             .title = file.substr(file.rfind('/') + 1)},
-                                            paper);
+  const std::string problem = export_to(request.output, *format,
+                                        {.content = content,
+                                         .part = wholeFrame(laid.drawing),
+                                         .partialArcs = false,
+                                         .font = font,
+                                         .images = {},
+                                         .title = file.substr(file.rfind('/') + 1)},
+                                        paper);
   if (problem.empty()) return Outcome::well;
   std::fprintf(stderr, "quilscene: %s\n", problem.c_str());
   return Outcome::failed;

@@ -332,6 +332,11 @@ TEST_F(Check, WrongUseIsStatus2) {
     EXPECT_EQ(run(std::string("check ") + options + " a").status, 2) << options;
 }
 
+TEST_F(Check, HelpNamesTheCodes) {
+  EXPECT_THAT(run("help check").out,
+              AllOf(HasSubstr("  UNREACHED information\n"), HasSubstr("  TAG_WRONG error\n")));
+}
+
 TEST_F(Check, FileNamesCannotSteerATerminal) {
   const std::string name = "a\n\x1b[2J\xc2\x9b\xff\\.quil";
   put(name, "bad");

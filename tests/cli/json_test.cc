@@ -149,6 +149,17 @@ TEST_F(Output, TracesDoNotMixWithAScene) {
   EXPECT_EQ(both.status, 2);
 }
 
+TEST_F(Output, APictureGoesToStandardOutput) {
+  const std::string robot = scene_path("robot");
+  ASSERT_EQ(run("render " + robot + " out.svg").status, 0);
+  const Ran ran = run("render - - --format svg", "<" + robot);
+  EXPECT_EQ(ran.status, 0) << ran.err;
+  EXPECT_THAT(ran.out, testing::StartsWith("<?xml"));
+  EXPECT_EQ(std::count(ran.out.begin(), ran.out.end(), '\n'),
+            [svg = written("out.svg")] { return std::count(svg.begin(), svg.end(), '\n'); }());
+  EXPECT_EQ(run("render " + robot + " -").status, 2) << "which format?";
+}
+
 TEST_F(Output, ASceneThatCannotBeWrittenToStandardOutputFails) {
   const Ran ran = run("resave " + scene_path("robot") + " -o -", ">/dev/full");
   EXPECT_EQ(ran.status, 1);

@@ -145,6 +145,21 @@ TEST_F(ManyFiles, RefusalsTellTheirFile) {
                              Not(HasSubstr("a.quil"))));
 }
 
+TEST_F(ManyFiles, ABarIsDrawnOnATerminalWhileThereIsMuchLeft) {
+  put("list", [] {
+    std::string names;
+    for (int i = 0; i < 200000; ++i) names += "scenes/a.quil\n";
+    return names;
+  }());
+  const std::string program = support::built_program("cli/quilscene").string();
+  put("bar.sh", "script -qfc '" + program +
+                    " check --quiet @list' typescript >/dev/null &\n"
+                    "until grep -q 'files, .* s left' typescript; do kill -0 $! || exit 1; sleep 0.05; done\n"
+                    "kill $!\nwait $!\nexit 0\n");
+  EXPECT_EQ(run("--version", "; sh bar.sh").status, 0);
+  EXPECT_THAT(written("typescript"), HasSubstr(" of 200000 files, "));
+}
+
 TEST_F(ManyFiles, NoBarIsDrawnInAPipe) { EXPECT_THAT(run("check -r scenes").err, IsEmpty()); }
 
 }  // namespace
