@@ -222,7 +222,7 @@ void Drawing::setArcStyle(ArcId arc, ArcStyle style) {
 
 bool Drawing::inStubs(ArcId arc, const ArcDetail& detail) const {
   const Arc& asked = arcs_[arc];
-  if (asked.selected || asked.from == asked.to || nodeSelected(drawnFrom(arc)) || nodeSelected(drawnTo(arc)))
+  if (asked.selected || asked.from == asked.to || nodeSelected(asked.from) || nodeSelected(asked.to))
     return false;
   bringUpToDate();
   return isRedirected(arc) || asked.style == ArcStyle::Stubs || asked.length > detail.longest;

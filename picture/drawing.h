@@ -133,7 +133,8 @@ class Drawing {
   ArcStyle arcStyle(ArcId arc) const { return arcs_[arc].style; }
   /// The points that the arc is drawn through when it is drawn as a whole, valid until the next change.
   std::span<const SgPoint> path(ArcId arc) const;
-  /// Whether only the ends of the arc are drawn: not while it is selected, or a node of its is.
+  /// Whether only the ends of the arc are drawn: not while it is selected, or a node of its is. A folded node
+  /// may have thousands that are not its own: selecting it doesn't count for these.
   bool inStubs(ArcId arc, const ArcDetail& detail) const;
   /// Stubs that are not drawn, since others at the same end of the same node are: of arcs that lead to the
   /// node, and of those that start there.

@@ -101,7 +101,8 @@ class Painting {
     const double height = surface_.textHeight();
     for (const NodeId node : nodesInView()) {
       const Drawing::Undrawn undrawn = drawing_.undrawnStubs(node);
-      if (undrawn.in + undrawn.out == 0 || selected(node)) continue;
+      const bool whole = selected(node) && drawing_.countFolded(node) == 0;
+      if (undrawn.in + undrawn.out == 0 || whole) continue;
       const SgRectangle box = frame_.toWindow(boxOf(node));
       const auto say = [&](std::uint32_t count, double y) {
         if (count == 0) return;

@@ -298,6 +298,11 @@ TEST_F(Picture, ArcsOfAFoldedNodeAreStubsAtTheNodeThatStandsForIt) {
   EXPECT_EQ(drawing.arcAt({80, 10}, 5), out) << "it begins at the block";
   EXPECT_EQ(drawing.arcAt({500, 10}, 5), kNone);
   EXPECT_TRUE(drawing.isRedirected(twin));
+  drawing.selectNode(block);
+  EXPECT_EQ(drawing.arcAt({500, 10}, 5), kNone) << "it is not the block's own";
+  drawing.selectNode(shared);
+  EXPECT_NE(drawing.arcAt({500, 10}, 5), kNone);
+  drawing.deselectAll();
   drawing.moveNode(block, {0, 400});
   EXPECT_EQ(drawing.arcAt({80, 10}, 5), kNone) << "it follows the block";
   drawing.removeArc(out);

@@ -87,7 +87,7 @@ void Painter::paintOverlay(const picture::Drawing& drawing, const picture::Frame
     // What leads to and from the node is shown whole.
     picture::ArcBatch batch(frame, 0);
     const picture::ArcDetail detail = picture::arcDetail(frame);
-    drawing.visitDrawnArcsOf(overlay.hoverNode, [&](picture::ArcId arc) {
+    drawing.visitArcsOf(overlay.hoverNode, [&](picture::ArcId arc) {
       if (drawing.arcShown(arc) && drawing.inStubs(arc, detail)) batch.add(drawing.path(arc));
     });
     batch.draw(surface_, inks.hover, 0);
