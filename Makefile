@@ -1,12 +1,14 @@
 # The front door: each target calls CMake or a script.
 PREFIX ?= /usr/local
 
-.PHONY: run test bench fuzz format install clean
+.PHONY: run test test-release bench fuzz format install clean
 
 run:      ## build the editor and start it on the sample scenes
 	scripts/run
-test:     ## everything that guards this program
+test:     ## all tests, with sanitizers; the format and the order of the folders
 	scripts/test
+test-release: ## the tests of the programs once more, on optimised ones
+	scripts/test checked
 bench:    ## measure it
 	scripts/install-packages build run test bench
 	cmake --preset checked && cmake --build --preset checked --target bench

@@ -376,7 +376,8 @@ class LongHeaderBlock : public Quilscene {
   /// tiny_v2 with 4 bytes more in header block 1.
   LongHeaderBlock() {
     file_ = read_file(scene_path("tiny_v2"));
-    for (const std::size_t offset : {4, 12, 92}) file_ = with_word(file_, offset, word_at(file_, offset) + 4);
+    for (const std::size_t offset : {4U, 12U, 92U})
+      file_ = with_word(file_, offset, word_at(file_, offset) + 4);
     file_.insert(100 + 36, "more");
     put("long.quil", file_);
   }

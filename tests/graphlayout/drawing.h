@@ -6,8 +6,10 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <set>
 #include <span>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "graphlayout/layout.h"
@@ -35,15 +37,30 @@ inline std::string overlap(std::span<const graphlayout::Size> sizes,
   std::vector<std::uint32_t> order(nodes.size());
   for (std::uint32_t i = 0; i < order.size(); ++i) order[i] = i;
   std::ranges::sort(order, {}, [&](std::uint32_t i) { return nodes[i].x; });
-  std::vector<std::uint32_t> open;  // those that reach to the right of the present place
+  // Those that reach to the right of the present place. They share no height, or two would have been found
+  // already: so only the next ones above and below can overlap a further node.
+  using Edge = std::pair<double, std::uint32_t>;
+  std::set<Edge> by_top, by_right;
   for (const std::uint32_t i : order) {
-    std::erase_if(open, [&](std::uint32_t k) { return nodes[k].x + sizes[k].width <= nodes[i].x; });
-    for (const std::uint32_t k : open) {
-      if (nodes[k].y < nodes[i].y + sizes[i].height && nodes[i].y < nodes[k].y + sizes[k].height) {
-        return std::to_string(k) + " and " + std::to_string(i);
-      }
+    for (; !by_right.empty() && by_right.begin()->first <= nodes[i].x; by_right.erase(by_right.begin())) {
+      const std::uint32_t gone = by_right.begin()->second;
+      by_top.erase({nodes[gone].y, gone});
     }
-    open.push_back(i);
+    const double bottom = nodes[i].y + sizes[i].height;
+    const auto overlaps = [&](std::uint32_t k) {
+      return nodes[k].y < bottom && nodes[i].y < nodes[k].y + sizes[k].height;
+    };
+    const auto pair_with = [&](std::uint32_t k) { return std::to_string(k) + " and " + std::to_string(i); };
+    const auto below = by_top.lower_bound({nodes[i].y, 0});
+    for (auto next = below; next != by_top.end() && next->first < bottom; ++next)
+      if (overlaps(next->second)) return pair_with(next->second);
+    for (auto next = below; next != by_top.begin();) {
+      const std::uint32_t above = (--next)->second;
+      if (overlaps(above)) return pair_with(above);
+      if (sizes[above].height > 0) break;
+    }
+    by_top.insert({nodes[i].y, i});
+    by_right.insert({nodes[i].x + sizes[i].width, i});
   }
   return "";
 }

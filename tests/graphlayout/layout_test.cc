@@ -7,6 +7,7 @@
 
 #include <cmath>
 #include <limits>
+#include <random>
 
 #include "tests/graphlayout/drawing.h"
 
@@ -17,6 +18,32 @@ using graphlayout::Layout;
 using graphlayout::Options;
 using graphlayout::Point;
 using graphlayout::Size;
+
+TEST(Overlap, IsFoundWhereverAnyTwoNodesShareMoreThanAnEdge) {
+  // Few places and sizes, so that nodes often touch; some have no height.
+  std::mt19937 random(1);
+  const auto below = [&](unsigned end) { return static_cast<double>(random() % end); };
+  int found = 0;
+  for (int round = 0; round < 2000; ++round) {
+    std::vector<Size> sizes;
+    std::vector<Point> corners;
+    for (int i = 0; i < 6; ++i) {
+      sizes.push_back({1 + below(3), below(4)});
+      corners.push_back({below(12), below(12)});
+    }
+    const auto overlap_of = [&](std::size_t a, std::size_t b) {
+      return corners[a].x < corners[b].x + sizes[b].width && corners[b].x < corners[a].x + sizes[a].width &&
+             corners[a].y < corners[b].y + sizes[b].height && corners[b].y < corners[a].y + sizes[a].height;
+    };
+    bool expected = false;
+    for (std::size_t a = 0; a < sizes.size(); ++a)
+      for (std::size_t b = 0; b < a; ++b) expected = expected || overlap_of(a, b);
+    ASSERT_EQ(!overlap(sizes, corners).empty(), expected) << "round " << round;
+    found += expected;
+  }
+  EXPECT_GT(found, 500);
+  EXPECT_LT(found, 1500);
+}
 
 TEST(Layout, EmptyGraphTakesNoRoom) {
   const Layout layout = graphlayout::layout({}, {});

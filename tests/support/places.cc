@@ -3,8 +3,6 @@
 /// the project stands, which compiler caches like.
 #include "tests/support/places.h"
 
-#include <cstdlib>
-
 namespace support {
 
 namespace fs = std::filesystem;
@@ -15,21 +13,17 @@ namespace {
 constexpr const char* kSources = QUIL_SOURCE_DIR;
 constexpr const char* kBuild = QUIL_BUILD_DIR;
 
-const char* sanitized_build() { return std::getenv("QUIL_SANITIZED_BUILD"); }
-
 }  // namespace
 
 fs::path project_file(std::string_view name) { return fs::path(kSources) / name; }
 
 fs::path data_file(std::string_view name) { return fs::path(kSources) / "tests/data" / name; }
 
-fs::path built_program(std::string_view name) {
-  return fs::path(sanitized_build() ? sanitized_build() : kBuild) / name;
-}
-
-bool programs_are_sanitized() { return QUIL_SANITIZED || sanitized_build(); }
+fs::path built_program(std::string_view name) { return fs::path(kBuild) / name; }
 
 fs::path preloaded_library(std::string_view name) { return fs::path(kBuild) / name; }
+
+bool programs_are_sanitized() { return QUIL_SANITIZED; }
 
 std::string_view project_version() { return QUIL_VERSION; }
 
