@@ -58,35 +58,42 @@ void FileCommands::read(const std::string& path) {
   const std::string before = file_name_;
   const storage::SeenFile seen(path);
   Reasons reasons;
-  const bool is_read = [&] {
+  const Shown shown = [&] {
     const Busy busy(prompts_, "Opening...");
     unsaved_.keep();
-    if (!show(path, path, reasons)) return false;
-    unsaved_.opened(path);
-    display_.noteFile(path);
-    know(seen);
-    return true;
+    const Shown answer = show(path, path, reasons);
+    if (answer == Shown::yes) {
+      unsaved_.opened(path);
+      display_.noteFile(path);
+      know(seen);
+    }
+    return answer;
   }();
-  prompts_.tell(is_read && drops ? "What was not saved of " + before + " is in File > Recover..."
-                                 : reasons.line());
-  if (!is_read) prompts_.warn("Can't Read QUIL File!");
+  prompts_.tell(shown == Shown::yes && drops ? "What was not saved of " + before + " is in File > Recover..."
+                                             : reasons.line());
+  if (shown == Shown::failed) prompts_.warn("Can't Read QUIL File!");
 }
 
-bool FileCommands::show(const std::string& path, const std::string& file_name, Reasons& reasons) {
+FileCommands::Shown FileCommands::show(const std::string& path, const std::string& file_name,
+                                       Reasons& reasons) {
+  Shown answer = Shown::failed;
   auto former = std::exchange(qis, nullptr);
   std::string former_name = std::exchange(file_name_, file_name);
   try {
     if (quilread(path, reasons.sink()) == 1) {
       if (path == file_name) std::printf("File name: %s\n", path.c_str());
-      display_.showScene();
-      return true;
+      display_.showScene([&](double share) { prompts_.progress("Opening...", share); });
+      return Shown::yes;
     }
   } catch (const std::bad_alloc&) {
     reasons.add(path + ": there is not enough memory to show it");
+  } catch (const StoppedByUser&) {
+    reasons.add(path + ": stopped, nothing was opened");
+    answer = Shown::stopped;
   }
   qis = std::move(former);
   file_name_ = std::move(former_name);
-  return false;
+  return answer;
 }
 
 void FileCommands::recover() {
@@ -101,15 +108,17 @@ void FileCommands::recover() {
 
 void FileCommands::read(const RecoveryCopy& copy) {
   Reasons reasons;
-  const bool is_read = [&] {
+  const Shown shown = [&] {
     const Busy busy(prompts_, "Opening...");
-    if (!show(copy.path, copy.origin, reasons)) return false;
-    unsaved_.recovered(copy);
-    know(storage::SeenFile(copy.origin, copy.time));
-    return true;
+    const Shown answer = show(copy.path, copy.origin, reasons);
+    if (answer == Shown::yes) {
+      unsaved_.recovered(copy);
+      know(storage::SeenFile(copy.origin, copy.time));
+    }
+    return answer;
   }();
   prompts_.tell(reasons.line());
-  if (!is_read) prompts_.warn("Can't Read QUIL File!");
+  if (shown == Shown::failed) prompts_.warn("Can't Read QUIL File!");
   lookAtDisk();
 }
 

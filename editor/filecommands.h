@@ -2,6 +2,7 @@
 /// The commands of the File menu.
 #pragma once
 
+#include <functional>
 #include <set>
 #include <string>
 
@@ -17,8 +18,9 @@ class SceneDisplay {
   virtual ~SceneDisplay() = default;
 
   /// Shows the current scene, and closes what belongs to the one before. Throws std::bad_alloc, with the one
-  /// before still shown, when there is not enough memory.
-  virtual void showScene() = 0;
+  /// before still shown, when there is not enough memory; likewise what `progress` throws.
+  /// @param progress  is told again and again how much of it is done, 0 to 1.
+  virtual void showScene(const std::function<void(double)>& progress) = 0;
   virtual void showNoScene() = 0;
   /// Shows the file's name, and how it stands with the file.
   virtual void showFile() = 0;
@@ -69,9 +71,10 @@ class FileCommands {
   bool mayDrop(const char* question);
   void read(const std::string& path);
   void read(const RecoveryCopy& copy);
-  /// Reads a scene and shows it as that of a file. @returns whether that went well; otherwise all is as it
-  /// was, also when the memory doesn't suffice.
-  bool show(const std::string& path, const std::string& file_name, Reasons& reasons);
+  enum class Shown { yes, failed, stopped };
+  /// Reads a scene and shows it as that of a file. When that fails, the memory doesn't suffice or the user
+  /// stops it, all is as it was.
+  Shown show(const std::string& path, const std::string& file_name, Reasons& reasons);
   /// Takes a state of the scene's file for the one that the user knows.
   void know(storage::SeenFile seen);
   void write();

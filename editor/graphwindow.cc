@@ -409,15 +409,22 @@ void GraphWindow::showNoScene() {
   graph_->clearAll();
 }
 
-void GraphWindow::showScene() {
+void GraphWindow::showScene(const std::function<void(double)>& progress) {
+  constexpr double kBuilt = 0.7;  // of all the time that it takes
   const SceneGraph scene = scene_graph(*qis);
   require_memory_for(scene);
+  VkGraph::Kept former = graph_->setAside();
+  try {
+    ::struct_graph(scene, *graph_, *this, [&](double share) { progress(share * kBuilt); });
+    graph_->displayAll();
+    graph_->doLayout();
+    progress(1);
+  } catch (...) {
+    graph_->takeBack(std::move(former));
+    throw;
+  }
   history_.clear();
   dialogs_.closeAll();
-  graph_->clearAll();
-  ::struct_graph(scene, *graph_, *this);
-  graph_->displayAll();
-  graph_->doLayout();
   showArrangement();
   if (auto* kavo_tool = menu()->findNamedItem("KAVO tool")) {
     if (qiQUILver(qis->header) < qi::kVersion2)

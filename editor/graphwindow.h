@@ -232,7 +232,7 @@ class GraphWindow : public VkWindow, private SceneDisplay, private TextureDispla
   static constexpr auto arcMovedCallback = forward<&GraphWindow::arcMoved>;
   static constexpr auto defaultActionCallback = forward<&GraphWindow::defaultAction>;
 
-  void showScene() override;
+  void showScene(const std::function<void(double)>& progress) override;
   void showNoScene() override;
   void showFile() override { tendUnsavedWork(); }
   void noteFile(const std::string& path) override;

@@ -23,6 +23,9 @@ struct PictureChoice {
 /// The converters that have options to set.
 enum class Converter { quil2gfx, quil2zex };
 
+/// Thrown by Prompts::progress().
+struct StoppedByUser {};
+
 /// The questions, warnings and waits of the commands. Each waits until the user has answered.
 class Prompts {
  public:
@@ -48,6 +51,9 @@ class Prompts {
   /// is painted when it returns: the caller may block at once.
   virtual void busy(const char* message) = 0;
   virtual void notBusy() = 0;
+  /// Shows how far a long wait has come. Throws StoppedByUser when the user wants to stop it.
+  /// @param share  what is done of all, 0 to 1.
+  virtual void progress(const char* message, double share) = 0;
 };
 
 /// Shows the program as busy while it lives.

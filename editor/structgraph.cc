@@ -22,7 +22,7 @@ VkNode* quil_node(VkGraph& graph, const std::string& name, const TextureDisplay&
 }
 
 void struct_graph(const Qis& scene, VkGraph& graph, const TextureDisplay& textures) {
-  struct_graph(scene_graph(scene), graph, textures);
+  struct_graph(scene_graph(scene), graph, textures, [](double) {});
 }
 
 void require_memory_for(const SceneGraph& scene) {
@@ -32,9 +32,13 @@ void require_memory_for(const SceneGraph& scene) {
   *static_cast<volatile std::byte*>(room.get()) = {};  // or the compiler leaves it all out
 }
 
-void struct_graph(const SceneGraph& built, VkGraph& graph, const TextureDisplay& textures) {
+void struct_graph(const SceneGraph& built, VkGraph& graph, const TextureDisplay& textures,
+                  const std::function<void(double)>& progress) {
+  constexpr std::size_t kArcsPerReport = 1000;
   graph.add(quil_node(graph, built.nodes.front().name, textures));
-  for (const auto& arc : built.arcs) {
+  for (std::size_t i = 0; i < built.arcs.size(); ++i) {
+    const auto& arc = built.arcs[i];
+    if (i % kArcsPerReport == 0) progress(static_cast<double>(i) / static_cast<double>(built.arcs.size()));
     VkNode* const parent = quil_node(graph, built.nodes[arc.parent].name, textures);
     const auto& child = built.nodes[arc.child];
     graph.add(parent, child.kind == &kNodeKind<LevelsOfDetail>

@@ -2,6 +2,7 @@
 /// From a scene to the nodes and arcs of a graph.
 #pragma once
 
+#include <functional>
 #include <string>
 
 #include "editor/model/scenegraph.h"
@@ -15,7 +16,9 @@
 /// @param textures  outlives the graph's nodes.
 void struct_graph(const Qis& scene, VkGraph& graph, const TextureDisplay& textures);
 /// The same for the walk of a scene that has been made already.
-void struct_graph(const SceneGraph& scene, VkGraph& graph, const TextureDisplay& textures);
+/// @param progress  is told again and again how much is done, 0 to 1; what it throws ends the building.
+void struct_graph(const SceneGraph& scene, VkGraph& graph, const TextureDisplay& textures,
+                  const std::function<void(double)>& progress);
 
 /// Throws std::bad_alloc when there is not enough memory left to build, lay out and paint that. The toolkit
 /// ends the program when it gets none, so it is asked for before.

@@ -54,3 +54,7 @@ bool WindowPrompts::setOptions(Converter converter, const char* title) {
 void WindowPrompts::busy(const char* message) { theApplication->busy(message); }
 
 void WindowPrompts::notBusy() { theApplication->notBusy(); }
+
+void WindowPrompts::progress(const char* message, double share) {
+  if (theApplication->stopWanted(message, share)) throw StoppedByUser();
+}

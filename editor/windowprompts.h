@@ -21,6 +21,7 @@ class WindowPrompts final : public Prompts {
   bool setOptions(Converter converter, const char* title) override;
   void busy(const char* message) override;
   void notBusy() override;
+  void progress(const char* message, double share) override;
 
  private:
   GraphWindow& window_;

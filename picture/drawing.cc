@@ -28,9 +28,10 @@ double held(double place) { return std::isfinite(place) ? std::clamp(place, -1e9
 
 /// A slot for a new item: one that was freed, or a new one at the end.
 template <class Item>
-std::uint32_t takeSlot(std::vector<Item>& items, std::vector<std::uint32_t>& freed) {
+std::uint32_t takeSlot(std::vector<Item>& items, std::vector<std::uint32_t>& freed,
+                       std::uint32_t generation) {
   if (freed.empty()) {
-    items.emplace_back();
+    items.emplace_back().generation = generation;
     return static_cast<std::uint32_t>(items.size() - 1);
   }
   const std::uint32_t slot = freed.back();
@@ -49,7 +50,7 @@ void freeSlot(Item& item) {
 }  // namespace
 
 NodeId Drawing::addNode() {
-  const NodeId node = takeSlot(nodes_, freeNodes_);
+  const NodeId node = takeSlot(nodes_, freeNodes_, firstGeneration_);
   nodes_[node].used = true;
   return node;
 }
@@ -144,7 +145,7 @@ bool Drawing::holdsAlone(NodeId node) const {
 }
 
 ArcId Drawing::addArc(NodeId from, NodeId to) {
-  const ArcId arc = takeSlot(arcs_, freeArcs_);
+  const ArcId arc = takeSlot(arcs_, freeArcs_, firstGeneration_);
   Arc& added = arcs_[arc];
   added.used = true;
   added.from = from;
@@ -324,30 +325,16 @@ NodeId Drawing::neighbour(NodeId node, int directionX, int directionY) const {
   }
 }
 
-void Drawing::clear() {
-  freeNodes_.clear();
-  freeArcs_.clear();
-  for (NodeId node = 0; node < nodes_.size(); ++node) {
-    if (nodes_[node].used) freeSlot(nodes_[node]);
-    freeNodes_.push_back(node);
-  }
-  for (ArcId arc = 0; arc < arcs_.size(); ++arc) {
-    if (arcs_[arc].used) freeSlot(arcs_[arc]);
-    freeArcs_.push_back(arc);
-  }
-  // Slots are taken from the back: the next picture has its ids in the order of adding, as this one had.
-  std::ranges::reverse(freeNodes_);
-  std::ranges::reverse(freeArcs_);
-  pairs_.clear();
-  staleArcs_.clear();
-  stalePairs_.clear();
-  folds_.clear();
-  nodeIndex_.clear();
-  arcIndex_.clear();
-  selectedNodes_.clear();
-  selectedArcs_.clear();
-  extents_ = {};
-  extentsStale_ = false;
+Drawing Drawing::emptied() const {
+  Drawing empty;
+  empty.ports_ = ports_;
+  empty.firstGeneration_ = firstGeneration_;
+  const auto follow = [&](const auto& item) {
+    empty.firstGeneration_ = std::max(empty.firstGeneration_, item.generation + 1);
+  };
+  std::ranges::for_each(nodes_, follow);
+  std::ranges::for_each(arcs_, follow);
+  return empty;
 }
 
 std::uint64_t Drawing::pairKey(NodeId a, NodeId b) {

@@ -189,8 +189,8 @@ class Drawing {
   NodeId neighbour(NodeId node, int directionX, int directionY) const;
   /// @}
 
-  /// Removes everything. Stable ids stay invalid.
-  void clear();
+  /// An empty drawing in the place of this one: stable ids of this one are void in it.
+  Drawing emptied() const;
 
  private:
   struct Node {
@@ -253,6 +253,7 @@ class Drawing {
   std::map<std::uint64_t, NodeId> selectedNodes_;
   std::map<std::uint64_t, ArcId> selectedArcs_;
   std::uint64_t selections_ = 0;
+  std::uint32_t firstGeneration_ = 0;  // of a new slot
   Ports ports_ = Ports::Down;
 
   // Computed when somebody asks, which changes nothing that can be seen from outside.

@@ -4,10 +4,12 @@
 
 #include <X11/StringDefs.h>
 #include <X11/cursorfont.h>
+#include <X11/keysym.h>
 #include <Xm/Protocols.h>
 #include <Xm/Xm.h>
 #include <poll.h>
 
+#include <algorithm>
 #include <chrono>
 #include <clocale>
 #include <csignal>
@@ -173,25 +175,51 @@ void VkApp::cover(Widget shell) {
   attributes.cursor = watch_.get();
   attributes.do_not_propagate_mask =
       KeyPressMask | KeyReleaseMask | ButtonPressMask | ButtonReleaseMask | PointerMotionMask;
+  attributes.event_mask = KeyPressMask;  // for stopWanted()
   // As large as a window can be, so that it covers a shell that grows, too.
-  const ::Window window = XCreateWindow(display_, XtWindow(shell), 0, 0, 32767, 32767, 0, 0, InputOnly,
-                                        CopyFromParent, CWCursor | CWDontPropagate, &attributes);
+  const ::Window window =
+      XCreateWindow(display_, XtWindow(shell), 0, 0, 32767, 32767, 0, 0, InputOnly, CopyFromParent,
+                    CWCursor | CWDontPropagate | CWEventMask, &attributes);
   XMapRaised(display_, window);
   covers_.insert_or_assign(shell, viewkit::WindowId(display_, window));
 }
 
+void VkApp::showBusyMessage(const char* message) {
+  if (busyDialog_)
+    busyDialog_->post(message);
+  else
+    for (auto* window : windows_) window->showBusyMessage(message);
+}
+
 void VkApp::busy(const char* message) {
   if (busyDepth_++ == 0) {
+    stopWanted_ = false;
+    nextLook_ = Clock::now();
+    nextProgress_ = nextLook_ + std::chrono::milliseconds(500);
     if (!watch_) watch_ = viewkit::CursorId(display_, XCreateFontCursor(display_, XC_watch));
     for (const Widget shell : shells_) cover(shell);
   }
-  if (message) {
-    if (busyDialog_)
-      busyDialog_->post(message);
-    else
-      for (auto* window : windows_) window->showBusyMessage(message);
-  }
+  if (message) showBusyMessage(message);
   paintEverything();
+}
+
+bool VkApp::stopWanted(const char* message, double share) {
+  constexpr auto kLookEvery = std::chrono::milliseconds(50), kShowEvery = std::chrono::milliseconds(250);
+  const auto now = Clock::now();
+  if (busyDepth_ == 0 || now < nextLook_) return stopWanted_;
+  nextLook_ = now + kLookEvery;
+  const auto is_escape = [](Display*, XEvent* event, XPointer) -> Bool {
+    return event->type == KeyPress && XLookupKeysym(&event->xkey, 0) == XK_Escape;
+  };
+  XEvent escape;
+  if (XCheckIfEvent(display_, &escape, is_escape, nullptr)) stopWanted_ = true;
+  if (!stopWanted_ && now >= nextProgress_) {
+    nextProgress_ = now + kShowEvery;
+    const int percent = static_cast<int>(100 * std::clamp(share, 0.0, 1.0));
+    showBusyMessage((std::string(message) + " " + std::to_string(percent) + " %  (Escape stops)").c_str());
+    for (const Widget shell : shells_) XmUpdateDisplay(shell);
+  }
+  return stopWanted_;
 }
 
 void VkApp::notBusy() {
@@ -207,7 +235,6 @@ void VkApp::notBusy() {
 }
 
 void VkApp::paintEverything() {
-  using Clock = std::chrono::steady_clock;
   // The window manager maps a new dialog and takes a closed one away in its own time, and only then are the
   // windows told what to paint: wait until it is quiet, though not for ever.
   constexpr int quietMilliseconds = 30;

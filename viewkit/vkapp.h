@@ -4,6 +4,7 @@
 
 #include <X11/Intrinsic.h>
 
+#include <chrono>
 #include <map>
 #include <memory>
 #include <optional>
@@ -59,6 +60,10 @@ class VkApp : public VkCallbackObject {
   /// of notBusy. Everything is painted when it returns: the caller may block at once.
   void busy(const char* message = nullptr);
   void notBusy();
+  /// Shows how far busy work is, but for work that is done soon. Call it often.
+  /// @param share  what is done of all, 0 to 1.
+  /// @returns whether Escape was pressed since busy().
+  bool stopWanted(const char* message, double share);
 
   /// Makes the windows paint what has been uncovered, and returns when they have: call it before work that
   /// keeps the event loop waiting.
@@ -92,6 +97,7 @@ class VkApp : public VkCallbackObject {
   void heardEndSignal(int number);
   static void shellDestroyedCallback(Widget shell, XtPointer self, XtPointer data);
   void shellDestroyed(Widget shell, XtPointer data);
+  void showBusyMessage(const char* message);
   /// Puts a window with a watch cursor over the shell that takes all input.
   void cover(Widget shell);
   static int reportError(Display* display, XErrorEvent* error);
@@ -112,6 +118,9 @@ class VkApp : public VkCallbackObject {
   viewkit::CursorId watch_;
   VkDialogManager* busyDialog_ = nullptr;
   int busyDepth_ = 0;
+  using Clock = std::chrono::steady_clock;
+  Clock::time_point nextLook_, nextProgress_;  ///< of stopWanted()
+  bool stopWanted_ = false;
   bool quitting_ = false;
   int endSignal_ = 0;  ///< what told the application to end; 0: no signal
   std::optional<viewkit::EndSignals> endSignals_;

@@ -50,8 +50,12 @@ bool isSquare(std::span<const SgPoint> bends) {
 const char* const VkGraph::nodesMovedCallback = "nodesMovedCallback";
 const char* const VkGraph::menuCallback = "menuCallback";
 
-VkGraph::VkGraph(const char* name, Widget parent)
-    : VkComponent(name), folds_(std::make_unique<GraphFolds>()) {
+VkGraphContents::VkGraphContents() : folds_(std::make_unique<GraphFolds>()) {}
+VkGraphContents::~VkGraphContents() = default;
+VkGraphContents::VkGraphContents(VkGraphContents&&) noexcept = default;
+VkGraphContents& VkGraphContents::operator=(VkGraphContents&&) noexcept = default;
+
+VkGraph::VkGraph(const char* name, Widget parent) : VkComponent(name) {
   // A form that never asks for another size itself gives the strip the height it asks for.
   const Widget form =
       XtVaCreateManagedWidget(name, xmFormWidgetClass, parent, XmNresizePolicy, XmRESIZE_NONE, nullptr);
@@ -174,16 +178,17 @@ std::unique_ptr<VkNode> VkGraph::take(VkNode* node) {
   return taken;
 }
 
-void VkGraph::clearAll() {
+VkGraph::Kept VkGraph::setAside() {
+  Kept kept;
   // The widgets go all at once; one by one they would take quadratic time.
-  if (graph_) SgGraphClear(graph_);
-  folds_->clear();
-  worked_ = nullptr;
-  laidOut_ = layoutIsDue_ = compact_ = false;
-  newArcs_.clear();
-  byName_.clear();
-  nodes_.clear();
-  waiting_.clear();
+  if (graph_) kept.picture_ = SgGraphSetAside(graph_);
+  std::swap(kept.contents_, static_cast<VkGraphContents&>(*this));
+  return kept;
+}
+
+void VkGraph::takeBack(Kept kept) {
+  if (graph_) SgGraphTakeBack(graph_, std::move(kept.picture_));
+  std::swap(kept.contents_, static_cast<VkGraphContents&>(*this));
 }
 
 void VkGraph::changedCallback(Widget widget, XtPointer self, XtPointer data) {

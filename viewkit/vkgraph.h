@@ -28,10 +28,33 @@ class GraphStrip;
 struct GraphPicture;
 class VkPopupMenu;
 
+/// What a VkGraph holds of its nodes: what can be set aside for others.
+struct VkGraphContents {
+  struct NameHash {
+    using is_transparent = void;
+    std::size_t operator()(std::string_view name) const { return std::hash<std::string_view>{}(name); }
+  };
+
+  VkGraphContents();
+  ~VkGraphContents();
+  VkGraphContents(VkGraphContents&&) noexcept;
+  VkGraphContents& operator=(VkGraphContents&&) noexcept;
+
+  std::vector<std::unique_ptr<VkNode>> nodes_;
+  std::unordered_map<std::string, viewkit::LinkList<VkNode>, NameHash, std::equal_to<>> byName_;
+  std::unordered_map<const VkNode*, std::unique_ptr<VkNode>> waiting_;
+  VkNode* worked_ = nullptr;  // what was added or linked last
+  std::unique_ptr<GraphFolds> folds_;
+  std::unordered_set<SgArc> newArcs_;  // not drawn by a layout yet
+  bool compact_ = false;               // the picture that is there
+  bool laidOut_ = false;               // there was a layout since the graph was empty
+  bool layoutIsDue_ = false;           // something was added, removed or displayed since the last one
+};
+
 /// Owns the nodes, keeps them findable by name, and shows them in a graph widget with a strip for zoom and
 /// search under it. Adding is cheap and paints nothing: nodes stay hidden until one of the display functions
 /// is called.
-class VkGraph : public VkComponent {
+class VkGraph : public VkComponent, private VkGraphContents {
  public:
   enum class Arrangement {
     Layered,  ///< ranks, arcs from above to below
@@ -89,7 +112,20 @@ class VkGraph : public VkComponent {
   /// The same, but the node is handed over; add() brings it back. Null for nodes of other graphs.
   std::unique_ptr<VkNode> take(VkNode* node);
   /// Frees all nodes. Safe in any callback of the graph widget.
-  void clearAll();
+  void clearAll() { setAside(); }
+
+  /// All nodes and their picture, set aside. They are freed with it; until they are taken back, none of them
+  /// may be used.
+  class Kept {
+    friend class VkGraph;
+    VkGraphContents contents_;
+    SgKeptGraph picture_;  // goes first
+  };
+  /// Leaves the graph empty, as clearAll() does.
+  Kept setAside();
+  /// Frees the nodes that are there, and brings back those that were set aside. The graph widget must not
+  /// have been destroyed since.
+  void takeBack(Kept kept);
 
   /// The node of that name, or null. In constant time.
   VkNode* find(std::string_view name) const;
@@ -161,10 +197,6 @@ class VkGraph : public VkComponent {
   void widgetDestroyed() override;
 
  private:
-  struct NameHash {
-    using is_transparent = void;
-    std::size_t operator()(std::string_view name) const { return std::hash<std::string_view>{}(name); }
-  };
   static void changedCallback(Widget widget, XtPointer self, XtPointer data);
   static void graphDestroyedCallback(Widget widget, XtPointer self, XtPointer data);
   void changed(Widget widget, XtPointer data);
@@ -207,16 +239,7 @@ class VkGraph : public VkComponent {
 
   Widget graph_ = nullptr;
   std::unique_ptr<GraphStrip> strip_;
-  std::vector<std::unique_ptr<VkNode>> nodes_;
-  std::unordered_map<std::string, viewkit::LinkList<VkNode>, NameHash, std::equal_to<>> byName_;
-  std::unordered_map<const VkNode*, std::unique_ptr<VkNode>> waiting_;
-  VkNode* worked_ = nullptr;  // what was added or linked last
-  std::unique_ptr<GraphFolds> folds_;
   std::map<Spot, std::unique_ptr<VkPopupMenu>> popups_;
   Asked asked_;
   std::optional<Arrangement> chosen_;
-  std::unordered_set<SgArc> newArcs_;  // not drawn by a layout yet
-  bool compact_ = false;               // the picture that is there
-  bool laidOut_ = false;               // there was a layout since the graph was empty
-  bool layoutIsDue_ = false;           // something was added, removed or displayed since the last one
 };

@@ -55,11 +55,15 @@ class Files : public testing::Test, private SceneDisplay {
 
   const ScratchDirectory directory_;
   const std::string good_ = directory_ / "good.quil";
+  const std::string other_ = support::data_file("robot.quil");
   const std::string bad_ = directory_ / "bad.quil";
   RecordingPrompts prompts_;
 
  private:
-  void showScene() override { prompts_.note("show scene"); }
+  void showScene(const std::function<void(double)>& progress) override {
+    progress(0.5);
+    prompts_.note("show scene");
+  }
   void showNoScene() override { prompts_.note("show nothing"); }
   void noteFile(const std::string& path) override { noted_ = path; }
   std::string writePicture(const PictureChoice& choice, picture::FileFormat) override {
@@ -119,6 +123,16 @@ TEST_F(Files, ThatAreNoScenesAreToldAndChangeNothing) {
   EXPECT_EQ(qis.get(), scene);
   EXPECT_EQ(asked(&FileCommands::save), (Lines{"confirm: Overwrite OK?", "busy: Saving...", "ready"}));
   EXPECT_EQ(read_file(bad_), "not a scene") << "the scene is still of the file before";
+}
+
+TEST_F(Files, ThatTheUserStopsOpeningChangeNothing) {
+  asked(&FileCommands::open, good_);
+  const Qis* const scene = qis.get();
+  prompts_.stops = true;
+  EXPECT_EQ(asked(&FileCommands::open, other_), (Lines{"choose: Open", "busy: Opening...", "ready",
+                                                       "tell: " + other_ + ": stopped, nothing was opened"}));
+  EXPECT_EQ(qis.get(), scene);
+  EXPECT_EQ(files_->fileName(), good_);
 }
 
 TEST_F(Files, ThatAreNotChosenChangeNothing) {

@@ -39,6 +39,9 @@ class RecordingPrompts final : public Prompts {
   }
   void busy(const char* message) override { note("busy", message ? message : ""); }
   void notBusy() override { note("ready"); }
+  void progress(const char*, double) override {
+    if (stops) throw StoppedByUser();
+  }
 
   void note(const std::string& what, const std::string& text = {}) {
     lines.push_back(text.empty() ? what : what + ": " + text);
@@ -46,6 +49,7 @@ class RecordingPrompts final : public Prompts {
 
   using Lines = std::vector<std::string>;
   Lines lines;
+  bool stops = false;             ///< the user wants to stop
   bool answer = true;             ///< OK, or else Cancel
   std::string file;               ///< what is chosen
   bool view_only = false;         ///< what is chosen for a picture

@@ -185,7 +185,7 @@ TEST_F(Picture, StableIdsOfWhatIsGoneStayVoid) {
   EXPECT_EQ(drawing.nodeOf(stableNode), kNone);
   EXPECT_EQ(drawing.arcOf(stableArc), kNone);
   const auto kept = drawing.stableNodeId(b);
-  drawing.clear();
+  drawing = drawing.emptied();
   EXPECT_EQ(drawing.nodeOf(kept), kNone);
   EXPECT_EQ(node(0, 0), 0u);
   EXPECT_EQ(drawing.nodeOf(kept), kNone);

@@ -118,6 +118,56 @@ TEST_F(Graph, ANodeIsBuiltOnceWhenItEnters) {
   EXPECT_EQ(resource<Pixel>(entering->baseWidget(), SgNtint), SgGraphTint(canvas(), "mat"));
 }
 
+TEST_F(Graph, IsSetAsideAndTakenBackAsItWas) {
+  link("root", "left");
+  link("root", "right");
+  graph_->displayAll();
+  graph_->doLayout();
+  graph_->reveal(graph_->find("left"));
+  SgGraphSetZoom(canvas(), 0.5);
+  VkNode* const left = graph_->find("left");
+  const SgRectangle place = bounds("left"), extents = SgGraphExtents(canvas());
+  const SgPoint seen = inWindow("left");
+  const auto arcs = SgGraphArcs(canvas());
+
+  VkGraph::Kept kept = graph_->setAside();
+  EXPECT_EQ(graph_->numNodes(), 0u);
+  EXPECT_EQ(graph_->find("left"), nullptr);
+  EXPECT_EQ(SgGraphZoom(canvas()), 1);
+  EXPECT_FALSE(SgGraphGetArcNodes(canvas(), arcs[0], nullptr, nullptr)) << "numbers don't come back";
+  graph_->add(std::make_unique<CountedNode>("left"));
+  link("left", "stranger");
+  graph_->displayAll();
+  graph_->doLayout();
+  EXPECT_EQ(CountedNode::alive, 1);
+
+  graph_->takeBack(std::move(kept));
+  EXPECT_EQ(CountedNode::alive, 0);
+  EXPECT_EQ(graph_->find("left"), left);
+  EXPECT_EQ(graph_->find("stranger"), nullptr);
+  EXPECT_EQ(VkNode::of(left->baseWidget()), left);
+  EXPECT_EQ(bounds("left"), place);
+  EXPECT_EQ(SgGraphExtents(canvas()), extents);
+  EXPECT_EQ(inWindow("left"), seen);
+  EXPECT_EQ(SgGraphArcs(canvas()), arcs);
+  EXPECT_THAT(SgGraphGetSelectedNodes(canvas()), ElementsAre(left->baseWidget()));
+  link("left", "late");
+  graph_->displayAll();
+  graph_->doLayout();
+  EXPECT_EQ(bounds("left"), place);
+  EXPECT_EQ(countArcs(canvas(), left->baseWidget(), graph_->find("late")->baseWidget()), 1u);
+}
+
+TEST_F(Graph, ThatIsSetAsideFreesItsNodesWhenItGoes) {
+  graph_->make<CountedNode>("waiting");
+  graph_->add(std::make_unique<CountedNode>("a"));
+  {
+    const VkGraph::Kept kept = graph_->setAside();
+    EXPECT_EQ(CountedNode::alive, 2);
+  }
+  EXPECT_EQ(CountedNode::alive, 0);
+}
+
 TEST_F(Graph, NodesThatNeverEnterAreFreed) {
   graph_->make<CountedNode>("a");
   auto* entered = graph_->make<CountedNode>("b");

@@ -8,7 +8,9 @@
 #include <sstream>
 #include <utility>
 
+#include "qilib/checksizes.h"
 #include "qilib/opensave.h"
+#include "qilib/writer.h"
 #include "samples/scenes.h"
 #include "tests/support/places.h"
 
@@ -50,6 +52,17 @@ std::string EditorTest::table() const {
   Qis scene = samples::table();
   EXPECT_EQ(qiSaveAsQb2(scene, path("table.quil")), 1);
   return path("table.quil");
+}
+
+std::string EditorTest::dangling(std::uint32_t count) const {
+  Qis scene = samples::table();
+  qi::Obj& obj = scene.obj_list.records[0];
+  obj.children.resize(count);
+  for (std::uint32_t i = 0; i < count; ++i) obj.children[i] = 1000 + i;
+  obj.fixed.child_count = count;
+  qi::correct_sizes(scene, qi::kFromStructures, [](const qi::Message&) {});
+  EXPECT_EQ(qiSaveAsQb2(scene, path("dangling.quil")), 1);
+  return path("dangling.quil");
 }
 
 std::string EditorTest::commandsRun() const {

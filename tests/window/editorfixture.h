@@ -5,6 +5,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -36,6 +37,8 @@ class EditorTest : public testing::Test {
   std::string data(const std::string& name) const;
   /// The sample scene of the table, written into the test's directory.
   std::string table() const;
+  /// A scene with that many nodes, whose first object refers to objects that are not there.
+  std::string dangling(std::uint32_t count) const;
 
   /// The names of the fake commands that were run so far, each followed by a newline.
   std::string commandsRun() const;

@@ -56,6 +56,37 @@ TEST_F(FileCommands, OpenCancelledChangesNothing) {
   EXPECT_EQ(shownArcs(), arcsOf(file));
 }
 
+TEST_F(FileCommands, ALongOpenIsStoppedByEscapeAndChangesNothing) {
+  const std::string many = dangling(150000), file = table();
+  editor_.open(file);
+  editor_.toggleEditMode();
+  editor_.drawArc("obj_0", "mat_1");
+  editor_.driver().click(editor_.graph().node("obj_0").box.centre());
+  const auto before = editor_.graph();
+  const std::string titled = title();
+  editor_.chooseMenu({"File", "Open"});
+  editor_.fillIn(std::string(kFiles) + "/Text", many);
+  editor_.click(std::string(kFiles) + "/OK");
+  editor_.driver().key("Escape");
+  editor_.settle();
+  EXPECT_FALSE(editor_.asks(kWarning));
+  EXPECT_THAT(editor_.await("mainWindow/status").label, StartsWith(many + ": stopped, nothing was opened"));
+  EXPECT_EQ(title(), titled);
+  const auto after = editor_.graph();
+  ASSERT_EQ(after.nodes.size(), before.nodes.size());
+  for (const auto& node : before.nodes) {
+    EXPECT_EQ(after.node(node.name).box.centre(), node.box.centre()) << node.name;
+    EXPECT_EQ(after.node(node.name).selected, node.selected) << node.name;
+  }
+  // The scene that was there can be worked on, and what was done before can be taken back.
+  editor_.chooseMenu({"Edit", "Undo link obj_0 to mat_1"});
+  editor_.saveAs(path("saved.quil"));
+  EXPECT_TRUE(sameBytes(read_file(path("saved.quil")), edited(file, "").bytes));
+  EXPECT_EQ(shownArcs(), arcsOf(file));
+  editor_.open(data("robot"));
+  EXPECT_EQ(shownArcs(), arcsOf(data("robot")));
+}
+
 TEST_F(FileCommands, AFileThatCannotBeReadLeavesGraphSceneAndName) {
   const std::string file = data("tiny_v1");
   const std::string before = read_file(file);

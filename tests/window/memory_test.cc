@@ -4,10 +4,6 @@
 
 #include <fstream>
 
-#include "qilib/checksizes.h"
-#include "qilib/opensave.h"
-#include "qilib/writer.h"
-#include "samples/scenes.h"
 #include "tests/support/places.h"
 #include "tests/window/editorfixture.h"
 
@@ -30,18 +26,6 @@ class Memory : public EditorTest {
     sizes >> pages;
     const rlimit most{pages * 4096 + bytes, RLIM_INFINITY};
     ASSERT_EQ(prlimit(editor_.process().id(), RLIMIT_AS, &most, nullptr), 0);
-  }
-
-  /// A scene with that many nodes, whose first object refers to objects that are not there.
-  std::string dangling(std::uint32_t count) const {
-    Qis scene = samples::table();
-    qi::Obj& obj = scene.obj_list.records[0];
-    obj.children.resize(count);
-    for (std::uint32_t i = 0; i < count; ++i) obj.children[i] = 1000 + i;
-    obj.fixed.child_count = count;
-    qi::correct_sizes(scene, qi::kFromStructures, [](const qi::Message&) {});
-    EXPECT_EQ(qiSaveAsQb2(scene, path("dangling.quil")), 1);
-    return path("dangling.quil");
   }
 };
 

@@ -21,6 +21,7 @@
 #include <Xm/Xm.h>
 
 #include <cstdint>
+#include <memory>
 #include <span>
 #include <string>
 #include <vector>
@@ -164,6 +165,21 @@ Widget SgNodeGraph(Widget node);
 void SgGraphRemoveNode(Widget node);
 /// Destroys all nodes and arcs at once, and gives up a drag. The view goes back to 100 % at the origin.
 void SgGraphClear(Widget graph);
+
+namespace sggraph {
+struct GraphContents;
+struct DeleteContents {
+  void operator()(GraphContents* contents) const noexcept;
+};
+}  // namespace sggraph
+/// A graph that was set aside; its nodes are destroyed with it. Until they are taken back, none of its nodes
+/// and arcs may be used.
+using SgKeptGraph = std::unique_ptr<sggraph::GraphContents, sggraph::DeleteContents>;
+/// Takes all nodes, arcs and the view away, as SgGraphClear does, and keeps them. Null for other widgets.
+SgKeptGraph SgGraphSetAside(Widget graph);
+/// Destroys what is there now, and brings back what was set aside. The graph must not have been destroyed
+/// since.
+void SgGraphTakeBack(Widget graph, SgKeptGraph kept);
 
 /// @name Arcs. Functions that take nodes refuse (0, false) widgets that aren't nodes of this graph or are
 /// being destroyed. Duplicates and self-links are legal.

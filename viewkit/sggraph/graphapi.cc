@@ -2,6 +2,9 @@
 /// The functions of Graph.h: from widgets to nodes and arcs.
 
 #include "viewkit/sggraph/Graph.h"
+
+#include <utility>
+
 #include "viewkit/sggraph/GraphP.h"
 #include "viewkit/sggraph/graphview.h"
 
@@ -65,8 +68,19 @@ void SgGraphRemoveNode(Widget node) {
   }
 }
 
-void SgGraphClear(Widget graph) {
-  if (GraphView* view = sggraph::viewOf(graph)) view->clear();
+void SgGraphClear(Widget graph) { SgGraphSetAside(graph); }
+
+void sggraph::DeleteContents::operator()(GraphContents* contents) const noexcept {
+  std::default_delete<GraphContents>()(contents);
+}
+
+SgKeptGraph SgGraphSetAside(Widget graph) {
+  GraphView* view = sggraph::viewOf(graph);
+  return view ? view->setAside() : nullptr;
+}
+
+void SgGraphTakeBack(Widget graph, SgKeptGraph kept) {
+  if (GraphView* view = sggraph::viewOf(graph); view && kept) view->takeBack(std::move(kept));
 }
 
 // Arcs

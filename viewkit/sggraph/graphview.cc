@@ -48,17 +48,27 @@ GraphView::GraphView(SgGraphWidget widget)
   placeScrollBars();
 }
 
+GraphContents::~GraphContents() {
+  for (const Widget widget : widgets_) {
+    if (!widget) continue;
+    SgNodePart& node = reinterpret_cast<SgNodeObject>(widget)->node;
+    node.id = kNone;
+    node.labelString = nullptr;
+  }
+}
+
 GraphView::~GraphView() {
   unschedule();
   endGlide();
+  static_cast<void>(shelf_.release());  // the toolkit destroys the graph widget's children
 }
 
 void GraphView::makeShelf() {
   std::array<Arg, 2> args{Arg{XmNwidth, 1}, Arg{XmNheight, 1}};
-  shelf_ =
-      XtCreateWidget("shelf", sgShelfWidgetClass, widget(), args.data(), static_cast<Cardinal>(args.size()));
+  shelf_.reset(
+      XtCreateWidget("shelf", sgShelfWidgetClass, widget(), args.data(), static_cast<Cardinal>(args.size())));
   // Only a realized shelf is told what is managed.
-  if (XtIsRealized(widget())) XtRealizeWidget(shelf_);
+  if (XtIsRealized(widget())) XtRealizeWidget(shelf_.get());
 }
 
 // Nodes
@@ -67,7 +77,7 @@ Widget GraphView::makeNode(const char* nodeName, ArgList args, Cardinal count) {
   // All widgets of nodes share one name. The toolkit keeps every name for ever, and the table that it keeps
   // them in becomes quadratic for a million that differ in their numbers only.
   newName_ = nodeName;
-  return XtCreateWidget("node", sgNodeObjectClass, shelf_, args, count);
+  return XtCreateWidget("node", sgNodeObjectClass, shelf_.get(), args, count);
 }
 
 void GraphView::nodeMade(SgNodeObject node) {
@@ -87,7 +97,7 @@ void GraphView::nodeMade(SgNodeObject node) {
 
 void GraphView::nodeGone(SgNodeObject node) {
   const NodeId id = node->node.id;
-  if (id == kNone) return;
+  if (id == kNone || XtParent(reinterpret_cast<Widget>(node)) != shelf_.get()) return;
   glide_.forget(id);
   if (!arcLabels_.empty()) drawing_.visitArcsOf(id, [&](ArcId arc) { arcLabels_.erase(arc); });
   drawing_.removeNode(id);
@@ -170,32 +180,33 @@ std::optional<SgRectangle> GraphView::foldHandleOf(NodeId node) {
   return handle.width > 0 ? std::optional(handle) : std::nullopt;
 }
 
-void GraphView::clear() {
+GraphContents GraphView::takeContents() {
   endGlide();
   endGesture();
   lastClick_ = {};
-  current_ = hoverNode_ = hoverArc_ = 0;
-  for (const Widget widget : widgets_) {
-    if (!widget) continue;
-    SgNodePart& node = reinterpret_cast<SgNodeObject>(widget)->node;
-    node.id = kNone;
-    node.labelString = nullptr;
-  }
-  drawing_.clear();
-  looks_.clear();
-  pictures_.clear();
-  widgets_.clear();
-  names_.clear();
-  arcLabels_.clear();
-  const Widget oldShelf = shelf_;
-  makeShelf();
-  XtDestroyWidget(oldShelf);
-  labels_.clear();
+  hoverNode_ = hoverArc_ = 0;
   if (painter_) painter_->surface().dropPictures();
-  const double width = viewport_.width(), height = viewport_.height();
-  viewport_ = {};
-  viewport_.resize(width, height);
+  return std::move(static_cast<GraphContents&>(*this));
+}
+
+SgKeptGraph GraphView::setAside() {
+  SgKeptGraph kept(std::make_unique<GraphContents>(takeContents()).release());
+  GraphContents fresh;
+  fresh.drawing_ = kept->drawing_.emptied();
+  fresh.viewport_.resize(kept->viewport_.width(), kept->viewport_.height());
+  static_cast<GraphContents&>(*this) = std::move(fresh);
+  makeShelf();
   changed();
+  return kept;
+}
+
+void GraphView::takeBack(SgKeptGraph kept) {
+  const double width = viewport_.width(), height = viewport_.height();
+  { const GraphContents gone = takeContents(); }
+  static_cast<GraphContents&>(*this) = std::move(*kept);
+  viewport_.resize(width, height);
+  managedChanged();
+  viewChanged();
 }
 
 Pixel GraphView::tint(const char* tintName) {
@@ -283,9 +294,9 @@ void GraphView::makeCurrent(NodeId node) {
 // The view
 
 void GraphView::bringUpToDate() {
-  if (managedStale_ || !XtIsRealized(shelf_)) {
+  if (managedStale_ || !XtIsRealized(shelf_.get())) {
     managedStale_ = false;
-    const CompositePart& shelf = reinterpret_cast<SgShelfWidget>(shelf_)->composite;
+    const CompositePart& shelf = reinterpret_cast<SgShelfWidget>(shelf_.get())->composite;
     for (Cardinal i = 0; i < shelf.num_children; ++i) {
       const auto* node = reinterpret_cast<SgNodeObject>(shelf.children[i]);
       if (node->node.id != kNone)

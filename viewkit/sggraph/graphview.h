@@ -26,6 +26,9 @@ namespace sggraph {
 struct FreeRenderTable {
   void operator()(XmRenderTable table) const noexcept { XmRenderTableFree(table); }
 };
+struct DestroyWidget {
+  void operator()(Widget widget) const noexcept { XtDestroyWidget(widget); }
+};
 using RenderTable = std::unique_ptr<std::remove_pointer_t<XmRenderTable>, FreeRenderTable>;
 
 /// A drag or click from button press to release. Nodes and arcs are held by stable id: they may go meanwhile.
@@ -65,7 +68,27 @@ struct FoldedNode {
   NodeId node, into;
 };
 
-class GraphView {
+/// The nodes and arcs of a graph widget, and the view of them: what can be set aside for other ones.
+struct GraphContents {
+  GraphContents() = default;
+  /// The nodes' widgets go with it.
+  ~GraphContents();
+  GraphContents(GraphContents&&) = default;
+  GraphContents& operator=(GraphContents&&) = default;
+
+  Drawing drawing_;
+  Viewport viewport_;
+  std::unique_ptr<std::remove_pointer_t<Widget>, DestroyWidget> shelf_;
+  std::vector<NodeLook> looks_;         // by NodeId
+  std::vector<PixmapSource> pictures_;  // by NodeId: instead of labels
+  std::vector<Widget> widgets_;         // by NodeId
+  std::vector<std::string> names_;      // by NodeId
+  std::vector<viewkit::XmStr> labels_;  // by NodeId: what the nodes' labelString points at
+  std::unordered_map<ArcId, std::string> arcLabels_;
+  StableId current_ = 0;  // the node that the keyboard works on
+};
+
+class GraphView : private GraphContents {
  public:
   explicit GraphView(SgGraphWidget widget);
   ~GraphView();
@@ -101,7 +124,10 @@ class GraphView {
   void fold(std::span<const FoldedNode> folded);
   /// Its handle to fold or unfold it, in window coordinates, while it has one.
   std::optional<SgRectangle> foldHandleOf(NodeId node);
-  void clear();
+  /// Leaves the graph empty. A drag is given up.
+  SgKeptGraph setAside();
+  /// What is there goes. The graph must not have been destroyed since.
+  void takeBack(SgKeptGraph kept);
   Pixel tint(const char* name);
   /// @}
 
@@ -169,6 +195,8 @@ class GraphView {
   Display* display() const { return XtDisplay(widget()); }
   bool editable() const { return widget_->graph.editableArcs; }
   void makeShelf();
+  /// Takes what there is out of the view, which has no shelf then.
+  GraphContents takeContents();
   void measure(NodeId node);
   /// Takes over what the node's label says.
   void setLabel(NodeId node);
@@ -239,19 +267,10 @@ class GraphView {
 
   SgGraphWidget widget_;
   Pixels pixels_;
-  Drawing drawing_;
   std::shared_ptr<const bool> alive_ = std::make_shared<const bool>(true);
-  Widget shelf_ = nullptr;
   Widget horizontalBar_ = nullptr, verticalBar_ = nullptr;
   ScrollRange horizontalShown_, verticalShown_;
-  Viewport viewport_;
-  std::vector<NodeLook> looks_;         // by NodeId
-  std::vector<PixmapSource> pictures_;  // by NodeId: instead of labels
-  std::vector<Widget> widgets_;         // by NodeId
-  std::vector<std::string> names_;      // by NodeId
-  std::string newName_;                 // of the node that is being made
-  std::vector<viewkit::XmStr> labels_;  // by NodeId: what the nodes' labelString points at
-  std::unordered_map<ArcId, std::string> arcLabels_;
+  std::string newName_;  // of the node that is being made
   std::map<std::string, Pixel> tints_;
   RenderTable renderTable_;
   std::unique_ptr<TextFont> measuring_;
@@ -269,7 +288,6 @@ class GraphView {
 
   Gesture gesture_;
   LastClick lastClick_;
-  StableId current_ = 0;  // the node that the keyboard works on
   StableId hoverNode_ = 0, hoverArc_ = 0;
   bool focused_ = false;
   viewkit::CursorId cursor_;
