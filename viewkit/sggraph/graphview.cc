@@ -58,8 +58,8 @@ GraphContents::~GraphContents() {
 }
 
 GraphView::~GraphView() {
+  endGlide();  // which is painted
   unschedule();
-  endGlide();
   static_cast<void>(shelf_.release());  // the toolkit destroys the graph widget's children
 }
 
