@@ -8,7 +8,6 @@
 #include <limits>
 
 #include "tests/graphlayout/drawing.h"
-#include "tests/support/scene_like_graph.h"
 
 namespace {
 
@@ -58,13 +57,6 @@ std::size_t lines_through_nodes(const Graph& graph, const Compact& picture) {
   return found;
 }
 
-Graph scene(std::uint32_t nodes, std::uint64_t seed) {
-  const SceneLikeGraph made = scene_like_graph(nodes, seed);
-  Graph graph = graph_of(made.names.size(), {});
-  for (const auto& [from, to] : made.arcs) graph.arcs.push_back({from, to});
-  return graph;
-}
-
 Graph chain(std::uint32_t nodes) {
   Graph graph = graph_of(nodes, {});
   for (std::uint32_t i = 0; i + 1 < nodes; ++i) graph.arcs.push_back({i, i + 1});
@@ -90,7 +82,7 @@ TEST(Compact, AnArcThatIsNoTreeArcHasNoBends) {
 }
 
 TEST(Compact, BlocksHoldWhatIsBelow) {
-  const Graph graph = scene(300, 7);
+  const Graph graph = graph_like_a_scene(300, 7);
   const Compact picture = compact_of(graph);
   const auto& nodes = picture.layout.nodes;
   for (std::uint32_t v = 0; v < nodes.size(); ++v) {
@@ -105,7 +97,7 @@ TEST(Compact, BlocksHoldWhatIsBelow) {
 TEST(Compact, ScenesAreNeitherRibbonsNorTowersAndNoLineGoesThroughANode) {
   for (const std::uint32_t nodes : {30u, 300u, 1'000u, 10'000u}) {
     SCOPED_TRACE(nodes);
-    const Graph graph = scene(nodes, nodes);
+    const Graph graph = graph_like_a_scene(nodes, nodes);
     const Compact picture = compact_of(graph);
     expect_sound(graph, picture);
     EXPECT_LT(picture.layout.width, 3 * picture.layout.height);

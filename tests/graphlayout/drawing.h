@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "graphlayout/layout.h"
+#include "tests/support/scene_like_graph.h"
 
 struct Graph {
   std::vector<graphlayout::Size> sizes;
@@ -21,6 +22,14 @@ struct Graph {
 
 inline Graph graph_of(std::size_t nodes, std::vector<graphlayout::Arc> arcs) {
   return {std::vector<graphlayout::Size>(nodes, {80, 24}), std::move(arcs)};
+}
+
+/// A random graph of about so many nodes, of the shape that scenes have.
+inline Graph graph_like_a_scene(std::uint32_t nodes, std::uint64_t seed) {
+  const SceneLikeGraph made = scene_like_graph(nodes, seed);
+  Graph graph = graph_of(made.names.size(), {});
+  for (const auto& [from, to] : made.arcs) graph.arcs.push_back({from, to});
+  return graph;
 }
 
 inline graphlayout::Layout layout_of(const Graph& graph, const graphlayout::Options& options = {}) {

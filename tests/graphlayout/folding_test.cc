@@ -9,7 +9,6 @@
 
 #include "graphlayout/compact.h"
 #include "tests/graphlayout/drawing.h"
-#include "tests/support/scene_like_graph.h"
 
 namespace {
 
@@ -43,13 +42,6 @@ Shown shown(const std::vector<graphlayout::Size>& sizes, const std::vector<Point
     shown.nodes.push_back(nodes[i]);
   }
   return shown;
-}
-
-Graph scene(std::uint32_t nodes, std::uint64_t seed) {
-  const SceneLikeGraph made = scene_like_graph(nodes, seed);
-  Graph graph = graph_of(made.names.size(), {});
-  for (const auto& [from, to] : made.arcs) graph.arcs.push_back({from, to});
-  return graph;
 }
 
 TEST(Fold, HidesWhatIsReachedThroughTheNodeOnly) {
@@ -97,7 +89,7 @@ TEST(CloseUp, GapsThatNoHiddenNodeMadeStay) {
 /// Some folds in each of some graphs.
 class AnyFolds : public testing::TestWithParam<std::uint32_t> {
  protected:
-  Graph graph_ = scene(30 + 20 * GetParam(), GetParam());
+  Graph graph_ = graph_like_a_scene(30 + 20 * GetParam(), GetParam());
   std::vector<bool> hidden_;
   std::vector<graphlayout::Size> now_ = graph_.sizes;
 
