@@ -6,7 +6,6 @@
 #include <bit>
 #include <type_traits>
 #include <utility>
-#include <vector>
 
 #include "qilib/lists.h"
 #include "qilib/qis.h"
@@ -50,9 +49,9 @@ bool bring_list(Qis& scene, List<R>& list) {
 /// @param sizes  the list's record size table, which gets an entry for the record; null: the array has none.
 /// @returns the bytes by which the file grows: the record's size, and 4 for its size table entry. No size
 ///          word is changed: the caller adds this once, with qiAdjustListSizeData.
-template <class R, class Init>
-Word qiAddElementToList(Word& count, Words* sizes, std::vector<R>& records, Init&& init) {
-  R& record = records.emplace_back();
+template <class Records, class Init>
+Word qiAddElementToList(Word& count, Words* sizes, Records& records, Init&& init) {
+  auto& record = records.emplace_back();
   auto& fixed = qi::fixed_words(record);
   auto words = std::bit_cast<std::array<Word, sizeof(fixed) / sizeof(Word)>>(fixed);
   words[1] = count++;

@@ -68,10 +68,10 @@ template <class Owner, class Part>
 struct Parts {
   List<Owner> ExtLists::*owners;
   Word Owner::Fixed::*count;
-  std::vector<Part> Owner::*parts;
+  CompactArray<Part> Owner::*parts;
 };
 template <class Owner, class Part>
-Parts(List<Owner> ExtLists::*, Word Owner::Fixed::*, std::vector<Part> Owner::*) -> Parts<Owner, Part>;
+Parts(List<Owner> ExtLists::*, Word Owner::Fixed::*, CompactArray<Part> Owner::*) -> Parts<Owner, Part>;
 
 constexpr Parts kFullWeightedParts{&ExtLists::envelope_list, &Envelope::Fixed::full_weighted_count,
                                    &Envelope::full_weighted};

@@ -115,9 +115,9 @@ class SizeWalk {
   template <TwoKinds L>
   void records_of(L& list) {
     kind(list.records1, list.sizes1);
-    word_.list += SizeWord::kSecondKind;
+    word_.second_kind = true;
     kind(list.records2, list.sizes2);
-    word_.list -= SizeWord::kSecondKind;
+    word_.second_kind = false;
   }
   void kind(auto& records, auto& sizes) {
     for (std::size_t i = 0; i < records.size(); ++i) {
@@ -185,20 +185,25 @@ void walk_sizes(S& scene, int mode, Judge judge) {
 
 /// Notes what a file states. Where a size is needed and wrong (a name whose length is no whole number of
 /// words), those that contain it will be corrected with it.
-struct Noting {
-  std::vector<CarriedSize>& carried;
-  std::string_view spoilt_list = {};
-  std::optional<std::size_t> spoilt_record = {};
+template <class Note>
+class Noting {
+ public:
+  explicit Noting(Note note) : note_(note) {}
 
   void needed(const Message& message, Word held, Word written) {
     if (held == written) return;
-    spoilt_list = message.list;
-    spoilt_record = message.record;
+    spoilt_list_ = message.list;
+    spoilt_record_ = message.record;
   }
   void stated(const Message& message, const SizeWord& word, Word held, Word written) {
-    const bool spoilt = message.list == spoilt_list && (!message.record || message.record == spoilt_record);
-    if (held != written && !spoilt) carried.push_back({word, held - written});
+    const bool spoilt = message.list == spoilt_list_ && (!message.record || message.record == spoilt_record_);
+    if (held != written && !spoilt) note_(CarriedSize{word, held - written});
   }
+
+ private:
+  Note note_;
+  std::string_view spoilt_list_;
+  std::optional<std::size_t> spoilt_record_;
 };
 
 struct Telling {
@@ -235,8 +240,12 @@ struct Correcting {
 }  // namespace
 
 void carry_sizes(Qis& scene) {
+  const auto walk_with = [&](auto note) { walk_sizes(std::as_const(scene), kFromStructures, Noting(note)); };
+  std::size_t count = 0;  // known first: a list that grows would take twice its memory
+  walk_with([&](const CarriedSize& /*size*/) { ++count; });
   std::vector<CarriedSize> carried;
-  walk_sizes(std::as_const(scene), kFromStructures, Noting{carried});
+  carried.reserve(count);
+  if (count != 0) walk_with([&](const CarriedSize& size) { carried.push_back(size); });
   std::ranges::sort(carried, {}, &CarriedSize::word);
   scene.carried_sizes = std::move(carried);
 }

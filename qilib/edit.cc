@@ -33,7 +33,7 @@ int set_deformer(Qis& scene, Word shape_number, Word tag, Word deformer) {
 
 /// Part `number` of one of an envelope's part arrays, or null.
 template <class Part>
-Part* envelope_part(Qis& scene, Word envelope, std::vector<Part> qi::Envelope::*parts, Word number) {
+Part* envelope_part(Qis& scene, Word envelope, qi::CompactArray<Part> qi::Envelope::*parts, Word number) {
   qi::Envelope* const record = qi::record_in(scene, &qi::ExtLists::envelope_list, envelope);
   return record && number < (record->*parts).size() ? &(record->*parts)[number] : nullptr;
 }

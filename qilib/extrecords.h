@@ -4,7 +4,6 @@
 
 #include <array>
 #include <cstdint>
-#include <vector>
 
 #include "qilib/extstructs.h"
 #include "qilib/tags.h"
@@ -76,10 +75,10 @@ struct WeightedPart {
   struct Fixed {
     Word tag, index, size, name, node_count, part_index, external_count, block1_size, block2_size;
   } fixed{};
-  std::vector<QisNodeIndex> nodes;
-  std::vector<QisExternal> externals;
-  std::vector<float> weights;  ///< one per node, then one per external reference
-  std::vector<QisPoly> polys;  ///< likewise
+  CompactArray<QisNodeIndex> nodes;
+  CompactArray<QisExternal> externals;
+  CompactArray<float> weights;  ///< one per node, then one per external reference
+  CompactArray<QisPoly> polys;  ///< likewise
   Words block1, block2;
 
   static void variable_parts(auto& io, auto& r) {
@@ -104,7 +103,7 @@ struct MorphPart {
     QisExternal external_b;
     Word part_index, entry_count, block1_size, block2_size;
   } fixed{};
-  std::vector<QisPoly> entries;
+  CompactArray<QisPoly> entries;
   Words block1, block2;
 
   static void variable_parts(auto& io, auto& r) {
@@ -137,10 +136,10 @@ struct Envelope {
     Word full_weighted_count, weighted_count, morph_count, tri_count;
     Word block1_size, block2_size;
   } fixed{};
-  std::vector<FullWeightedPart> full_weighted;
-  std::vector<WeightedPart> weighted;
-  std::vector<MorphPart> morphs;
-  std::vector<EnvelopeTri> tris;
+  CompactArray<FullWeightedPart> full_weighted;
+  CompactArray<WeightedPart> weighted;
+  CompactArray<MorphPart> morphs;
+  CompactArray<EnvelopeTri> tris;
   Words block1, block2;
 
   static void variable_parts(auto& io, auto& r) {
@@ -184,8 +183,8 @@ struct Cluster {
   struct Fixed {
     Word tag, index, size, name, word4, cluster_count, tri_count, block1_size, block2_size;
   } fixed{};
-  std::vector<ClusterEntry> clusters;
-  std::vector<ClusterTri> tris;
+  CompactArray<ClusterEntry> clusters;
+  CompactArray<ClusterTri> tris;
   Words block1, block2;
 
   static void variable_parts(auto& io, auto& r) {
@@ -202,7 +201,7 @@ struct Weight {
   struct Fixed {
     Word tag, index, size, name, weight_count, block1_size, block2_size;
   } fixed{};
-  std::vector<float> weights;
+  CompactArray<float> weights;
   Words block1, block2;
 
   static void variable_parts(auto& io, auto& r) {
@@ -226,7 +225,7 @@ struct ChainRoot {
     Word tag, index, size, name, word4, obj_count, external_count, anim, joint, block1_size, block2_size;
   } fixed{};
   Words objs;
-  std::vector<QisExternal> externals;
+  CompactArray<QisExternal> externals;
   Words block1, block2;
 
   static void variable_parts(auto& io, auto& r) { skeleton_parts(io, r); }
@@ -243,7 +242,7 @@ struct Joint {
     Word obj_count, external_count, child_joint, effector, anim, block1_size, block2_size;
   } fixed{};
   Words objs;
-  std::vector<QisExternal> externals;
+  CompactArray<QisExternal> externals;
   Words block1, block2;
 
   static void variable_parts(auto& io, auto& r) { skeleton_parts(io, r); }
@@ -257,7 +256,7 @@ struct Effector {
     Word tag, index, size, name, type, obj_count, external_count, anim, block1_size, block2_size;
   } fixed{};
   Words objs;
-  std::vector<QisExternal> externals;
+  CompactArray<QisExternal> externals;
   Words block1, block2;
 
   static void variable_parts(auto& io, auto& r) { skeleton_parts(io, r); }

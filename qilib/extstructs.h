@@ -7,14 +7,13 @@
 
 #include <array>
 #include <cstdint>
-#include <vector>
 
 #include "qilib/words.h"
 
 namespace qi {
 
 template <std::size_t N>
-using Entries = std::vector<std::array<Word, N>>;
+using Entries = CompactArray<std::array<Word, N>>;
 
 /// The scene's chain roots and external references.
 struct SceneExt {
@@ -23,7 +22,7 @@ struct SceneExt {
     std::array<Word, 4> external_counts;
   } head{};
   Words chain_roots;
-  std::array<std::vector<QisExternal>, 4> externals;
+  std::array<CompactArray<QisExternal>, 4> externals;
   Words tail;
 
   static void variable_parts(auto& io, auto& r, Word /*tiles*/) {
@@ -56,9 +55,9 @@ struct ObjExt {
     Word chain_root_count, index_count, external_count;
   } head{};
   Words chain_roots;
-  Words indices;                        ///< index_count words
-  std::vector<QisExternal> externals0;  ///< index_count pairs
-  std::vector<QisExternal> externals1;  ///< external_count pairs
+  Words indices;                         ///< index_count words
+  CompactArray<QisExternal> externals0;  ///< index_count pairs
+  CompactArray<QisExternal> externals1;  ///< external_count pairs
   Words tail;
 
   static void variable_parts(auto& io, auto& r, Word /*tiles*/) {
@@ -95,7 +94,7 @@ struct MatExt {
     QisRGBA prim_color_fog;
     Word word21, word22, external_count, entry_count0, entry_count1;
   } head{};
-  std::vector<QisExternal> externals;
+  CompactArray<QisExternal> externals;
   Entries<6> entries0, entries1;
   Words tail;
 
@@ -112,9 +111,9 @@ struct TexExt {
   struct Head {
     Word filter, perspective, mipmap_level, color_palette, external_count;
   } head{};
-  Words palettes;                                   ///< one ColorPaletteList record per tile
-  Words words1;                                     ///< one word per tile
-  std::vector<QisExternal> externals0, externals1;  ///< external_count pairs each
+  Words palettes;                                    ///< one ColorPaletteList record per tile
+  Words words1;                                      ///< one word per tile
+  CompactArray<QisExternal> externals0, externals1;  ///< external_count pairs each
   Words tail;
 
   static void variable_parts(auto& io, auto& r, Word tiles) {

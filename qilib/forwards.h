@@ -37,7 +37,7 @@ int write_ext(std::FILE* file, const typename RecordIn<ListOf<Member>>::Type& re
 
 /// Writes the first n pairs: n first halves, then n second halves. @returns 1, or 0 when a write failed.
 template <class Pair>
-int write_pairs(std::FILE* file, const std::vector<Pair>& pairs, std::uint64_t n) {
+int write_pairs(std::FILE* file, const CompactArray<Pair>& pairs, std::uint64_t n) {
   return write_to(file, kBlocksAsRead, [&](auto& emitter) { emitter.pairs(pairs, n); });
 }
 

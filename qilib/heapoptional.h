@@ -3,7 +3,10 @@
 #pragma once
 
 #include <memory>
+#include <new>
 #include <optional>
+
+#include "qilib/smallblocks.h"
 
 namespace qi {
 
@@ -13,10 +16,10 @@ template <class T>
 class HeapOptional {
  public:
   HeapOptional() = default;
-  HeapOptional(const HeapOptional& other) : content_(other ? std::make_unique<T>(*other) : nullptr) {}
+  HeapOptional(const HeapOptional& other) : content_(other ? make(*other) : nullptr) {}
   HeapOptional(HeapOptional&&) noexcept = default;
   HeapOptional& operator=(const HeapOptional& other) {
-    if (this != &other) content_ = other ? std::make_unique<T>(*other) : nullptr;
+    if (this != &other) content_ = other ? make(*other) : nullptr;
     return *this;
   }
   HeapOptional& operator=(HeapOptional&&) noexcept = default;
@@ -35,13 +38,32 @@ class HeapOptional {
   const T* operator->() const { return content_.get(); }
 
   T& emplace() {
-    content_ = std::make_unique<T>();
+    content_ = make();
     return *content_;
   }
   void reset() { content_.reset(); }
 
  private:
-  std::unique_ptr<T> content_;
+  static_assert(alignof(T) <= alignof(void*));
+
+  struct Destroy {
+    void operator()(T* content) const {
+      std::destroy_at(content);
+      give_block(content, sizeof(T));
+    }
+  };
+  struct GiveBack {
+    void operator()(void* block) const { give_block(block, sizeof(T)); }
+  };
+  template <class... Args>
+  static std::unique_ptr<T, Destroy> make(const Args&... args) {
+    std::unique_ptr<void, GiveBack> block(take_block(sizeof(T)));
+    std::unique_ptr<T, Destroy> content(new (block.get()) T(args...));
+    static_cast<void>(block.release());
+    return content;
+  }
+
+  std::unique_ptr<T, Destroy> content_;
 };
 
 }  // namespace qi

@@ -9,7 +9,6 @@
 #include <span>
 #include <type_traits>
 #include <utility>
-#include <vector>
 
 #include "qilib/listwalk.h"
 #include "qilib/qis.h"
@@ -108,13 +107,13 @@ class PieceWalk {
   requires std::is_trivially_copyable_v<T>
   class Array final : public Piece {
    public:
-    explicit Array(std::vector<T>& v) : v_(v) {}
+    explicit Array(CompactArray<T>& v) : v_(v) {}
     std::span<std::byte> bytes() override { return std::as_writable_bytes(std::span(v_)); }
     std::size_t unit() const override { return sizeof(T); }
     void resize(std::size_t bytes) override { v_.resize(bytes / sizeof(T)); }
 
    private:
-    std::vector<T>& v_;
+    CompactArray<T>& v_;
   };
 
   void array(auto& v) {

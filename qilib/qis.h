@@ -5,6 +5,7 @@
 #include <array>
 #include <compare>
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
@@ -82,13 +83,13 @@ struct ExtLists {
 
 /// Where one of the size words that nothing reads stands.
 struct SizeWord {
-  enum Sort : Word { kFullWeightedPart, kWeightedPart, kMorphPart, kRecord, kTableEntry };
-  static constexpr Word kSecondKind = 100;
+  enum Sort : std::uint8_t { kFullWeightedPart, kWeightedPart, kMorphPart, kRecord, kTableEntry };
   static constexpr Word kNone = 0xFFFFFFFF;
-  Word list = 0;        ///< the row of the table of lists; more by kSecondKind for a second kind of records
+  std::uint8_t list = 0;  ///< the row of the table of lists
+  bool second_kind = false;
+  Sort sort = kRecord;
   Word record = kNone;  ///< its number; kNone: the size of the list itself
   Word part = 0;
-  Sort sort = kRecord;
   friend auto operator<=>(const SizeWord&, const SizeWord&) = default;
 };
 

@@ -11,7 +11,6 @@
 #include <span>
 #include <string_view>
 #include <utility>
-#include <vector>
 
 #include "qilib/byteorder.h"
 #include "qilib/listwalk.h"
@@ -93,12 +92,12 @@ int qiReadArray(qi::ListCursor& cursor, Words& destination, std::uint64_t word_c
 int qiReadExtBlk1(qi::ListCursor& cursor, Words& destination1, Word size1, Words& destination2, Word size2);
 
 /// Reads n pairs, stored as n first halves, then n second halves.
-template <class Pair>
-int qiSetupExternal(qi::ListCursor& cursor, std::vector<Pair>& destination, std::uint64_t n) {
+template <class Pairs>
+int qiSetupExternal(qi::ListCursor& cursor, Pairs& destination, std::uint64_t n) {
   const auto words = cursor.take(n, "pairs", 2);
   destination.resize(words.size() / 2);
   for (std::size_t i = 0; i < destination.size(); ++i)
-    destination[i] = Pair{words[i], words[destination.size() + i]};
+    destination[i] = {words[i], words[destination.size() + i]};
   return !cursor.error();
 }
 
@@ -162,11 +161,11 @@ class Reader {
     }
   }
   template <class T>
-  void items(std::vector<T>& v, std::uint64_t n) {
+  void items(CompactArray<T>& v, std::uint64_t n) {
     slots(v, n, sizeof(T));
   }
   template <class T>
-  void slots(std::vector<T>& v, std::uint64_t n, std::size_t bytes) {
+  void slots(CompactArray<T>& v, std::uint64_t n, std::size_t bytes) {
     const std::size_t item_words = bytes / sizeof(Word);
     v.clear();
     if (n == 0) return;
@@ -180,10 +179,10 @@ class Reader {
     }
   }
   template <class T>
-  void pairs(std::vector<T>& v, std::uint64_t n) {
+  void pairs(CompactArray<T>& v, std::uint64_t n) {
     qiSetupExternal(cursor_, v, n);
   }
-  void columns(std::vector<QisPoly>& v, std::uint64_t n) {
+  void columns(CompactArray<QisPoly>& v, std::uint64_t n) {
     constexpr std::size_t kColumns = std::size(QisPoly{}.words);
     v.clear();
     const auto words = cursor_.take(n, "polygon entries", kColumns);
@@ -192,7 +191,7 @@ class Reader {
       for (std::size_t column = 0; column < kColumns; ++column)
         v[i].words[column] = words[column * v.size() + i];
   }
-  void bytes(std::vector<std::byte>& v, std::int64_t n) {
+  void bytes(CompactArray<std::byte>& v, std::int64_t n) {
     const auto words = cursor_.take_bytes(n, "texels");
     v.resize(words.size_bytes());
     if (v.empty()) return;
@@ -211,11 +210,10 @@ class Reader {
       qiReadArray(cursor_, v, static_cast<std::uint64_t>(n) / sizeof(Word), "text");
     }
   }
-  template <class R>
-  void records(std::vector<R>& v, std::uint64_t n) {
+  void records(auto& v, std::uint64_t n) {
+    using R = typename std::remove_reference_t<decltype(v)>::value_type;
     v.clear();
-    constexpr std::size_t kLeastWords = sizeof(R::fixed) / sizeof(Word);
-    if (!cursor_.check(n, "records", kLeastWords)) return;
+    if (!cursor_.check(n, "records", least_bytes<R>() / sizeof(Word))) return;
     v.resize(static_cast<std::size_t>(n));
     const bool numbered = !std::exchange(inside_record_, true);
     for (std::size_t i = 0; i < v.size() && ok(); ++i) {
@@ -243,6 +241,15 @@ class Reader {
   static void copy_out(std::span<const Word> words, T& item) {
     static_assert(std::is_trivially_copyable_v<T>);
     std::memcpy(std::as_writable_bytes(std::span(&item, 1)).data(), words.data(), words.size_bytes());
+  }
+  /// A record takes no fewer in the file.
+  template <class R>
+  static constexpr std::size_t least_bytes() {
+    if constexpr (requires { R::kLeastBytes; }) {
+      return R::kLeastBytes;
+    } else {
+      return sizeof(R::fixed);
+    }
   }
   /// A failure of the fixed words that were read last.
   void fail_fixed(MessageCode code, Word found, std::size_t expected) {

@@ -6,7 +6,6 @@
 #include <algorithm>
 #include <array>
 #include <span>
-#include <vector>
 
 #include "qilib/extstructs.h"
 #include "qilib/heapoptional.h"
@@ -87,7 +86,7 @@ struct Light {
     float ambient_red, ambient_green, ambient_blue;
     Word sub_count, block1_size, block2_size;
   } fixed{};
-  std::vector<LightSub> subs;
+  CompactArray<LightSub> subs;
   Words block1, block2;
   /// Bytes that one sub-record takes in the file.
   static constexpr std::size_t sub_bytes(Word type) { return type == kDirectional ? 36 : 44; }
@@ -111,8 +110,8 @@ struct Obj {
     Word shape, mat, anim, word19;
     Word block1_size, block2_size;
   } fixed{};
-  std::vector<float> lod_distances;  ///< one per level of detail
-  Words lod_objs;                    ///< the obj shown from that distance on
+  CompactArray<float> lod_distances;  ///< one per level of detail
+  Words lod_objs;                     ///< the obj shown from that distance on
   Words children;
   Words block1, block2;
   HeapOptional<ObjExt> ext;
@@ -149,7 +148,7 @@ struct Vtx {
   struct Fixed {
     Word tag, index, word2, word3, word4, vertex_count;
   } fixed{};
-  std::vector<std::array<Word, 3>> vertices;
+  CompactArray<std::array<Word, 3>> vertices;
 
   static void variable_parts(auto& io, auto& r) { io.items(r.vertices, r.fixed.vertex_count); }
 };
@@ -181,7 +180,7 @@ struct Tri {
   } fixed{};
   Words fixed_rest;
   Words attributes;  ///< all groups, as they stand in the file: a group with a table begins with its count
-  std::vector<TriSub> subs;
+  CompactArray<TriSub> subs;
   /// Bit 4g: group g has count_base + 1 entries and no table.
   static constexpr bool per_triangle(Word flags, int group) { return (flags >> (4 * group)) & 1; }
   /// Bit 4g+1: group g has a table (unless bit 4g is set) and as many entries as the table.
@@ -246,7 +245,7 @@ template <Word TagValue, std::size_t N>
 struct TableRecord {
   static constexpr Word kTag = TagValue;
   TableFixed fixed{};
-  std::vector<std::array<Word, N>> entries;
+  CompactArray<std::array<Word, N>> entries;
 
   static void variable_parts(auto& io, auto& r) { io.items(r.entries, r.fixed.count); }
 };
@@ -300,10 +299,14 @@ static_assert(sizeof(Mat::Fixed) == 104);
 struct TexTable {
   struct Untiled {
     Word word0, word1, width, height, word4, word5, image;
-  } untiled{};
+  };
   struct TiledHead {
     Word word0, word1, tile_count, word3, extra_count;
-  } tiled{};
+  };
+  union {
+    Untiled untiled{};
+    TiledHead tiled;
+  };
   Words widths, heights, words4, words5, images, words7;  ///< tile_count words each
   Words extra0, extra1;                                   ///< extra_count words each
 };
@@ -315,6 +318,7 @@ struct Tex {
     Word tag, index, fixed_size, size, name, tex_type, wrap_s, wrap_t, tiled, word9, word10;
     Word block1_size, block2_size;
   } fixed{};
+  static constexpr std::size_t kLeastBytes = sizeof(Fixed) + sizeof(TexTable::TiledHead);
   Words fixed_rest;
   TexTable table;
   Words block1, block2;
@@ -344,7 +348,7 @@ struct Teximg {
   struct Fixed {
     Word tag, index, fixed_size, size, block1_size, block2_size;
   } fixed{};
-  std::vector<std::byte> texels;  ///< bytes in file order
+  CompactArray<std::byte> texels;  ///< bytes in file order
   Words block1, block2;
   HeapOptional<TeximgExt> ext;
   /// Bytes of texels: what the record's size leaves for them. Negative when the sizes contradict each other.
@@ -360,11 +364,6 @@ struct Teximg {
 };
 static_assert(sizeof(Teximg::Fixed) == 24);
 
-/// One animation key; how many of its bytes stand in the file depends on the key form.
-struct AnimKey {
-  std::array<Word, 16> words{};
-};
-
 /// An animation.
 struct Anim {
   static constexpr Word kTag = kAnimTag;
@@ -373,28 +372,32 @@ struct Anim {
     Word block1_size, block2_size;
   } fixed{};
   Words fixed_rest;
-  std::vector<AnimKey> keys;
+  Words keys;  ///< as they stand in the file, one after the other
   Words block1, block2;
   HeapOptional<AnimExt> ext;
-  /// Bytes that one key takes in the file; 0 for the forms that have none.
-  static constexpr std::size_t key_bytes(Word type) {
+  /// Words that one key takes in the file; 0 for the forms that have none.
+  static constexpr std::size_t key_words(Word type) {
     switch (type) {
       case 0:
       case 2:
-        return 52;
+        return 13;
       case 3:
-        return 64;
+        return 16;
       case 4:
-        return 20;
+        return 5;
       default:
         return 0;
     }
   }
+  /// The words of one of the keys that are held.
+  std::span<const Word> key(std::size_t number) const {
+    const std::size_t each = key_words(fixed.type);
+    return std::span<const Word>(keys).subspan(number * each, each);
+  }
 
   static void variable_parts(auto& io, auto& r) {
     io.longer(r.fixed, r.fixed_rest);
-    const std::size_t bytes_each = key_bytes(r.fixed.type);
-    io.slots(r.keys, bytes_each == 0 ? 0 : r.fixed.key_count, bytes_each);
+    io.words(r.keys, std::uint64_t{r.fixed.key_count} * key_words(r.fixed.type));
     io.structure(r);
   }
 };
@@ -423,7 +426,7 @@ struct Coll {
     Word tag, index, word2, word3, word4, sub_count, block1_size, block2_size;
   } fixed{};
   Words indices;
-  std::vector<CollSub> subs;
+  CompactArray<CollSub> subs;
   Words block1, block2;
 
   static void variable_parts(auto& io, auto& r) {

@@ -3,11 +3,12 @@
 #pragma once
 
 #include <cstdint>
-#include <vector>
+
+#include "qilib/compactarray.h"
 
 /// One 32-bit word of a scene file, held as a number in host order.
 using Word = std::uint32_t;
-using Words = std::vector<Word>;
+using Words = qi::CompactArray<Word>;
 
 /// A single-valued reference (slot) or name index that is not set.
 inline constexpr Word kUnset = 0xFFFFFFFF;

@@ -10,7 +10,6 @@
 #include <cstring>
 #include <limits>
 #include <span>
-#include <vector>
 
 #include "qilib/byteorder.h"
 #include "qilib/listwalk.h"
@@ -117,25 +116,25 @@ class Emitter {
     sink_.zeros((whole.size() - v.size()) * sizeof(Word));
   }
   template <class T>
-  void items(const std::vector<T>& v, std::uint64_t n) {
+  void items(const CompactArray<T>& v, std::uint64_t n) {
     const std::size_t held = least(n, v.size());
     sink_.words(std::as_bytes(std::span(v).first(held)));
     sink_.zeros((n - held) * sizeof(T));
   }
   template <class T>
-  void slots(const std::vector<T>& v, std::uint64_t n, std::size_t bytes) {
+  void slots(const CompactArray<T>& v, std::uint64_t n, std::size_t bytes) {
     const std::size_t held = least(n, v.size());
     for (std::size_t i = 0; i < held; ++i) sink_.words(std::as_bytes(std::span(&v[i], 1)).first(bytes));
     sink_.zeros((n - held) * bytes);
   }
   /// The n first halves, then the n second halves.
   template <class T>
-  void pairs(const std::vector<T>& v, std::uint64_t n) {
+  void pairs(const CompactArray<T>& v, std::uint64_t n) {
     columns(v, n);
   }
   /// The first words of all, then the second words of all, and so on.
   template <class T>
-  void columns(const std::vector<T>& v, std::uint64_t n) {
+  void columns(const CompactArray<T>& v, std::uint64_t n) {
     const std::size_t held = least(n, v.size());
     Words column(held);
     for (std::size_t word = 0; word < sizeof(T) / sizeof(Word); ++word) {
@@ -145,7 +144,7 @@ class Emitter {
       items(column, n);
     }
   }
-  void bytes(const std::vector<std::byte>& v, std::int64_t n) {
+  void bytes(const CompactArray<std::byte>& v, std::int64_t n) {
     if (n <= 0) return;
     const std::size_t held = least(static_cast<std::uint64_t>(n), v.size());
     sink_.raw(std::span(v).first(held));
@@ -158,8 +157,7 @@ class Emitter {
   void text(const Words& v, std::int64_t n) {
     if (n > 0) items(v, (static_cast<std::uint64_t>(n) + sizeof(Word) - 1) / sizeof(Word));
   }
-  template <class R>
-  void records(const std::vector<R>& v, std::uint64_t n) {
+  void records(const auto& v, std::uint64_t n) {
     for (std::size_t i = 0; i < least(n, v.size()); ++i) walk(*this, v[i]);
   }
   template <class R>

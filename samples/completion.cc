@@ -62,14 +62,14 @@ class Completer {
     set(count, v);
     bytes_ += static_cast<Word>(v.size() * bytes_each);
   }
-  void bytes(const std::vector<std::byte>& v, std::int64_t) { add(v); }
+  void bytes(const qi::CompactArray<std::byte>& v, std::int64_t) { add(v); }
   void block(const Words& v, std::int64_t) { add(v); }
   void block(const Words& v, Word& size) { size = add(v); }
   void text(const Words& v, std::int64_t) { add(v); }
-  template <class R, class Count>
-  void records(std::vector<R>& v, Count&& count) {
+  template <class Records, class Count>
+  void records(Records& v, Count&& count) {
     set(count, v);
-    for (R& record : v) bytes_ += completed(record);
+    for (auto& record : v) bytes_ += completed(record);
   }
   template <class R>
   void blocks(R& r) {

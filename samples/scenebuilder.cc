@@ -197,10 +197,11 @@ Word SceneBuilder::anim(const std::string& name_text, Word type, const std::vect
   anim.fixed.key_count = static_cast<Word>(keys.size());
   anim.fixed.anim_loop = loops;
   for (const Key& key : keys) {
-    qi::AnimKey& made = anim.keys.emplace_back();
-    made.words = {bits(key.frame),   bits(key.move[0]), bits(key.move[1]), bits(key.move[2]),
-                  bits(key.turn[0]), bits(key.turn[1]), bits(key.turn[2]), bits(1.0f),
-                  bits(1.0f),        bits(1.0f)};
+    const std::size_t end = anim.keys.size() + qi::Anim::key_words(type);
+    for (const float value : {key.frame, key.move[0], key.move[1], key.move[2], key.turn[0], key.turn[1],
+                              key.turn[2], 1.0f, 1.0f, 1.0f})
+      anim.keys.push_back(bits(value));
+    anim.keys.resize(end);
   }
   return add(scene_.anim_list, std::move(anim));
 }

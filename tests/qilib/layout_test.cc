@@ -182,7 +182,7 @@ TEST(Layout, TheTiledTablesArraysStandInOrder) {
 }
 
 TEST(Layout, TexelsStayInFileOrder) {
-  const std::vector<std::byte> texels = scene_with("Teximg").teximg_list.records[1].texels;
+  const auto texels = scene_with("Teximg").teximg_list.records[1].texels;
   std::string text;
   for (const std::byte texel : texels) text += static_cast<char>(texel);
   EXPECT_EQ(text, "texels in file order");
@@ -197,12 +197,12 @@ TEST(Layout, AnAnimationOfAnotherFormHasNoKeysWhateverItsCount) {
   }
 }
 
-TEST(Layout, AnimationKeysSitIn64ByteSlots) {
+TEST(Layout, AnimationKeysAreAsLongAsTheirFormSays) {
   const qi::Anim anim = scene_with("AnimForm4").anim_list.records[0];
-  ASSERT_EQ(anim.keys.size(), 3u);
-  EXPECT_EQ(anim.keys[1].words[0], 0x4E0005u);
-  EXPECT_EQ(anim.keys[1].words[4], 0x4E0009u);
-  EXPECT_EQ(anim.keys[1].words[5], 0u);
+  ASSERT_EQ(anim.keys.size(), 3u * 5);
+  EXPECT_EQ(anim.key(1)[0], 0x4E0005u);
+  EXPECT_EQ(anim.key(1)[4], 0x4E0009u);
+  EXPECT_EQ(anim.key(1).size(), 5u);
 }
 
 TEST(Layout, AnEmptyNameHasNoText) {

@@ -474,7 +474,7 @@ TEST_F(ValuesTest, LevelsWithJunkAreZero) {
   apply(lod);
   const auto& obj = qis->obj_list.records[1];
   EXPECT_EQ(obj.fixed.lod_count, 3u);
-  EXPECT_EQ(obj.lod_distances, (std::vector<float>{10, 0, 3000}));
+  EXPECT_EQ(obj.lod_distances, (qi::CompactArray<float>{10, 0, 3000}));
   EXPECT_EQ(obj.lod_objs, (Words{4, 0, 6}));
 }
 

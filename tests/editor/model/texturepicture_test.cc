@@ -21,8 +21,8 @@ using Texel = TexturePicture::Texel;
 
 constexpr Texel kRed{0xFF, 0, 0}, kGreen{0, 0xFF, 0}, kBlue{0, 0, 0xFF}, kGrey{0x10, 0x20, 0x30};
 
-std::vector<std::byte> bytes(std::initializer_list<int> values) {
-  std::vector<std::byte> result;
+qi::CompactArray<std::byte> bytes(std::initializer_list<int> values) {
+  qi::CompactArray<std::byte> result;
   for (const int value : values) result.push_back(static_cast<std::byte>(value));
   return result;
 }
