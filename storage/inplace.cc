@@ -2,16 +2,34 @@
 /// Writing a file in place.
 #include "storage/inplace.h"
 
+#include <sys/file.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
+#include <chrono>
 #include <cstddef>
+#include <thread>
 #include <vector>
 
 namespace storage {
+namespace {
+
+/// Keeps others off who would write the file in place, until it is closed; not on every file system.
+/// @returns 0, or an errno when somebody else has it for too long
+int keep_others_off(int file) {
+  using namespace std::chrono_literals;
+  const auto patience = std::chrono::steady_clock::now() + 10s;
+  while (flock(file, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK) {
+    if (std::chrono::steady_clock::now() > patience) return EBUSY;
+    std::this_thread::sleep_for(10ms);
+  }
+  return 0;
+}
+
+}  // namespace
 
 int copy_bytes(int from, int to, off_t begin, off_t end) {
   std::vector<char> room(std::size_t{1} << 18);
@@ -29,6 +47,7 @@ int copy_bytes(int from, int to, off_t begin, off_t end) {
 int rewrite(int from, int to, bool& damaged) {
   struct stat fresh {
   }, old{};
+  if (const int error = keep_others_off(to)) return error;
   if (fstat(from, &fresh) != 0 || fstat(to, &old) != 0) return errno;
   rlimit limit{};
   if (getrlimit(RLIMIT_FSIZE, &limit) == 0 && static_cast<rlim_t>(fresh.st_size) > limit.rlim_cur)

@@ -3,6 +3,11 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 
+#include <array>
+#include <functional>
+#include <future>
+#include <string_view>
+
 #include "tests/storage/savefixture.h"
 #include "tests/support/faults.h"
 #include "tests/support/users.h"
@@ -185,6 +190,59 @@ int poll(const fs::path& folder) {
   }
   return hits;
 }
+
+/// Two processes that save the same file at the same time, each its own contents of its own length.
+class AtOnce : public Saving, public testing::WithParamInterface<const char*> {
+ protected:
+  bool in_place() const { return GetParam() == std::string_view("in_place"); }
+  /// Rounds of saves by both; `become` makes a process the first or the second of the users.
+  void both_save(const std::function<bool(std::size_t)>& become) {
+    const std::array<std::string, 2> contents{std::string(300'000, 'a'), std::string(200'000, 'b')};
+    for (int round = 0; round < 30; ++round) {
+      SCOPED_TRACE(round);
+      const auto save_own = [&](std::size_t who) {
+        return in_child([&] { return become(who) && save(target_, contents.at(who)).empty() ? 0 : 1; });
+      };
+      auto other = std::async(std::launch::async, save_own, 1);
+      EXPECT_EQ(save_own(0), 0);
+      EXPECT_EQ(other.get(), 0);
+      const std::string saved = read_file(target_);
+      ASSERT_TRUE(saved == contents[0] || saved == contents[1]);
+      ASSERT_EQ(names().size(), in_place() ? 2u : 1u) << "no leftovers";
+    }
+  }
+  void make_target() {
+    write_file(target_, kOld);
+    if (in_place()) fs::create_hard_link(target_, dir_ / "other name");
+  }
+};
+
+TEST_P(AtOnce, OneOfTheNewFilesIsThereWhole) {
+  make_target();
+  both_save([](std::size_t) { return true; });
+}
+
+TEST_P(AtOnce, OneOfTheNewFilesIsThereWholeWhenTheyAreTwoUsers) {
+  if (geteuid() != 0) GTEST_SKIP() << "only root can be other users";
+  make_target();
+  fs::permissions(scratch_.path(), fs::perms{0755});
+  for (const auto& path : {fs::path(dir_), fs::path(target_)}) {
+    ASSERT_EQ(chown(path.c_str(), 0, kArtists), 0);
+    fs::permissions(path, fs::perms{path == dir_ ? 0775u : 0664u});
+  }
+  const std::array users{kAlice, kBob};
+  const auto state_of = [&](std::size_t who) { return scratch_ / std::to_string(users.at(who).id); };
+  for (std::size_t who = 0; who < users.size(); ++who) {
+    fs::create_directory(state_of(who));
+    ASSERT_EQ(chown(state_of(who).c_str(), users.at(who).id, users.at(who).group), 0);
+  }
+  both_save([&](std::size_t who) {
+    return setenv("XDG_STATE_HOME", state_of(who).c_str(), 1) == 0 && users.at(who).become();
+  });
+}
+
+INSTANTIATE_TEST_SUITE_P(Ways, AtOnce, testing::Values("replaced", "in_place"),
+                         [](const auto& way) { return std::string(way.param); });
 
 class Poller : public SharedFolder, public testing::WithParamInterface<const char*> {};
 
