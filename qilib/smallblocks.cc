@@ -119,7 +119,7 @@ void* take_block(std::size_t bytes) {
 
 void give_block(void* block, std::size_t bytes) noexcept {
   if (!kSmallBlocks || bytes > kLargest) {
-    ::operator delete(block, bytes);
+    ::operator delete(block);
     return;
   }
   const std::lock_guard lock(pools_mutex);

@@ -66,7 +66,7 @@ struct Spoilt {
 
 void set_name(Qis& scene, Word number, std::string text) { qiSetName(scene, number, text); }
 template <class R>
-void grow(std::vector<R>& array, Word& count, std::size_t size) {
+void grow(qi::CompactArray<R>& array, Word& count, std::size_t size) {
   array.resize(size);
   count = static_cast<Word>(size);
 }
