@@ -3,6 +3,7 @@
 #include <map>
 #include <optional>
 
+#include "tests/support/wait.h"
 #include "tests/window/treefixture.h"
 
 namespace {
@@ -190,11 +191,16 @@ TEST_F(CalmPicture, GesturesDontWaitForNodesToArrive) {
   editor_.toggleEditMode();
   const auto layered = placesFromTheScene();
   editor_.chooseMenu({"View", "Compact"});
-  // Without a pause between them, or a look at what is seen.
-  editor_.key("z", {"Control_L"});
+  // The next one as soon as the one before was taken, whatever is still seen on its way. (The toolkit loses
+  // keys of menu items that come faster than that.)
+  const auto press = [&](support::Held held, const std::string& line) {
+    editor_.key("z", held);
+    EXPECT_TRUE(support::waitFor([&] { return editor_.output().ends_with(line); })) << line;
+  };
+  press({"Control_L"}, "Undo compact picture\n");
   for (int i = 0; i < 4; ++i) {
-    editor_.driver().key("z", {"Control_L", "Shift_L"});
-    editor_.driver().key("z", {"Control_L"});
+    press({"Control_L", "Shift_L"}, "Redo compact picture\n");
+    press({"Control_L"}, "Undo compact picture\n");
   }
   expectSame(placesFromTheScene(), layered);
   editor_.chooseMenu({"View", "Compact"});
@@ -203,8 +209,8 @@ TEST_F(CalmPicture, GesturesDontWaitForNodesToArrive) {
   const Point to = editor_.graph().node("obj_8").box.centre();
   EXPECT_EQ(to.x - from.x, 40);
   EXPECT_EQ(to.y - from.y, 30);
-  editor_.key("z", {"Control_L"});
-  editor_.key("z", {"Control_L"});
+  press({"Control_L"}, "Undo move obj_8\n");
+  press({"Control_L"}, "Undo compact picture\n");
   expectSame(placesFromTheScene(), layered);
 }
 
