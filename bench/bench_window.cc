@@ -96,7 +96,7 @@ void measure(GraphWindow& window, const Size& size, const std::string& file, std
 }
 
 /// The share of the pixels outside nodes that arcs cover, in what is painted now.
-double ink(VkGraph& graph, const std::vector<const VkNode*>& nodes) {
+double ink(VkGraph& graph, const std::vector<VkNode*>& nodes) {
   const Widget widget = graph.graphWidget();
   const SgRectangle view = SgGraphViewport(widget);
   const auto width = static_cast<int>(view.width), height = static_cast<int>(view.height);
@@ -141,10 +141,7 @@ void measure_ink(VkGraph& graph, const char* name, const InkLimits& limits, std:
   // Edges of nodes are no arcs.
   XtVaSetValues(widget, SgNnodeBorderColor, Pixel{0x010203}, SgNshowOverview, False, nullptr);
   SgGraphSetZoom(widget, 1);
-  std::vector<const VkNode*> nodes;
-  for (const VkNode* node = graph.findPart("_", nullptr); node && nodes.size() < graph.numNodes();
-       node = graph.findPart("_", node))
-    nodes.push_back(node);
+  const std::vector<VkNode*> nodes = graph.findAll("");
   std::vector<double> shares;
   for (int i = 0; i < kPlaces; ++i) {
     const SgRectangle view = SgGraphViewport(widget);

@@ -17,6 +17,7 @@
 #include "editor/model/currentscene.h"
 #include "editor/scenefiles.h"
 #include "editor/structgraph.h"
+#include "editor/tips.h"
 #include "qilib/sizes.h"
 #include "storage/userfolders.h"
 #include "tools/cnvopts.h"
@@ -51,6 +52,7 @@ constexpr const char* kCompactLabel = "Compact";
 constexpr const char* kOverviewLabel = "Overview";
 constexpr const char* kCollapseLabel = "Collapse";
 constexpr const char* kExpandLabel = "Expand";
+constexpr const char* kRecordNamesLabel = "Record Names";
 constexpr const char* kTextureImageLabel = "Display Texture Image";
 
 /// The end of a path, which tells files apart, as far as it can be read on one line.
@@ -112,6 +114,7 @@ std::unique_ptr<VkGraph> GraphWindow::makeView() {
   XtAddCallback(graph, SgNtargetCallback, targetCallback, this);
   XtAddCallback(graph, SgNarcMovedCallback, arcMovedCallback, this);
   XtAddCallback(graph, SgNdefaultActionCallback, defaultActionCallback, this);
+  XtAddCallback(graph, SgNhoverCallback, hoverCallback, this);
   XtAddCallback(graph, SgNoverviewCallback, overviewKeyCallback, this);
   view->displayAll();
   view->doLayout();
@@ -137,8 +140,14 @@ void GraphWindow::addMenus() {
       kEnd,
   };
   static const VkMenuDesc edit[] = {
-      {kToggle, kEditModeLabel, editCallback}, {kAction, "Delete Link", deleteLinkCallback}, kSeparator,
-      {kAction, kUndoLabel, undoCallback},     {kAction, kRedoLabel, redoCallback},          kEnd,
+      {kToggle, kEditModeLabel, editCallback},
+      {kAction, "Delete Link", deleteLinkCallback},
+      kSeparator,
+      {kAction, kUndoLabel, undoCallback},
+      {kAction, kRedoLabel, redoCallback},
+      kSeparator,
+      {kAction, "Find", findCallback},
+      kEnd,
   };
   static const VkMenuDesc view[] = {
       {kAction, "Default", setDefaultCallback},
@@ -149,6 +158,7 @@ void GraphWindow::addMenus() {
       {kAction, "Arrange Again", arrangeAgainCallback},
       {kAction, "Expand All", expandAllCallback},
       {kToggle, kOverviewLabel, overviewCallback},
+      {kToggle, kRecordNamesLabel, recordNamesCallback},
       kEnd,
   };
   static const VkMenuDesc display_lists[] = {
@@ -209,6 +219,29 @@ void GraphWindow::menuAsked(VkGraph*, void*, void* data) {
 VkMenuToggle* GraphWindow::textureImageToggle() const {
   const auto* pane = menu()->findNamedItem<VkMenu>("View");
   return pane ? pane->findNamedItem<VkMenuToggle>(kTextureImageLabel) : nullptr;
+}
+
+void GraphWindow::recordNames(XmToggleButtonCallbackStruct& toggle) {
+  const bool on = toggle.set != XmUNSET;
+  remembered_.setNumber("recordNames", on);
+  graph_->setShowsTitles(on);
+  arrangeAgain();  // the nodes have other sizes now
+}
+
+void GraphWindow::hover(SgGraphCallbackStruct& call) {
+  tooltip_.hide();
+  if (call.node) {
+    tooltip_.showSoon([name = std::string(SgNodeName(call.node)), this] {
+      const VkNode* const node = graph_->find(name);
+      return node ? tip_of_node(*node) : std::string();
+    });
+  } else if (call.arc != 0) {
+    tooltip_.showSoon([arc = call.arc, this] {
+      Widget parent = nullptr, child = nullptr;
+      if (!SgGraphGetArcNodes(graph_->graphWidget(), arc, &parent, &child)) return std::string();
+      return tip_of_arc(*VkNode::of(parent), *VkNode::of(child));
+    });
+  }
 }
 
 void GraphWindow::overview(XmToggleButtonCallbackStruct& toggle) {
@@ -474,6 +507,9 @@ void GraphWindow::takeUp() {
   const bool map = value("overview").value_or(1) != 0;
   XtVaSetValues(graph_->graphWidget(), SgNshowOverview, map, nullptr);
   showOverview(map);
+  const bool names = value("recordNames").value_or(settings_.record_names) != 0;
+  graph_->setShowsTitles(names);
+  menu()->findNamedItem<VkMenuToggle>(kRecordNamesLabel)->setVisualState(names);
 }
 
 void GraphWindow::leave() {
@@ -499,6 +535,7 @@ void GraphWindow::showTitle() {
 }
 
 void GraphWindow::tendUnsavedWork() {
+  if (graph_->showsTitles()) graph_->updateTitles();
   showTitle();
   const auto pause = unsaved_.tend(UnsavedWork::Clock::now());
   if (pause)

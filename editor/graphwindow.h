@@ -17,6 +17,7 @@
 #include "editor/windowprompts.h"
 #include "viewkit/forward.h"
 #include "viewkit/timer.h"
+#include "viewkit/tooltip.h"
 #include "viewkit/vkapp.h"
 #include "viewkit/vkgraph.h"
 #include "viewkit/vkmenu.h"
@@ -117,6 +118,7 @@ class GraphWindow : public VkWindow, private SceneDisplay, private TextureDispla
   void deleteLinkMenu() { gestures_.deleteSelectedLink(); }
   void undo();
   void redo();
+  void find() { graph_->startFind(); }
   /// Undo or Redo.
   struct Direction {
     const char* label;
@@ -133,6 +135,8 @@ class GraphWindow : public VkWindow, private SceneDisplay, private TextureDispla
 
   // View.
   void setDefault();
+  void recordNames(XmToggleButtonCallbackStruct& toggle);
+  void hover(SgGraphCallbackStruct& call);
   void overview(XmToggleButtonCallbackStruct& toggle);
   void overviewKey(SgGraphCallbackStruct& call);
   /// Shows in the menu whether the map is on.
@@ -200,6 +204,9 @@ class GraphWindow : public VkWindow, private SceneDisplay, private TextureDispla
   static constexpr auto editCallback = forward<&GraphWindow::edit>;
   static constexpr auto deleteLinkCallback = forward<&GraphWindow::deleteLinkMenu>;
   static constexpr auto undoCallback = forward<&GraphWindow::undo>;
+  static constexpr auto findCallback = forward<&GraphWindow::find>;
+  static constexpr auto recordNamesCallback = forward<&GraphWindow::recordNames>;
+  static constexpr auto hoverCallback = forward<&GraphWindow::hover>;
   static constexpr auto redoCallback = forward<&GraphWindow::redo>;
   static constexpr auto setDefaultCallback = forward<&GraphWindow::setDefault>;
   static constexpr auto dpyimgCallback = forward<&GraphWindow::dpyimg>;
@@ -268,6 +275,7 @@ class GraphWindow : public VkWindow, private SceneDisplay, private TextureDispla
   UnsavedWork unsaved_;
   FileCommands files_;
   Converters converters_;
+  viewkit::Tooltip tooltip_{baseWidget()};
   viewkit::Timer tending_{[this] { tendUnsavedWork(); }};
   std::string pointed_;  ///< of what is under the pointer; stands on the status line before the rest
   std::string told_;     ///< what stands on the status line before the help

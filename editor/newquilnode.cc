@@ -12,6 +12,7 @@
 
 #include "editor/model/currentscene.h"
 #include "editor/model/nodenames.h"
+#include "editor/model/recordnames.h"
 #include "editor/model/texturepicture.h"
 
 namespace {
@@ -62,6 +63,8 @@ viewkit::PixmapId texture_pixmap(Screen* screen, const TextureDisplay& textures,
 
 QuilVkNode::QuilVkNode(const TextureDisplay& textures, const char* name, const char* label)
     : VkNode(name, label), textures_(textures), kind_(kind_of_node(name)) {}
+
+std::string QuilVkNode::title() const { return record_name(*qis, name()); }
 
 void QuilVkNode::build(Widget parent) {
   VkNode::build(parent);

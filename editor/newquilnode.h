@@ -3,6 +3,7 @@
 #pragma once
 
 #include <span>
+#include <string>
 
 #include "editor/model/kinds.h"
 #include "editor/texturedisplay.h"
@@ -20,6 +21,9 @@ class QuilVkNode : public VkNode {
   /// the texture's picture, made once and kept, in place of the label. The label stays when the texture has
   /// no picture or the screen has another depth than 8, 16 and 32 (or 24, for pictures in their own colours).
   void build(Widget parent) override;
+
+  /// The name that its record has in the scene.
+  std::string title() const override;
 
   /// The prefix of its kind ("obj"), so that a graph tints its nodes by kind.
   const char* tintName() const override { return kind_ ? kind_->prefix.data() : ""; }

@@ -30,6 +30,6 @@ bool is_on(Widget shell, const char* name) {
 Settings read_settings(Widget shell) {
   constexpr int kMinute = 60;
   return {is_on(shell, "trueColorTextures"), is_on(shell, "confirmUnsavedChanges"),
-          is_on(shell, "backupOnSave"),
+          is_on(shell, "recordNames"), is_on(shell, "backupOnSave"),
           std::chrono::seconds(std::max(setting<int>(shell, "recoveryInterval", XtRInt, kMinute), 1))};
 }

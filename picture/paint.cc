@@ -20,6 +20,7 @@ constexpr double kLabelPadding = 10, kLabelMargin = 5;  // plane units beside an
 constexpr double kLeastNodeWidth = 44;
 constexpr double kPicturePadding = 4;  // plane units between a node's picture and the edge of its box
 
+constexpr double kLineInset = 0.15;      // of two lines, towards each other, in parts of the half box
 constexpr double kTextZoom = 0.4;        // below it nodes have no labels
 constexpr double kLeastTextZoom = 0.55;  // of the smallest text that can be read
 constexpr double kNameZoom = 0.9;        // of the names of what is large, where nodes have no labels
@@ -215,8 +216,13 @@ class Painting {
                            {box.x + kPicturePadding * frame_.zoom, box.y + kPicturePadding * frame_.zoom,
                             look.pictureWidth * frame_.zoom, look.pictureHeight * frame_.zoom},
                            textOn(look.tint), look.tint);
-    else if (showsText())
+    else if (showsText() && look.title.empty())
       drawLabel(box, look.label, textOn(look.tint));
+    else if (showsText()) {
+      const double half = box.height / 2;
+      drawLabel({box.x, box.y + half * kLineInset, box.width, half}, look.label, textOn(look.tint));
+      drawLabel({box.x, box.y + half * (1 - kLineInset), box.width, half}, look.title, textOn(look.tint));
+    }
   }
 
   /// Draws a text in a box, with an ellipsis for what it has no room for.
@@ -305,7 +311,8 @@ class Painting {
 SgRectangle nodeBox(const NodeLook& look, double textWidth, double textHeight) {
   if (look.hasPicture())
     return {0, 0, look.pictureWidth + 2 * kPicturePadding, look.pictureHeight + 2 * kPicturePadding};
-  return {0, 0, std::max(textWidth + 2 * kLabelPadding, kLeastNodeWidth), textHeight + 2 * kLabelMargin};
+  return {0, 0, std::max(textWidth + 2 * kLabelPadding, kLeastNodeWidth),
+          (look.title.empty() ? 1 : 2) * textHeight + 2 * kLabelMargin};
 }
 
 void ArcBatch::addLine(SgPoint a, SgPoint b) {

@@ -15,6 +15,7 @@ namespace picture {
 /// What a node shows.
 struct NodeLook {
   std::string label;
+  std::string title = {};  ///< a second line; empty: none
   Color tint;
   unsigned pictureWidth = 0, pictureHeight = 0;  ///< of the picture instead of the label; 0: there is none
 
@@ -22,7 +23,7 @@ struct NodeLook {
 };
 
 /// How large a node is, with margins around what it shows.
-/// @param textWidth,textHeight  of its label at 100 %.
+/// @param textWidth,textHeight  of the wider of its lines at 100 %.
 SgRectangle nodeBox(const NodeLook& look, double textWidth, double textHeight);
 
 /// The graph's colours.

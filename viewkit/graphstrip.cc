@@ -11,6 +11,7 @@
 #include <array>
 #include <cstdio>
 #include <string>
+#include <string_view>
 
 #include "viewkit/forward.h"
 #include "viewkit/textentry.h"
@@ -24,6 +25,12 @@ namespace {
 /// The zooms that the buttons step through.
 constexpr std::array kSteps{0.1, 0.15, 0.25, 0.35, 0.5, 0.7, 1.0, 1.4, 2.0, 2.8, 4.0};
 constexpr double kSame = 0.005;
+constexpr char kFindKeys[] =
+    "Shift<Key>Return: GraphStripFind(previous)\n"
+    "Shift<Key>KP_Enter: GraphStripFind(previous)\n"
+    "Ctrl<Key>Return: GraphStripFind(all)\n"
+    "Ctrl<Key>KP_Enter: GraphStripFind(all)\n"
+    "<Key>osfCancel: GraphStripFind(leave)";
 constexpr double kFarStep = 1.5;  // below the first of them
 
 }  // namespace
@@ -47,6 +54,11 @@ GraphStrip::GraphStrip(const char* name, Widget parent, VkGraph& graph) : VkComp
   viewkit::keepControlsOut(find_);
   XtAddCallback(find_, XmNvalueChangedCallback, &Forward<&GraphStrip::findChanged>::call, this);
   XtAddCallback(find_, XmNactivateCallback, &Forward<&GraphStrip::findNext>::call, this);
+  static XtActionsRec actions[] = {{const_cast<char*>("GraphStripFind"), &GraphStrip::keyAction}};
+  XtAppAddActions(XtWidgetToApplicationContext(row), actions, XtNumber(actions));
+  XtVaSetValues(find_, XmNuserData, this, nullptr);
+  XtOverrideTranslations(find_, XtParseTranslationTable(kFindKeys));
+  count_ = XtVaCreateWidget("findCount", xmLabelWidgetClass, row, nullptr);
   notFound_ = XtVaCreateWidget("notFound", xmLabelWidgetClass, row, nullptr);
   XtAddCallback(graph.graphWidget(), SgNviewChangedCallback, &Forward<&GraphStrip::viewChanged>::call, this);
   viewChanged();
@@ -86,20 +98,75 @@ void GraphStrip::viewChanged() {
   XtVaSetValues(zoomLevel_, XmNlabelString, viewkit::xmString(text.data()).get(), nullptr);
 }
 
-void GraphStrip::findChanged() { goTo(false); }
+void GraphStrip::findChanged() { goTo(0); }
 
-void GraphStrip::findNext() { goTo(true); }
+void GraphStrip::findNext() { goTo(1); }
 
-void GraphStrip::goTo(bool next) {
-  const viewkit::XtText text(XmTextFieldGetString(find_));
-  VkNode* found = nullptr;
-  if (*text != '\0') {
-    const std::vector<Widget> selected = SgGraphGetSelectedNodes(graph_.graphWidget());
-    found = graph_.findPart(text.get(), next && !selected.empty() ? VkNode::of(selected.back()) : nullptr);
+void GraphStrip::startFind() {
+  XmProcessTraversal(find_, XmTRAVERSE_CURRENT);
+  XmTextFieldSetSelection(find_, 0, XmTextFieldGetLastPosition(find_),
+                          XtLastTimestampProcessed(XtDisplay(find_)));
+}
+
+void GraphStrip::clearFind() {
+  if (XmTextFieldGetLastPosition(find_) == 0) return;
+  std::string nothing;
+  XmTextFieldSetString(find_, nothing.data());
+}
+
+void GraphStrip::keyAction(Widget field, XEvent*, String* words, Cardinal* count) noexcept {
+  XtPointer self = nullptr;
+  XtVaGetValues(field, XmNuserData, &self, nullptr);
+  auto* const strip = static_cast<GraphStrip*>(self);
+  const std::string_view word = *count == 1 ? words[0] : "";
+  if (word == "previous") {
+    strip->goTo(-1);
+  } else if (word == "all") {
+    strip->selectAll();
+  } else if (word == "leave") {
+    strip->clearFind();
+    XmProcessTraversal(strip->graph_.graphWidget(), XmTRAVERSE_CURRENT);
   }
-  if (*text == '\0' || found)
+}
+
+std::vector<VkNode*> GraphStrip::found() const {
+  const viewkit::XtText text(XmTextFieldGetString(find_));
+  return *text == '\0' ? std::vector<VkNode*>() : graph_.findAll(text.get());
+}
+
+void GraphStrip::goTo(std::ptrdiff_t step) {
+  const std::vector<VkNode*> nodes = found();
+  const auto count = static_cast<std::ptrdiff_t>(nodes.size());
+  if (count == 0) {
+    showCount({}, 0);
+    return;
+  }
+  const std::vector<Widget> selected = SgGraphGetSelectedNodes(graph_.graphWidget());
+  const auto at = selected.empty() ? nodes.end() : std::ranges::find(nodes, VkNode::of(selected.back()));
+  std::ptrdiff_t place = 0;
+  if (at != nodes.end() && step != 0) place = (at - nodes.begin() + step + count) % count;
+  showCount(static_cast<std::size_t>(place), nodes.size());
+  graph_.reveal(nodes[static_cast<std::size_t>(place)]);
+}
+
+void GraphStrip::selectAll() {
+  const std::vector<VkNode*> nodes = found();
+  for (const VkNode* const node : nodes)
+    if (XtIsManaged(node->baseWidget())) SgGraphSelectNode(graph_.graphWidget(), node->baseWidget());
+  showCount({}, nodes.size());
+}
+
+void GraphStrip::showCount(std::optional<std::size_t> place, std::size_t count) {
+  if (count != 0 || XmTextFieldGetLastPosition(find_) == 0)
     XtUnmanageChild(notFound_);
   else
     XtManageChild(notFound_);
-  graph_.reveal(found);
+  if (count == 0) {
+    XtUnmanageChild(count_);
+    return;
+  }
+  const std::string all = std::to_string(count);
+  const std::string text = place ? std::to_string(*place + 1) + " of " + all : "all " + all + " selected";
+  XtVaSetValues(count_, XmNlabelString, viewkit::xmString(text).get(), nullptr);
+  XtManageChild(count_);
 }

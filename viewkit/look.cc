@@ -75,7 +75,13 @@ constexpr Line kLines[] = {
     {"*strip.findLabel.marginLeft", "12"},
     {"*strip.find.columns", "20"},
     {"*strip.notFound.labelString", "not found"},
+    {"*strip.findCount.labelString", " "},
     {"*strip.notFound.foreground", "#bd1010", "#aa0000"},
+
+    {"*tooltip.borderWidth", "1"},
+    {"*tooltip.tip.background", "#fff3c6", "#d5d5d5"},
+    {"*tooltip.tip.marginWidth", "6"},
+    {"*tooltip.tip.marginHeight", "4"},
 
     // Shadows, focus, default button.
     {"*enableThinThickness", "True"},

@@ -5,6 +5,7 @@
 #include <Xm/Form.h>
 
 #include <algorithm>
+#include <array>
 #include <cctype>
 #include <cmath>
 
@@ -20,11 +21,26 @@
 
 namespace {
 
+bool isSameLetter(char a, char b) {
+  return std::tolower(static_cast<unsigned char>(a)) == std::tolower(static_cast<unsigned char>(b));
+}
+bool isSame(std::string_view a, std::string_view b) { return std::ranges::equal(a, b, isSameLetter); }
+bool begins(std::string_view text, std::string_view part) {
+  return isSame(text.substr(0, part.size()), part);
+}
 bool hasPart(std::string_view text, std::string_view part) {
-  const auto same = [](char a, char b) {
-    return std::tolower(static_cast<unsigned char>(a)) == std::tolower(static_cast<unsigned char>(b));
-  };
-  return std::ranges::search(text, part, same).begin() != text.end();
+  return part.empty() || std::ranges::search(text, part, isSameLetter).begin() != text.end();
+}
+
+/// How well a text can mean a node: 0 is best. Nothing: it doesn't mean it.
+constexpr std::size_t kMeanings = 4;
+std::optional<std::size_t> meaningOf(const VkNode& node, std::string_view text) {
+  if (isSame(node.name(), text)) return 0;
+  if (begins(node.name(), text) || begins(node.label(), text)) return 1;
+  const std::string title = node.title();
+  if (!title.empty() && begins(title, text)) return 2;
+  if (hasPart(node.name(), text) || hasPart(node.label(), text) || hasPart(title, text)) return 3;
+  return std::nullopt;
 }
 
 /// While it lives, nodes are moved, to be seen gliding to their places afterwards.
@@ -101,7 +117,9 @@ void VkGraph::enter(std::unique_ptr<VkNode> node) {
   layoutIsDue_ = true;
   worked_ = node.get();
   nodes_.push_back(std::move(node));
-  if (graph_) nodes_.back()->build(graph_);
+  if (!graph_) return;
+  nodes_.back()->build(graph_);
+  if (showsTitles_) SgGraphSetNodeTitle(nodes_.back()->baseWidget(), nodes_.back()->title());
 }
 
 bool VkGraph::admit(VkNode* node) {
@@ -180,6 +198,7 @@ std::unique_ptr<VkNode> VkGraph::take(VkNode* node) {
 
 VkGraph::Kept VkGraph::setAside() {
   Kept kept;
+  if (graph_) strip_->clearFind();
   // The widgets go all at once; one by one they would take quadratic time.
   if (graph_) kept.picture_ = SgGraphSetAside(graph_);
   std::swap(kept.contents_, static_cast<VkGraphContents&>(*this));
@@ -257,14 +276,35 @@ VkNode* VkGraph::find(std::string_view name) const {
   return found == byName_.end() ? nullptr : found->second.at(0);
 }
 
-VkNode* VkGraph::findPart(std::string_view part, const VkNode* after) const {
-  const std::size_t first = after && after->graph() == this ? after->number_ + 1 : 0;
-  for (std::size_t i = 0; i < nodes_.size(); ++i) {
-    VkNode* node = nodes_[(first + i) % nodes_.size()].get();
-    if (hasPart(node->name(), part) || hasPart(node->label(), part)) return node;
+std::vector<VkNode*> VkGraph::findAll(std::string_view text) const {
+  const std::size_t colon = text.find(':');
+  const std::string_view kind = text.substr(0, colon == text.npos ? 0 : colon);
+  const bool filters = !kind.empty() && std::ranges::any_of(nodes_, [&](const auto& node) {
+    return isSame(node->tintName(), kind);
+  });
+  if (filters) text.remove_prefix(colon + 1);
+  std::array<std::vector<VkNode*>, kMeanings> found;
+  for (const auto& node : nodes_) {
+    if (filters && !isSame(node->tintName(), kind)) continue;
+    if (const auto meaning = meaningOf(*node, text)) found[*meaning].push_back(node.get());
   }
-  return nullptr;
+  std::vector<VkNode*> all;
+  for (const auto& some : found) all.insert(all.end(), some.begin(), some.end());
+  return all;
 }
+
+void VkGraph::setShowsTitles(bool on) {
+  showsTitles_ = on;
+  updateTitles();
+}
+
+void VkGraph::updateTitles() {
+  if (!graph_) return;
+  for (const auto& node : nodes_)
+    SgGraphSetNodeTitle(node->baseWidget(), showsTitles_ ? node->title() : std::string());
+}
+
+void VkGraph::startFind() { strip_->startFind(); }
 
 void VkGraph::reveal(VkNode* node) {
   if (!node || node->graph() != this || !graph_) return;

@@ -129,11 +129,21 @@ class VkGraph : public VkComponent, private VkGraphContents {
 
   /// The node of that name, or null. In constant time.
   VkNode* find(std::string_view name) const;
-  /// The first node after `after` (null: from the first on), in the order in which they entered and going
-  /// round, whose name or label contains `part`, upper and lower case alike; null if there is none. Linear.
-  VkNode* findPart(std::string_view part, const VkNode* after) const;
+  /// The nodes that `text` may mean, upper and lower case alike: first those of just that name, then those
+  /// whose name or label begins so, whose title does, and those that contain it somewhere; in the order in
+  /// which they entered. "mat:red" looks among the nodes that are tinted as "mat" are. Linear.
+  std::vector<VkNode*> findAll(std::string_view text) const;
 
   std::size_t numNodes() const { return nodes_.size(); }
+
+  /// Whether nodes show their titles, as far as they have any.
+  void setShowsTitles(bool on);
+  bool showsTitles() const { return showsTitles_; }
+  /// Shows the titles as they are now. Linear.
+  void updateTitles();
+
+  /// The user wants to type what is to be found.
+  void startFind();
 
   /// Show all nodes; one node; one node and its children. Arcs show when both their nodes do.
   void displayAll();
@@ -242,4 +252,5 @@ class VkGraph : public VkComponent, private VkGraphContents {
   std::map<Spot, std::unique_ptr<VkPopupMenu>> popups_;
   Asked asked_;
   std::optional<Arrangement> chosen_;
+  bool showsTitles_ = false;
 };

@@ -31,6 +31,9 @@ class VkNode : public VkComponent {
   /// The graph's resource `<tintName>Tint` colours the node; "" leaves it in the common colour.
   virtual const char* tintName() const { return ""; }
 
+  /// What people call it, beside its name; empty: nothing.
+  virtual std::string title() const { return {}; }
+
   /// Parents and children in the order in which they were linked; numbers from 0. Null beyond the last.
   int nParents() const { return static_cast<int>(parents_.size()); }
   int nChildren() const { return static_cast<int>(children_.size()); }

@@ -19,6 +19,12 @@ std::string get_name_string(const Qis& scene, Word name_index) {
   return name_index < names.size() ? qiGetName(names[name_index]) : std::string();
 }
 
+std::string record_name(Qis& scene, std::string_view node) {
+  const auto named = find_node(node);
+  const Word* const index = named ? named->kind->name_index(scene, named->number) : nullptr;
+  return index ? get_name_string(scene, *index) : std::string();
+}
+
 bool require_nameable(const Qis& scene, std::string_view node, Word name_index) {
   const std::size_t names = scene.name_list.records.size();
   if (name_index == kUnset || name_index < names) return true;

@@ -14,6 +14,10 @@ Word set_node_name(Qis& scene, std::string_view text, Word name_index);
 /// The text of name `name_index`, blanks shown as underscores; empty when there is no such name.
 std::string get_name_string(const Qis& scene, Word name_index);
 
+/// The name of the record behind a node; empty when it has none, or there is no record. The scene stays as it
+/// is.
+std::string record_name(Qis& scene, std::string_view node);
+
 /// Whether a record with this name index can be given a name: it has none yet, or one that is there. If not,
 /// a line on standard error says so of the node.
 bool require_nameable(const Qis& scene, std::string_view node, Word name_index);

@@ -82,12 +82,7 @@ class Graph : public WindowTest {
   }
 
   /// All nodes in their order.
-  std::vector<VkNode*> allNodes() {
-    std::vector<VkNode*> nodes;
-    for (VkNode* last = nullptr; nodes.size() < graph_->numNodes(); nodes.push_back(last))
-      last = graph_->findPart("", last);
-    return nodes;
-  }
+  std::vector<VkNode*> allNodes() { return graph_->findAll(""); }
 
   std::unique_ptr<VkGraph> graph_;
 };
@@ -258,20 +253,56 @@ TEST_F(Graph, NodesAreHiddenUntilTheyAreDisplayed) {
   for (const char* name : {"a", "b", "c"}) EXPECT_TRUE(XtIsManaged(graph_->find(name)->baseWidget())) << name;
 }
 
-TEST_F(Graph, PartsOfNamesAndLabelsAreFoundOneAfterTheOther) {
-  graph_->add(std::make_unique<VkNode>("obj_1"));
+/// A node that people have a name for.
+class TitledNode : public VkNode {
+ public:
+  TitledNode(const char* name, const char* kind, std::string title)
+      : VkNode(name), kind_(kind), title_(std::move(title)) {}
+  const char* tintName() const override { return kind_; }
+  std::string title() const override { return title_; }
+
+ private:
+  const char* kind_;
+  std::string title_;
+};
+
+TEST_F(Graph, WhatATextMeansBestIsFoundFirst) {
+  for (const auto& [name, kind, title] : {std::tuple{"obj_12", "obj", ""},
+                                          {"obj_1", "obj", "the sea"},
+                                          {"mat_1", "mat", "sea_water"},
+                                          {"tex_1", "tex", "Seaside obj_1"}})
+    graph_->add(std::make_unique<TitledNode>(name, kind, title));
   graph_->add(std::make_unique<VkNode>("lod_1", "LOD"));
-  graph_->add(std::make_unique<VkNode>("obj_12"));
-  VkNode* found = graph_->findPart("OBJ_1", nullptr);
-  EXPECT_EQ(found, graph_->find("obj_1"));
-  found = graph_->findPart("obj_1", found);
-  EXPECT_EQ(found, graph_->find("obj_12"));
-  EXPECT_EQ(graph_->findPart("obj_1", found), graph_->find("obj_1"));
-  EXPECT_EQ(graph_->findPart("LoD", nullptr), graph_->find("lod_1"));
-  EXPECT_EQ(graph_->findPart("2", graph_->find("obj_12")), graph_->find("obj_12"));
-  EXPECT_EQ(graph_->findPart("mat", nullptr), nullptr);
+  const auto found = [&](std::string_view text) {
+    std::vector<std::string> names;
+    for (const VkNode* node : graph_->findAll(text)) names.push_back(node->name());
+    return names;
+  };
+  EXPECT_THAT(found("OBJ_1"), ElementsAre("obj_1", "obj_12", "tex_1")) << "itself, a beginning, a part";
+  EXPECT_THAT(found("sea"), ElementsAre("mat_1", "tex_1", "obj_1")) << "beginnings of titles, then parts";
+  EXPECT_THAT(found("LoD"), ElementsAre("lod_1"));
+  EXPECT_THAT(found("mat:"), ElementsAre("mat_1"));
+  EXPECT_THAT(found("Tex:sea"), ElementsAre("tex_1"));
+  EXPECT_THAT(found("obj:1"), ElementsAre("obj_12", "obj_1"));
+  EXPECT_THAT(found("nokind:sea"), IsEmpty());
+  EXPECT_THAT(found("cube"), IsEmpty());
+  EXPECT_EQ(found("").size(), 5u);
   graph_->clearAll();
-  EXPECT_EQ(graph_->findPart("", nullptr), nullptr);
+  EXPECT_THAT(found(""), IsEmpty());
+}
+
+TEST_F(Graph, TitlesAreASecondLine) {
+  VkNode* const node = graph_->add(std::make_unique<TitledNode>("obj_1", "obj", "a title of some length"));
+  const SgRectangle before = SgGraphNodeBounds(node->baseWidget());
+  graph_->setShowsTitles(true);
+  const SgRectangle with = SgGraphNodeBounds(node->baseWidget());
+  EXPECT_GT(with.height, before.height + 8);
+  EXPECT_GT(with.width, before.width);
+  VkNode* const other =
+      graph_->add(std::make_unique<TitledNode>("obj_2", "obj", std::string(10'000, 'x') + "\n"));
+  EXPECT_LT(SgGraphNodeBounds(other->baseWidget()).width, 400);
+  graph_->setShowsTitles(false);
+  EXPECT_EQ(SgGraphNodeBounds(node->baseWidget()), before);
 }
 
 // Layout

@@ -107,6 +107,7 @@ XtResource kResources[] = {
     callbackRow(SgNtargetCallback, SG_MEMBER(targetCallback)),
     callbackRow(SgNfoldCallback, SG_MEMBER(foldCallback)),
     callbackRow(SgNmenuCallback, SG_MEMBER(menuCallback)),
+    callbackRow(SgNhoverCallback, SG_MEMBER(hoverCallback)),
     callbackRow(SgNviewChangedCallback, SG_MEMBER(viewChangedCallback)),
 };
 

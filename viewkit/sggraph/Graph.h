@@ -68,6 +68,8 @@ enum class FileFormat : int;
 /// An arc that is being drawn or moved has come to a node that it could end at, or has left it (then nothing
 /// but the reason is said).
 #define SgNtargetCallback "targetCallback"
+/// What the pointer is over has changed: `node` or `arc`, or none of them any more.
+#define SgNhoverCallback "hoverCallback"
 /// The user has turned the map on or off by its key.
 #define SgNoverviewCallback "overviewCallback"
 /// The user wants a node folded or unfolded, which the application does.
@@ -105,7 +107,8 @@ enum {
   SgCR_MAY_LINK = 58,
   SgCR_TARGET = 59,
   SgCR_FOLD = 60,
-  SgCR_MENU = 61
+  SgCR_MENU = 61,
+  SgCR_HOVER = 62
 };
 
 /// An arc of one graph: 0 is none. The number of a removed arc never comes back.
@@ -130,12 +133,12 @@ struct SgGraphCallbackStruct {
   /// SgCR_NEW_ARC or SgCR_ARC_MOVED by itself. Callbacks may destroy nodes, arcs and the graph.
   Boolean doit;
   Boolean fold;  ///< SgCR_FOLD: whether to fold it
-  Widget node;   ///< SgCR_DEFAULT_ACTION, SgCR_FOLD, SgCR_MENU; changedCallback of SgCR_NEW_NODE
+  Widget node;   ///< SgCR_DEFAULT_ACTION, SgCR_HOVER, SgCR_FOLD, SgCR_MENU; changedCallback of SgCR_NEW_NODE
   /// SgCR_NEW_ARC; SgCR_MAY_LINK and SgCR_TARGET of an arc that is drawn
   Widget parent, child;
   /// SgCR_ARC_MOVED, SgCR_MAY_LINK and SgCR_TARGET of an arc that is moved: ends before and after
   Widget oldParent, oldChild, newParent, newChild;
-  SgArc arc;                                ///< SgCR_ARC_MOVED, SgCR_MENU; changedCallback of SgCR_NEW_ARC
+  SgArc arc;                                ///< SgCR_ARC_MOVED, SgCR_HOVER, SgCR_MENU; changedCallback of SgCR_NEW_ARC
   SgPoint position;                         ///< of the pointer on the plane
   std::span<const SgMovedNode> movedNodes;  ///< SgCR_NODES_MOVED
   std::span<const SgStraightenedArc> straightenedArcs;  ///< SgCR_NODES_MOVED
@@ -158,6 +161,8 @@ Widget SgCreateGraph(Widget parent, const char* name, ArgList args, Cardinal cou
 Widget SgGraphCreateNode(Widget graph, const char* name, ArgList args = nullptr, Cardinal count = 0);
 /// The node's name, valid as long as no node is made or removed; "" for other widgets.
 const char* SgNodeName(Widget node);
+/// A second line of text, under the label; as a rule the first characters of it. Empty: none.
+void SgGraphSetNodeTitle(Widget node, const std::string& title);
 /// The graph that a node lives in.
 Widget SgNodeGraph(Widget node);
 /// Takes the node and its arcs out of the picture at once and destroys the widget, which inside of callbacks

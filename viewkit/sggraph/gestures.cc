@@ -59,10 +59,23 @@ void GraphView::setHover(SgPoint window) {
   const bool inside = viewport_.frame().window().contains(window) && !(over && over->box.contains(window));
   const Hit under = inside ? hit(window) : Hit{};
   const StableId node = drawing_.stableNodeId(under.node), arc = drawing_.stableArcId(under.arc);
+  hoverOver(node, arc);
+}
+
+void GraphView::hoverOver(StableId node, StableId arc) {
   if (node == hoverNode_ && arc == hoverArc_) return;
   hoverNode_ = node;
   hoverArc_ = arc;
   overlayChanged();
+  tellHover(node, arc);
+}
+
+void GraphView::tellHover(StableId node, StableId arc) {
+  SgGraphCallbackStruct data{};
+  data.reason = SgCR_HOVER;
+  data.node = widgetOf(drawing_.nodeOf(node));
+  data.arc = arc;
+  call(&SgGraphPart::hoverCallback, data);
 }
 
 void GraphView::setCursor(unsigned shape) {
@@ -131,6 +144,7 @@ void GraphView::press(const XButtonEvent& event) {
     if (gesture_.kind != Gesture::Kind::Idle) return;
     XEvent whole{};
     whole.xbutton = event;
+    tellHover(0, 0);
     menuWanted(hit(placeOf(event)), placeOf(event), &whole);
     return;
   }
@@ -142,6 +156,7 @@ void GraphView::press(const XButtonEvent& event) {
   }
   const SgPoint place = placeOf(event);
   bringUpToDate();
+  tellHover(0, 0);
   gesture_ = {};
   gesture_.button = event.button;
   gesture_.pressed = gesture_.pointer = place;
@@ -365,11 +380,7 @@ NodeId GraphView::beyondStub(ArcId arc, SgPoint place) const {
   return atParent ? to : from;
 }
 
-void GraphView::pointerLeft() {
-  if (hoverNode_ == 0 && hoverArc_ == 0) return;
-  hoverNode_ = hoverArc_ = 0;
-  overlayChanged();
-}
+void GraphView::pointerLeft() { hoverOver(0, 0); }
 
 void GraphView::focus(bool in) {
   if (focused_ == in) return;

@@ -59,6 +59,11 @@ const char* SgNodeName(Widget node) {
   return found ? found.view->nameOf(found.id) : "";
 }
 
+void SgGraphSetNodeTitle(Widget node, const std::string& title) {
+  if (sggraph::GraphView* view = sggraph::viewOfNode(node))
+    view->setTitle(reinterpret_cast<SgNodeObject>(node)->node.id, title);
+}
+
 Widget SgNodeGraph(Widget node) { return sggraph::viewOfNode(node) ? XtParent(XtParent(node)) : nullptr; }
 
 void SgGraphRemoveNode(Widget node) {

@@ -12,6 +12,8 @@
 #include <optional>
 #include <utility>
 
+#include "picture/utf8.h"
+
 namespace sggraph {
 
 namespace {
@@ -140,9 +142,22 @@ void GraphView::setLabel(NodeId node) {
 
 void GraphView::measure(NodeId node) {
   const NodeLook& look = looks_[node];
-  const double width = look.hasPicture() ? 0 : measuring_->width(look.label);
+  const double width =
+      look.hasPicture() ? 0 : std::max(measuring_->width(look.label), measuring_->width(look.title));
   const SgRectangle box = nodeBox(look, width, measuring_->height());
   drawing_.resizeNode(node, box.width, box.height);
+}
+
+void GraphView::setTitle(NodeId node, const std::string& title) {
+  constexpr std::size_t kMost = 28;  // bytes; more would make the graph too wide
+  std::string shown(beginning(title, kMost));
+  if (shown.size() < title.size()) shown += "\u2026";
+  std::ranges::replace_if(
+      shown, [](unsigned char c) { return c < ' '; }, ' ');
+  if (looks_[node].title == shown) return;
+  looks_[node].title = std::move(shown);
+  measure(node);
+  changed();
 }
 
 void GraphView::managedChanged() {

@@ -116,6 +116,7 @@ class GraphView : private GraphContents {
   /// Takes over label, picture and tint from the node's resources.
   void nodeLooksChanged(SgNodeObject node);
   Widget widgetOf(NodeId node) const { return node == kNone ? nullptr : widgets_[node]; }
+  void setTitle(NodeId node, const std::string& title);
   /// Some nodes were managed or unmanaged.
   void managedChanged();
   /// Puts a node's upper left corner there, which straightens its arcs.
@@ -229,6 +230,9 @@ class GraphView : private GraphContents {
   Hit hit(SgPoint window);
   double arcReach() { return widget_->graph.arcWidth / 2.0 / viewport_.zoom(); }
   void setHover(SgPoint window);
+  void hoverOver(StableId node, StableId arc);
+  /// What is pointed at stays marked while it is pressed, but there is no more to say of it.
+  void tellHover(StableId node, StableId arc);
   void setCursor(unsigned shape);
 
   // Gestures

@@ -1,0 +1,144 @@
+/// @file
+/// Finding records by their names, and seeing them.
+#include "qilib/opensave.h"
+#include "samples/scenes.h"
+#include "tests/window/editorfixture.h"
+
+namespace {
+
+using support::WidgetInfo;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::StartsWith;
+
+class Finding : public EditorTest {
+ protected:
+  explicit Finding(support::Program::Start how = {}) : EditorTest(24, std::move(how)) {}
+
+  void openHarbour() {
+    Qis scene = samples::harbour();
+    ASSERT_EQ(qiSaveAsQb2(scene, path("harbour.quil")), 1);
+    editor_.open(path("harbour.quil"));
+  }
+  std::vector<std::string> selected() {
+    std::vector<std::string> names;
+    for (const auto& node : editor_.graph().nodes)
+      if (node.selected) names.push_back(node.name);
+    return names;
+  }
+  void find(const std::string& text) {
+    editor_.driver().key("f", {"Control_L"});
+    editor_.await("the focus in the field",
+                  [](const WidgetInfo& w) { return w.isAt("strip/find") && w.focused; });
+    editor_.driver().type(text);
+    editor_.settle();
+  }
+  std::string count() { return editor_.await("findCount").label; }
+  void press(std::string_view key, support::Held held = {}) {
+    editor_.driver().key(key, held);
+    editor_.settle();
+  }
+};
+
+TEST_F(Finding, ARecordIsFoundByItsName) {
+  openHarbour();
+  editor_.key("Tab");
+  find("sea");
+  EXPECT_THAT(count(), StartsWith("1 of "));
+  ASSERT_EQ(selected().size(), 1u);
+  const std::string first = selected()[0];
+  press("Return");
+  EXPECT_THAT(count(), StartsWith("2 of "));
+  EXPECT_THAT(selected(), testing::Not(ElementsAre(first)));
+  press("Return", {"Shift_L"});
+  EXPECT_THAT(selected(), ElementsAre(first));
+  press("Return", {"Control_L"});
+  EXPECT_THAT(count(), HasSubstr("selected"));
+  EXPECT_GT(selected().size(), 1u);
+  press("Escape");
+  EXPECT_EQ(editor_.await("strip/find").text, "");
+  EXPECT_TRUE(editor_.graphWidget().focused);
+  EXPECT_FALSE(editor_.find([](const WidgetInfo& w) { return w.isAt("findCount") && w.viewable; }));
+}
+
+TEST_F(Finding, KindsAreAFilterAndAnotherSceneClearsTheField) {
+  openHarbour();
+  find("mat:");
+  for (const std::string& name : selected()) EXPECT_THAT(name, StartsWith("mat_"));
+  press("Return", {"Control_L"});
+  for (const std::string& name : selected()) EXPECT_THAT(name, StartsWith("mat_"));
+  EXPECT_GT(selected().size(), 1u);
+  find("obj_1");
+  EXPECT_THAT(selected(), ElementsAre("obj_1")) << "what was typed before is replaced";
+  editor_.open(table());
+  EXPECT_EQ(editor_.await("strip/find").text, "");
+  EXPECT_THAT(selected(), IsEmpty());
+}
+
+TEST_F(Finding, RecordNamesAreASecondLineOfNodes) {
+  openHarbour();
+  const auto height = [&] { return editor_.graph().node("obj_1").box.height; };
+  const int before = height();
+  editor_.chooseMenu({"View", "Record Names"});
+  EXPECT_GT(height(), before + 8);
+  EXPECT_EQ(editor_.graph().node("obj_1").label, "obj_1");
+  editor_.chooseMenu({"View", "Record Names"});
+  EXPECT_EQ(height(), before);
+}
+
+TEST_F(Finding, ANameThatIsChangedIsShownAtOnce) {
+  editor_.open(table());
+  editor_.chooseMenu({"View", "Record Names"});
+  editor_.toggleEditMode();
+  const int before = editor_.graph().node("obj_7").box.width;
+  editor_.doubleClickNode("obj_7");
+  editor_.fillIn("objDialog/nodeNameBase", "a_much_longer_name_now");
+  editor_.click("objDialog/buttons/OK");
+  editor_.settle();
+  EXPECT_GT(editor_.graph().node("obj_7").box.width, before);
+}
+
+TEST_F(Finding, ATooltipTellsOfTheNodeAndTheArcUnderThePointer) {
+  openHarbour();
+  editor_.click("strip/zoomFit");
+  editor_.driver().moveTo(editor_.graph().node("obj_1").box.centre());
+  const auto tip = [&](std::string_view part) {
+    return editor_
+        .await("a tooltip",
+               [&](const WidgetInfo& w) {
+                 return w.isAt("tooltip/tip") && w.viewable && w.label.find(part) != std::string::npos;
+               })
+        .label;
+  };
+  const std::string text = tip("obj_1");
+  EXPECT_THAT(text, HasSubstr("\nobject, "));
+  EXPECT_THAT(text, HasSubstr(" = "));
+  const auto arc = editor_.graph().arcs.front();
+  editor_.driver().moveTo(arc.middle);
+  EXPECT_THAT(tip("from " + arc.parent), HasSubstr("\nto " + arc.child));
+  editor_.driver().moveTo({editor_.graphWidget().box.x + 3, editor_.graphWidget().box.y + 3});
+  EXPECT_TRUE(support::waitFor(
+      [&] { return !editor_.find([](const WidgetInfo& w) { return w.isAt("tooltip") && w.viewable; }); }));
+}
+
+class NamesAtOnce : public Finding {
+ protected:
+  NamesAtOnce() : Finding({.executable = {}, .arguments = {"-xrm", "quileditor.recordNames: True"}}) {}
+};
+
+TEST_F(NamesAtOnce, WhereTheUserHasSaidSo) {
+  openHarbour();
+  EXPECT_TRUE(editor_.find([](const WidgetInfo& w) { return w.label == "Record Names"; })->set);
+  const int with = editor_.graph().node("obj_1").box.height;
+  editor_.chooseMenu({"View", "Record Names"});
+  EXPECT_LT(editor_.graph().node("obj_1").box.height, with);
+  EXPECT_EQ(editor_.quit(), 0);
+  support::Editor next(server_,
+                       start({.executable = {}, .arguments = {"-xrm", "quileditor.recordNames: True"}}));
+  EXPECT_FALSE(next.find([](const WidgetInfo& w) { return w.label == "Record Names"; })->set)
+      << "the last choice counts";
+  EXPECT_EQ(next.quit(), 0);
+}
+
+}  // namespace
