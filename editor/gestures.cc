@@ -5,7 +5,9 @@
 #include <cinttypes>
 #include <cstdio>
 #include <memory>
+#include <span>
 #include <string>
+#include <vector>
 
 #include "editor/editstep.h"
 #include "editor/model/currentscene.h"
@@ -13,6 +15,7 @@
 #include "editor/model/modifygraph.h"
 #include "editor/model/nodenames.h"
 #include "editor/model/tracedlinks.h"
+#include "viewkit/vksimplewindow.h"
 
 namespace {
 
@@ -134,6 +137,42 @@ void GraphGestures::arcMoved(SgGraphCallbackStruct& call) {
   graph_.displayWithChildren(new_parent);
   graph_.doSubtreeLayout(new_parent);
   step.done("move link " + from_to(old_parent, old_child));
+}
+
+void GraphGestures::linkSelected() {
+  if (!editing()) return;
+  const std::vector<Widget> selected = SgGraphGetSelectedNodes(graph_.graphWidget());
+  if (selected.size() < 2) {
+    prompts_.tell("Select a node, and with Shift those that it is to be linked to");
+    return;
+  }
+  VkNode* const parent = VkNode::of(selected.front());
+  EditStep step(graph_, history_);
+  std::string reasons;
+  int linked = 0;
+  for (const Widget other : std::span(selected).subspan(1)) {
+    VkNode* const child = VkNode::of(other);
+    const std::string reason = why_not_linked(*qis, parent->name(), child->name());
+    if (quilAddLink(*qis, parent->name(), child->name()) == 1) {
+      step.picture().addArc(parent, child);
+      ++linked;
+    } else {
+      std::fprintf(stderr, "%s\n", reason.c_str());
+      reasons += (reasons.empty() ? "" : VkSimpleWindow::kStatusSeparator) + reason;
+    }
+  }
+  prompts_.tell(reasons);
+  if (linked == 0) {
+    step.refused();
+    prompts_.warn("Can't add link!");
+    return;
+  }
+  graph_.displayAll();
+  graph_.doLayout();
+  graph_.displayWithChildren(parent);
+  step.done(linked == 1 && selected.size() == 2
+                ? "link " + from_to(parent, VkNode::of(selected.back()))
+                : "link " + std::string(parent->name()) + " to " + std::to_string(linked) + " nodes");
 }
 
 void GraphGestures::deleteSelectedLink() {

@@ -37,6 +37,9 @@ class GraphGestures {
   void arcMoved(SgGraphCallbackStruct& call);
   /// @}
 
+  /// Links the node that was selected first to the others that are selected, in Edit Mode; a step.
+  void linkSelected();
+
   /// Deletes the first of the selected links, in Edit Mode.
   void deleteSelectedLink();
 

@@ -45,6 +45,8 @@ constexpr const char* kRecentLabels[] = {"Recent 1", "Recent 2", "Recent 3", "Re
 static_assert(std::size(kRecentLabels) == Remembered::kMostFiles);
 constexpr const char* kRecoverLabel = "Recover...";
 constexpr const char* kEditModeLabel = "Edit Mode";
+constexpr const char* kDeleteLinkLabel = "Delete Link";
+constexpr const char* kLinkSelectedLabel = "Link Selected";
 constexpr const char* kUndoLabel = "Undo";
 constexpr const char* kRedoLabel = "Redo";
 constexpr const char* kLayeredLabel = "Layered";
@@ -141,12 +143,13 @@ void GraphWindow::addMenus() {
   };
   static const VkMenuDesc edit[] = {
       {kToggle, kEditModeLabel, editCallback},
-      {kAction, "Delete Link", deleteLinkCallback},
+      {kAction, kDeleteLinkLabel, deleteLinkCallback},
       kSeparator,
       {kAction, kUndoLabel, undoCallback},
       {kAction, kRedoLabel, redoCallback},
       kSeparator,
       {kAction, "Find", findCallback},
+      {kAction, kLinkSelectedLabel, linkSelectedCallback},
       kEnd,
   };
   static const VkMenuDesc view[] = {
@@ -310,6 +313,13 @@ void GraphWindow::showSteps() {
     item->showText((step ? std::string(label) + " " + step->label : label).c_str());
     item->setActive(step && gestures_.editing());
   };
+  for (const char* const label : {kDeleteLinkLabel, kLinkSelectedLabel}) {
+    auto* const item = menu()->findNamedItem(label);
+    if (gestures_.editing())
+      item->activate();
+    else
+      item->deactivate();
+  }
   show(kUndoLabel, history_.to_undo());
   show(kRedoLabel, history_.to_redo());
 }

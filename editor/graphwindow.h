@@ -119,6 +119,7 @@ class GraphWindow : public VkWindow, private SceneDisplay, private TextureDispla
   void undo();
   void redo();
   void find() { graph_->startFind(); }
+  void linkSelected() { gestures_.linkSelected(); }
   /// Undo or Redo.
   struct Direction {
     const char* label;
@@ -204,6 +205,7 @@ class GraphWindow : public VkWindow, private SceneDisplay, private TextureDispla
   static constexpr auto editCallback = forward<&GraphWindow::edit>;
   static constexpr auto deleteLinkCallback = forward<&GraphWindow::deleteLinkMenu>;
   static constexpr auto undoCallback = forward<&GraphWindow::undo>;
+  static constexpr auto linkSelectedCallback = forward<&GraphWindow::linkSelected>;
   static constexpr auto findCallback = forward<&GraphWindow::find>;
   static constexpr auto recordNamesCallback = forward<&GraphWindow::recordNames>;
   static constexpr auto hoverCallback = forward<&GraphWindow::hover>;

@@ -98,11 +98,20 @@ void GraphStrip::viewChanged() {
   XtVaSetValues(zoomLevel_, XmNlabelString, viewkit::xmString(text.data()).get(), nullptr);
 }
 
-void GraphStrip::findChanged() { goTo(0); }
+void GraphStrip::findChanged() {
+  if (!typing_) {
+    typing_ = true;
+    before_.clear();
+    for (const Widget node : SgGraphGetSelectedNodes(graph_.graphWidget()))
+      before_.push_back(SgNodeName(node));
+  }
+  goTo(0);
+}
 
 void GraphStrip::findNext() { goTo(1); }
 
 void GraphStrip::startFind() {
+  typing_ = false;
   XmProcessTraversal(find_, XmTRAVERSE_CURRENT);
   XmTextFieldSetSelection(find_, 0, XmTextFieldGetLastPosition(find_),
                           XtLastTimestampProcessed(XtDisplay(find_)));
@@ -112,6 +121,7 @@ void GraphStrip::clearFind() {
   if (XmTextFieldGetLastPosition(find_) == 0) return;
   std::string nothing;
   XmTextFieldSetString(find_, nothing.data());
+  typing_ = false;
 }
 
 void GraphStrip::keyAction(Widget field, XEvent*, String* words, Cardinal* count) noexcept {
@@ -151,6 +161,10 @@ void GraphStrip::goTo(std::ptrdiff_t step) {
 
 void GraphStrip::selectAll() {
   const std::vector<VkNode*> nodes = found();
+  SgGraphClearSelection(graph_.graphWidget());
+  for (const std::string& name : before_)
+    if (const VkNode* const node = graph_.find(name))
+      SgGraphSelectNode(graph_.graphWidget(), node->baseWidget());
   for (const VkNode* const node : nodes)
     if (XtIsManaged(node->baseWidget())) SgGraphSelectNode(graph_.graphWidget(), node->baseWidget());
   showCount({}, nodes.size());

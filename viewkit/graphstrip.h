@@ -6,6 +6,7 @@
 
 #include <cstddef>
 #include <optional>
+#include <string>
 #include <vector>
 
 #include "viewkit/vkcomponent.h"
@@ -45,5 +46,7 @@ class GraphStrip : public VkComponent {
   void showCount(std::optional<std::size_t> place, std::size_t count);
 
   VkGraph& graph_;
+  std::vector<std::string> before_;  // what was selected when the typing began, by name
+  bool typing_ = false;
   Widget find_ = nullptr, count_ = nullptr, notFound_ = nullptr, zoomLevel_ = nullptr;
 };

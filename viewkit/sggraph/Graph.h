@@ -138,9 +138,9 @@ struct SgGraphCallbackStruct {
   Widget parent, child;
   /// SgCR_ARC_MOVED, SgCR_MAY_LINK and SgCR_TARGET of an arc that is moved: ends before and after
   Widget oldParent, oldChild, newParent, newChild;
-  SgArc arc;                                ///< SgCR_ARC_MOVED, SgCR_HOVER, SgCR_MENU; changedCallback of SgCR_NEW_ARC
-  SgPoint position;                         ///< of the pointer on the plane
-  std::span<const SgMovedNode> movedNodes;  ///< SgCR_NODES_MOVED
+  SgArc arc;         ///< SgCR_ARC_MOVED, SgCR_HOVER, SgCR_MENU; changedCallback of SgCR_NEW_ARC
+  SgPoint position;  ///< of the pointer on the plane
+  std::span<const SgMovedNode> movedNodes;              ///< SgCR_NODES_MOVED
   std::span<const SgStraightenedArc> straightenedArcs;  ///< SgCR_NODES_MOVED
 };
 

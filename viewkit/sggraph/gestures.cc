@@ -13,9 +13,10 @@ namespace sggraph {
 
 namespace {
 
-constexpr double kClickSlack = 4;   // pixels that the pointer may move during a click
-constexpr double kHandleReach = 7;  // pixels around a handle in which a press takes it
-constexpr double kWheelStep = 60;   // pixels
+constexpr double kClickSlack = 4;     // pixels that the pointer may move during a click
+constexpr double kHandleReach = 12;   // pixels around a handle in which a press takes it
+constexpr double kHandleMissed = 24;  // and in which one that misses it doesn't pan
+constexpr double kWheelStep = 60;     // pixels
 constexpr double kWheelZoom = 1.15;
 
 SgPoint placeOf(const XButtonEvent& event) {
@@ -34,9 +35,10 @@ GraphView::Hit GraphView::hit(SgPoint window) {
       const HandlePlaces places = handlePlaces(drawing_.path(arc), viewport_.frame());
       for (const bool child : {true, false}) {
         const double away = distance(window, child ? places.child : places.parent);
+        found.nearHandle = found.nearHandle || away < kHandleMissed;
         if (away >= nearest) continue;
         nearest = away;
-        found = {kNone, arc, true, child};
+        found = {.arc = arc, .handle = true, .childEnd = child};
       }
     }
     if (found.handle) return found;
@@ -192,6 +194,7 @@ void GraphView::press(const XButtonEvent& event) {
   // A third click is a first one again.
   lastClick_ = {event.time, place, gesture_.node, !again};
 
+  gesture_.missedHandle = under.nearHandle && under.node == kNone;
   if (under.handle) {
     gesture_.kind = Gesture::Kind::MoveArcEnd;
     gesture_.childEnd = under.childEnd;
@@ -232,6 +235,7 @@ void GraphView::motion(const XMotionEvent& event) {
 }
 
 void GraphView::startDrag() {
+  if (gesture_.missedHandle && gesture_.kind == Gesture::Kind::Pan) gesture_.kind = Gesture::Kind::Refused;
   gesture_.dragging = true;
   lastClick_.valid = false;
   switch (gesture_.kind) {

@@ -18,6 +18,7 @@ namespace sggraph {
 
 namespace {
 
+constexpr std::string_view kEditableMode = "Edit Mode";
 constexpr int kScrollStep = 40;           // pixels per click on a scroll bar's arrow
 constexpr unsigned long kFrameTime = 15;  // milliseconds between the frames of a glide
 
@@ -498,6 +499,7 @@ std::optional<Map> GraphView::map() const {
 Overlay GraphView::overlay() {
   Overlay overlay;
   if (drawing_.extents() == SgRectangle{}) overlay.lines = emptyText_;
+  if (editable()) overlay.mode = kEditableMode;
   overlay.map = map();
   overlay.focus = focused_;
   if (glide_.underWay()) return overlay;

@@ -49,6 +49,7 @@ struct Gesture {
   bool adds = false;           // Shift was held
   StableId node = 0, arc = 0;  // under the pointer at the press
   bool childEnd = false;       // MoveArcEnd: which end
+  bool missedHandle = false;   // pressed beside the handle of an arc
   bool leftNode = false;       // DrawArc: was outside `node`, so that coming back makes a loop
   StableId target = 0;         // the node that would be taken now
   std::unordered_map<StableId, bool> allowed;  // DrawArc, MoveArcEnd: of the nodes that were asked for
@@ -183,6 +184,7 @@ class GraphView : private GraphContents {
     ArcId arc = kNone;
     bool handle = false, childEnd = false;  // of the arc
     bool foldHandle = false;                // of the node
+    bool nearHandle = false;                // of a selected arc, though it may be missed
   };
   struct ViewState {
     double zoom = 0;

@@ -68,6 +68,16 @@ void Painter::showLines(std::string_view lines, const picture::Frame& frame, con
   }
 }
 
+void Painter::showMode(std::string_view mode, const picture::Frame& frame, const OverlayInks& inks) {
+  constexpr int kEdge = 5, kPadding = 6;  // pixels
+  for (int i = 2; i < kEdge; ++i) surface_.drawRectangle(frame.window().grownBy(-i), inks.target);
+  surface_.setTextZoom(1);
+  const SgRectangle tag{kEdge, kEdge, surface_.textWidth(mode) + 2 * kPadding,
+                        surface_.textHeight() + kPadding};
+  surface_.fillBoxes({&tag, 1}, inks.target);
+  surface_.drawText(tag.middle(), mode, picture::kWhite);
+}
+
 void Painter::paintOverlay(const picture::Drawing& drawing, const picture::Frame& frame,
                            const Overlay& overlay, const OverlayInks& inks) {
   if (!picture_) return;
@@ -118,6 +128,7 @@ void Painter::paintOverlay(const picture::Drawing& drawing, const picture::Frame
     batch.draw(surface_, inks.selection, 2);
   }
   if (overlay.map) showMap(*overlay.map, frame, inks);
+  if (!overlay.mode.empty()) showMode(overlay.mode, frame, inks);
   for (int i = 0; i < (overlay.focus ? 2 : 1); ++i)
     surface_.drawRectangle(frame.window().grownBy(-i), overlay.focus ? inks.focus : inks.border);
 }

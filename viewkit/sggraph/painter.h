@@ -40,6 +40,7 @@ struct Overlay {
   std::string_view lines;             // of text in the middle
   std::optional<Map> map;
   bool focus = false;
+  std::string_view mode;  // a word for what can be done now, which an edge around everything shows, too
 };
 
 /// Keeps two pixmaps as large as the viewport: the picture, and the picture with the overlay.
@@ -64,6 +65,7 @@ class Painter {
  private:
   void fit(const picture::Frame& frame);
   void showLines(std::string_view lines, const picture::Frame& frame, const picture::Color& color);
+  void showMode(std::string_view mode, const picture::Frame& frame, const OverlayInks& inks);
   void showMap(const Map& map, const picture::Frame& frame, const OverlayInks& inks);
 
   Display* display_;
