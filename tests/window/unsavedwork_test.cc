@@ -375,7 +375,7 @@ TEST_F(OnDisk, TheReasonOfEveryRefusalStandsOnTheStatusLineAndOnStandardError) {
   EXPECT_THAT(statusOf(editor_), testing::Not(HasSubstr("Error"))) << "it is no longer so";
   editor_.toggleEditMode();
   editor_.drawArc("mat_0", "shape_0");
-  expect("Can't add link!", "No arc can lead from mat to shape");
+  expect("Can't add link!", "a material does not refer to shapes");
   editor_.chooseMenu({"File", "Save As..."});
   editor_.chooseFile(path("no/such.quil"));
   EXPECT_THAT(statusOf(editor_),
