@@ -11,6 +11,7 @@ namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
+using namespace std::string_literals;
 
 class Remembering : public testing::Test {
  protected:
@@ -59,7 +60,7 @@ TEST_F(Remembering, NumbersComeBack) {
 TEST_F(Remembering, NonsenseIsPassedOver) {
   std::filesystem::create_directories(folder_);
   write_file(folder_ / "window", "x\nx 99999999999999\ny \nz 4z\n\n width 3\nheight 7\nend 5");
-  write_file(folder_ / "recent", std::string("relative\n\n/good\n/nul\0byte\n/good\n/cut", 38));
+  write_file(folder_ / "recent", "relative\n\n/good\n/nul\0byte\n/good\n/cut"s);
   const Remembered read(folder_);
   EXPECT_THAT(read.files(), ElementsAre("/good"));
   for (const char* name : {"x", "y", "z", "end", "width"}) EXPECT_EQ(read.number(name), std::nullopt) << name;

@@ -56,7 +56,7 @@ void* allocate(std::size_t size, std::size_t alignment) {
     if (heap.allocations_left == 0) throw std::bad_alloc();
     --heap.allocations_left;
   }
-  void* const block = std::aligned_alloc(alignment, size);
+  void* const block = std::aligned_alloc(alignment, (size + alignment - 1) / alignment * alignment);
   if (!block) throw std::bad_alloc();
   if (heap.watched) heap.most_held = std::max(heap.most_held, heap.held += taken_by(block));
   return block;

@@ -55,18 +55,6 @@ TEST_F(DialogNotices, FollowTheMenusToggleInEveryOpenDialog) {
   expectBoth("");
 }
 
-TEST_F(DialogNotices, SayThatAnotherDialogHasChangedTheRecord) {
-  editor_.open(data("skeleton"));
-  editor_.toggleEditMode();
-  openDialog("obj_5", "objDialog");
-  openDialog("lod_5", "lodDialog");  // of the same record
-  enter("lod_set.lod_link_group.lod_link0", "2");
-  press("Apply");
-  EXPECT_EQ(notice("changed"), "") << "it wrote that itself";
-  dialog_ = "objDialog";
-  EXPECT_EQ(notice("changed"), "obj_5 was changed after this was opened");
-}
-
 TEST_F(DialogNotices, LeaveEverythingInSight) {
   editor_.open(data("skeleton"));
   openDialog("joint_0", "jointDialog");
