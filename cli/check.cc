@@ -35,7 +35,10 @@ struct Request {
 
 std::string joined_levels() {
   std::string text;
-  for (const auto level : checks::kLevelNames) text += (text.empty() ? "" : "|") + std::string{level};
+  for (const auto level : checks::kLevelNames) {
+    if (!text.empty()) text += '|';
+    text += level;
+  }
   return text;
 }
 std::string_view name_of(Level level) { return checks::kLevelNames[static_cast<std::size_t>(level)]; }

@@ -111,7 +111,7 @@ void print_bash(const std::vector<CommandCompletion>& all) {
 }
 
 void print_zsh(const std::vector<CommandCompletion>& all) {
-  // In a description, a bracket would end it, and in a specification a colon would.
+  // In a description, a bracket would end it, and in an option a colon would.
   const auto plain = [](std::string text) {
     for (char& c : text)
       if (c == '[' || c == ']' || c == ':') c = ' ';
