@@ -237,13 +237,15 @@ Outcome for_each_file(const std::vector<std::string>& files, unsigned jobs,
       if (waiting[i].revents == 0) continue;
       auto& worker = *of[i];
       const std::size_t file = worker->file();
-      auto result = worker->answer();
-      if (!result) {
-        const std::string how = worker->end();
-        worker.reset();
-        result = {{Outcome::failed, {}}, "", "quilscene: " + printable(files[file]) + ": " + how + "\n"};
+      if (auto result = worker->answer()) {
+        printer.add(file, std::move(*result));
+        continue;
       }
-      printer.add(file, std::move(*result));
+      Result failed;
+      failed.done.outcome = Outcome::failed;
+      failed.err = "quilscene: " + printable(files[file]) + ": " + worker->end() + "\n";
+      worker.reset();
+      printer.add(file, std::move(failed));
     }
   }
   return printer.worst();

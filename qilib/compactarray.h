@@ -174,7 +174,8 @@ class CompactArray {
     const std::size_t wanted = size() + n;
     if (wanted > capacity()) move_to(std::max(wanted, empty() ? 0 : 2 * capacity()));
     if (!has_block()) handle_ = std::bit_cast<Handle>(std::uintptr_t{1});
-    make(data() + wanted - n);
+    T* const all = wanted > kAlone ? items_of(head()) : data();  // said so, since compilers don't see it
+    make(all + wanted - n);
     if (has_block()) head()->size = static_cast<std::uint32_t>(wanted);
   }
   /// The last n items go.
