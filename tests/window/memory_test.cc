@@ -31,7 +31,7 @@ class Memory : public EditorTest {
 
 TEST_F(Memory, ASceneThatFitsIsOpened) {
   const std::string scene = dangling(1000);
-  limit(std::size_t{13} << 20);
+  limit(std::size_t{16} << 20);
   editor_.open(scene);
   EXPECT_TRUE(editor_.graph().hasNode("obj_1999"));
 }
