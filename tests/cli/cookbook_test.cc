@@ -20,11 +20,11 @@ class Cookbook : public Quilscene {
     for (const char* name : {"robot.quil", "scenes/a.quil", "scenes/deep/b.quil"})
       put(name, read_file(scene_path("robot")));
     put("skeleton.quil", read_file(scene_path("skeleton")));
-    // Another machine is a folder on this one.
+    // Another machine is a folder on this one; as on any, who logs in gets a shell.
     std::filesystem::create_directories(scratch_ / "bin");
     put("bin/ssh",
         "#!/bin/sh\nwhile :; do case $1 in\n-l | -o) shift 2 ;;\n-*) shift ;;\n*) break ;;\nesac; done\n"
-        "shift\n[ \"$1\" != -- ] || shift\ncd \"$HOME\" && exec sh -c \"$*\"\n");
+        "shift\n[ \"$1\" != -- ] || shift\nexport SHELL=/bin/sh\ncd \"$HOME\" && exec sh -c \"$*\"\n");
     std::filesystem::permissions(scratch_ / "bin/ssh", std::filesystem::perms::owner_all);
   }
   /// Runs a block in bash, which ends with the first command that fails.
