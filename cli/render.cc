@@ -1,8 +1,11 @@
 /// @file
 /// `quilscene render`: the picture of the graph that the editor's window shows, as a file.
+#include <algorithm>
+#include <cmath>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <unordered_map>
@@ -68,6 +71,7 @@ Laid laid_out(const SceneGraph& scene, const picture::Font& font) {
 
 struct Request {
   std::string file, output, page, format;
+  std::optional<unsigned> size;
 };
 
 /// A folder that goes with all that is in it.
@@ -100,6 +104,17 @@ void declare(CLI::App& line, Request& request) {
       ->type_name("svg|pdf|png|ps|eps");
   line.add_option("--page", request.page, "Sheets of PDF and PostScript")
       ->type_name("A5|A4|A3|A2|A1|A0|Letter|Tabloid");
+  line.add_option("--size", request.size, "Pixels of a PNG, each way at most; small scenes have fewer")
+      ->check(no_whole_number)
+      ->type_name("N");
+}
+
+/// The same part of the plane in a window of at most `size` pixels each way.
+picture::Frame shrunk(picture::Frame frame, unsigned size) {
+  frame.zoom = std::min(1.0, size / std::max(frame.width, frame.height));
+  frame.width = std::max(1.0, std::floor(frame.width * frame.zoom));
+  frame.height = std::max(1.0, std::floor(frame.height * frame.zoom));
+  return frame;
 }
 
 /// The exporter's files replace others when they are complete, which standard output can't be.
@@ -123,6 +138,9 @@ Outcome run(const Request& request) {
   const picture::Paper* const paper = request.page.empty() ? nullptr : picture::paperOf(request.page);
   if (!paper && !request.page.empty()) throw WrongUse("no such page: " + request.page);
   if (paper && !hasSheets(*format)) throw WrongUse("only PDF and PostScript have pages: " + request.output);
+  if (request.size && *format != picture::FileFormat::png)
+    throw WrongUse("only PNG has a size in pixels: " + request.output);
+  if (request.size == 0u) throw WrongUse("a picture of no pixels");
   Qis scene;
   if (!open_scene(request.file, scene)) return Outcome::failed;
   const std::string& file = request.file;
@@ -130,9 +148,10 @@ Outcome run(const Request& request) {
   const Laid laid = laid_out(scene_graph(scene), font);
   const std::unordered_map<picture::ArcId, std::string> no_labels;
   const picture::Content content{laid.drawing, laid.looks, no_labels, kInks};
+  const picture::Frame whole = wholeFrame(laid.drawing);
   const std::string problem = export_to(request.output, *format,
                                         {.content = content,
-                                         .part = wholeFrame(laid.drawing),
+                                         .part = request.size ? shrunk(whole, *request.size) : whole,
                                          .partialArcs = false,
                                          .font = font,
                                          .images = {},

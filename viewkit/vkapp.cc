@@ -43,10 +43,14 @@ const char* displayName(std::span<char*> arguments) {
   return nullptr;
 }
 
-/// Asked over a connection of its own: Xt wants the fallback resources before it connects.
-bool smoothsText(const char* displayName) {
-  const viewkit::DisplayPtr display(XOpenDisplay(displayName));
-  return display && viewkit::hasSmoothText(display.get());
+/// Puts the framework's and the application's own lines below what users and machines set. (Xt would leave
+/// all of them out where there is a file of application defaults.)
+void addFallbackResources(Display* display, viewkit::ResourceLines application) {
+  std::string text;
+  for (const std::string& line : viewkit::fallbackResources(viewkit::hasSmoothText(display), application))
+    text += line + '\n';
+  XrmDatabase database = XtDatabase(display);
+  XrmCombineDatabase(XrmGetStringDatabase(text.c_str()), &database, False);
 }
 
 XtErrorMsgHandler printWarning;
@@ -89,17 +93,13 @@ VkApp::VkApp(const char* className, int* argc, char** argv, XrmOptionDescRec* op
   printWarning = XtAppSetWarningMsgHandler(context_, &filterWarning);
 
   const char* const name = displayName({argv, static_cast<std::size_t>(*argc)});
-  fallbackLines_ = viewkit::fallbackResources(smoothsText(name), resources);
-  for (auto& line : fallbackLines_) fallbackTable_.push_back(line.data());
-  fallbackTable_.push_back(nullptr);
-  XtAppSetFallbackResources(context_, fallbackTable_.data());
-
   display_ = XtOpenDisplay(context_, name, nullptr, className, options, static_cast<Cardinal>(optionCount),
                            argc, argv);
   if (!display_) {
     std::fprintf(stderr, "%s: can't open display %s\n", className, XDisplayName(name));
     std::exit(1);
   }
+  addFallbackResources(display_, resources);
   String applicationName = nullptr;
   String applicationClass = nullptr;
   XtGetApplicationNameAndClass(display_, &applicationName, &applicationClass);

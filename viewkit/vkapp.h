@@ -107,8 +107,6 @@ class VkApp : public VkCallbackObject {
   std::string applicationName_;
   std::string versionString_;
   std::vector<std::string> command_;
-  std::vector<std::string> fallbackLines_;
-  std::vector<String> fallbackTable_;
   XtAppContext context_ = nullptr;
   Display* display_ = nullptr;
   std::vector<VkSimpleWindow*> windows_;

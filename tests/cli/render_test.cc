@@ -61,6 +61,16 @@ TEST_F(Render, WritesEveryFormatAndSheets) {
   EXPECT_GT(support::placedWords(scratch_ / "b.pdf").back().page, 1);
 }
 
+TEST_F(Render, APngIsMadeAsSmallAsAsked) {
+  const auto larger_side = [&](const std::string& options) {
+    EXPECT_EQ(run("render " + scene_path("robot") + " a.png " + options).status, 0);
+    const std::string png = written("a.png");
+    return std::max(word_at(png, 16), word_at(png, 20));
+  };
+  EXPECT_EQ(larger_side("--size 128"), 128u);
+  EXPECT_EQ(larger_side("--size 1000000"), larger_side(""));
+}
+
 TEST_F(Render, NeedsAnOutputOfAKnownFormat) {
   const std::string scene = scene_path("robot");
   for (const auto& [arguments, says] :
@@ -69,6 +79,9 @@ TEST_F(Render, NeedsAnOutputOfAKnownFormat) {
         {scene + " out.gif", "the name of a picture ends in .svg, .pdf, .png, .ps or .eps: out.gif"},
         {scene + " a.png --page A4", "only PDF and PostScript have pages"},
         {scene + " a.pdf --page B9", "no such page: B9"},
+        {scene + " a.svg --size 128", "only PNG has a size in pixels"},
+        {scene + " a.png --size 0", "a picture of no pixels"},
+        {scene + " a.png --size big", "big is no whole number"},
         {std::string(), "a FILE is missing"}}) {
     const Ran ran = run("render " + arguments);
     EXPECT_EQ(ran.status, 2) << arguments;

@@ -170,6 +170,15 @@ TEST_F(StartUp, TheVersionIsSaidWithItsRights) {
               testing::MatchesRegex("QUILeditor Version2\\.02 [0-9-]+\n.*Copyright.*\n.*MIT License.*"));
 }
 
+TEST_F(StartUp, SettingsOfTheMachineGoBeforeTheEditorsOwnAndLeaveTheOthers) {
+  write_file(path("quileditor"), "*graph.width: 700\n");
+  Editor set(server_, start({.executable = {}, .environment = {{"XFILESEARCHPATH", path("%N")}}}));
+  EXPECT_EQ(editor_.graphWidget().box.width - set.graphWidget().box.width, 1040 - 700);
+  const auto undo = set.find([](const WidgetInfo& w) { return w.label == "Undo"; });
+  ASSERT_TRUE(undo);
+  EXPECT_EQ(set.resource(*undo, "mnemonic"), std::to_string('U'));
+}
+
 TEST_F(StartUp, TextureImagesPressedTwiceAreOff) {
   const auto shown = [&] {
     return editor_.find([](const WidgetInfo& w) { return w.label == "Display Texture Image"; })->set;
