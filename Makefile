@@ -1,7 +1,7 @@
 # The front door: each target calls CMake or a script.
 PREFIX ?= /usr/local
 
-.PHONY: run test test-release bench fuzz format install clean
+.PHONY: run test test-release bench fuzz format apidoc install clean
 
 run:      ## build the editor and start it on the sample scenes
 	scripts/run
@@ -17,6 +17,9 @@ fuzz:     ## feed it broken files, random gestures and kills for a while
 format:   ## format every C++ file
 	scripts/install-packages test
 	scripts/check-format --fix
+apidoc:   ## pages of the library's headers, in build/release/apidoc
+	scripts/install-packages build test
+	cmake --preset release && cmake --build --preset release --target apidoc
 install:  ## install the programs below PREFIX (default /usr/local)
 	scripts/install-packages build run
 	cmake --preset release && cmake --build --preset release && cmake --install build/release --prefix "$(PREFIX)"
