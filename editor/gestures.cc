@@ -7,6 +7,7 @@
 #include <memory>
 #include <span>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "editor/editstep.h"
@@ -43,6 +44,12 @@ std::string why_not(const SgGraphCallbackStruct& call) {
   if (is_surplus(old_parent, old_child) && tagofnd(child) == tagofnd(old_child->name()))
     return why_not_linked(*qis, parent, child);
   return why_not_moved(*qis, old_parent->name(), old_child->name(), parent, child);
+}
+
+/// Says on standard error why one of several links is refused, and notes it for the status line.
+void addReason(std::string& reasons, const std::string& reason) {
+  std::fprintf(stderr, "%s\n", reason.c_str());
+  reasons += (reasons.empty() ? "" : VkSimpleWindow::kStatusSeparator) + reason;
 }
 
 }  // namespace
@@ -157,8 +164,7 @@ void GraphGestures::linkSelected() {
       step.picture().addArc(parent, child);
       ++linked;
     } else {
-      std::fprintf(stderr, "%s\n", reason.c_str());
-      reasons += (reasons.empty() ? "" : VkSimpleWindow::kStatusSeparator) + reason;
+      addReason(reasons, reason);
     }
   }
   prompts_.tell(reasons);
@@ -198,12 +204,51 @@ void GraphGestures::deleteSelectedLink() {
     return;
   }
   EditStep step(graph_, history_);
-  if (!is_surplus(from, to) && quilDeleteLink(*qis, from->name(), to->name()) != 1) {
+  if (!deleteLink(step, from, to)) {
     refuse(step, "Can't delete link!", why_not_deleted(from->name(), to->name()));
     return;
   }
-  step.picture().removeArc(from, to);
   step.done("delete link " + from_to(from, to));
+}
+
+bool GraphGestures::deleteLink(EditStep& step, VkNode* from, VkNode* to) {
+  if (!is_surplus(from, to) && quilDeleteLink(*qis, from->name(), to->name()) != 1) return false;
+  step.picture().removeArc(from, to);
+  return true;
+}
+
+void GraphGestures::deleteSelectedLinks() {
+  if (!editing()) return;
+  std::printf("Delete Links.\n");
+  std::vector<std::pair<VkNode*, VkNode*>> links;
+  bool uncovered = false;
+  for (const SgArc arc : SgGraphGetSelectedArcs(graph_.graphWidget())) {
+    Widget from = nullptr, to = nullptr;
+    SgGraphGetArcNodes(graph_.graphWidget(), arc, &from, &to);
+    links.emplace_back(VkNode::of(from), VkNode::of(to));
+  }
+  for (const auto& [from, to] : links) uncovered = graph_.uncover(from, to) || uncovered;
+  if (uncovered) {
+    prompts_.tell("Some were folded: Delete Links again deletes them");
+    return;
+  }
+  EditStep step(graph_, history_);
+  std::string reasons;
+  std::size_t deleted = 0;
+  for (const auto& [from, to] : links) {
+    if (deleteLink(step, from, to))
+      ++deleted;
+    else
+      addReason(reasons, why_not_deleted(from->name(), to->name()));
+  }
+  prompts_.tell(reasons);
+  if (deleted == 0) {
+    step.refused();
+    prompts_.warn(links.empty() ? "No link selected!" : "Can't delete link!");
+    return;
+  }
+  step.done(links.size() == 1 ? "delete link " + from_to(links.front().first, links.front().second)
+                              : "delete " + std::to_string(deleted) + " links");
 }
 
 void GraphGestures::arrange(VkGraph::Arrangement arrangement) {

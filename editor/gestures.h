@@ -42,6 +42,8 @@ class GraphGestures {
 
   /// Deletes the first of the selected links, in Edit Mode.
   void deleteSelectedLink();
+  /// Deletes all of them as far as the rules allow, in Edit Mode; in one step.
+  void deleteSelectedLinks();
 
   /// Another picture of the same graph; each is a step where it changes anything.
   /// @{
@@ -57,6 +59,8 @@ class GraphGestures {
   static VkNode* displaced(const VkNode* parent, const VkNode* child);
 
  private:
+  /// Takes one link out of the records and the picture. @returns whether the rules allow it.
+  static bool deleteLink(EditStep& step, VkNode* from, VkNode* to);
   /// Says why a gesture is refused, then that it is.
   void refuse(EditStep& step, const char* text, const std::string& reason);
 

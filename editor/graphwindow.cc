@@ -37,7 +37,7 @@ constexpr const char* kWelcome =
     "No scene is shown\n"
     "Ctrl+O opens one; a file can also be named when the program is started\n"
     "Ctrl+E turns Edit Mode on, in which links are drawn, moved and deleted\n"
-    "F10 goes to the menus, and the line below says what pointer and keys do";
+    "F10 goes to the menus, F1 lists all keys and gestures";
 
 constexpr const char* kOpenRecentLabel = "Open Recent";
 constexpr const char* kRecentLabels[] = {"Recent 1", "Recent 2", "Recent 3", "Recent 4", "Recent 5",
@@ -52,8 +52,6 @@ constexpr const char* kRedoLabel = "Redo";
 constexpr const char* kLayeredLabel = "Layered";
 constexpr const char* kCompactLabel = "Compact";
 constexpr const char* kOverviewLabel = "Overview";
-constexpr const char* kCollapseLabel = "Collapse";
-constexpr const char* kExpandLabel = "Expand";
 constexpr const char* kRecordNamesLabel = "Record Names";
 constexpr const char* kTextureImageLabel = "Display Texture Image";
 
@@ -76,6 +74,7 @@ GraphWindow::GraphWindow(const char* name)
       graph_(makeView()),
       prompts_(*this),
       gestures_(*graph_, prompts_, history_),
+      canvasMenus_(*graph_, gestures_, *menu(), [this](const std::string& node) { openDialog(node); }),
       unsaved_(history_, prompts_, write_scene, settings_.recovery_interval),
       files_(prompts_, *this, unsaved_, {settings_.confirm_unsaved_changes, settings_.backup_on_save}),
       converters_(
@@ -86,11 +85,11 @@ GraphWindow::GraphWindow(const char* name)
   true_color_textures = settings_.true_color_textures;
 
   theApplication->addCallback(VkApp::displayLostCallback, this, &GraphWindow::displayLost);
+  XtAddCallback(mainWindowWidget(), XmNhelpCallback, forward<&CanvasMenus::showKeys>, &canvasMenus_);
   history_.on_change([this] { historyChanged(); });
   graph_->addCallback(VkGraph::nodesMovedCallback, this, &GraphWindow::nodesMoved);
   takeUp();
   showRecent();
-  addPopupMenus();
   showSteps();
   showArrangement();
   showFile();
@@ -149,6 +148,7 @@ void GraphWindow::addMenus() {
       {kAction, kRedoLabel, redoCallback},
       kSeparator,
       {kAction, "Find", findCallback},
+      {kAction, "Select All", selectAllCallback},
       {kAction, kLinkSelectedLabel, linkSelectedCallback},
       kEnd,
   };
@@ -199,24 +199,6 @@ void GraphWindow::addMenus() {
   addMenuPane("View", view, this);
   addMenuPane("KAVO tool", kavo_tool, this);
   addMenuPane("QUIL2 tool", quil2_tool, this);
-}
-
-void GraphWindow::addPopupMenus() {
-  static const VkMenuDesc node[] = {
-      {kAction, kCollapseLabel, collapseCallback},
-      {kAction, kExpandLabel, expandCallback},
-      kEnd,
-  };
-  graph_->popupMenu(VkGraph::Spot::Node).add(node, this);
-  graph_->addCallback(VkGraph::menuCallback, this, &GraphWindow::menuAsked);
-}
-
-void GraphWindow::menuAsked(VkGraph*, void*, void* data) {
-  const auto& asked = *static_cast<const VkGraph::Asked*>(data);
-  if (asked.spot != VkGraph::Spot::Node) return;
-  const VkPopupMenu& menu = graph_->popupMenu(asked.spot);
-  menu.findNamedItem(kCollapseLabel)->setActive(graph_->canCollapse(asked.node));
-  menu.findNamedItem(kExpandLabel)->setActive(graph_->isCollapsed(asked.node));
 }
 
 VkMenuToggle* GraphWindow::textureImageToggle() const {

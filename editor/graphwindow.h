@@ -5,6 +5,7 @@
 #include <memory>
 #include <string>
 
+#include "editor/canvasmenus.h"
 #include "editor/converters.h"
 #include "editor/editflags.h"
 #include "editor/filecommands.h"
@@ -119,6 +120,7 @@ class GraphWindow : public VkWindow, private SceneDisplay, private TextureDispla
   void undo();
   void redo();
   void find() { graph_->startFind(); }
+  void selectAll() { graph_->selectAll(); }
   void linkSelected() { gestures_.linkSelected(); }
   /// Undo or Redo.
   struct Direction {
@@ -151,12 +153,6 @@ class GraphWindow : public VkWindow, private SceneDisplay, private TextureDispla
   /// Shows in the menu how the graph is arranged.
   void showArrangement();
   void expandAll() { graph_->expandAll(); }
-
-  // The menus of the right button, see VkGraph::menuAsked.
-  void addPopupMenus();
-  void menuAsked(VkGraph* graph, void* clientData, void* asked);
-  void collapse() { graph_->collapse(graph_->menuAsked().node); }
-  void expand() { graph_->expand(graph_->menuAsked().node); }
 
   // KAVO tool.
   void setDir() { converters_.setOutputDirectory(); }
@@ -206,6 +202,7 @@ class GraphWindow : public VkWindow, private SceneDisplay, private TextureDispla
   static constexpr auto deleteLinkCallback = forward<&GraphWindow::deleteLinkMenu>;
   static constexpr auto undoCallback = forward<&GraphWindow::undo>;
   static constexpr auto linkSelectedCallback = forward<&GraphWindow::linkSelected>;
+  static constexpr auto selectAllCallback = forward<&GraphWindow::selectAll>;
   static constexpr auto findCallback = forward<&GraphWindow::find>;
   static constexpr auto recordNamesCallback = forward<&GraphWindow::recordNames>;
   static constexpr auto hoverCallback = forward<&GraphWindow::hover>;
@@ -220,8 +217,6 @@ class GraphWindow : public VkWindow, private SceneDisplay, private TextureDispla
   static constexpr auto compactCallback = forward<&GraphWindow::compact>;
   static constexpr auto arrangeAgainCallback = forward<&GraphWindow::arrangeAgain>;
   static constexpr auto expandAllCallback = forward<&GraphWindow::expandAll>;
-  static constexpr auto collapseCallback = forward<&GraphWindow::collapse>;
-  static constexpr auto expandCallback = forward<&GraphWindow::expand>;
   static constexpr auto quickpviCallback = forward<&GraphWindow::quickpvi>;
   static constexpr auto quickpvCallback = forward<&GraphWindow::quickpv>;
   static constexpr auto kavoiCallback = forward<&GraphWindow::kavopvi>;
@@ -273,6 +268,7 @@ class GraphWindow : public VkWindow, private SceneDisplay, private TextureDispla
   WindowPrompts prompts_;
   History history_;
   GraphGestures gestures_;
+  CanvasMenus canvasMenus_;
   NodeDialogs dialogs_;
   UnsavedWork unsaved_;
   FileCommands files_;

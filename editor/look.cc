@@ -1,9 +1,11 @@
 /// @file
-/// The editor's colours, sizes and menu keys.
+/// The editor's colours, sizes and the letters of the menus.
 #include "editor/look.h"
 
+#include <algorithm>
 #include <iterator>
 
+#include "editor/keys.h"
 #include "editor/model/kinds.h"
 
 namespace {
@@ -24,20 +26,17 @@ constexpr const char* kLines[] = {
     // The head of a property dialog.
     "*title.renderTable: bold",
 
-    // Menu keys. An item is named by the letters and digits of its label.
+    "*keysDialog*text.renderTable: mono",
+    "*keysDialog*text.rows: 36",
+    "*keysDialog*text.columns: 106",
+    "*keysDialog.close.labelString: Close",
+
+    // The letters that choose menu items. An item is named by the letters and digits of its label.
     "*File.mnemonic: F",
     "*New.mnemonic: N",
-    "*New.accelerator: Ctrl<Key>n",
-    "*New.acceleratorText: Ctrl+N",
     "*Open.mnemonic: O",
-    "*Open.accelerator: Ctrl<Key>o",
-    "*Open.acceleratorText: Ctrl+O",
     "*Save.mnemonic: S",
-    "*Save.accelerator: Ctrl<Key>s",
-    "*Save.acceleratorText: Ctrl+S",
     "*SaveAs.mnemonic: A",
-    "*SaveAs.accelerator: Shift Ctrl<Key>s",
-    "*SaveAs.acceleratorText: Shift+Ctrl+S",
     "*OpenRecent.mnemonic: e",
     "*Recent1.mnemonic: 1",
     "*Recent2.mnemonic: 2",
@@ -52,27 +51,13 @@ constexpr const char* kLines[] = {
     "*ExportPicture.mnemonic: x",
     "*Recover.mnemonic: R",
     "*Quit.mnemonic: Q",
-    "*Quit.accelerator: Ctrl<Key>q",
-    "*Quit.acceleratorText: Ctrl+Q",
     "*Edit.mnemonic: E",
     "*EditMode.mnemonic: E",
-    "*EditMode.accelerator: Ctrl<Key>e",
-    "*EditMode.acceleratorText: Ctrl+E",
     "*DeleteLink.mnemonic: D",
-    "*DeleteLink.accelerator: <Key>osfDelete",
-    "*DeleteLink.acceleratorText: Del",
     "*Undo.mnemonic: U",
-    "*Undo.accelerator: Ctrl<Key>z",
-    "*Undo.acceleratorText: Ctrl+Z",
     "*Redo.mnemonic: R",
-    "*Redo.accelerator: Shift Ctrl<Key>z, Ctrl<Key>y",
-    "*Redo.acceleratorText: Shift+Ctrl+Z",
     "*LinkSelected.mnemonic: L",
-    "*LinkSelected.accelerator: Ctrl<Key>l",
-    "*LinkSelected.acceleratorText: Ctrl+L",
     "*Find.mnemonic: F",
-    "*Find.accelerator: Ctrl<Key>f",
-    "*Find.acceleratorText: Ctrl+F",
     "*View.mnemonic: V",
     "*Default.mnemonic: D",
     "*DisplayTextureImage.mnemonic: T",
@@ -80,13 +65,27 @@ constexpr const char* kLines[] = {
     "*Compact.mnemonic: C",
     "*ArrangeAgain.mnemonic: A",
     "*ExpandAll.mnemonic: x",
+    "*Values.mnemonic: V",
     "*Collapse.mnemonic: C",
-    "*Collapse.acceleratorText: -",
     "*Expand.mnemonic: E",
-    "*Expand.acceleratorText: +",
+    "*GotoParent.mnemonic: P",
+    "*GotoChild.mnemonic: h",
+    "*SelectParents.mnemonic: a",
+    "*SelectChildren.mnemonic: i",
+    "*SelectEverythingAbove.mnemonic: b",
+    "*SelectEverythingBelow.mnemonic: w",
+    "*DeleteLinks.mnemonic: D",
+    "*Fit.mnemonic: F",
+    "*FitSelection.mnemonic: S",
+    "*ZoomIn.mnemonic: I",
+    "*ZoomOut.mnemonic: u",
+    "*Zoomto100.mnemonic: 1",
+    "*TopoftheGraph.mnemonic: G",
+    "*SelectAll.mnemonic: A",
+    "*KeysandGestures.mnemonic: K",
+    "*About.mnemonic: b",
     "*RecordNames.mnemonic: R",
     "*Overview.mnemonic: O",
-    "*Overview.acceleratorText: M",
     "*KAVOtool.mnemonic: K",
     "*KAVOQuickpreviewDXVIEWER.mnemonic: Q",
     "*KAVOQuickpreviewEmuBoard.mnemonic: E",
@@ -110,5 +109,6 @@ constexpr const char* kLines[] = {
 std::vector<std::string> editorResources(bool smoothText) {
   std::vector<std::string> lines = tintLines(smoothText);
   lines.insert(lines.end(), std::begin(kLines), std::end(kLines));
+  std::ranges::move(menu_key_lines(), std::back_inserter(lines));
   return lines;
 }

@@ -50,20 +50,21 @@ void Viewport::scrollBy(double dx, double dy) {
 
 void Viewport::zoomAround(double zoom, SgPoint window) {
   const SgPoint plane = toPlane(window);
-  frame_.zoom = std::isfinite(zoom) ? std::clamp(zoom, std::min(SgMinZoom, fittingZoom()), SgMaxZoom) : 1;
+  frame_.zoom =
+      std::isfinite(zoom) ? std::clamp(zoom, std::min(SgMinZoom, fittingZoom(extents_)), SgMaxZoom) : 1;
   scrollTo(plane, window);
 }
 
-double Viewport::fittingZoom() const {
+double Viewport::fittingZoom(const SgRectangle& part) const {
   constexpr double kLeast = 1e-9, kLeastRoom = 10;
-  const double wide = std::max(frame_.width - 2 * kMargin, kLeastRoom) / std::max(extents_.width, 1.0);
-  const double high = std::max(frame_.height - 2 * kMargin, kLeastRoom) / std::max(extents_.height, 1.0);
+  const double wide = std::max(frame_.width - 2 * kMargin, kLeastRoom) / std::max(part.width, 1.0);
+  const double high = std::max(frame_.height - 2 * kMargin, kLeastRoom) / std::max(part.height, 1.0);
   return std::clamp(std::min(wide, high), kLeast, 1.0);
 }
 
-void Viewport::fit() {
-  frame_.zoom = fittingZoom();
-  scrollTo(extents_.middle(), {frame_.width / 2, frame_.height / 2});
+void Viewport::fit(const SgRectangle& part) {
+  frame_.zoom = fittingZoom(part);
+  scrollTo(part.middle(), {frame_.width / 2, frame_.height / 2});
 }
 
 void Viewport::showTop(double middle) {

@@ -41,7 +41,9 @@ class Viewport {
   void scrollBy(double dx, double dy);
   void zoomAround(double zoom, SgPoint window);
   /// All of the drawing in the middle, at 100 % or less.
-  void fit();
+  void fit() { fit(extents_); }
+  /// The same for a part of it.
+  void fit(const SgRectangle& part);
   /// The top of the drawing: its upper edge, and `middle` on the plane, at 100 %.
   void showTop(double middle);
   /// Scrolls as little as needed to show all of `box`; to the middle when it is more than a view away.
@@ -59,8 +61,8 @@ class Viewport {
   Limits limits(double start, double end, double view) const;
   Limits horizontalLimits() const;
   Limits verticalLimits() const;
-  /// The zoom at which all of the drawing has room, held to what can be computed with.
-  double fittingZoom() const;
+  /// The zoom at which a part of the plane has room, held to what can be computed with.
+  double fittingZoom(const SgRectangle& part) const;
   void hold();
 
   Frame frame_;

@@ -29,9 +29,11 @@ class GraphStrip : public VkComponent {
   void startFind();
   void clearFind();
 
- private:
+  /// A step in or out.
   void zoomOut();
   void zoomIn();
+
+ private:
   void zoom100();
   void zoomFit();
   void findChanged();

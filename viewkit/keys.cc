@@ -7,6 +7,10 @@
 #include <Xm/Text.h>
 #include <Xm/TextF.h>
 
+#include <algorithm>
+#include <array>
+#include <cctype>
+#include <iterator>
 #include <map>
 #include <utility>
 
@@ -17,6 +21,18 @@ XtEventDispatchProc nextDispatcher;
 XtEventDispatchProc nextKeyReleaseDispatcher;
 XKeyEvent lastPress;
 std::map<Widget, KeyListener> listeners;  // by shell
+
+/// Keys that have other names than the X server's, for people and for the toolkit's accelerators.
+struct KeyName {
+  KeySym symbol;
+  const char* text;
+  const char* accelerator;
+};
+constexpr KeyName kKeyNames[] = {
+    {XK_Delete, "Del", "osfDelete"},
+    {XK_Home, "Home", "osfBeginLine"},
+    {XK_F1, "F1", "F1"},
+};
 
 bool isEditingKey(KeySym symbol) {
   return IsCursorKey(symbol) || symbol == XK_Delete || symbol == XK_BackSpace || symbol == XK_Insert;
@@ -70,6 +86,52 @@ Boolean dispatchKeyRelease(XEvent* event) {
 }
 
 }  // namespace
+
+std::string keyText(XKeyEvent key) {
+  const bool ctrl = (key.state & ControlMask) != 0, alt = (key.state & Mod1Mask) != 0;
+  bool shift = (key.state & ShiftMask) != 0;
+  key.state &= ~static_cast<unsigned>(ControlMask | Mod1Mask);
+  KeySym symbol = NoSymbol;
+  std::array<char, 8> typed{};
+  const int length = XLookupString(&key, typed.data(), static_cast<int>(typed.size()), &symbol, nullptr);
+  std::string text;
+  if (const auto* named = std::ranges::find(kKeyNames, symbol, &KeyName::symbol);
+      named != std::end(kKeyNames)) {
+    text = named->text;
+  } else if (length == 1 && std::isgraph(static_cast<unsigned char>(typed[0]))) {
+    const auto letter = static_cast<unsigned char>(typed[0]);
+    text = static_cast<char>(std::toupper(letter));
+    shift = shift && std::isalpha(letter);  // elsewhere Shift makes it another character
+  }
+  if (text.empty()) return text;
+  return std::string(shift ? "Shift+" : "") + (ctrl ? "Ctrl+" : "") + (alt ? "Alt+" : "") + text;
+}
+
+std::vector<std::string_view> splitKeys(std::string_view keys) {
+  constexpr std::string_view kBetween = ", ";
+  std::vector<std::string_view> names;
+  for (std::size_t end; (end = keys.find(kBetween)) != keys.npos; keys.remove_prefix(end + kBetween.size()))
+    names.push_back(keys.substr(0, end));
+  names.push_back(keys);
+  return names;
+}
+
+std::string acceleratorOf(std::string_view keys) {
+  std::string accelerators;
+  for (std::string_view key : splitKeys(keys)) {
+    std::string modifiers;
+    for (std::size_t plus; (plus = key.find('+')) != key.npos && plus + 1 < key.size();
+         key.remove_prefix(plus + 1))
+      modifiers += (modifiers.empty() ? "" : " ") + std::string(key.substr(0, plus));
+    std::string name(key);
+    if (const auto* named = std::ranges::find(kKeyNames, key, &KeyName::text); named != std::end(kKeyNames))
+      name = named->accelerator;
+    else
+      std::ranges::transform(name, name.begin(), [](unsigned char c) { return std::tolower(c); });
+    accelerators += (accelerators.empty() ? "" : ", ") + modifiers + "<Key>" + name;
+  }
+  return accelerators;
+}
 
 void StopListening::operator()(Widget shell) const { listeners.erase(shell); }
 

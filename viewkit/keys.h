@@ -6,9 +6,20 @@
 
 #include <functional>
 #include <memory>
+#include <string>
+#include <string_view>
 #include <type_traits>
+#include <vector>
 
 namespace viewkit {
+
+/// What people call a key press: "F", "Shift+F", "Ctrl+A", "+", "Home". Empty for keys without a name of
+/// their own, such as Shift.
+std::string keyText(XKeyEvent key);
+/// Such names that stand with ", " between.
+std::vector<std::string_view> splitKeys(std::string_view keys);
+/// The X accelerator for one or several such names.
+std::string acceleratorOf(std::string_view keys);
 
 /// A key press.
 struct PressedKey {

@@ -150,6 +150,7 @@ constexpr Line kLines[] = {
     {"*questionDialog.dialogTitle", "Question"},
     {"*warningDialog.dialogTitle", "Warning"},
     {"*fileSelectionDialog.dialogTitle", "Choose a File"},
+    {"*informationDialog.dialogTitle", "About"},
     {"*listDialog.listVisibleItemCount", "10"},
     {"*listDialog*ItemsList.listSizePolicy", "XmRESIZE_IF_POSSIBLE"},
     {"*listDialog.marginWidth", "8"},

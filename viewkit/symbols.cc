@@ -72,9 +72,10 @@ bool inRoundedTriangle(Point p) {
 }
 
 Layer layerAt(Symbol symbol, Point p) {
-  if (symbol == Symbol::QUESTION) {
+  if (symbol != Symbol::WARNING) {
     if (distance(p, {0, 0}) > 0.95) return Layer::BACKGROUND;
-    return inQuestionMark(p) ? Layer::GLYPH : Layer::FILL;
+    const bool inGlyph = symbol == Symbol::QUESTION ? inQuestionMark(p) : inExclamationMark({p.x, -p.y});
+    return inGlyph ? Layer::GLYPH : Layer::FILL;
   }
   if (!inRoundedTriangle(p)) return Layer::BACKGROUND;
   return inExclamationMark(p) ? Layer::GLYPH : Layer::FILL;
@@ -139,7 +140,7 @@ PixmapId drawSymbol(Widget widget, Symbol symbol) {
   Palette palette(widget);
   const bool smooth = hasSmoothText(display);
   const std::array<Rgb, 3> colors =
-      symbol == Symbol::QUESTION
+      symbol != Symbol::WARNING
           ? std::array<Rgb, 3>{palette.colorOf(background), Rgb{0, 1 / 3.0, 2 / 3.0}, Rgb{1, 1, 1}}
           : std::array<Rgb, 3>{palette.colorOf(background), Rgb{1, 2 / 3.0, 0}, Rgb{0, 0, 0}};
 

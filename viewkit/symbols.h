@@ -8,7 +8,7 @@
 
 namespace viewkit {
 
-enum class Symbol { QUESTION, WARNING };
+enum class Symbol { QUESTION, WARNING, INFORMATION };
 
 /// Draws a symbol on the background of `widget`, smoothed where the screen has the colours for it.
 PixmapId drawSymbol(Widget widget, Symbol symbol);

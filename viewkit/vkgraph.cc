@@ -65,6 +65,7 @@ bool isSquare(std::span<const SgPoint> bends) {
 
 const char* const VkGraph::nodesMovedCallback = "nodesMovedCallback";
 const char* const VkGraph::menuCallback = "menuCallback";
+const char* const VkGraph::keyCallback = "keyCallback";
 
 VkGraphContents::VkGraphContents() : folds_(std::make_unique<GraphFolds>()) {}
 VkGraphContents::~VkGraphContents() = default;
@@ -81,6 +82,7 @@ VkGraph::VkGraph(const char* name, Widget parent) : VkComponent(name) {
   XtAddCallback(graph_, SgNnodesMovedCallback, &movedCallback, this);
   XtAddCallback(graph_, SgNfoldCallback, foldCallback, this);
   XtAddCallback(graph_, SgNmenuCallback, menuCallbackProc, this);
+  XtAddCallback(graph_, SgNkeyCallback, keyCallbackProc, this);
   XtAddCallback(graph_, XtNdestroyCallback, &graphDestroyedCallback, this);
   strip_ = std::make_unique<GraphStrip>("strip", form, *this);
   XtVaSetValues(strip_->baseWidget(), XmNleftAttachment, XmATTACH_FORM, XmNrightAttachment, XmATTACH_FORM,
@@ -312,6 +314,70 @@ void VkGraph::reveal(VkNode* node) {
   SgGraphClearSelection(graph_);
   SgGraphSelectNode(graph_, node->baseWidget());
   SgGraphRevealNode(graph_, node->baseWidget());
+}
+
+VkNode* VkGraph::current() const { return graph_ ? VkNode::of(SgGraphCurrentNode(graph_)) : nullptr; }
+
+void VkGraph::keyPressed(SgGraphCallbackStruct& call) {
+  if (call.event) callCallbacks(keyCallback, &call.event->xkey);
+}
+
+// Looking around
+
+void VkGraph::zoomIn() { strip_->zoomIn(); }
+
+void VkGraph::zoomOut() { strip_->zoomOut(); }
+
+void VkGraph::fit() { SgGraphZoomToFit(graph_); }
+
+void VkGraph::fitSelected() {
+  std::vector<Widget> nodes = SgGraphGetSelectedNodes(graph_);
+  for (const SgArc arc : SgGraphGetSelectedArcs(graph_)) {
+    Widget from = nullptr, to = nullptr;
+    if (SgGraphGetArcNodes(graph_, arc, &from, &to)) nodes.insert(nodes.end(), {from, to});
+  }
+  if (nodes.empty()) {
+    fit();
+    return;
+  }
+  SgRectangle all = SgGraphNodeBounds(nodes.front());
+  for (const Widget node : nodes) all = picture::united(all, SgGraphNodeBounds(node));
+  SgGraphZoomToBox(graph_, all);
+}
+
+void VkGraph::showTop() {
+  if (!nodes_.empty()) SgGraphShowTop(graph_, seen(nodes_.front().get())->baseWidget());
+}
+
+// Selecting
+
+bool VkGraph::isSeen(VkNode* node) const { return isDisplayed(node) && seen(node) == node; }
+
+void VkGraph::selectAll() {
+  VkNode* const before = current();
+  for (const auto& node : nodes_)
+    if (isSeen(node.get())) SgGraphSelectNode(graph_, node->baseWidget());
+  if (before) SgGraphSelectNode(graph_, before->baseWidget());
+}
+
+void VkGraph::selectKin(Kin kin) {
+  VkNode* const before = current();
+  const bool up = kin == Kin::Parents || kin == Kin::AllAbove;
+  const bool all = kin == Kin::AllAbove || kin == Kin::AllBelow;
+  std::vector<VkNode*> reached;
+  for (const Widget node : SgGraphGetSelectedNodes(graph_)) reached.push_back(VkNode::of(node));
+  std::unordered_set<const VkNode*> known(reached.begin(), reached.end());
+  const std::size_t selected = reached.size();
+  for (std::size_t i = 0; i < (all ? reached.size() : selected); ++i) {
+    const VkNode* const node = reached[i];
+    for (int number = 0; number < (up ? node->nParents() : node->nChildren()); ++number) {
+      VkNode* const next = up ? node->parent(number) : node->child(number);
+      if (known.insert(next).second) reached.push_back(next);
+    }
+  }
+  for (VkNode* const node : reached)
+    if (isSeen(node)) SgGraphSelectNode(graph_, node->baseWidget());
+  if (before) SgGraphSelectNode(graph_, before->baseWidget());
 }
 
 // Displaying
@@ -601,6 +667,8 @@ void VkGraph::changeFolds(VkNode* still, Change&& change) {
   if (before.touches(SgGraphViewport(graph_)))
     SgGraphScrollTo(graph_, {after.x, after.y}, {before.x, before.y});
 }
+
+bool VkGraph::isAnyCollapsed() const { return folds_->any(); }
 
 bool VkGraph::isCollapsed(const VkNode* node) const { return folds_->isFolded(node); }
 

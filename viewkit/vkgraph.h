@@ -145,6 +145,27 @@ class VkGraph : public VkComponent, private VkGraphContents {
   /// The user wants to type what is to be found.
   void startFind();
 
+  /// The list that is told of a key that was pressed in the graph and has no meaning there; the call data is
+  /// the `const XKeyEvent*`.
+  static const char* const keyCallback;
+  /// The node that the keyboard works on, see SgGraphCurrentNode; null: none.
+  VkNode* current() const;
+
+  void zoomIn();
+  void zoomOut();
+  /// As large as it can be, up to 100 %: all, or what is selected. Without anything selected, all.
+  void fit();
+  void fitSelected();
+  /// The top of the graph at 100 %, as when it was opened.
+  void showTop();
+
+  /// Selects all nodes that are seen.
+  void selectAll();
+  enum class Kin { Parents, Children, AllAbove, AllBelow };
+  /// Selects beside the selected nodes those from which arcs lead to them, or to which arcs lead from them;
+  /// AllAbove and AllBelow go on from these until there are no more.
+  void selectKin(Kin kin);
+
   /// Show all nodes; one node; one node and its children. Arcs show when both their nodes do.
   void displayAll();
   void display(VkNode* node);
@@ -175,6 +196,7 @@ class VkGraph : public VkComponent, private VkGraphContents {
   void collapse(VkNode* node);
   void expand(VkNode* node);
   void expandAll();
+  bool isAnyCollapsed() const;
   bool isCollapsed(const VkNode* node) const;
   /// Whether it is open and would hide something. Linear.
   bool canCollapse(VkNode* node) const;
@@ -214,10 +236,14 @@ class VkGraph : public VkComponent, private VkGraphContents {
   void nodesMoved(Widget widget, XtPointer data);
   void graphDestroyed();
   void foldWanted(SgGraphCallbackStruct& call);
+  void keyPressed(SgGraphCallbackStruct& call);
   void menuWanted(SgGraphCallbackStruct& call);
   static constexpr XtCallbackProc foldCallback = viewkit::Forward<&VkGraph::foldWanted>::call;
+  static constexpr XtCallbackProc keyCallbackProc = viewkit::Forward<&VkGraph::keyPressed>::call;
   static constexpr XtCallbackProc menuCallbackProc = viewkit::Forward<&VkGraph::menuWanted>::call;
   bool isDisplayed(const VkNode* node) const;
+  /// Whether people see the node itself.
+  bool isSeen(VkNode* node) const;
   /// The node that is seen for it.
   VkNode* seen(VkNode* node) const;
   /// Makes a change of the open picture. @param afresh  whether what is folded is looked for afresh.

@@ -9,6 +9,7 @@
 #include <Xm/ToggleBG.h>
 
 #include <algorithm>
+#include <array>
 #include <cctype>
 #include <iterator>
 
@@ -22,10 +23,24 @@ std::string widgetName(std::string_view label) {
   return name;
 }
 
+bool isInMenuBar(Widget item) {
+  Widget above = item;
+  while (above && !XtIsTopLevelShell(above)) {
+    unsigned char kind = XmMENU_POPUP;
+    if (XmIsRowColumn(above)) XtVaGetValues(above, XmNrowColumnType, &kind, nullptr);
+    if (XmIsRowColumn(above) && kind == XmMENU_POPUP) return false;
+    above = XtParent(above);
+  }
+  return true;
+}
+
 /// Gadgets, since windowed menu buttons draw smoothed accelerator texts over themselves.
 Widget makeGadget(WidgetClass kind, Widget parent, const char* label) {
-  return XtVaCreateManagedWidget(widgetName(label).c_str(), kind, parent, XmNlabelString,
-                                 viewkit::xmString(label).get(), nullptr);
+  std::string name = widgetName(label);
+  const viewkit::XmStr text = viewkit::xmString(label);
+  std::array<Arg, 2> args{Arg{const_cast<char*>(XmNlabelString), reinterpret_cast<XtArgVal>(text.get())},
+                          Arg{const_cast<char*>(XmNaccelerator), 0}};
+  return XtCreateManagedWidget(name.c_str(), kind, parent, args.data(), isInMenuBar(parent) ? 1 : 2);
 }
 
 }  // namespace
@@ -39,6 +54,8 @@ void VkMenuItem::activate() {
 void VkMenuItem::deactivate() {
   if (baseWidget()) XtSetSensitive(baseWidget(), False);
 }
+
+bool VkMenuItem::isActive() const { return baseWidget() && XtIsSensitive(baseWidget()); }
 
 void VkMenuItem::showText(const char* text) {
   if (baseWidget()) XtVaSetValues(baseWidget(), XmNlabelString, viewkit::xmString(text).get(), nullptr);
@@ -54,6 +71,14 @@ VkMenuAction::VkMenuAction(Widget parent, const VkMenuDesc& entry, XtPointer cli
   if (entry.callback) XtAddCallback(baseWidget(), XmNactivateCallback, entry.callback, clientData);
 }
 
+void VkMenuAction::choose() {
+  if (!isActive()) return;
+  XmPushButtonCallbackStruct call{};
+  call.reason = XmCR_ACTIVATE;
+  call.click_count = 1;
+  XtCallCallbacks(baseWidget(), XmNactivateCallback, &call);
+}
+
 VkMenuToggle::VkMenuToggle(Widget parent, const VkMenuDesc& entry, XtPointer clientData)
     : VkMenuItem(entry.name) {
   setBaseWidget(makeGadget(xmToggleButtonGadgetClass, parent, entry.name));
@@ -65,6 +90,12 @@ VkMenuToggle::VkMenuToggle(Widget parent, const VkMenuDesc& entry, XtPointer cli
 void VkMenuToggle::setVisualState(bool on) {
   if (baseWidget()) XmToggleButtonGadgetSetState(baseWidget(), on, False);
 }
+
+void VkMenuToggle::choose() {
+  if (isActive()) XmToggleButtonGadgetSetState(baseWidget(), !isSet(), True);
+}
+
+bool VkMenuToggle::isSet() const { return baseWidget() && XmToggleButtonGadgetGetState(baseWidget()); }
 
 VkMenu::VkMenu(const char* label) : VkMenuItem(label) {}
 

@@ -37,6 +37,10 @@ class VkMenuItem : public VkComponent {
   virtual void activate();
   virtual void deactivate();
   void setActive(bool active) { active ? activate() : deactivate(); }
+  /// Whether it can be chosen, as far as it itself knows.
+  bool isActive() const;
+  /// Does what choosing it in its menu does, unless it is greyed.
+  virtual void choose() {}
 
  protected:
   explicit VkMenuItem(const char* label);
@@ -55,15 +59,18 @@ class VkMenuAction final : public VkMenuItem {
  public:
   VkMenuAction(Widget parent, const VkMenuDesc& entry, XtPointer clientData);
   const char* className() const override { return "VkMenuAction"; }
+  void choose() override;
 };
 
 class VkMenuToggle final : public VkMenuItem {
  public:
   VkMenuToggle(Widget parent, const VkMenuDesc& entry, XtPointer clientData);
   const char* className() const override { return "VkMenuToggle"; }
+  void choose() override;
 
   /// Shows the state without calling the callback.
   void setVisualState(bool on);
+  bool isSet() const;
 };
 
 class VkSubMenu;
@@ -123,7 +130,8 @@ class VkSubMenu final : public VkMenu {
   Widget pulldown_ = nullptr;
 };
 
-/// A menu that comes up where the pointer is.
+/// A menu that comes up where the pointer is. Its items show their keys, but these do nothing: they are the
+/// menu bar's, or those of the widget that it is a menu of.
 class VkPopupMenu final : public VkMenu {
  public:
   /// @param parent  the widget that it is a menu of.

@@ -28,3 +28,7 @@ VkQuestionDialog* getTheQuestionDialog() {
 }
 
 VkWarningDialog* getTheWarningDialog() { return theApplication->shared<VkWarningDialog>("warningDialog"); }
+
+VkInformationDialog* getTheInformationDialog() {
+  return theApplication->shared<VkInformationDialog>("informationDialog");
+}

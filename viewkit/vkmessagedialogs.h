@@ -37,6 +37,15 @@ class VkWarningDialog final : public VkMessageDialog {
   const char* className() const override { return "VkWarningDialog"; }
 };
 
+/// Tells something; OK only.
+class VkInformationDialog final : public VkMessageDialog {
+ public:
+  explicit VkInformationDialog(const char* name)
+      : VkMessageDialog(name, viewkit::Symbol::INFORMATION, false) {}
+  const char* className() const override { return "VkInformationDialog"; }
+};
+
 /// The application's shared dialogs, made at first use and owned by theApplication.
 VkQuestionDialog* getTheQuestionDialog();
 VkWarningDialog* getTheWarningDialog();
+VkInformationDialog* getTheInformationDialog();

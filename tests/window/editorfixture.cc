@@ -105,6 +105,41 @@ std::vector<std::string> EditorTest::arcsOf(const std::string& file) const {
   return arcs;
 }
 
+std::vector<std::string> EditorTest::selected() {
+  std::vector<std::string> names;
+  for (const auto& node : editor_.graph().nodes)
+    if (node.selected) names.push_back(node.name);
+  return names;
+}
+
+void EditorTest::press(std::string_view key, support::Held held) {
+  editor_.driver().key(key, held);
+  editor_.settle();
+}
+
+void EditorTest::clickNode(std::string_view name, unsigned button, support::Held held) {
+  editor_.driver().click(editor_.graph().node(name).box.centre(), button, held);
+}
+
+void EditorTest::find(const std::string& text) {
+  editor_.driver().key("f", {"Control_L"});
+  editor_.await("the focus in the field",
+                [](const support::WidgetInfo& w) { return w.isAt("strip/find") && w.focused; });
+  editor_.driver().type(text);
+  editor_.settle();
+}
+
+support::WidgetInfo EditorTest::popupItem(const std::string& menu, const std::string& label) {
+  return editor_.await(label, [&](const support::WidgetInfo& w) {
+    return w.viewable && w.label == label && w.path.find("/" + menu + "/") != std::string::npos;
+  });
+}
+
+void EditorTest::choosePopupItem(const std::string& menu, const std::string& label) {
+  editor_.driver().clickInMenu(popupItem(menu, label).box.centre());
+  editor_.settle();
+}
+
 std::string EditorTest::newOutput() {
   const std::string all = editor_.output();
   const std::string fresh = all.substr(read_);

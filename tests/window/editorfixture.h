@@ -7,6 +7,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "tests/support/editor.h"
@@ -56,6 +57,19 @@ class EditorTest : public testing::Test {
   std::vector<std::string> shownArcs();
   /// The same for the graph of a file.
   std::vector<std::string> arcsOf(const std::string& file) const;
+
+  /// The nodes that are selected, in no order.
+  std::vector<std::string> selected();
+  /// Presses a key, and waits until the editor has done what it does.
+  void press(std::string_view key, support::Held held = {});
+  /// Clicks a node.
+  void clickNode(std::string_view name, unsigned button = 1, support::Held held = {});
+  /// Types into the field that finds nodes, from the graph.
+  void find(const std::string& text);
+  /// An item of a menu that the right button has brought up: "nodeMenu", "arcMenu", "backgroundMenu".
+  support::WidgetInfo popupItem(const std::string& menu, const std::string& label);
+  /// Chooses it with the pointer.
+  void choosePopupItem(const std::string& menu, const std::string& label);
 
   /// What the editor has printed since the last call.
   std::string newOutput();

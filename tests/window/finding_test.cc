@@ -21,24 +21,7 @@ class Finding : public EditorTest {
     ASSERT_EQ(qiSaveAsQb2(scene, path("harbour.quil")), 1);
     editor_.open(path("harbour.quil"));
   }
-  std::vector<std::string> selected() {
-    std::vector<std::string> names;
-    for (const auto& node : editor_.graph().nodes)
-      if (node.selected) names.push_back(node.name);
-    return names;
-  }
-  void find(const std::string& text) {
-    editor_.driver().key("f", {"Control_L"});
-    editor_.await("the focus in the field",
-                  [](const WidgetInfo& w) { return w.isAt("strip/find") && w.focused; });
-    editor_.driver().type(text);
-    editor_.settle();
-  }
   std::string count() { return editor_.await("findCount").label; }
-  void press(std::string_view key, support::Held held = {}) {
-    editor_.driver().key(key, held);
-    editor_.settle();
-  }
 };
 
 TEST_F(Finding, ARecordIsFoundByItsName) {

@@ -35,19 +35,11 @@ class Folding : public TreeTest {
     return places;
   }
 
-  void clickNode(const std::string& name, unsigned button = 1) {
-    editor_.driver().click(editor_.graph().node(name).box.centre(), button);
-  }
   void chooseFor(const std::string& node, const std::string& item) {
     clickNode(node, 3);
-    editor_.driver().clickInMenu(menuItem(item).box.centre());
-    editor_.settle();
+    choosePopupItem("nodeMenu", item);
   }
-  WidgetInfo menuItem(const std::string& label) {
-    return editor_.await(label, [&](const WidgetInfo& w) {
-      return w.viewable && w.label == label && w.path.find("nodeMenu") != std::string::npos;
-    });
-  }
+  WidgetInfo menuItem(const std::string& label) { return popupItem("nodeMenu", label); }
   void clickHandle(const std::string& name) {
     const support::Box box = editor_.graph().node(name).box;
     editor_.driver().moveTo(box.centre());

@@ -26,19 +26,6 @@ class Rewiring : public EditorTest {
     return shownColor(server_.display(),
                       screen.pixels[static_cast<std::size_t>(place.y * screen.width + place.x)]);
   }
-  std::vector<std::string> selected() {
-    std::vector<std::string> names;
-    for (const auto& node : editor_.graph().nodes)
-      if (node.selected) names.push_back(node.name);
-    return names;
-  }
-  void find(const std::string& text) {
-    editor_.driver().key("f", {"Control_L"});
-    editor_.await("the focus in the field",
-                  [](const WidgetInfo& w) { return w.isAt("strip/find") && w.focused; });
-    editor_.driver().type(text);
-    editor_.settle();
-  }
 };
 
 TEST_F(Rewiring, EditModeCanBeSeen) {

@@ -108,6 +108,7 @@ XtResource kResources[] = {
     callbackRow(SgNfoldCallback, SG_MEMBER(foldCallback)),
     callbackRow(SgNmenuCallback, SG_MEMBER(menuCallback)),
     callbackRow(SgNhoverCallback, SG_MEMBER(hoverCallback)),
+    callbackRow(SgNkeyCallback, SG_MEMBER(keyCallback)),
     callbackRow(SgNviewChangedCallback, SG_MEMBER(viewChangedCallback)),
 };
 

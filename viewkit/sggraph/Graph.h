@@ -8,13 +8,13 @@
 ///
 /// Gestures. Click selects a node or an arc (Shift adds; the background clears); a click on the stub of an
 /// arc also shows the node at its other end; a click on the handle at the left edge of a node that has
-/// something below it, and the keys - and +, fold and unfold it. The right button and the Menu key ask for a
-/// menu. Dragging a node moves it and the selected ones on the plane,
-/// dragging the background or with the middle button pans, the wheel scrolls (Shift: sideways, Ctrl: zooms
-/// around the pointer), double-click or Return is the default action, arrow keys walk the nodes, Escape gives
-/// up a drag. With `editableArcs`, Ctrl + drag from node to node draws an arc and the handles at the ends of
-/// selected arcs can be dragged to other nodes; with `okToAdd`, a double-click on the background makes a
-/// node.
+/// something below it, and the keys - and + while a node is selected, fold and unfold it. The right button
+/// and the Menu key ask for a menu. Dragging a node moves it and the selected ones on the plane, dragging the
+/// background or with the middle button pans, the wheel scrolls (Shift: sideways, Ctrl: zooms around the
+/// pointer), double-click or Return is the default action, arrow keys follow arcs, Page Up and Page Down
+/// scroll (Shift: sideways), Escape gives up a drag or clears the selection. With `editableArcs`, Ctrl + drag
+/// from node to node draws an arc and the handles at the ends of selected arcs can be dragged to other nodes;
+/// with `okToAdd`, a double-click on the background makes a node.
 #pragma once
 
 #include <X11/Intrinsic.h>
@@ -74,6 +74,8 @@ enum class FileFormat : int;
 #define SgNoverviewCallback "overviewCallback"
 /// The user wants a node folded or unfolded, which the application does.
 #define SgNfoldCallback "foldCallback"
+/// A key was pressed that the graph has no meaning for.
+#define SgNkeyCallback "keyCallback"
 /// The user wants a menu for a node, an arc or the background.
 #define SgNmenuCallback "menuCallback"
 /// Zoom, offset, size of the view or of the drawing changed. Comes at most once per repaint.
@@ -108,7 +110,8 @@ enum {
   SgCR_TARGET = 59,
   SgCR_FOLD = 60,
   SgCR_MENU = 61,
-  SgCR_HOVER = 62
+  SgCR_HOVER = 62,
+  SgCR_KEY = 63
 };
 
 /// An arc of one graph: 0 is none. The number of a removed arc never comes back.
@@ -215,6 +218,14 @@ std::vector<Widget> SgGraphGetSelectedNodes(Widget graph);
 /// Selects one more; it becomes the current one, which the keyboard works on.
 void SgGraphSelectNode(Widget graph, Widget node);
 void SgGraphClearSelection(Widget graph);
+/// The node that the keyboard works on: the one that was clicked, walked to or selected last, while it is
+/// selected and seen. Null: none.
+Widget SgGraphCurrentNode(Widget graph);
+enum SgWalk { SgWALK_UP, SgWALK_DOWN, SgWALK_LEFT, SgWALK_RIGHT };
+/// Goes on from the current node and selects where it comes to: up to a parent, down to a child, left and
+/// right between the children of a parent; where no arc leads so, to the next node that lies there. Up from a
+/// child leads to the parent that it was reached from. From a selected arc, up and down lead to its ends.
+void SgGraphWalk(Widget graph, SgWalk direction);
 /// @}
 
 /// @name Places of nodes on the plane
@@ -255,6 +266,8 @@ double SgGraphZoom(Widget graph);
 void SgGraphSetZoom(Widget graph, double zoom);
 /// Shows everything, never larger than 100 %, in the middle of the view.
 void SgGraphZoomToFit(Widget graph);
+/// Shows a part of the plane so.
+void SgGraphZoomToBox(Widget graph, const SgRectangle& plane);
 /// The part of the window that shows the plane, scroll bars excluded.
 SgRectangle SgGraphViewport(Widget graph);
 /// Bounds of all managed nodes on the plane. Linear when nodes moved since the last call.

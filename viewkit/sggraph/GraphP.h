@@ -37,7 +37,7 @@ struct SgGraphPart {
   XmRenderTable renderTable;  // a copy of ours, owned by the view
   XtCallbackList newNodeCallback, newArcCallback, arcMovedCallback, defaultActionCallback;
   XtCallbackList changedCallback, nodesMovedCallback, overviewCallback, viewChangedCallback;
-  XtCallbackList mayLinkCallback, targetCallback, foldCallback, menuCallback, hoverCallback;
+  XtCallbackList mayLinkCallback, targetCallback, foldCallback, menuCallback, hoverCallback, keyCallback;
 
   sggraph::GraphView* view;  // released into here by initialize, taken back by destroy
 };

@@ -6,6 +6,7 @@
 #include <Xm/Xm.h>
 
 #include <limits>
+#include <tuple>
 
 #include "viewkit/sggraph/graphview.h"
 
@@ -402,22 +403,22 @@ void GraphView::key(XKeyEvent& event) {
     case XK_Up:
     case osfXK_Up:
     case XK_KP_Up:
-      walk(0, -1);
+      walk(SgWALK_UP);
       break;
     case XK_Down:
     case osfXK_Down:
     case XK_KP_Down:
-      walk(0, 1);
+      walk(SgWALK_DOWN);
       break;
     case XK_Left:
     case osfXK_Left:
     case XK_KP_Left:
-      walk(-1, 0);
+      walk(SgWALK_LEFT);
       break;
     case XK_Right:
     case osfXK_Right:
     case XK_KP_Right:
-      walk(1, 0);
+      walk(SgWALK_RIGHT);
       break;
     case XK_Tab:
     case XK_ISO_Left_Tab:
@@ -431,27 +432,22 @@ void GraphView::key(XKeyEvent& event) {
     case XK_minus:
     case XK_KP_Subtract:
     case XK_plus:
-    case XK_KP_Add: {
-      const NodeId node = drawing_.nodeOf(current_);
-      if (gesture_.kind == Gesture::Kind::Idle && node != kNone && drawing_.shown(node) &&
-          (event.state & (ControlMask | Mod1Mask)) == 0)
-        foldWanted(node, keysym == XK_minus || keysym == XK_KP_Subtract, &whole);
+    case XK_KP_Add:
+      if (currentNode() == kNone || (event.state & (ControlMask | Mod1Mask)) != 0)
+        otherKey(&whole);
+      else if (gesture_.kind == Gesture::Kind::Idle)
+        foldWanted(currentNode(), keysym == XK_minus || keysym == XK_KP_Subtract, &whole);
       break;
-    }
     case XK_Menu:
-    case osfXK_Menu: {
-      bringUpToDate();
-      const NodeId node = drawing_.nodeOf(current_);
-      if (gesture_.kind != Gesture::Kind::Idle) break;
-      if (node != kNone && drawing_.shown(node))
-        menuWanted({.node = node}, viewport_.toWindow(drawing_.box(node)).middle(), &whole);
-      else
-        menuWanted({}, {viewport_.width() / 2, viewport_.height() / 2}, &whole);
+    case osfXK_Menu:
+      if (gesture_.kind == Gesture::Kind::Idle) menuByKey(&whole);
       break;
-    }
     case XK_Escape:
     case osfXK_Cancel:
-      if (gesture_.kind != Gesture::Kind::Idle) giveUp();
+      if (gesture_.kind != Gesture::Kind::Idle)
+        giveUp();
+      else
+        deselectAll();
       break;
     case XK_Return:
     case osfXK_Activate:
@@ -462,34 +458,148 @@ void GraphView::key(XKeyEvent& event) {
         defaultAction(node, &whole);
       break;
     }
+    case XK_Prior:
+    case osfXK_PageUp:
+    case XK_KP_Prior:
+      scrollPage(-1, event.state);
+      break;
+    case XK_Next:
+    case osfXK_PageDown:
+    case XK_KP_Next:
+      scrollPage(1, event.state);
+      break;
     default:
+      otherKey(&whole);
       break;
   }
 }
 
-void GraphView::walk(int directionX, int directionY) {
+void GraphView::scrollPage(double pages, unsigned state) {
+  constexpr double kShare = 0.9;  // of the window: some of what was seen still is
+  const bool sideways = (state & ShiftMask) != 0;
+  changeViewport([&](Viewport& view) {
+    const double part = pages * kShare;
+    view.scrollBy(sideways ? part * view.width() : 0, sideways ? 0 : part * view.height());
+  });
+}
+
+void GraphView::otherKey(XEvent* event) {
+  if (gesture_.kind != Gesture::Kind::Idle) return;
+  SgGraphCallbackStruct data{};
+  data.reason = SgCR_KEY;
+  data.event = event;
+  call(&SgGraphPart::keyCallback, data);
+}
+
+void GraphView::menuByKey(XEvent* event) {
+  bringUpToDate();
+  const auto& arcs = drawing_.selectedArcs();
+  if (const NodeId node = currentNode(); node != kNone)
+    menuWanted({.node = node}, viewport_.toWindow(drawing_.box(node)).middle(), event);
+  else if (!arcs.empty() && drawing_.arcShown(arcs.rbegin()->second))
+    menuWanted({.arc = arcs.rbegin()->second}, pickPoint(arcs.rbegin()->second), event);
+  else
+    menuWanted({}, {viewport_.width() / 2, viewport_.height() / 2}, event);
+}
+
+// Walking
+
+NodeId GraphView::currentNode() const {
+  const NodeId node = drawing_.nodeOf(current_);
+  return node != kNone && drawing_.shown(node) && drawing_.nodeSelected(node) ? node : kNone;
+}
+
+void GraphView::walk(SgWalk direction) {
   if (gesture_.kind != Gesture::Kind::Idle) return;
   bringUpToDate();
-  NodeId next = drawing_.nodeOf(current_);
-  if (next != kNone && drawing_.shown(next)) {
-    next = drawing_.neighbour(next, directionX, directionY);
+  const NodeId node = drawing_.nodeOf(current_);
+  const bool vertical = direction == SgWALK_UP || direction == SgWALK_DOWN;
+  if (vertical && drawing_.selectedNodes().empty() && !drawing_.selectedArcs().empty()) {
+    const ArcId arc = drawing_.selectedArcs().rbegin()->second;
+    goTo(direction == SgWALK_UP ? drawing_.drawnFrom(arc) : drawing_.drawnTo(arc));
+  } else if (node == kNone || !drawing_.shown(node)) {
+    goTo(firstInView());
+  } else if (const NodeId along = alongArcs(node, direction); along != kNone) {
+    if (direction == SgWALK_DOWN) walkedFrom_ = current_;
+    goTo(along);
   } else {
-    // The walk starts at the upper left of what is in view.
-    double least = std::numeric_limits<double>::infinity();
-    drawing_.visitNodes(viewport_.visible(), [&](NodeId node) {
-      const SgRectangle& box = drawing_.box(node);
-      const double rank = box.y + box.x / 1000;
-      if (rank < least) {
-        least = rank;
-        next = node;
-      }
-    });
+    const int step = direction == SgWALK_UP || direction == SgWALK_LEFT ? -1 : 1;
+    goTo(drawing_.neighbour(node, vertical ? 0 : step, vertical ? step : 0));
   }
-  if (next == kNone || !drawing_.shown(next)) return;
-  changeViewport([&](Viewport& view) { view.reveal(drawing_.box(next)); });
-  makeCurrent(next);
+}
+
+void GraphView::goTo(NodeId node) {
+  if (node == kNone || !drawing_.shown(node)) return;
+  changeViewport([&](Viewport& view) { view.reveal(drawing_.box(node)); });
+  makeCurrent(node);
   deselectAll();
-  selectNode(next);
+  selectNode(node);
+}
+
+NodeId GraphView::firstInView() const {
+  NodeId first = kNone;
+  double least = std::numeric_limits<double>::infinity();
+  drawing_.visitNodes(viewport_.visible(), [&](NodeId node) {
+    const SgRectangle& box = drawing_.box(node);
+    const double rank = box.y + box.x / 1000;
+    if (rank >= least) return;
+    least = rank;
+    first = node;
+  });
+  return first;
+}
+
+NodeId GraphView::alongArcs(NodeId node, SgWalk direction) const {
+  if (direction == SgWALK_DOWN) return nearest(node, true);
+  const NodeId from = drawing_.nodeOf(walkedFrom_);
+  const NodeId parent = from != kNone && leads(from, node) ? from : nearest(node, false);
+  if (direction == SgWALK_UP || parent == kNone) return parent;
+
+  // In a compact picture children stand in rows, in another one beside each other.
+  bool rows = false;
+  drawing_.visitDrawnArcsOf(parent, [&](ArcId arc) {
+    rows = rows || (drawing_.drawnTo(arc) == node && drawing_.arcStyle(arc) != ArcStyle::Whole);
+  });
+  const auto placeOf = [&](NodeId child) {
+    const SgRectangle& box = drawing_.box(child);
+    return rows ? std::tuple(box.y, box.x, child) : std::tuple(box.x, box.y, child);
+  };
+  const bool back = direction == SgWALK_LEFT;
+  const auto here = placeOf(node);
+  NodeId next = kNone;
+  bool alone = true;
+  drawing_.visitDrawnArcsOf(parent, [&](ArcId arc) {
+    const NodeId child = drawing_.drawnTo(arc);
+    if (!drawing_.arcShown(arc) || child == parent) return;
+    alone = alone && child == node;
+    const auto there = placeOf(child);
+    if (back ? there >= here : there <= here) return;
+    if (next == kNone || (back ? there > placeOf(next) : there < placeOf(next))) next = child;
+  });
+  return next == kNone && !alone ? node : next;
+}
+
+NodeId GraphView::nearest(NodeId node, bool child) const {
+  NodeId found = kNone;
+  double least = std::numeric_limits<double>::infinity();
+  drawing_.visitDrawnArcsOf(node, [&](ArcId arc) {
+    const NodeId other = child ? drawing_.drawnTo(arc) : drawing_.drawnFrom(arc);
+    if (!drawing_.arcShown(arc) || other == node) return;
+    const double away = distance(drawing_.box(node).middle(), drawing_.box(other).middle());
+    if (away >= least) return;
+    least = away;
+    found = other;
+  });
+  return found;
+}
+
+bool GraphView::leads(NodeId parent, NodeId child) const {
+  bool any = false;
+  drawing_.visitDrawnArcsOf(child, [&](ArcId arc) {
+    any = any ||
+          (drawing_.arcShown(arc) && drawing_.drawnFrom(arc) == parent && drawing_.drawnTo(arc) == child);
+  });
+  return any;
 }
 
 // Guidance

@@ -149,6 +149,15 @@ std::vector<SgArc> SgGraphArcs(Widget graph) {
 
 // Selection
 
+Widget SgGraphCurrentNode(Widget graph) {
+  const GraphView* view = sggraph::viewOf(graph);
+  return view ? view->widgetOf(view->currentNode()) : nullptr;
+}
+
+void SgGraphWalk(Widget graph, SgWalk direction) {
+  if (GraphView* view = sggraph::viewOf(graph)) view->walk(direction);
+}
+
 std::vector<SgArc> SgGraphGetSelectedArcs(Widget graph) {
   std::vector<SgArc> arcs;
   if (const GraphView* view = sggraph::viewOf(graph))
@@ -241,6 +250,11 @@ void SgGraphSetZoom(Widget graph, double zoom) {
 
 void SgGraphZoomToFit(Widget graph) {
   if (GraphView* view = sggraph::viewOf(graph)) view->changeViewport([](Viewport& port) { port.fit(); });
+}
+
+void SgGraphZoomToBox(Widget graph, const SgRectangle& plane) {
+  if (GraphView* view = sggraph::viewOf(graph))
+    view->changeViewport([&](Viewport& port) { port.fit(plane); });
 }
 
 SgRectangle SgGraphViewport(Widget graph) {

@@ -178,6 +178,10 @@ class GraphView : private GraphContents {
   void focus(bool in);
   /// @}
 
+  /// See SgGraphCurrentNode and SgGraphWalk.
+  NodeId currentNode() const;
+  void walk(SgWalk direction);
+
  private:
   struct Hit {
     NodeId node = kNone;
@@ -246,7 +250,16 @@ class GraphView : private GraphContents {
   void wheel(const XButtonEvent& event);
   /// The node that the stub at a place of the plane points to; kNone for an arc that is drawn as a whole.
   NodeId beyondStub(ArcId arc, SgPoint place) const;
-  void walk(int directionX, int directionY);
+  /// Where the walk from a node leads: itself for the first and last of several children; kNone where no arc
+  /// leads so.
+  NodeId alongArcs(NodeId node, SgWalk direction) const;
+  /// The node to which an arc leads from the children, or from the parents, and which is nearest.
+  NodeId nearest(NodeId node, bool child) const;
+  /// Whether an arc that is drawn leads from one to the other.
+  bool leads(NodeId parent, NodeId child) const;
+  void goTo(NodeId node);
+  /// The upper left one of those in view.
+  NodeId firstInView() const;
   void dragMap();
   void endGesture();
   /// Ends a drag without effect; what it moved goes back.
@@ -264,6 +277,9 @@ class GraphView : private GraphContents {
   void defaultAction(NodeId node, XEvent* event);
   void toggleOverview(XEvent* event);
   void foldWanted(NodeId node, bool fold, XEvent* event);
+  void scrollPage(double pages, unsigned state);
+  void otherKey(XEvent* event);
+  void menuByKey(XEvent* event);
   /// Asks for a menu for what is at a place of the window; selects it.
   void menuWanted(const Hit& under, SgPoint window, XEvent* event);
   void nodesMoved(const Gesture& done, XEvent* event);
@@ -295,6 +311,7 @@ class GraphView : private GraphContents {
   Gesture gesture_;
   LastClick lastClick_;
   StableId hoverNode_ = 0, hoverArc_ = 0;
+  StableId walkedFrom_ = 0;  // the parent from which the walk came down last
   bool focused_ = false;
   viewkit::CursorId cursor_;
 };
