@@ -14,9 +14,9 @@ class App;
 /// What the program exits with.
 enum class Outcome {
   well = 0,
-  failed = 1,     ///< a file could not be read, checked or written, or an edit was refused
+  failed = 1,     ///< a file could not be read, checked or written, an edit was refused, or scenes differ
   wrong_use = 2,  ///< arguments or a script line that make no sense
-  unreadable = 3  ///< `check`: a file is not there, or could not be read
+  unreadable = 3  ///< `check`, `diff`: a file is not there, or could not be read
 };
 
 /// Carries out a command by what was read from the command line. Writes the results to standard output, and
@@ -37,6 +37,9 @@ Work info(CLI::App& line);
 Work check(CLI::App& line);
 Work graph(CLI::App& line);
 Work show(CLI::App& line);
+Work tree(CLI::App& line);
+Work dump(CLI::App& line);
+Work diff(CLI::App& line);
 Work render(CLI::App& line);
 Work resave(CLI::App& line);
 Work edit(CLI::App& line);

@@ -83,6 +83,10 @@ void take_files(CLI::App& line, FileSet& set) {
   line.add_option("FILE", set.words, "Scenes; - is standard input, @LIST names files in lines")
       ->required()
       ->type_name("");
+  take_file_options(line, set);
+}
+
+void take_file_options(CLI::App& line, FileSet& set) {
   line.add_flag("-r,--recursive", set.folders, "Folders stand for the *.quil files below them");
   line.add_flag("-0,--null", set.zeros, "Names in lists end with a zero byte, not with a line");
   line.add_option("--jobs", set.jobs, "So many files at a time (default: the number of cores)")

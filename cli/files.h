@@ -17,6 +17,8 @@ struct FileSet {
 
 /// FILE..., -r, -0 and --jobs.
 void take_files(CLI::App& line, FileSet& set);
+/// The same without FILE.
+void take_file_options(CLI::App& line, FileSet& set);
 
 /// All the files, in their order; those of a folder sorted by their names. Throws WrongUse when there is none
 /// or "-" comes twice, and std::runtime_error when a list or folder can't be read.

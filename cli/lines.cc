@@ -6,7 +6,6 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <stdexcept>
 
 #include "cli/writeall.h"
 
@@ -15,6 +14,8 @@ void write_all(int fd, std::string_view bytes) {
     const ssize_t written = write(fd, bytes.data(), bytes.size());
     if (written >= 0) {
       bytes.remove_prefix(static_cast<std::size_t>(written));
+    } else if (errno == EPIPE) {
+      throw BrokenPipe();
     } else if (errno != EINTR) {
       throw std::runtime_error("can't write to standard output");
     }

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "cli/commandline.h"
+#include "cli/lines.h"
 #include "storage/signals.h"
 
 namespace {
@@ -102,6 +103,8 @@ int main(int count, char** words) {
   Outcome outcome = Outcome::failed;
   try {
     outcome = run({words + 1, words + std::max(count, 1)});
+  } catch (const BrokenPipe&) {
+    return static_cast<int>(Outcome::failed);  // as when `head` has seen enough: nobody wants to be told
   } catch (const std::exception& error) {
     std::fprintf(stderr, "quilscene: %s\n", error.what());
   }

@@ -13,6 +13,8 @@
 
 #include "cli/commandline.h"
 #include "cli/copystream.h"
+#include "cli/files.h"
+#include "cli/jobs.h"
 #include "cli/scenefile.h"
 #include "editor/model/scenegraph.h"
 #include "graphlayout/compact.h"
@@ -70,8 +72,13 @@ Laid laid_out(const SceneGraph& scene, const picture::Font& font) {
 }
 
 struct Request {
-  std::string file, output, page, format;
+  std::string file, page, format;
+  std::vector<std::string> others;  ///< the picture; with a folder, further scenes
   std::optional<unsigned> size;
+  FileSet files;
+  Target target;
+
+  std::string output() const { return others.empty() ? "" : others.front(); }
 };
 
 /// A folder that goes with all that is in it.
@@ -96,9 +103,9 @@ constexpr const char* kStandardOutput = "-";
 
 void declare(CLI::App& line, Request& request) {
   take_file(line, request.file);
-  line.add_option("OUT", request.output,
-                  "The picture: ends in " + std::string(picture::kFormatNames) + "; - is standard output")
-      ->required()
+  line.add_option("OUT", request.others,
+                  "The picture: ends in " + std::string(picture::kFormatNames) +
+                      "; - is standard output; with -C, another FILE")
       ->type_name("");
   line.add_option("--format", request.format, "Of the picture, if the ending of its name doesn't say it")
       ->type_name("svg|pdf|png|ps|eps");
@@ -107,6 +114,12 @@ void declare(CLI::App& line, Request& request) {
   line.add_option("--size", request.size, "Pixels of a PNG, each way at most; small scenes have fewer")
       ->check(no_whole_number)
       ->type_name("N");
+  line.add_option(
+          "-C,--directory", request.target.folder,
+          "Write a picture of each FILE below this folder, under the path that it has, with the format "
+          "at its end")
+      ->type_name("DIR");
+  take_file_options(line, request.files);
 }
 
 /// The same part of the plane in a window of at most `size` pixels each way.
@@ -130,36 +143,68 @@ std::string export_to(const std::string& output, picture::FileFormat format,
   return {};
 }
 
-Outcome run(const Request& request) {
-  const auto format = picture::formatOf(request.format.empty() ? request.output : "." + request.format);
+/// What all the pictures are like.
+struct Form {
+  picture::FileFormat format;
+  const picture::Paper* paper;   ///< null: one page as large as the picture
+  std::optional<unsigned> size;  ///< of a PNG, at most
+};
+
+Form form_of(const Request& request, const std::string& output) {
+  const auto format = picture::formatOf(request.format.empty() ? output : "." + request.format);
   if (!format)
-    throw WrongUse("the name of a picture ends in " + std::string(picture::kFormatNames) + ": " +
-                   request.output);
+    throw WrongUse("the name of a picture ends in " + std::string(picture::kFormatNames) + ": " + output);
   const picture::Paper* const paper = request.page.empty() ? nullptr : picture::paperOf(request.page);
   if (!paper && !request.page.empty()) throw WrongUse("no such page: " + request.page);
-  if (paper && !hasSheets(*format)) throw WrongUse("only PDF and PostScript have pages: " + request.output);
+  if (paper && !hasSheets(*format)) throw WrongUse("only PDF and PostScript have pages: " + output);
   if (request.size && *format != picture::FileFormat::png)
-    throw WrongUse("only PNG has a size in pixels: " + request.output);
+    throw WrongUse("only PNG has a size in pixels: " + output);
   if (request.size == 0u) throw WrongUse("a picture of no pixels");
+  return {*format, paper, request.size};
+}
+
+Outcome render_file(const std::string& file, const std::string& output, const Form& form) {
   Qis scene;
-  if (!open_scene(request.file, scene)) return Outcome::failed;
-  const std::string& file = request.file;
+  if (!open_scene(file, scene)) return Outcome::failed;
   const picture::Font font;
   const Laid laid = laid_out(scene_graph(scene), font);
   const std::unordered_map<picture::ArcId, std::string> no_labels;
   const picture::Content content{laid.drawing, laid.looks, no_labels, kInks};
   const picture::Frame whole = wholeFrame(laid.drawing);
-  const std::string problem = export_to(request.output, *format,
+  const std::string problem = export_to(output, form.format,
                                         {.content = content,
-                                         .part = request.size ? shrunk(whole, *request.size) : whole,
+                                         .part = form.size ? shrunk(whole, *form.size) : whole,
                                          .partialArcs = false,
                                          .font = font,
                                          .images = {},
                                          .title = file.substr(file.rfind('/') + 1)},
-                                        paper);
+                                        form.paper);
   if (problem.empty()) return Outcome::well;
   std::fprintf(stderr, "quilscene: %s\n", problem.c_str());
   return Outcome::failed;
+}
+
+/// A picture of each of many files, in a folder.
+Outcome render_files(const Request& request) {
+  if (request.format.empty()) throw WrongUse("with -C, --format is missing");
+  const Form form = form_of(request, {});
+  FileSet set = request.files;
+  set.words = request.others;
+  set.words.insert(set.words.begin(), request.file);
+  const auto files = files_of(set);
+  require_target(request.target, files);
+  return for_each_file(files, set.jobs, [&](const std::string& file) -> Done {
+    const std::string output = request.target.of(file) + "." + request.format;
+    make_folder_of(output);
+    return {render_file(file, output, form), {}};
+  });
+}
+
+Outcome run(const Request& request) {
+  if (!request.target.folder.empty()) return render_files(request);
+  if (request.others.empty()) throw WrongUse("an OUT is missing");
+  if (request.others.size() > 1) throw WrongUse("one OUT too many: " + request.others[1]);
+  return render_file(request.file, request.output(), form_of(request, request.output()));
 }
 
 }  // namespace

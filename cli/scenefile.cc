@@ -106,6 +106,11 @@ void require_target(const Target& target, const std::vector<std::string>& files)
   dup2(STDERR_FILENO, STDOUT_FILENO);
 }
 
+void make_folder_of(const std::string& output) {
+  std::error_code told_by_the_save;
+  fs::create_directories(fs::path(output).parent_path(), told_by_the_save);
+}
+
 Outcome rewrite(const std::string& file, const Target& target, const std::function<Changed(Qis&)>& change) {
   Qis scene;
   const std::string output = target.of(file);
@@ -119,9 +124,6 @@ Outcome rewrite(const std::string& file, const Target& target, const std::functi
                  printable(file).c_str());
     return Outcome::failed;
   }
-  if (!target.folder.empty()) {
-    std::error_code told_by_the_save;
-    fs::create_directories(fs::path(output).parent_path(), told_by_the_save);
-  }
+  if (!target.folder.empty()) make_folder_of(output);
   return save_scene(scene, output, target.mode) ? changed.outcome : Outcome::failed;
 }

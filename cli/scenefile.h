@@ -34,6 +34,9 @@ void take_target(CLI::App& line, Target& target);
 /// From here on, what is printed goes to standard error if a scene goes to standard output.
 void require_target(const Target& target, const std::vector<std::string>& files);
 
+/// Makes the folder that a file is to be written in. Where that fails, writing the file will tell.
+void make_folder_of(const std::string& output);
+
 /// How a scene was changed, and whether it is to be saved.
 struct Changed {
   Outcome outcome;

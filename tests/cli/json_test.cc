@@ -53,12 +53,19 @@ TEST_F(Output, AgreesWithTheSchema) {
   run("show --json " + scene_path("robot") + " mat_0 obj_1 cam_0 mat_99 >show");
   run("show --json " + scene_path("skeleton") + " joint_0 tex_0 lod_0 >>show");
   run("show --json missing.quil mat_0 >>show");
+  run("show --all --json" + many + " >show_all");
+  run("diff --json " + scene_path("robot") + " " + scene_path("skeleton") + " >diff");
+  run("diff --json " + scene_path("skeleton") + " " + scene_path("robot") + " >>diff");
+  run("diff --json " + scene_path("robot") + " " + scene_path("robot") + " >>diff");
+  run("diff --json bad.quil missing.quil >>diff");
   run("options --json options >options_1");
   run("options --json missing >>options_1");
   EXPECT_EQ(complaints("check"), "8\n");
   EXPECT_EQ(complaints("info"), "8\n");
   EXPECT_EQ(complaints("graph"), "8\n");
   EXPECT_EQ(complaints("show"), "3\n");
+  EXPECT_EQ(complaints("show_all"), "8\n");
+  EXPECT_EQ(complaints("diff"), "4\n");
   EXPECT_EQ(complaints("options_1"), "2\n");
 }
 

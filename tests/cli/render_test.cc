@@ -71,6 +71,21 @@ TEST_F(Render, APngIsMadeAsSmallAsAsked) {
   EXPECT_EQ(larger_side("--size 1000000"), larger_side(""));
 }
 
+TEST_F(Render, ManyScenesInAFolder) {
+  std::filesystem::create_directories(scratch_ / "scenes/deep");
+  put("scenes/a.quil", read_file(scene_path("robot")));
+  put("scenes/deep/b.quil", read_file(scene_path("skeleton")));
+  const Ran ran = run("render -r scenes -C pictures --format svg");
+  EXPECT_EQ(ran.status, 0) << ran.err;
+  ASSERT_EQ(run("render scenes/deep/b.quil b.svg").status, 0);
+  EXPECT_EQ(written("pictures/scenes/deep/b.quil.svg"), written("b.svg"));
+  EXPECT_TRUE(exists("pictures/scenes/a.quil.svg"));
+  EXPECT_EQ(run("render scenes/a.quil -C pictures").status, 2) << "which format?";
+  EXPECT_EQ(run("render ../a.quil -C pictures --format svg").status, 2) << "not below the folder";
+  EXPECT_EQ(run("render missing.quil scenes/a.quil -C pictures --format png").status, 1);
+  EXPECT_TRUE(exists("pictures/scenes/a.quil.png"));
+}
+
 TEST_F(Render, NeedsAnOutputOfAKnownFormat) {
   const std::string scene = scene_path("robot");
   for (const auto& [arguments, says] :
