@@ -31,7 +31,7 @@ constexpr const char* kDeleteLinksLabel = "Delete Links";
 
 /// Items of the menu bar that these menus offer, too.
 constexpr const char* kFromBar[] = {"Link Selected", "Select All", "Arrange Again", "Expand All",
-                                    "Edit Mode",     "Overview",   "Record Names"};
+                                    "Edit Mode",     "Overview",   "Record Names",  "Highlight Neighbours"};
 
 constexpr VkGraph::Spot kSpots[] = {VkGraph::Spot::Node, VkGraph::Spot::Arc, VkGraph::Spot::Background};
 
@@ -78,6 +78,7 @@ CanvasMenus::CanvasMenus(VkGraph& graph, GraphGestures& gestures, const VkMenu& 
       fromBar(kToggle, "Edit Mode"),
       fromBar(kToggle, "Overview"),
       fromBar(kToggle, "Record Names"),
+      fromBar(kToggle, "Highlight Neighbours"),
       kSeparator,
       {kAction, "Keys and Gestures", forward<&CanvasMenus::showKeys>},
       {kAction, "About", forward<&CanvasMenus::about>},

@@ -52,6 +52,7 @@ constexpr const char* kRedoLabel = "Redo";
 constexpr const char* kLayeredLabel = "Layered";
 constexpr const char* kCompactLabel = "Compact";
 constexpr const char* kOverviewLabel = "Overview";
+constexpr const char* kNeighboursLabel = "Highlight Neighbours";
 constexpr const char* kRecordNamesLabel = "Record Names";
 constexpr const char* kTextureImageLabel = "Display Texture Image";
 
@@ -162,6 +163,7 @@ void GraphWindow::addMenus() {
       {kAction, "Expand All", expandAllCallback},
       {kToggle, kOverviewLabel, overviewCallback},
       {kToggle, kRecordNamesLabel, recordNamesCallback},
+      {kToggle, kNeighboursLabel, neighboursCallback},
       kEnd,
   };
   static const VkMenuDesc display_lists[] = {
@@ -211,6 +213,12 @@ void GraphWindow::recordNames(XmToggleButtonCallbackStruct& toggle) {
   remembered_.setNumber("recordNames", on);
   graph_->setShowsTitles(on);
   arrangeAgain();  // the nodes have other sizes now
+}
+
+void GraphWindow::highlightNeighbours(bool on) {
+  remembered_.setNumber("highlightNeighbours", on);
+  XtVaSetValues(graph_->graphWidget(), SgNneighbourhood, on, nullptr);
+  menu()->findNamedItem<VkMenuToggle>(kNeighboursLabel)->setVisualState(on);
 }
 
 void GraphWindow::hover(SgGraphCallbackStruct& call) {
@@ -502,6 +510,7 @@ void GraphWindow::takeUp() {
   const bool names = value("recordNames").value_or(settings_.record_names) != 0;
   graph_->setShowsTitles(names);
   menu()->findNamedItem<VkMenuToggle>(kRecordNamesLabel)->setVisualState(names);
+  highlightNeighbours(value("highlightNeighbours").value_or(settings_.highlight_neighbours) != 0);
 }
 
 void GraphWindow::leave() {

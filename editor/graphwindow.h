@@ -139,6 +139,8 @@ class GraphWindow : public VkWindow, private SceneDisplay, private TextureDispla
   // View.
   void setDefault();
   void recordNames(XmToggleButtonCallbackStruct& toggle);
+  void neighbours(XmToggleButtonCallbackStruct& toggle) { highlightNeighbours(toggle.set != XmUNSET); }
+  void highlightNeighbours(bool on);
   void hover(SgGraphCallbackStruct& call);
   void overview(XmToggleButtonCallbackStruct& toggle);
   void overviewKey(SgGraphCallbackStruct& call);
@@ -205,6 +207,7 @@ class GraphWindow : public VkWindow, private SceneDisplay, private TextureDispla
   static constexpr auto selectAllCallback = forward<&GraphWindow::selectAll>;
   static constexpr auto findCallback = forward<&GraphWindow::find>;
   static constexpr auto recordNamesCallback = forward<&GraphWindow::recordNames>;
+  static constexpr auto neighboursCallback = forward<&GraphWindow::neighbours>;
   static constexpr auto hoverCallback = forward<&GraphWindow::hover>;
   static constexpr auto redoCallback = forward<&GraphWindow::redo>;
   static constexpr auto setDefaultCallback = forward<&GraphWindow::setDefault>;

@@ -85,6 +85,7 @@ constexpr const char* kLines[] = {
     "*KeysandGestures.mnemonic: K",
     "*About.mnemonic: b",
     "*RecordNames.mnemonic: R",
+    "*HighlightNeighbours.mnemonic: H",
     "*Overview.mnemonic: O",
     "*KAVOtool.mnemonic: K",
     "*KAVOQuickpreviewDXVIEWER.mnemonic: Q",

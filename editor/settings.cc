@@ -21,15 +21,18 @@ Value setting(Widget shell, std::string name, std::string type, Value fallback) 
   return value;
 }
 
-bool is_on(Widget shell, const char* name) {
-  return setting<Boolean>(shell, name, XtRBoolean, False) != False;
+bool is_on(Widget shell, const char* name, bool at_first = false) {
+  return setting<Boolean>(shell, name, XtRBoolean, at_first) != False;
 }
 
 }  // namespace
 
 Settings read_settings(Widget shell) {
   constexpr int kMinute = 60;
-  return {is_on(shell, "trueColorTextures"), is_on(shell, "confirmUnsavedChanges"),
-          is_on(shell, "recordNames"), is_on(shell, "backupOnSave"),
+  return {is_on(shell, "trueColorTextures"),
+          is_on(shell, "confirmUnsavedChanges"),
+          is_on(shell, "recordNames"),
+          is_on(shell, "highlightNeighbours", true),
+          is_on(shell, "backupOnSave"),
           std::chrono::seconds(std::max(setting<int>(shell, "recoveryInterval", XtRInt, kMinute), 1))};
 }

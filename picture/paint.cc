@@ -46,7 +46,8 @@ class Painting {
         inks_(content.inks),
         offsets_(content.offsets),
         frame_(frame),
-        manner_(manner) {}
+        manner_(manner),
+        dims_(manner.neighbourhood && !drawing_.selectedNodes().empty()) {}
 
   void paint() {
     surface_.begin(frame_, inks_.background);
@@ -65,10 +66,27 @@ class Painting {
  private:
   bool showsText() const { return frame_.zoom >= kTextZoom; }
   bool selected(NodeId node) const { return manner_.selection && drawing_.nodeSelected(node); }
+  bool isOfSelected(ArcId arc) const {
+    return drawing_.nodeSelected(drawing_.drawnFrom(arc)) || drawing_.nodeSelected(drawing_.drawnTo(arc));
+  }
+  bool isPale(NodeId node) const {
+    if (!dims_ || drawing_.nodeSelected(node)) return false;
+    bool neighbour = false;
+    drawing_.visitDrawnArcsOf(node, [&](ArcId arc) { neighbour = neighbour || isOfSelected(arc); });
+    return !neighbour;
+  }
+  /// What becomes of colours where a node is pale.
+  Color paleBox(Color tint) const { return surface_.anyColor() ? halfway(tint) : inks_.background; }
+  Color paleInk(Color ink) const { return surface_.anyColor() ? halfway(ink) : inks_.farArc; }
+  Color halfway(Color color) const {
+    const auto mixed = [](int part, int other) { return static_cast<std::uint16_t>((part + other) / 2); };
+    return {mixed(color.red, inks_.background.red), mixed(color.green, inks_.background.green),
+            mixed(color.blue, inks_.background.blue)};
+  }
 
   void drawArcs() {
     const double headLength = frame_.zoom < kOutlineZoom ? 0 : std::clamp(9 * frame_.zoom, 4.0, 14.0);
-    ArcBatch plain(frame_, headLength), selected(frame_, headLength);
+    ArcBatch plain(frame_, headLength), near(frame_, headLength), selected(frame_, headLength);
     ArcDetail detail = arcDetail(frame_);
     if (!manner_.partialArcs) detail.longest = std::numeric_limits<double>::infinity();
     std::vector<std::pair<SgPoint, const std::string*>> labels;
@@ -76,7 +94,9 @@ class Painting {
       const bool square = drawing_.arcStyle(arc) == ArcStyle::Square && !drawing_.bends(arc).empty();
       const double shortest = square && frame_.zoom < kDetailZoom ? shortestLine() : 0;
       const double head = square ? 0 : drawing_.inStubs(arc, detail) ? kStubHead : 1;
-      ArcBatch& batch = manner_.selection && drawing_.arcSelected(arc) ? selected : plain;
+      ArcBatch& batch = manner_.selection && drawing_.arcSelected(arc) ? selected
+                        : dims_ && isOfSelected(arc)                   ? near
+                                                                       : plain;
       drawing_.visitPieces(arc, detail, [&](std::span<const SgPoint> piece, bool reachesChild) {
         const std::vector<SgPoint> gliding = moved(arc, piece);
         batch.add(gliding.empty() ? piece : gliding, reachesChild ? head : 0, shortest);
@@ -85,7 +105,8 @@ class Painting {
       if (const auto label = arcLabels_.find(arc); label != arcLabels_.end())
         labels.emplace_back(frame_.toWindow(pathPoint(drawing_.path(arc), 0.5)), &label->second);
     });
-    plain.draw(surface_, frame_.zoom < kFarZoom ? inks_.farArc : inks_.arc, 0);
+    plain.draw(surface_, dims_ || frame_.zoom < kFarZoom ? inks_.farArc : inks_.arc, 0);
+    near.draw(surface_, inks_.selection, 0);
     selected.draw(surface_, inks_.selection, 3);
     for (const auto& [middle, label] : labels) {
       const double width = surface_.textWidth(*label) + 4, height = surface_.textHeight();
@@ -189,12 +210,14 @@ class Painting {
     }
     for (const NodeId node : nodes) {
       const SgRectangle box = frame_.toWindow(boxOf(node));
-      surface_.fillInside(box, looks_[node].tint);
-      drawContents(node, box);
+      const bool pale = isPale(node);
+      const Color tint = looks_[node].tint, ink = textOn(tint);
+      surface_.fillInside(box, pale ? paleBox(tint) : tint);
+      drawContents(node, box, pale ? paleInk(ink) : ink);
       if (selected(node))
         surface_.outlineBox(box, inks_.selection, 2);
       else
-        surface_.outlineBox(box, inks_.border, 1);
+        surface_.outlineBox(box, pale ? paleInk(inks_.border) : inks_.border, 1);
       if (manner_.selection && drawing_.countFolded(node) > 0)
         drawFoldHandle(surface_, foldHandle(box, frame_), true, {inks_.handle, inks_.border, inks_.text});
     }
@@ -203,25 +226,27 @@ class Painting {
   /// Nodes that are so many that their order doesn't matter: all of one colour at once.
   void drawPatches(const std::vector<NodeId>& nodes) {
     std::map<Color, std::vector<SgRectangle>> boxes;
-    for (const NodeId node : nodes)
-      boxes[selected(node) ? inks_.selection : farTint(looks_[node].tint)].push_back(
-          frame_.toWindow(boxOf(node)));
+    for (const NodeId node : nodes) {
+      const Color tint = farTint(looks_[node].tint);
+      const Color color = selected(node) ? inks_.selection : isPale(node) ? paleBox(tint) : tint;
+      boxes[color].push_back(frame_.toWindow(boxOf(node)));
+    }
     for (const auto& [tint, ofTint] : boxes) surface_.fillBoxes(ofTint, tint);
   }
 
-  void drawContents(NodeId node, const SgRectangle& box) {
+  void drawContents(NodeId node, const SgRectangle& box, Color ink) {
     const NodeLook& look = looks_[node];
     if (look.hasPicture())
       surface_.drawPicture(node,
                            {box.x + kPicturePadding * frame_.zoom, box.y + kPicturePadding * frame_.zoom,
                             look.pictureWidth * frame_.zoom, look.pictureHeight * frame_.zoom},
-                           textOn(look.tint), look.tint);
+                           ink, look.tint);
     else if (showsText() && look.title.empty())
-      drawLabel(box, look.label, textOn(look.tint));
+      drawLabel(box, look.label, ink);
     else if (showsText()) {
       const double half = box.height / 2;
-      drawLabel({box.x, box.y + half * kLineInset, box.width, half}, look.label, textOn(look.tint));
-      drawLabel({box.x, box.y + half * (1 - kLineInset), box.width, half}, look.title, textOn(look.tint));
+      drawLabel({box.x, box.y + half * kLineInset, box.width, half}, look.label, ink);
+      drawLabel({box.x, box.y + half * (1 - kLineInset), box.width, half}, look.title, ink);
     }
   }
 
@@ -304,6 +329,7 @@ class Painting {
   const Offsets* const offsets_;
   const Frame& frame_;
   const Manner& manner_;
+  const bool dims_;  // what is no neighbour of a selected node is pale
 };
 
 }  // namespace

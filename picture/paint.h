@@ -49,6 +49,8 @@ struct Manner {
   bool handles = false;      ///< the handles at the ends of selected arcs
   bool patchesOnly = false;  ///< nothing but a patch for each node
   bool partialArcs = false;  ///< of arcs that are longer than the frame, only the ends
+  /// While nodes are selected, their arcs stand out, and nodes without an arc from or to them are pale.
+  bool neighbourhood = false;
 };
 
 /// Below it boxes have no outline and arcs no heads.

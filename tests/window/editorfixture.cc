@@ -13,6 +13,7 @@
 #include "qilib/writer.h"
 #include "samples/scenes.h"
 #include "tests/support/places.h"
+#include "tests/window/screen.h"
 
 namespace fs = std::filesystem;
 
@@ -138,6 +139,13 @@ support::WidgetInfo EditorTest::popupItem(const std::string& menu, const std::st
 void EditorTest::choosePopupItem(const std::string& menu, const std::string& label) {
   editor_.driver().clickInMenu(popupItem(menu, label).box.centre());
   editor_.settle();
+}
+
+unsigned EditorTest::colorAt(support::Point place) {
+  editor_.settle();
+  const Picture screen = pictureOf(server_.display());
+  return shownColor(server_.display(),
+                    screen.pixels[static_cast<std::size_t>(place.y * screen.width + place.x)]);
 }
 
 std::string EditorTest::newOutput() {

@@ -71,6 +71,9 @@ class EditorTest : public testing::Test {
   /// Chooses it with the pointer.
   void choosePopupItem(const std::string& menu, const std::string& label);
 
+  /// The colour that is seen at a place: 0xRRGGBB.
+  unsigned colorAt(support::Point place);
+
   /// What the editor has printed since the last call.
   std::string newOutput();
 

@@ -5,7 +5,6 @@
 #include "qilib/opensave.h"
 #include "tests/support/builtscene.h"
 #include "tests/window/editorfixture.h"
-#include "tests/window/screen.h"
 
 namespace {
 
@@ -19,12 +18,6 @@ class Rewiring : public EditorTest {
  protected:
   bool isActive(const char* label) {
     return editor_.find([&](const WidgetInfo& w) { return w.label == label; })->sensitive;
-  }
-  unsigned colorAt(Point place) {
-    editor_.settle();
-    const Picture screen = pictureOf(server_.display());
-    return shownColor(server_.display(),
-                      screen.pixels[static_cast<std::size_t>(place.y * screen.width + place.x)]);
   }
 };
 

@@ -82,6 +82,7 @@ XtResource kResources[] = {
     row(SgNeditableArcs, "EditableArcs", XmRBoolean, SG_MEMBER(editableArcs), False),
     row(SgNokToAdd, "OkToAdd", XmRBoolean, SG_MEMBER(okToAdd), False),
     row(SgNshowOverview, "ShowOverview", XmRBoolean, SG_MEMBER(showOverview), False),
+    row(SgNneighbourhood, "Neighbourhood", XmRBoolean, SG_MEMBER(neighbourhood), False),
     row(SgNglide, "Glide", XmRBoolean, SG_MEMBER(glide), True),
     row(SgNarcWidth, "ArcWidth", XmRDimension, SG_MEMBER(arcWidth), 20),
     row(SgNarcDirection, "ArcDirection", XmRInt, SG_MEMBER(arcDirection), SgARC_DOWN),

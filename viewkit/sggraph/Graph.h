@@ -35,16 +35,17 @@ enum class FileFormat : int;
 
 /// Resources of the graph besides those of XmManager, with type and default. Colours default to what suits
 /// the screen's depth.
-#define SgNeditableArcs "editableArcs"  // Boolean False: arcs can be drawn and their ends moved
-#define SgNokToAdd "okToAdd"            // Boolean False: double-click on the background makes a node
-#define SgNarcWidth "arcWidth"          // Dimension 20: pixels across of the strip that picks an arc
-#define SgNshowOverview "showOverview"  // Boolean False: a map in a corner while not all is in view
-#define SgNglide "glide"                // Boolean True: nodes glide to new places, see SgGraphBeginMove
-#define SgNarcDirection "arcDirection"  // int 1: SgARC_ANY or SgARC_DOWN
-#define SgNemptyText "emptyText"        // String null, copied: lines in the middle while there are no nodes
-#define SgNarcColor "arcColor"          // Pixel
-#define SgNfarArcColor "farArcColor"    // Pixel: arcs where zoomed out so far that they'd hide the nodes
-#define SgNnodeColor "nodeColor"        // Pixel: boxes of nodes that set no tint
+#define SgNeditableArcs "editableArcs"    // Boolean False: arcs can be drawn and their ends moved
+#define SgNokToAdd "okToAdd"              // Boolean False: double-click on the background makes a node
+#define SgNarcWidth "arcWidth"            // Dimension 20: pixels across of the strip that picks an arc
+#define SgNshowOverview "showOverview"    // Boolean False: a map in a corner while not all is in view
+#define SgNglide "glide"                  // Boolean True: nodes glide to new places, see SgGraphBeginMove
+#define SgNneighbourhood "neighbourhood"  // Boolean False: what has no arc to a selected node is pale
+#define SgNarcDirection "arcDirection"    // int 1: SgARC_ANY or SgARC_DOWN
+#define SgNemptyText "emptyText"          // String null, copied: lines in the middle while there are no nodes
+#define SgNarcColor "arcColor"            // Pixel
+#define SgNfarArcColor "farArcColor"      // Pixel: arcs where zoomed out so far that they'd hide the nodes
+#define SgNnodeColor "nodeColor"          // Pixel: boxes of nodes that set no tint
 #define SgNnodeBorderColor "nodeBorderColor"  // Pixel
 #define SgNselectionColor "selectionColor"    // Pixel: selected nodes and arcs, the rubber line
 #define SgNhoverColor "hoverColor"            // Pixel: what the pointer is over

@@ -29,6 +29,7 @@ struct SgGraphPart {
   Boolean okToAdd;
   Boolean showOverview;
   Boolean glide;
+  Boolean neighbourhood;
   Dimension arcWidth;  // pixels
   int arcDirection;    // SgARC_ANY, SgARC_DOWN
   Pixel arcColor, farArcColor, nodeColor, nodeBorderColor, selectionColor, hoverColor, handleColor,

@@ -88,6 +88,7 @@ void GraphView::setCursor(unsigned shape) {
 
 void GraphView::endGesture() {
   const bool hadTarget = gesture_.target != 0;
+  if (drawsOrMovesArc()) viewChanged();
   gesture_ = {};
   if (hadTarget) {
     SgGraphCallbackStruct data = wouldBe(SgCR_TARGET, kNone);
@@ -246,6 +247,7 @@ void GraphView::startDrag() {
       break;
     case Gesture::Kind::DrawArc:
     case Gesture::Kind::MoveArcEnd:
+      viewChanged();  // what is pale says where the arc may end
       setCursor(XC_crosshair);
       break;
     case Gesture::Kind::MoveNodes:

@@ -406,7 +406,11 @@ void GraphView::update() {
     Content seen = content();
     if (glide_.underWay()) seen.offsets = &glide_.offsets();
     const bool gliding = glide_.underWay();
-    painter_->paint(seen, viewport_.frame(), editable() && !gliding);
+    painter_->paint(seen, viewport_.frame(),
+                    {.selection = true,
+                     .handles = editable() && !gliding,
+                     .partialArcs = true,
+                     .neighbourhood = widget_->graph.neighbourhood && !drawsOrMovesArc()});
     if (gliding && frame_ == 0)
       frame_ = XtAppAddTimeOut(XtWidgetToApplicationContext(widget()), kFrameTime, &nextFrame, this);
     setScrollBars();

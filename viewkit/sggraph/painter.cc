@@ -30,10 +30,11 @@ void Painter::fit(const picture::Frame& frame) {
   frontPainted_ = false;
 }
 
-void Painter::paint(const picture::Content& content, const picture::Frame& frame, bool handles) {
+void Painter::paint(const picture::Content& content, const picture::Frame& frame,
+                    const picture::Manner& manner) {
   fit(frame);
   surface_.setTarget(picture_.get());
-  picture::paint(surface_, content, frame, {.selection = true, .handles = handles, .partialArcs = true});
+  picture::paint(surface_, content, frame, manner);
 }
 
 void Painter::paintMap(const picture::Content& content, const picture::Frame& frame) {

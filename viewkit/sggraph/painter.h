@@ -53,7 +53,7 @@ class Painter {
   XSurface& surface() { return surface_; }
 
   /// Paints the picture.
-  void paint(const picture::Content& content, const picture::Frame& frame, bool handles);
+  void paint(const picture::Content& content, const picture::Frame& frame, const picture::Manner& manner);
   /// Paints the map, which the overlay then shows.
   void paintMap(const picture::Content& content, const picture::Frame& frame);
   /// Adds the overlay to the picture painted last.
