@@ -6,17 +6,13 @@
 #include <utility>
 
 #include "editor/keys.h"
+#include "editor/menuitems.h"
 #include "viewkit/keys.h"
 #include "viewkit/vkapp.h"
 #include "viewkit/vkmessagedialogs.h"
 #include "viewkit/vktextdialog.h"
 
 namespace {
-
-constexpr auto kAction = VkMenuItemType::ACTION;
-constexpr auto kToggle = VkMenuItemType::TOGGLE;
-constexpr VkMenuDesc kSeparator = {VkMenuItemType::SEPARATOR};
-constexpr VkMenuDesc kEnd = {VkMenuItemType::END};
 
 constexpr const char* kValuesLabel = "Values...";
 constexpr const char* kCollapseLabel = "Collapse";

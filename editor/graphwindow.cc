@@ -14,6 +14,7 @@
 
 #include "dialogs/values/dispatch.h"
 #include "editor/colortable.h"
+#include "editor/menuitems.h"
 #include "editor/model/currentscene.h"
 #include "editor/scenefiles.h"
 #include "editor/structgraph.h"
@@ -24,13 +25,6 @@
 #include "tools/shell.h"
 
 namespace {
-
-constexpr auto kAction = VkMenuItemType::ACTION;
-constexpr auto kToggle = VkMenuItemType::TOGGLE;
-constexpr auto kRadio = VkMenuItemType::RADIO;
-constexpr auto kSubmenu = VkMenuItemType::SUBMENU;
-constexpr VkMenuDesc kSeparator = {VkMenuItemType::SEPARATOR};
-constexpr VkMenuDesc kEnd = {VkMenuItemType::END};
 
 /// Stands on the canvas while there is nothing else.
 constexpr const char* kWelcome =

@@ -15,22 +15,22 @@
 namespace qi {
 namespace {
 
-using Bytes = std::span<const std::byte>;
+using ByteView = std::span<const std::byte>;
 
-Bytes bytes_of(const auto& words) { return std::as_bytes(std::span(words)); }
+ByteView bytes_of(const auto& words) { return std::as_bytes(std::span(words)); }
 
-bool same(Bytes a, Bytes b) {
+bool same(ByteView a, ByteView b) {
   return a.size() == b.size() && (a.empty() || std::memcmp(a.data(), b.data(), a.size()) == 0);
 }
 
-Word word_at(Bytes bytes, std::size_t number) {
+Word word_at(ByteView bytes, std::size_t number) {
   Word word = 0;
   std::memcpy(&word, bytes.subspan(number * sizeof word).data(), sizeof word);
   return word;
 }
 
 /// How two runs of that name differ.
-PieceDifference difference_of(std::string name, Bytes a, Bytes b, bool fixed, bool texels = false) {
+PieceDifference difference_of(std::string name, ByteView a, ByteView b, bool fixed, bool texels = false) {
   const std::size_t each = texels ? 1 : sizeof(Word);
   PieceDifference difference{.piece = std::move(name),
                              .unit = texels ? PieceDifference::Unit::bytes : PieceDifference::Unit::words,
@@ -70,7 +70,8 @@ class LinkComparison {
   }
   /// Whether the links say how this word of the record before differs, or this array.
   bool says(const std::byte* at, std::size_t bytes) const {
-    return std::ranges::any_of(said_, [&](Bytes said) { return said.data() == at && said.size() == bytes; });
+    return std::ranges::any_of(said_,
+                               [&](ByteView said) { return said.data() == at && said.size() == bytes; });
   }
 
  private:
@@ -83,7 +84,7 @@ class LinkComparison {
   }
 
   Difference& difference_;
-  std::vector<Bytes> said_;
+  std::vector<ByteView> said_;
 };
 
 class SceneComparison {
@@ -106,7 +107,7 @@ class SceneComparison {
     sink_(difference);
   }
 
-  static void compare(Difference& difference, const char* name, Bytes a, Bytes b, bool fixed = false,
+  static void compare(Difference& difference, const char* name, ByteView a, ByteView b, bool fixed = false,
                       bool texels = false) {
     if (!same(a, b)) difference.pieces.push_back(difference_of(name, a, b, fixed, texels));
   }
@@ -129,8 +130,8 @@ class SceneComparison {
     tell(difference);
   }
   /// Header block 1, of which a save in mode 2 writes the table alone where there is one.
-  static Bytes block_after_table(const Header& header) {
-    return has_ext_sizes(header) ? Bytes{} : bytes_of(header.block1);
+  static ByteView block_after_table(const Header& header) {
+    return has_ext_sizes(header) ? ByteView{} : bytes_of(header.block1);
   }
   /// The sizes of the lists and the file follow from what is in them. Where that is the same, they are told
   /// for themselves.
@@ -212,7 +213,7 @@ class SceneComparison {
           const RecordPiece& piece = one ? *one : *other;
           const bool in_part = piece.parts != 0;
           if (in_part && (!one || !other)) return;  // the number of parts says it
-          const Bytes a = one ? one->data : Bytes{}, b = other ? other->data : Bytes{};
+          const ByteView a = one ? one->data : ByteView{}, b = other ? other->data : ByteView{};
           const std::size_t items_a = one ? one->items : 0, items_b = other ? other->items : 0;
           if (items_a == items_b && same(a, b)) return;
           if (piece.sort == RecordPiece::Sort::parts) {

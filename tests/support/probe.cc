@@ -9,10 +9,9 @@
 /// "nothing changed yet".
 ///
 ///     settle             (no lines)
-///     tree               widget ID PATH CLASS X Y WIDTH HEIGHT FLAGS LABEL TEXT, for every widget
-///     symbol NAME        value TEXT, the text that a variable of the program begins with
-///     resource ID NAME   value VALUE
-///     graph ID           see probe_graph.h
+///     tree [NAME]        widget ID PATH CLASS X Y WIDTH HEIGHT FLAGS LABEL TEXT, for every widget, or those
+///     of a name symbol NAME        value TEXT, the text that a variable of the program begins with resource
+///     ID NAME   value VALUE graph ID           see probe_graph.h
 ///
 /// The library also hides the login name, so that a program under test falls back to HOME and never finds the
 /// files of the person who runs the tests.
@@ -97,7 +96,7 @@ class Probe {
 
   std::vector<Words> answer(const Words& question) {
     if (question[0] == "settle") return {};
-    if (question[0] == "tree") return describeWidgets(app_);
+    if (question[0] == "tree") return describeWidgets(app_, question.size() > 1 ? question[1] : "");
     if (question.size() < 2) throw std::invalid_argument("no such question: " + question[0]);
     if (question[0] == "symbol") {
       const void* place = dlsym(RTLD_DEFAULT, question[1].c_str());

@@ -12,10 +12,13 @@
 #include <cstdint>
 #include <cstdio>
 #include <functional>
+#include <map>
 #include <memory>
 #include <span>
 #include <stdexcept>
 #include <string_view>
+#include <tuple>
+#include <utility>
 
 #include "viewkit/xraii.h"
 
@@ -73,11 +76,6 @@ std::string idOf(Widget widget) {
   return text;
 }
 
-std::string pathOf(Widget widget) {
-  const Widget parent = XtParent(widget);
-  return (parent != nullptr ? pathOf(parent) : "") + "/" + XtName(widget);
-}
-
 /// What a person reads on the widget: a label, a message, a title.
 std::string labelOf(Widget widget) {
   if (XmIsLabel(widget) || XmIsLabelGadget(widget)) return viewkit::textResource(widget, XmNlabelString);
@@ -101,72 +99,120 @@ bool isSet(Widget widget) {
   return XmIsToggleButtonGadget(widget) && XmToggleButtonGadgetGetState(widget) == XmSET;
 }
 
-bool isViewable(Widget widget) {
-  if (XmIsGadget(widget)) return XtIsManaged(widget) && isViewable(XtParent(widget));
-  if (!XtIsRealized(widget)) return false;
+/// What is asked of the X server about a window; nothing where there is none yet.
+bool isMappedWindow(Widget widget) {
   XWindowAttributes attributes;
-  return XGetWindowAttributes(XtDisplay(widget), XtWindow(widget), &attributes) != 0 &&
+  return XtIsRealized(widget) &&
+         XGetWindowAttributes(XtDisplay(widget), XtWindow(widget), &attributes) != 0 &&
          attributes.map_state == IsViewable;
 }
 
-/// Where the widget's upper left corner lies on the root window. (The toolkit's own idea of it can be out of
-/// date after a window manager moved the window.)
-std::pair<int, int> onScreen(Widget widget) {
-  int dx = 0, dy = 0;
-  Widget window = widget;
-  if (XmIsGadget(widget)) {
-    dx = widget->core.x;
-    dy = widget->core.y;
-    window = XtParent(widget);
-  }
-  if (!XtIsRealized(window)) return {dx, dy};
+/// Where a shell lies on the root window. (The toolkit's own idea of it can be out of date after a window
+/// manager moved the window.)
+std::pair<int, int> onScreen(Widget shell) {
   int x = 0, y = 0;
   ::Window ignored = 0;
-  XTranslateCoordinates(XtDisplay(window), XtWindow(window), XRootWindowOfScreen(XtScreen(window)), dx, dy,
-                        &x, &y, &ignored);
+  XTranslateCoordinates(XtDisplay(shell), XtWindow(shell), XRootWindowOfScreen(XtScreen(shell)), 0, 0, &x, &y,
+                        &ignored);
   return {x, y};
 }
 
-Widget shellOf(Widget widget) {
-  while (!XtIsShell(widget)) widget = XtParent(widget);
-  return widget;
-}
+/// Asks for every widget what a person sees of it, with as few questions to the X server as will do: tests
+/// ask often.
+class Describer {
+ public:
+  /// @param name that of the widgets to describe; empty: of all
+  explicit Describer(std::string_view name) : name_(name) {}
 
-/// Whether keys that are pressed now go to the widget's window. Without a window manager they go where the
-/// pointer is.
-bool isActive(Widget widget) {
-  Display* display = XtDisplayOfObject(widget);
-  ::Window focus = 0;
-  int ignored = 0;
-  XGetInputFocus(display, &focus, &ignored);
-  if (focus == PointerRoot) return true;
-  const Widget owner = XtWindowToWidget(display, focus);
-  return owner != nullptr && shellOf(owner) == shellOf(widget);
-}
+  std::vector<Words> of(XtAppContext app) {
+    for (Widget root : roots(app)) describeShell(root, "");
+    return std::move(lines_);
+  }
 
-Words describe(Widget widget) {
-  const bool viewable = isViewable(widget);
-  const auto [x, y] = viewable ? onScreen(widget) : std::pair{0, 0};
-  std::string flags;
-  if (XtIsManaged(widget)) flags += 'm';
-  if (viewable) flags += 'v';
-  if (XtIsSensitive(widget)) flags += 's';
-  if (isSet(widget)) flags += 't';
-  if (viewable && isActive(widget)) flags += 'a';
-  if (XmGetFocusWidget(widget) == widget) flags += 'f';
-  const auto number = [](int value) { return std::to_string(value); };
-  return {"widget",
-          idOf(widget),
-          pathOf(widget),
-          XtClass(widget)->core_class.class_name,
-          number(x),
-          number(y),
-          number(widget->core.width),
-          number(widget->core.height),
-          flags,
-          labelOf(widget),
-          textOf(widget)};
-}
+ private:
+  /// A widget that may hold others.
+  struct Holder {
+    std::string path;
+    bool viewable = false;
+    bool active = false;     ///< whether keys that are pressed now go to its shell
+    Widget focus = nullptr;  ///< the widget of the shell that they go to then
+    int x = 0, y = 0;        ///< of its window's inner corner, on the screen
+  };
+
+  /// Whether keys that are pressed now go to the shell's window. Without a window manager they go where the
+  /// pointer is.
+  bool isActive(Widget shell) {
+    Display* display = XtDisplay(shell);
+    const auto [known, first] = focus_.try_emplace(display);
+    if (first) {
+      int ignored = 0;
+      XGetInputFocus(display, &known->second, &ignored);
+    }
+    if (known->second == PointerRoot) return true;
+    Widget owner = XtWindowToWidget(display, known->second);
+    while (owner != nullptr && !XtIsShell(owner)) owner = XtParent(owner);
+    return owner == shell;
+  }
+
+  void describeShell(Widget shell, const std::string& parent) {
+    Holder self{.path = parent + "/" + XtName(shell), .viewable = isMappedWindow(shell)};
+    if (self.viewable) {
+      std::tie(self.x, self.y) = onScreen(shell);
+      self.active = isActive(shell);
+    }
+    self.focus = XmGetFocusWidget(shell);
+    describe(shell, self);
+  }
+
+  void describeChild(Widget widget, const Holder& parent) {
+    Holder self = parent;
+    self.path += std::string("/") + XtName(widget);
+    if (XmIsGadget(widget)) {
+      self.viewable = parent.viewable && XtIsManaged(widget);
+    } else {
+      self.viewable = parent.viewable && isMappedWindow(widget);
+    }
+    self.active = parent.active && self.viewable;
+    self.x += widget->core.x + widget->core.border_width;
+    self.y += widget->core.y + widget->core.border_width;
+    describe(widget, self);
+  }
+
+  /// Adds the line of a widget, and those of all that it holds.
+  void describe(Widget widget, const Holder& self) {
+    if (name_.empty() || name_ == XtName(widget)) lines_.push_back(line(widget, self));
+    for (Widget child : children(widget)) {
+      if (XtIsWidget(child) || XmIsGadget(child)) describeChild(child, self);
+    }
+    for (Widget popup : popups(widget)) describeShell(popup, self.path);
+  }
+
+  static Words line(Widget widget, const Holder& self) {
+    std::string flags;
+    if (XtIsManaged(widget)) flags += 'm';
+    if (self.viewable) flags += 'v';
+    if (XtIsSensitive(widget)) flags += 's';
+    if (isSet(widget)) flags += 't';
+    if (self.active) flags += 'a';
+    if (self.focus == widget) flags += 'f';
+    const auto number = [](int value) { return std::to_string(value); };
+    return {"widget",
+            idOf(widget),
+            self.path,
+            XtClass(widget)->core_class.class_name,
+            number(self.viewable ? self.x : 0),
+            number(self.viewable ? self.y : 0),
+            number(widget->core.width),
+            number(widget->core.height),
+            flags,
+            labelOf(widget),
+            textOf(widget)};
+  }
+
+  std::string_view name_;
+  std::vector<Words> lines_;
+  std::map<Display*, ::Window> focus_;
+};
 
 /// The declared type and size of a resource, those that its parent adds included.
 const XtResource* findResource(std::span<const XtResource> list, const std::string& name) {
@@ -184,10 +230,8 @@ std::string numberResource(Widget widget, const std::string& name) {
 
 }  // namespace
 
-std::vector<Words> describeWidgets(XtAppContext app) {
-  std::vector<Words> result;
-  walkAll(app, [&](Widget widget) { result.push_back(describe(widget)); });
-  return result;
+std::vector<Words> describeWidgets(XtAppContext app, const std::string& name) {
+  return Describer(name).of(app);
 }
 
 Widget findWidget(XtAppContext app, const std::string& id) {

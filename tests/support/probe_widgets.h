@@ -16,8 +16,8 @@ namespace probe {
 std::span<const Widget> children(Widget parent);
 
 /// Every widget and gadget of the application, parents before children, as answer lines. Window-less objects
-/// of our own (a graph's nodes) are left out.
-std::vector<Words> describeWidgets(XtAppContext app);
+/// of our own (a graph's nodes) are left out, and with a name all that have another one.
+std::vector<Words> describeWidgets(XtAppContext app, const std::string& name);
 
 /// The widget that an ID of a former answer stands for, or null when it is gone.
 Widget findWidget(XtAppContext app, const std::string& id);

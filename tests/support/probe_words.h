@@ -15,37 +15,31 @@ inline std::string joined(const Words& words) {
   std::string line;
   for (const std::string& word : words) {
     if (&word != &words.front()) line += '\t';
-    for (const char c : word) {
-      switch (c) {
-        case '\t':
-          line += "\\t";
-          break;
-        case '\n':
-          line += "\\n";
-          break;
-        case '\\':
-          line += "\\\\";
-          break;
-        default:
-          line += c;
-      }
+    std::string_view rest = word;
+    for (std::size_t end; (end = rest.find_first_of("\t\n\\")) != rest.npos; rest.remove_prefix(end + 1)) {
+      line += rest.substr(0, end);
+      line += rest[end] == '\t' ? "\\t" : rest[end] == '\n' ? "\\n" : "\\\\";
     }
+    line += rest;
   }
   return line;
 }
 
 /// The words of a line made by joined().
 inline Words split(std::string_view line) {
-  Words words(1);
-  for (std::size_t i = 0; i < line.size(); ++i) {
-    if (line[i] == '\t') {
-      words.emplace_back();
-    } else if (line[i] == '\\' && i + 1 < line.size()) {
-      const char c = line[++i];
-      words.back() += c == 't' ? '\t' : c == 'n' ? '\n' : c;
-    } else {
-      words.back() += line[i];
+  Words words;
+  for (bool more = true; more;) {
+    const std::size_t end = line.find('\t');
+    more = end != line.npos;
+    std::string_view rest = line.substr(0, end);
+    line.remove_prefix(more ? end + 1 : line.size());
+    std::string& word = words.emplace_back();
+    for (std::size_t slash; (slash = rest.find('\\')) < rest.size() - 1; rest.remove_prefix(slash + 2)) {
+      word += rest.substr(0, slash);
+      const char c = rest[slash + 1];
+      word += c == 't' ? '\t' : c == 'n' ? '\n' : c;
     }
+    word += rest;
   }
   return words;
 }

@@ -6,6 +6,7 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <stdexcept>
 
 #include "tests/support/preload.h"
@@ -101,9 +102,11 @@ std::vector<std::vector<std::string>> Program::ask(const std::vector<std::string
       send(socket_.get(), line.data(), line.size(), MSG_NOSIGNAL) == static_cast<ssize_t>(line.size());
   std::vector<std::vector<std::string>> answer;
   while (open) {
-    for (std::size_t end; (end = reply.find('\n')) != reply.npos; reply.erase(0, end + 1)) {
-      answer.push_back(probe::split(reply.substr(0, end)));
+    std::size_t read_to = 0;
+    for (std::size_t end; (end = reply.find('\n', read_to)) != reply.npos; read_to = end + 1) {
+      answer.push_back(probe::split(std::string_view(reply).substr(read_to, end - read_to)));
     }
+    reply.erase(0, read_to);
     if (!answer.empty() && answer.back()[0] == "end") {
       answer.pop_back();
       return answer;
@@ -125,9 +128,11 @@ std::vector<std::vector<std::string>> Program::ask(const std::vector<std::string
                            "; its errors: " + read_file(scratch_.path() / "errors"));
 }
 
-std::vector<WidgetInfo> Program::widgets() {
+std::vector<WidgetInfo> Program::widgets() { return widgetsNamed(""); }
+
+std::vector<WidgetInfo> Program::widgetsNamed(std::string_view name) {
   std::vector<WidgetInfo> result;
-  for (const std::vector<std::string>& line : ask({"tree"})) {
+  for (const std::vector<std::string>& line : ask({"tree", std::string(name)})) {
     const auto number = [&](std::size_t i) { return std::stoi(line.at(i)); };
     const auto flag = [&](char c) { return line.at(8).find(c) != std::string::npos; };
     WidgetInfo widget;
@@ -148,16 +153,25 @@ std::vector<WidgetInfo> Program::widgets() {
   return result;
 }
 
-std::optional<WidgetInfo> Program::find(const Condition& condition) {
-  for (WidgetInfo& widget : widgets()) {
-    if (condition(widget)) return std::move(widget);
-  }
-  return std::nullopt;
+namespace {
+
+std::optional<WidgetInfo> firstOf(std::vector<WidgetInfo> widgets, const Program::Condition& condition) {
+  const auto found = std::ranges::find_if(widgets, condition);
+  return found != widgets.end() ? std::optional(std::move(*found)) : std::nullopt;
 }
 
-WidgetInfo Program::await(std::string_view what, const Condition& condition) {
+}  // namespace
+
+std::optional<WidgetInfo> Program::find(const Condition& condition) { return firstOf(widgets(), condition); }
+
+std::optional<WidgetInfo> Program::find(std::string_view where, const Condition& condition) {
+  return firstOf(widgetsNamed(where.substr(where.rfind('/') + 1)),
+                 [&](const WidgetInfo& w) { return w.isAt(where) && condition(w); });
+}
+
+WidgetInfo Program::awaitBy(std::string_view what, const std::function<std::optional<WidgetInfo>()>& look) {
   std::optional<WidgetInfo> found;
-  if (waitFor([&] { return (found = find(condition)).has_value(); })) return *std::move(found);
+  if (waitFor([&] { return (found = look()).has_value(); })) return *std::move(found);
   std::string message = "waited in vain for " + std::string(what) + "; there is";
   for (const WidgetInfo& widget : widgets()) {
     if (widget.viewable)
@@ -166,24 +180,32 @@ WidgetInfo Program::await(std::string_view what, const Condition& condition) {
   throw std::runtime_error(message);
 }
 
+WidgetInfo Program::await(std::string_view what, const Condition& condition) {
+  return awaitBy(what, [&] { return find(condition); });
+}
+
 WidgetInfo Program::await(std::string_view where) {
-  return await(where, [&](const WidgetInfo& w) { return w.isAt(where) && w.viewable && w.sensitive; });
+  return awaitAt(where, [](const WidgetInfo& w) { return w.viewable && w.sensitive; });
+}
+
+WidgetInfo Program::awaitAt(std::string_view where, const Condition& condition) {
+  return awaitBy(where, [&] { return find(where, condition); });
 }
 
 void Program::click(std::string_view where) { driver_.click(await(where).box.centre()); }
 
 void Program::fillIn(std::string_view where, const std::string& text) {
   // The window manager may still be moving a window that has just come up: then the click goes astray.
-  const auto has_focus = [&](const WidgetInfo& w) { return w.isAt(where) && w.active && w.focused; };
+  const auto has_focus = [](const WidgetInfo& w) { return w.active && w.focused; };
   waitFor([&] {
     click(where);
     settle();
-    return find(has_focus).has_value();
+    return find(where, has_focus).has_value();
   });
-  await("the focus in the field", has_focus);
+  awaitAt(where, has_focus);
   driver_.key("slash", {"Control_L"});  // selects what is there
   driver_.type(text);
-  await("the text in the field", [&](const WidgetInfo& w) { return w.isAt(where) && w.text == text; });
+  awaitAt(where, [&](const WidgetInfo& w) { return w.text == text; });
 }
 
 void Program::chooseMenu(const std::vector<std::string>& labels) {

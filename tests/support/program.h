@@ -79,12 +79,19 @@ class Program {
   /// The first widget for which the condition holds.
   std::optional<WidgetInfo> find(const Condition& condition);
 
+  /// The first widget at this place (WidgetInfo::isAt) for which the condition holds. Costs less than a look
+  /// at all.
+  std::optional<WidgetInfo> find(std::string_view where, const Condition& condition);
+
   /// Waits for such a widget. Throws std::runtime_error, saying `what` was awaited and what there is, when
   /// none comes.
   WidgetInfo await(std::string_view what, const Condition& condition);
 
   /// Waits until a widget at this place (WidgetInfo::isAt) can be seen and used.
   WidgetInfo await(std::string_view where);
+
+  /// Waits for a widget at this place for which the condition holds.
+  WidgetInfo awaitAt(std::string_view where, const Condition& condition);
 
   /// Waits for a widget like await() and clicks it.
   void click(std::string_view where);
@@ -110,6 +117,10 @@ class Program {
   std::vector<std::vector<std::string>> ask(const std::vector<std::string>& question);
 
  private:
+  /// The widgets of a name; of all names when it is empty.
+  std::vector<WidgetInfo> widgetsNamed(std::string_view name);
+  WidgetInfo awaitBy(std::string_view what, const std::function<std::optional<WidgetInfo>()>& look);
+
   ScratchDirectory scratch_;
   std::filesystem::path directory_;
   XDriver driver_;

@@ -45,10 +45,10 @@ class Framework : public testing::Test {
                   [where](const WidgetInfo& w) { return w.isAt(where) && w.viewable && w.focused; });
   }
   bool isShown(std::string_view where) {
-    return program.find([where](const WidgetInfo& w) { return w.isAt(where) && w.viewable; }).has_value();
+    return program.find(where, [](const WidgetInfo& w) { return w.viewable; }).has_value();
   }
   WidgetInfo item(std::string_view where) {
-    return program.await(where, [where](const WidgetInfo& w) { return w.isAt(where); });
+    return program.awaitAt(where, [](const WidgetInfo&) { return true; });
   }
   void awaitOutput(const std::string& text) {
     EXPECT_TRUE(support::waitFor([&] { return program.output().find(text) != std::string::npos; }))

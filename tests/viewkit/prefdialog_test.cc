@@ -37,10 +37,10 @@ class PrefDialog : public testing::Test {
                    [where](const WidgetInfo& w) { return w.isAt(where) && w.viewable && w.focused; });
   }
   WidgetInfo item(std::string_view where) {
-    return program_.await(where, [where](const WidgetInfo& w) { return w.isAt(where); });
+    return program_.awaitAt(where, [](const WidgetInfo&) { return true; });
   }
   bool isShown(std::string_view where) {
-    return program_.find([where](const WidgetInfo& w) { return w.isAt(where) && w.viewable; }).has_value();
+    return program_.find(where, [](const WidgetInfo& w) { return w.viewable; }).has_value();
   }
   void expectClosed(std::string_view dialog) {
     EXPECT_TRUE(support::waitFor([&] { return !isShown(dialog); })) << dialog;

@@ -33,7 +33,7 @@ class ConverterTest : public EditorTest {
   /// The field of an item, be it usable or not.
   support::WidgetInfo field(const std::string& item) {
     const std::string where = dialog_ + "/" + item + "Base";
-    return editor_.await(where, [&](const support::WidgetInfo& w) { return w.isAt(where); });
+    return editor_.awaitAt(where, [](const support::WidgetInfo&) { return true; });
   }
   /// Chooses the menu item that brings it up, and waits for it.
   void chooseDialog(const std::vector<std::string>& menu) {

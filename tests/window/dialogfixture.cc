@@ -32,7 +32,7 @@ WidgetInfo Dialogs::widget(const std::string& item, const std::string& part) {
   std::string where = dialog_;
   std::istringstream names(item);
   for (std::string name; std::getline(names, name, '.');) where += "/" + name + (names.eof() ? part : "Base");
-  return editor_.await(where, [&](const WidgetInfo& w) { return w.isAt(where); });
+  return editor_.awaitAt(where, [](const WidgetInfo&) { return true; });
 }
 
 std::string Dialogs::shown(const std::string& item) {
@@ -69,13 +69,13 @@ void Dialogs::press(const std::string& button) {
 
 bool Dialogs::isOpen() {
   editor_.settle();
-  return editor_.find([&](const WidgetInfo& w) { return w.isAt(dialog_) && w.viewable; }).has_value();
+  return editor_.find(dialog_, [](const WidgetInfo& w) { return w.viewable; }).has_value();
 }
 
 std::string Dialogs::notice(const std::string& name) {
   editor_.settle();
   const std::string where = dialog_ + "/notices/" + name + "Notice/text";
-  const auto found = editor_.find([&](const WidgetInfo& w) { return w.isAt(where) && w.viewable; });
+  const auto found = editor_.find(where, [](const WidgetInfo& w) { return w.viewable; });
   return found ? found->label : "";
 }
 
