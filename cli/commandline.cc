@@ -15,6 +15,7 @@ const char kScriptHelp[] =
     "  move OLD_PARENT OLD_CHILD NEW_PARENT NEW_CHILD\n"
     "  name NODE TEXT\n"
     "  set NODE ITEM=VALUE ...      items as show names them; \"VALUE\" may hold blanks\n"
+    "  image TEXTURE PICTURE        the texels of a PNG of the same size\n"
     "  new chainroot | joint | effector | weight N\n"
     "  new envelope FULL WEIGHTED MORPH TRIANGLES SHAPE\n"
     "  new cluster CLUSTERS TRIANGLES SHAPE\n";

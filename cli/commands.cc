@@ -13,6 +13,7 @@ constexpr Command kCommands[] = {
     {"dump", "the words of a list's records, in rows", dump},
     {"diff", "what differs between two scenes, record by record", diff},
     {"render", "the graph's picture, as SVG, PDF, PNG or PostScript", render},
+    {"texture", "the images of textures, as PNG", texture},
     {"resave", "open and save", resave},
     {"edit", "run a script of edits, then save", edit},
     {"options", "the converters' options and what they add to command lines", options},

@@ -41,6 +41,7 @@ Work tree(CLI::App& line);
 Work dump(CLI::App& line);
 Work diff(CLI::App& line);
 Work render(CLI::App& line);
+Work texture(CLI::App& line);
 Work resave(CLI::App& line);
 Work edit(CLI::App& line);
 Work options(CLI::App& line);

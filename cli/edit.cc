@@ -17,6 +17,7 @@
 #include "cli/jobs.h"
 #include "cli/newelement.h"
 #include "cli/printable.h"
+#include "cli/putimage.h"
 #include "cli/scenefile.h"
 #include "cli/script.h"
 #include "cli/setvalues.h"
@@ -67,6 +68,8 @@ std::int64_t run(Qis& scene, const ScriptLine& line) {
       return set_values(scene, operands);
     case Verb::create:
       return new_element(scene, operands);
+    case Verb::image:
+      return put_image(scene, operands[0], operands[1]);
     case Verb::nothing:
       break;
   }

@@ -16,9 +16,9 @@ struct Command {
   Verb verb;
   std::size_t operands;  ///< the least, for `set` and `new`
 };
-constexpr Command kCommands[] = {{"add", Verb::add, 2},   {"delete", Verb::remove, 2},
-                                 {"move", Verb::move, 4}, {"name", Verb::name, 2},
-                                 {"set", Verb::set, 3},   {"new", Verb::create, 1}};
+constexpr Command kCommands[] = {
+    {"add", Verb::add, 2}, {"delete", Verb::remove, 2}, {"move", Verb::move, 4},  {"name", Verb::name, 2},
+    {"set", Verb::set, 3}, {"new", Verb::create, 1},    {"image", Verb::image, 2}};
 
 /// Takes the first word off `rest`; empty at the end of the line.
 std::string_view next_word(std::string_view& rest) {
@@ -81,7 +81,7 @@ std::optional<ScriptLine> parse_script_line(const std::string& line) {
   const Command* const command = std::ranges::find(kCommands, first, &Command::word);
   if (command == std::end(kCommands)) return std::nullopt;
   ScriptLine parsed{.verb = command->verb, .operands = {}};
-  if (parsed.verb == Verb::name) {
+  if (parsed.verb == Verb::name || parsed.verb == Verb::image) {
     const std::string_view node = next_word(rest);
     const std::string_view text = trimmed(rest);
     if (ends_line(node) || text.empty()) return std::nullopt;

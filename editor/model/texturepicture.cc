@@ -6,82 +6,33 @@
 #include <cstddef>
 #include <utility>
 
+#include "editor/model/texels.h"
 #include "qilib/references.h"
-#include "qilib/sizes.h"
 
 namespace {
 
 using Texel = TexturePicture::Texel;
 using Texels = std::vector<Texel>;
 
-/// What a texture says about its image.
-struct ImageReference {
-  Word width = 0, height = 0, image = 0;
-};
-
-std::optional<ImageReference> image_reference(const qi::Tex& tex) {
-  const qi::TexTable& table = tex.table;
-  if (tex.fixed.tiled == 0)
-    return ImageReference{table.untiled.width, table.untiled.height, table.untiled.image};
-  if (table.widths.empty() || table.heights.empty() || table.images.empty()) return std::nullopt;
-  return ImageReference{table.widths.front(), table.heights.front(), table.images.front()};
-}
-
 bool is_showable(Word side) { return side >= 1 && side <= kLargestTextureSide; }
 
-/// The first `count` texels of an RGBA image. Nothing when it holds fewer; likewise below.
-std::optional<Texels> rgba_texels(const qi::Teximg& image, std::size_t count) {
-  constexpr std::size_t kTexelBytes = 4;
-  if (image.texels.size() / kTexelBytes < count) return std::nullopt;
-  Texels texels(count);
-  const std::byte* at = image.texels.data();
-  for (Texel& texel : texels) {
-    texel = {std::to_integer<std::uint8_t>(at[0]), std::to_integer<std::uint8_t>(at[1]),
-             std::to_integer<std::uint8_t>(at[2])};
-    at += kTexelBytes;
+Texel without_alpha(std::uint8_t red, std::uint8_t green, std::uint8_t blue, std::uint8_t /*alpha*/) {
+  return {red, green, blue};
+}
+
+std::optional<Texels> texels_of(const Qis& scene, const qi::Tex& tex, const texels::Tile& tile,
+                                std::size_t count) {
+  if (!texels::is_color_indexed(scene, tex)) {
+    const qi::Teximg* const image = qi::record_in(scene, &Qis::teximg_list, tile.image);
+    return image ? texels::of_rgba<Texel>(*image, count, without_alpha) : std::nullopt;
   }
-  return texels;
-}
-
-/// A palette colour: 5-5-5-1 bits.
-Texel palette_color(Word color) {
-  return {static_cast<std::uint8_t>(color >> 8 & 0xF8), static_cast<std::uint8_t>(color >> 3 & 0xF8),
-          static_cast<std::uint8_t>((color & 0x3E) << 2)};
-}
-
-std::optional<Texels> indexed_texels(const qi::CiImg& image, const qi::ColorPalette& palette,
-                                     std::size_t count) {
-  const std::size_t bits = image.fixed.index_bits == 8 ? 8 : 4;
-  const std::size_t indices_per_word = 32 / bits;
-  if (!is_showable(image.fixed.width) || !is_showable(image.fixed.height) ||
-      std::size_t{image.fixed.width} * image.fixed.height < count ||
-      image.pixels.size() * indices_per_word < count)
-    return std::nullopt;
-  Texels texels(count);
-  for (std::size_t i = 0; i < count; ++i) {
-    const std::size_t shift = 32 - bits * (i % indices_per_word + 1);
-    const Word index = image.pixels[i / indices_per_word] >> shift & ((Word{1} << bits) - 1);
-    if (index / 2 >= palette.colors.size()) return std::nullopt;
-    const Word pair = palette.colors[index / 2];
-    texels[i] = palette_color(index % 2 == 0 ? pair >> 16 : pair & 0xFFFF);
-  }
-  return texels;
-}
-
-bool is_color_indexed(const Qis& scene, const qi::Tex& tex) {
-  return qiQUILver(scene.header) >= qi::kVersion2 && tex.ext && tex.ext->head.color_palette == 1;
-}
-
-std::optional<Texels> texels_of(const Qis& scene, const qi::Tex& tex, Word image_number, std::size_t count) {
-  if (!is_color_indexed(scene, tex)) {
-    const qi::Teximg* const image = qi::record_in(scene, &Qis::teximg_list, image_number);
-    return image ? rgba_texels(*image, count) : std::nullopt;
-  }
-  if (tex.ext->palettes.empty()) return std::nullopt;
-  const qi::CiImg* const image = qi::record_in(scene, &qi::ExtLists::ciimg_list, image_number);
+  const qi::CiImg* const image = qi::record_in(scene, &qi::ExtLists::ciimg_list, tile.image);
   const qi::ColorPalette* const palette =
-      qi::record_in(scene, &qi::ExtLists::color_palette_list, tex.ext->palettes.front());
-  return image && palette ? indexed_texels(*image, *palette, count) : std::nullopt;
+      qi::record_in(scene, &qi::ExtLists::color_palette_list, tile.palette);
+  if (!image || !palette || !is_showable(image->fixed.width) || !is_showable(image->fixed.height) ||
+      std::size_t{image->fixed.width} * image->fixed.height < count)
+    return std::nullopt;
+  return texels::of_indexed<Texel>(*image, *palette, count, without_alpha);
 }
 
 /// The picture with the top row first, each texel as `value` of it.
@@ -109,11 +60,11 @@ std::optional<TexturePicture> texture_picture(const Qis& scene, long number) {
   if (!std::in_range<Word>(number)) return std::nullopt;
   const qi::Tex* const tex = qi::record_in(scene, &Qis::tex_list, static_cast<Word>(number));
   if (!tex) return std::nullopt;
-  const auto reference = image_reference(*tex);
-  if (!reference || !is_showable(reference->width) || !is_showable(reference->height)) return std::nullopt;
-  auto texels = texels_of(scene, *tex, reference->image, std::size_t{reference->width} * reference->height);
+  const auto tile = texels::tile_of(*tex, 0);
+  if (!tile || !is_showable(tile->width) || !is_showable(tile->height)) return std::nullopt;
+  auto texels = texels_of(scene, *tex, *tile, std::size_t{tile->width} * tile->height);
   if (!texels) return std::nullopt;
-  return TexturePicture{reference->width, reference->height, std::move(*texels)};
+  return TexturePicture{tile->width, tile->height, std::move(*texels)};
 }
 
 std::vector<std::uint8_t> table_colors(const TexturePicture& picture,
