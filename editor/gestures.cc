@@ -34,10 +34,26 @@ bool is_surplus(const VkNode* parent, const VkNode* child) {
   return drawn > references_held(*qis, *from, *to);
 }
 
+/// The arc that two nodes are to be linked by: where only the kind of the second can refer to that of the
+/// first, from the second one to the first.
+GraphChange::Ends either_way(VkNode* one, VkNode* other) {
+  const Word kind = tagofnd(one->name()), other_kind = tagofnd(other->name());
+  const bool back = !can_be_linked(kind, other_kind) && can_be_linked(other_kind, kind);
+  return back ? GraphChange::Ends{other, one} : GraphChange::Ends{one, other};
+}
+
+/// Parent and child of an arc that is being drawn.
+GraphChange::Ends drawn_ends(const SgGraphCallbackStruct& call) {
+  VkNode *const parent = VkNode::of(call.parent), *const child = VkNode::of(call.child);
+  return call.eitherWay ? either_way(parent, child) : GraphChange::Ends{parent, child};
+}
+
 /// Why the arc of a callback can't be as it says; empty: it can.
 std::string why_not(const SgGraphCallbackStruct& call) {
-  if (call.parent && call.child)
-    return why_not_linked(*qis, VkNode::of(call.parent)->name(), VkNode::of(call.child)->name());
+  if (call.parent && call.child) {
+    const auto [parent, child] = drawn_ends(call);
+    return why_not_linked(*qis, parent->name(), child->name());
+  }
   if (!call.newParent || !call.newChild) return {};
   const VkNode *const old_parent = VkNode::of(call.oldParent), *const old_child = VkNode::of(call.oldChild);
   const std::string parent = VkNode::of(call.newParent)->name(), child = VkNode::of(call.newChild)->name();
@@ -60,7 +76,10 @@ void GraphGestures::mayLink(SgGraphCallbackStruct& call) {
 
 std::string GraphGestures::whatWouldBe(const SgGraphCallbackStruct& call) {
   if (std::string reason = why_not(call); !reason.empty()) return reason;
-  if (call.parent && call.child) return "link " + from_to(VkNode::of(call.parent), VkNode::of(call.child));
+  if (call.parent && call.child) {
+    const auto [parent, child] = drawn_ends(call);
+    return "link " + from_to(parent, child);
+  }
   if (call.newParent && call.newChild)
     return "move link: " + from_to(VkNode::of(call.newParent), VkNode::of(call.newChild));
   return {};
@@ -105,8 +124,7 @@ void GraphGestures::refuse(EditStep& step, const char* text, const std::string& 
 void GraphGestures::newArc(SgGraphCallbackStruct& call) {
   call.doit = False;
   std::printf("In newArcCallback\n");
-  VkNode* const parent = VkNode::of(call.parent);
-  VkNode* const child = VkNode::of(call.child);
+  const auto [parent, child] = drawn_ends(call);
   EditStep step(graph_, history_);
   if (quilAddLink(*qis, parent->name(), child->name()) != 1) {
     refuse(step, "Can't add link!", why_not(call));

@@ -47,6 +47,7 @@ constexpr const char* kLayeredLabel = "Layered";
 constexpr const char* kCompactLabel = "Compact";
 constexpr const char* kOverviewLabel = "Overview";
 constexpr const char* kNeighboursLabel = "Highlight Neighbours";
+constexpr const char* kLinksLabel = "Links";
 constexpr const char* kRecordNamesLabel = "Record Names";
 constexpr const char* kTextureImageLabel = "Display Texture Image";
 
@@ -158,6 +159,7 @@ void GraphWindow::addMenus() {
       {kToggle, kOverviewLabel, overviewCallback},
       {kToggle, kRecordNamesLabel, recordNamesCallback},
       {kToggle, kNeighboursLabel, neighboursCallback},
+      {kToggle, kLinksLabel, linksCallback},
       kEnd,
   };
   static const VkMenuDesc display_lists[] = {
@@ -233,6 +235,15 @@ void GraphWindow::hover(SgGraphCallbackStruct& call) {
 
 void GraphWindow::overview(XmToggleButtonCallbackStruct& toggle) {
   XtVaSetValues(graph_->graphWidget(), SgNshowOverview, toggle.set != XmUNSET, nullptr);
+}
+
+void GraphWindow::showLinks(bool shown) {
+  if (shown) {
+    links_.show();
+    links_.update();
+  } else {
+    links_.hide();
+  }
 }
 
 void GraphWindow::overviewKey(SgGraphCallbackStruct&) {
@@ -505,6 +516,10 @@ void GraphWindow::takeUp() {
   graph_->setShowsTitles(names);
   menu()->findNamedItem<VkMenuToggle>(kRecordNamesLabel)->setVisualState(names);
   highlightNeighbours(value("highlightNeighbours").value_or(settings_.highlight_neighbours) != 0);
+  if (const auto across = value("linksWidth")) links_.setWidth(*across);
+  const bool with_links = value("links").value_or(0) != 0;
+  showLinks(with_links);
+  menu()->findNamedItem<VkMenuToggle>(kLinksLabel)->setVisualState(with_links);
 }
 
 void GraphWindow::leave() {
@@ -517,6 +532,8 @@ void GraphWindow::leave() {
   Boolean map = False;
   XtVaGetValues(graph_->graphWidget(), SgNshowOverview, &map, nullptr);
   remembered_.setNumber("overview", map);
+  remembered_.setNumber("links", XtIsManaged(links_.baseWidget()));
+  remembered_.setNumber("linksWidth", links_.width());
   remembered_.keepNumbers();
 }
 
@@ -531,6 +548,7 @@ void GraphWindow::showTitle() {
 
 void GraphWindow::tendUnsavedWork() {
   if (graph_->showsTitles()) graph_->updateTitles();
+  links_.update();
   showTitle();
   const auto pause = unsaved_.tend(UnsavedWork::Clock::now());
   if (pause)

@@ -17,6 +17,7 @@
 #include "editor/unsavedwork.h"
 #include "editor/windowprompts.h"
 #include "viewkit/forward.h"
+#include "viewkit/linkspane.h"
 #include "viewkit/timer.h"
 #include "viewkit/tooltip.h"
 #include "viewkit/vkapp.h"
@@ -144,6 +145,8 @@ class GraphWindow : public VkWindow, private SceneDisplay, private TextureDispla
   void hover(SgGraphCallbackStruct& call);
   void overview(XmToggleButtonCallbackStruct& toggle);
   void overviewKey(SgGraphCallbackStruct& call);
+  void links(XmToggleButtonCallbackStruct& toggle) { showLinks(toggle.set != XmUNSET); }
+  void showLinks(bool shown);
   /// Shows in the menu whether the map is on.
   void showOverview(bool shown);
   void dpyimg() { _displayTexImg = _displayTexImg > 0 ? 0 : 1; }
@@ -214,6 +217,7 @@ class GraphWindow : public VkWindow, private SceneDisplay, private TextureDispla
   static constexpr auto dpyimgCallback = forward<&GraphWindow::dpyimg>;
   static constexpr auto overviewCallback = forward<&GraphWindow::overview>;
   static constexpr auto overviewKeyCallback = forward<&GraphWindow::overviewKey>;
+  static constexpr auto linksCallback = forward<&GraphWindow::links>;
   static constexpr auto setDirCallback = forward<&GraphWindow::setDir>;
   static constexpr auto killpbCallback = forward<&GraphWindow::killpb>;
   static constexpr auto layeredCallback = forward<&GraphWindow::layered>;
@@ -267,6 +271,7 @@ class GraphWindow : public VkWindow, private SceneDisplay, private TextureDispla
   Remembered remembered_;
   // A part may use those that stand before it, which outlive it.
   std::unique_ptr<VkGraph> graph_;
+  LinksPane links_{"links", *graph_};
   const Settings settings_{read_settings(baseWidget())};
   WindowPrompts prompts_;
   History history_;

@@ -86,6 +86,7 @@ constexpr const char* kLines[] = {
     "*About.mnemonic: b",
     "*RecordNames.mnemonic: R",
     "*HighlightNeighbours.mnemonic: H",
+    "*Links.mnemonic: k",
     "*Overview.mnemonic: O",
     "*KAVOtool.mnemonic: K",
     "*KAVOQuickpreviewDXVIEWER.mnemonic: Q",

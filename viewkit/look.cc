@@ -78,6 +78,15 @@ constexpr Line kLines[] = {
     {"*strip.findCount.labelString", " "},
     {"*strip.notFound.foreground", "#bd1010", "#aa0000"},
 
+    {"*split.marginWidth", "0"},
+    {"*split.marginHeight", "0"},
+    {"*split.spacing", "6"},
+    {"*split.separatorOn", "False"},
+    {"*links.marginWidth", "4"},
+    {"*links.marginHeight", "4"},
+    {"*links.width", "280"},
+    {"*links.subject.renderTable", "bold"},
+
     {"*tooltip.borderWidth", "1"},
     {"*tooltip.tip.background", "#fff3c6", "#d5d5d5"},
     {"*tooltip.tip.marginWidth", "6"},

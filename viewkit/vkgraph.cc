@@ -3,6 +3,7 @@
 #include "viewkit/vkgraph.h"
 
 #include <Xm/Form.h>
+#include <Xm/PanedW.h>
 
 #include <algorithm>
 #include <array>
@@ -77,7 +78,11 @@ VkGraph::VkGraph(const char* name, Widget parent) : VkComponent(name) {
   const Widget form =
       XtVaCreateManagedWidget(name, xmFormWidgetClass, parent, XmNresizePolicy, XmRESIZE_NONE, nullptr);
   setBaseWidget(form);
-  graph_ = SgCreateGraph(form, "canvas", nullptr, 0);
+  split_ =
+      XtVaCreateManagedWidget("split", xmPanedWindowWidgetClass, form, XmNorientation, XmHORIZONTAL, nullptr);
+  constexpr int kLeast = 100, kMost = 32767;  // pixels; by itself a pane has 1,000 at most
+  graph_ = SgCreateGraph(split_, "canvas", nullptr, 0);
+  XtVaSetValues(graph_, XmNpaneMinimum, kLeast, XmNpaneMaximum, kMost, nullptr);
   XtAddCallback(graph_, SgNchangedCallback, &changedCallback, this);
   XtAddCallback(graph_, SgNnodesMovedCallback, &movedCallback, this);
   XtAddCallback(graph_, SgNfoldCallback, foldCallback, this);
@@ -87,7 +92,7 @@ VkGraph::VkGraph(const char* name, Widget parent) : VkComponent(name) {
   strip_ = std::make_unique<GraphStrip>("strip", form, *this);
   XtVaSetValues(strip_->baseWidget(), XmNleftAttachment, XmATTACH_FORM, XmNrightAttachment, XmATTACH_FORM,
                 XmNbottomAttachment, XmATTACH_FORM, nullptr);
-  XtVaSetValues(graph_, XmNtopAttachment, XmATTACH_FORM, XmNleftAttachment, XmATTACH_FORM, XmNrightAttachment,
+  XtVaSetValues(split_, XmNtopAttachment, XmATTACH_FORM, XmNleftAttachment, XmATTACH_FORM, XmNrightAttachment,
                 XmATTACH_FORM, XmNbottomAttachment, XmATTACH_WIDGET, XmNbottomWidget, strip_->baseWidget(),
                 nullptr);
   strip_->show();
@@ -753,6 +758,7 @@ std::string VkGraph::exportPicture(const std::string& path, picture::FileFormat 
 }
 
 void VkGraph::widgetDestroyed() {
+  split_ = nullptr;
   strip_.reset();
   popups_.clear();
 }

@@ -85,6 +85,8 @@ class VkGraph : public VkComponent, private VkGraphContents {
 
   /// The graph widget (sgGraphWidgetClass) inside baseWidget(); null once it was destroyed.
   Widget graphWidget() const { return graph_; }
+  /// The parent of what is to stand beside it, at its right; an XmPanedWindow.
+  Widget side() const { return split_; }
 
   /// Makes a node which the graph owns but which is not in the graph: it can't be found, and enters the graph
   /// by add(). Those that never do are freed with the graph or by clearAll.
@@ -273,7 +275,7 @@ class VkGraph : public VkComponent, private VkGraphContents {
   void setBends(SgArc arc, std::span<const SgPoint> bends);
   VkNode* workedOn() const;
 
-  Widget graph_ = nullptr;
+  Widget graph_ = nullptr, split_ = nullptr;
   std::unique_ptr<GraphStrip> strip_;
   std::map<Spot, std::unique_ptr<VkPopupMenu>> popups_;
   Asked asked_;

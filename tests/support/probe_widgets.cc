@@ -88,7 +88,19 @@ std::string labelOf(Widget widget) {
   return "";
 }
 
+/// The rows of a list, one on each line.
+std::string rowsOf(Widget list) {
+  XmStringTable items = nullptr;
+  int count = 0;
+  XtVaGetValues(list, XmNitems, &items, XmNitemCount, &count, nullptr);
+  std::string rows;
+  for (const XmString item : std::span(items, static_cast<std::size_t>(count)))
+    rows += viewkit::plainText(item) + "\n";
+  return rows;
+}
+
 std::string textOf(Widget widget) {
+  if (XmIsList(widget)) return rowsOf(widget);
   if (!XmIsText(widget) && !XmIsTextField(widget)) return "";
   const viewkit::XtText text(XmTextGetString(widget));
   return text.get();

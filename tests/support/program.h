@@ -34,7 +34,7 @@ struct WidgetInfo {
   bool active = false;   ///< keys go to the window that it is in
   bool focused = false;  ///< keys that go to its window go to it
   std::string label;     ///< a label's text, a message box's message, a shell's title
-  std::string text;      ///< what stands in a text field
+  std::string text;      ///< what stands in a text field; the rows of a list, each with a newline
 
   std::string_view name() const { return std::string_view(path).substr(path.rfind('/') + 1); }
 

@@ -110,6 +110,7 @@ XtResource kResources[] = {
     callbackRow(SgNmenuCallback, SG_MEMBER(menuCallback)),
     callbackRow(SgNhoverCallback, SG_MEMBER(hoverCallback)),
     callbackRow(SgNkeyCallback, SG_MEMBER(keyCallback)),
+    callbackRow(SgNcontentsCallback, SG_MEMBER(contentsCallback)),
     callbackRow(SgNviewChangedCallback, SG_MEMBER(viewChangedCallback)),
 };
 

@@ -12,9 +12,10 @@
 /// and the Menu key ask for a menu. Dragging a node moves it and the selected ones on the plane, dragging the
 /// background or with the middle button pans, the wheel scrolls (Shift: sideways, Ctrl: zooms around the
 /// pointer), double-click or Return is the default action, arrow keys follow arcs, Page Up and Page Down
-/// scroll (Shift: sideways), Escape gives up a drag or clears the selection. With `editableArcs`, Ctrl + drag
-/// from node to node draws an arc and the handles at the ends of selected arcs can be dragged to other nodes;
-/// with `okToAdd`, a double-click on the background makes a node.
+/// scroll (Shift: sideways), Escape gives up a drag or clears the selection. What is
+/// dragged to the edge of the window scrolls it. With `editableArcs`, Ctrl + drag from node to node draws an
+/// arc and the handles at the ends of selected arcs can be dragged to other nodes; with `okToAdd`, a
+/// double-click on the background makes a node.
 #pragma once
 
 #include <X11/Intrinsic.h>
@@ -71,6 +72,8 @@ enum class FileFormat : int;
 #define SgNtargetCallback "targetCallback"
 /// What the pointer is over has changed: `node` or `arc`, or none of them any more.
 #define SgNhoverCallback "hoverCallback"
+/// Other nodes or arcs are there, or others are selected. Comes at most once per repaint.
+#define SgNcontentsCallback "contentsCallback"
 /// The user has turned the map on or off by its key.
 #define SgNoverviewCallback "overviewCallback"
 /// The user wants a node folded or unfolded, which the application does.
@@ -112,7 +115,8 @@ enum {
   SgCR_FOLD = 60,
   SgCR_MENU = 61,
   SgCR_HOVER = 62,
-  SgCR_KEY = 63
+  SgCR_KEY = 63,
+  SgCR_CONTENTS = 64
 };
 
 /// An arc of one graph: 0 is none. The number of a removed arc never comes back.
@@ -137,7 +141,9 @@ struct SgGraphCallbackStruct {
   /// SgCR_NEW_ARC or SgCR_ARC_MOVED by itself. Callbacks may destroy nodes, arcs and the graph.
   Boolean doit;
   Boolean fold;  ///< SgCR_FOLD: whether to fold it
-  Widget node;   ///< SgCR_DEFAULT_ACTION, SgCR_HOVER, SgCR_FOLD, SgCR_MENU; changedCallback of SgCR_NEW_NODE
+  /// SgCR_NEW_ARC, SgCR_MAY_LINK, SgCR_TARGET: which end is the parent was left open, see SgGraphBeginArc
+  Boolean eitherWay;
+  Widget node;  ///< SgCR_DEFAULT_ACTION, SgCR_HOVER, SgCR_FOLD, SgCR_MENU; changedCallback of SgCR_NEW_NODE
   /// SgCR_NEW_ARC; SgCR_MAY_LINK and SgCR_TARGET of an arc that is drawn
   Widget parent, child;
   /// SgCR_ARC_MOVED, SgCR_MAY_LINK and SgCR_TARGET of an arc that is moved: ends before and after
@@ -197,6 +203,8 @@ void SgGraphTakeBack(Widget graph, SgKeptGraph kept);
 /// @returns the new arc.
 SgArc SgGraphAddArc(Widget graph, Widget from, Widget to, const char* label = nullptr);
 bool SgGraphGetArcNodes(Widget graph, SgArc arc, Widget* from, Widget* to);
+/// An arc from `from` to `to`: a selected one if there is, else the one added last. 0 for none.
+SgArc SgGraphFindArc(Widget graph, Widget from, Widget to);
 /// Removes one arc from `from` to `to`: a selected one if there is, else the one added last.
 /// @returns whether there was any.
 bool SgGraphRemoveArcBetweenNodes(Widget graph, Widget from, Widget to);
@@ -212,12 +220,23 @@ std::vector<SgPoint> SgGraphArcPath(Widget graph, SgArc arc);
 std::vector<SgArc> SgGraphArcs(Widget graph);
 /// @}
 
+/// @name A drag that begins in another widget, such as a list of nodes
+/// @{
+/// Begins to draw an arc between `node` and the one that the drag will end at.
+/// @returns false when arcs can't be drawn now.
+bool SgGraphBeginArc(Widget graph, Widget node);
+/// Takes what followed in the other widget: motion and release of the first button, Escape.
+void SgGraphContinueArc(Widget graph, const XEvent& event);
+/// @}
+
 /// @name Selection. Arcs and nodes come in the order in which they were selected.
 /// @{
 std::vector<SgArc> SgGraphGetSelectedArcs(Widget graph);
 std::vector<Widget> SgGraphGetSelectedNodes(Widget graph);
 /// Selects one more; it becomes the current one, which the keyboard works on.
 void SgGraphSelectNode(Widget graph, Widget node);
+/// Selects one more.
+void SgGraphSelectArc(Widget graph, SgArc arc);
 void SgGraphClearSelection(Widget graph);
 /// The node that the keyboard works on: the one that was clicked, walked to or selected last, while it is
 /// selected and seen. Null: none.

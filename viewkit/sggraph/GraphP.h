@@ -38,7 +38,8 @@ struct SgGraphPart {
   XmRenderTable renderTable;  // a copy of ours, owned by the view
   XtCallbackList newNodeCallback, newArcCallback, arcMovedCallback, defaultActionCallback;
   XtCallbackList changedCallback, nodesMovedCallback, overviewCallback, viewChangedCallback;
-  XtCallbackList mayLinkCallback, targetCallback, foldCallback, menuCallback, hoverCallback, keyCallback;
+  XtCallbackList mayLinkCallback, targetCallback, foldCallback, menuCallback, hoverCallback, keyCallback,
+      contentsCallback;
 
   sggraph::GraphView* view;  // released into here by initialize, taken back by destroy
 };

@@ -5,6 +5,7 @@
 #include <Xm/VirtKeys.h>
 #include <Xm/Xm.h>
 
+#include <algorithm>
 #include <limits>
 #include <tuple>
 
@@ -19,6 +20,11 @@ constexpr double kHandleReach = 12;   // pixels around a handle in which a press
 constexpr double kHandleMissed = 24;  // and in which one that misses it doesn't pan
 constexpr double kWheelStep = 60;     // pixels
 constexpr double kWheelZoom = 1.15;
+constexpr double kEdge = 24;               // pixels from the edge within which a drag scrolls
+constexpr double kEdgeSpeed = 20;          // pixels a second for each pixel nearer to the edge
+constexpr double kMostBeyond = 16;         // pixels beyond the edge that make it faster still
+constexpr unsigned long kScrollTime = 15;  // milliseconds between two steps
+constexpr std::chrono::duration<double> kLongestScroll{0.1};  // that a step counts, however late it comes
 
 SgPoint placeOf(const XButtonEvent& event) {
   return {static_cast<double>(event.x), static_cast<double>(event.y)};
@@ -89,6 +95,7 @@ void GraphView::setCursor(unsigned shape) {
 void GraphView::endGesture() {
   const bool hadTarget = gesture_.target != 0;
   if (drawsOrMovesArc()) viewChanged();
+  stopScrolling();
   gesture_ = {};
   if (hadTarget) {
     SgGraphCallbackStruct data = wouldBe(SgCR_TARGET, kNone);
@@ -233,7 +240,85 @@ void GraphView::motion(const XMotionEvent& event) {
   }
   gesture_.pointer = place;
   if (!gesture_.dragging && distance(gesture_.pressed, place) > kClickSlack) startDrag();
-  if (gesture_.dragging) drag();
+  if (gesture_.dragging) {
+    drag();
+    scrollAtEdge();
+  }
+}
+
+SgPoint GraphView::edgeSpeed(SgPoint place) const {
+  if (gesture_.kind != Gesture::Kind::MoveNodes && !drawsOrMovesArc()) return {};
+  const auto speed = [](double at, double size) {
+    if (size < 4 * kEdge) return 0.0;
+    const double before = std::min(kEdge - at, kEdge + kMostBeyond);
+    const double after = std::min(at - (size - kEdge), kEdge + kMostBeyond);
+    return before > 0 ? -before * kEdgeSpeed : after > 0 ? after * kEdgeSpeed : 0.0;
+  };
+  return {speed(place.x, viewport_.width()), speed(place.y, viewport_.height())};
+}
+
+void GraphView::scrollAtEdge() {
+  const auto isInside = [&](SgPoint place) { return edgeSpeed(place) == SgPoint{}; };
+  const bool inside = isInside(gesture_.pointer);
+  gesture_.cameIn = gesture_.cameIn || inside || (!gesture_.eitherWay && isInside(gesture_.pressed));
+  if (inside || !gesture_.cameIn) {
+    stopScrolling();
+  } else if (scroll_ == 0) {
+    scrolled_ = std::chrono::steady_clock::now();
+    scroll_ = XtAppAddTimeOut(XtWidgetToApplicationContext(widget()), kScrollTime, &nextScroll, this);
+  }
+}
+
+void GraphView::stopScrolling() {
+  if (scroll_ != 0) XtRemoveTimeOut(scroll_);
+  scroll_ = 0;
+}
+
+void GraphView::nextScroll(XtPointer self, XtIntervalId*) noexcept {
+  auto* const view = static_cast<GraphView*>(self);
+  const auto now = std::chrono::steady_clock::now();
+  const double seconds =
+      std::min<std::chrono::duration<double>>(now - view->scrolled_, kLongestScroll).count();
+  view->scrolled_ = now;
+  view->scroll_ =
+      XtAppAddTimeOut(XtWidgetToApplicationContext(view->widget()), kScrollTime, &nextScroll, view);
+  const SgPoint speed = view->edgeSpeed(view->gesture_.pointer);
+  view->changeViewport([&](Viewport& port) { port.scrollBy(speed.x * seconds, speed.y * seconds); });
+  view->drag();
+}
+
+bool GraphView::beginArc(NodeId node) {
+  if (!editable() || gesture_.kind != Gesture::Kind::Idle || !drawing_.shown(node)) return false;
+  endGlide();
+  bringUpToDate();
+  tellHover(0, 0);
+  gesture_ = {};
+  gesture_.kind = Gesture::Kind::DrawArc;
+  gesture_.button = Button1;
+  gesture_.node = drawing_.stableNodeId(node);
+  gesture_.eitherWay = true;
+  gesture_.pointer = gesture_.pressed = viewport_.toWindow(drawing_.box(node)).middle();
+  startDrag();
+  return true;
+}
+
+void GraphView::continueArc(const XEvent& event) {
+  if (!gesture_.eitherWay) return;
+  Position x = 0, y = 0;
+  XtTranslateCoords(widget(), 0, 0, &x, &y);
+  XEvent here = event;
+  if (event.type == MotionNotify) {
+    here.xmotion.x = event.xmotion.x_root - x;
+    here.xmotion.y = event.xmotion.y_root - y;
+    motion(here.xmotion);
+  } else if (event.type == ButtonRelease) {
+    here.xbutton.x = event.xbutton.x_root - x;
+    here.xbutton.y = event.xbutton.y_root - y;
+    release(here.xbutton);
+  } else if (event.type == KeyPress) {
+    giveUp();
+    endGesture();
+  }
 }
 
 void GraphView::startDrag() {
@@ -281,6 +366,8 @@ void GraphView::dragMap() {
 
 void GraphView::drag() {
   const SgPoint plane = viewport().toPlane(gesture_.pointer);
+  // What lies beyond the window's edge is not seen.
+  const bool inWindow = viewport_.frame().window().contains(gesture_.pointer);
   switch (gesture_.kind) {
     case Gesture::Kind::Pan:
       changeViewport([&](Viewport& view) { view.scrollTo(gesture_.pressedPlane, gesture_.pointer); });
@@ -295,7 +382,7 @@ void GraphView::drag() {
                           corner.y + plane.y - gesture_.pressedPlane.y});
       break;
     case Gesture::Kind::DrawArc: {
-      const NodeId under = drawing_.nodeAt(plane);
+      const NodeId under = inWindow ? drawing_.nodeAt(plane) : kNone;
       const StableId stable = drawing_.stableNodeId(under);
       if (stable != gesture_.node) gesture_.leftNode = true;
       setTarget(gesture_.leftNode ? stable : 0);
@@ -303,7 +390,7 @@ void GraphView::drag() {
     }
     case Gesture::Kind::MoveArcEnd: {
       const ArcId arc = drawing_.arcOf(gesture_.arc);
-      const NodeId under = drawing_.nodeAt(plane);
+      const NodeId under = inWindow ? drawing_.nodeAt(plane) : kNone;
       const bool same = arc != kNone && under == (gesture_.childEnd ? drawing_.to(arc) : drawing_.from(arc));
       setTarget(same ? 0 : drawing_.stableNodeId(under));
       break;
@@ -341,7 +428,7 @@ void GraphView::finishDrag(XEvent* event) {
   if (target == kNone || !editable()) return;
   if (done.kind == Gesture::Kind::DrawArc) {
     const NodeId parent = drawing_.nodeOf(done.node);
-    if (parent != kNone) newArc(parent, target, event);
+    if (parent != kNone) newArc(parent, target, done.eitherWay, event);
   } else if (done.kind == Gesture::Kind::MoveArcEnd) {
     const ArcId arc = drawing_.arcOf(done.arc);
     if (arc == kNone) return;
@@ -612,6 +699,7 @@ SgGraphCallbackStruct GraphView::wouldBe(int reason, NodeId target) const {
   data.doit = True;
   if (target == kNone) return data;
   const ArcId arc = drawing_.arcOf(gesture_.arc);
+  data.eitherWay = gesture_.eitherWay;
   if (gesture_.kind == Gesture::Kind::DrawArc) {
     data.parent = widgetOf(drawing_.nodeOf(gesture_.node));
     data.child = widgetOf(target);
@@ -719,12 +807,13 @@ void GraphView::newNode(XEvent* event) {
   call(&SgGraphPart::changedCallback, data);
 }
 
-void GraphView::newArc(NodeId parent, NodeId child, XEvent* event) {
+void GraphView::newArc(NodeId parent, NodeId child, bool eitherWay, XEvent* event) {
   const StableId stableParent = drawing_.stableNodeId(parent), stableChild = drawing_.stableNodeId(child);
   SgGraphCallbackStruct data{};
   data.reason = SgCR_NEW_ARC;
   data.event = event;
   data.doit = True;
+  data.eitherWay = eitherWay;
   data.parent = widgetOf(parent);
   data.child = widgetOf(child);
   data.position = viewport_.toPlane(placeOf(event->xbutton));

@@ -105,13 +105,17 @@ bool SgGraphGetArcNodes(Widget graph, SgArc arc, Widget* from, Widget* to) {
   return true;
 }
 
-bool SgGraphRemoveArcBetweenNodes(Widget graph, Widget from, Widget to) {
-  GraphView* view = sggraph::viewOf(graph);
+SgArc SgGraphFindArc(Widget graph, Widget from, Widget to) {
+  const GraphView* view = sggraph::viewOf(graph);
   const NodeId parent = idIn(view, from), child = idIn(view, to);
-  if (parent == kNone || child == kNone) return false;
-  const ArcId arc = view->drawing().findArc(parent, child);
-  if (arc != kNone) view->removeArc(arc);
-  return arc != kNone;
+  if (parent == kNone || child == kNone) return 0;
+  return view->drawing().stableArcId(view->drawing().findArc(parent, child));
+}
+
+bool SgGraphRemoveArcBetweenNodes(Widget graph, Widget from, Widget to) {
+  const ArcInView arc = find(graph, SgGraphFindArc(graph, from, to));
+  if (arc) arc.view->removeArc(arc.id);
+  return static_cast<bool>(arc);
 }
 
 void SgGraphSetArcBends(Widget graph, SgArc arc, std::span<const SgPoint> bends) {
@@ -147,6 +151,18 @@ std::vector<SgArc> SgGraphArcs(Widget graph) {
   return arcs;
 }
 
+// A drag from elsewhere
+
+bool SgGraphBeginArc(Widget graph, Widget node) {
+  GraphView* view = sggraph::viewOf(graph);
+  const NodeId id = idIn(view, node);
+  return id != kNone && view->beginArc(id);
+}
+
+void SgGraphContinueArc(Widget graph, const XEvent& event) {
+  if (GraphView* view = sggraph::viewOf(graph)) view->continueArc(event);
+}
+
 // Selection
 
 Widget SgGraphCurrentNode(Widget graph) {
@@ -179,6 +195,11 @@ void SgGraphSelectNode(Widget graph, Widget node) {
   if (id == kNone) return;
   view->makeCurrent(id);
   view->selectNode(id);
+}
+
+void SgGraphSelectArc(Widget graph, SgArc arc) {
+  const ArcInView found = find(graph, arc);
+  if (found) found.view->selectArc(found.id);
 }
 
 void SgGraphClearSelection(Widget graph) {

@@ -62,6 +62,7 @@ GraphContents::~GraphContents() {
 
 GraphView::~GraphView() {
   endGlide();  // which is painted
+  stopScrolling();
   unschedule();
   static_cast<void>(shelf_.release());  // the toolkit destroys the graph widget's children
 }
@@ -112,6 +113,7 @@ void GraphView::nodeGone(SgNodeObject node) {
   node->node.id = kNone;
   node->node.labelString = nullptr;
   if (painter_) painter_->surface().dropPicture(id);
+  contentsChanged();
   changed();
 }
 
@@ -212,6 +214,7 @@ SgKeptGraph GraphView::setAside() {
   fresh.viewport_.resize(kept->viewport_.width(), kept->viewport_.height());
   static_cast<GraphContents&>(*this) = std::move(fresh);
   makeShelf();
+  contentsChanged();
   changed();
   return kept;
 }
@@ -221,6 +224,7 @@ void GraphView::takeBack(SgKeptGraph kept) {
   { const GraphContents gone = takeContents(); }
   static_cast<GraphContents&>(*this) = std::move(*kept);
   viewport_.resize(width, height);
+  contentsChanged();
   managedChanged();
   viewChanged();
 }
@@ -241,6 +245,7 @@ Pixel GraphView::tint(const char* tintName) {
 ArcId GraphView::addArc(NodeId from, NodeId to, const std::string& label) {
   const ArcId arc = drawing_.addArc(from, to);
   if (!label.empty()) arcLabels_[arc] = label;
+  contentsChanged();
   changed();
   return arc;
 }
@@ -248,6 +253,7 @@ ArcId GraphView::addArc(NodeId from, NodeId to, const std::string& label) {
 void GraphView::removeArc(ArcId arc) {
   arcLabels_.erase(arc);
   drawing_.removeArc(arc);
+  contentsChanged();
   changed();
 }
 
@@ -289,16 +295,19 @@ SgPoint GraphView::pickPoint(ArcId arc) {
 
 void GraphView::selectNode(NodeId node) {
   drawing_.selectNode(node);
+  contentsChanged();
   viewChanged();
 }
 
 void GraphView::selectArc(ArcId arc) {
   drawing_.selectArc(arc);
+  contentsChanged();
   viewChanged();
 }
 
 void GraphView::deselectAll() {
   drawing_.deselectAll();
+  contentsChanged();
   viewChanged();
 }
 
@@ -344,6 +353,11 @@ void GraphView::viewChanged() {
 
 void GraphView::overlayChanged() {
   overlayStale_ = true;
+  schedule();
+}
+
+void GraphView::contentsChanged() {
+  contentsStale_ = true;
   schedule();
 }
 
@@ -426,6 +440,11 @@ void GraphView::update() {
     pictureStale_ = overlayStale_ = false;
     painter_->paintOverlay(drawing_, viewport_.frame(), overlay(), overlayInks());
     painter_->show(0, 0, widget_->core.width, widget_->core.height);
+  }
+  if (std::exchange(contentsStale_, false)) {
+    SgGraphCallbackStruct data{};
+    data.reason = SgCR_CONTENTS;
+    if (!call(&SgGraphPart::contentsCallback, data)) return;
   }
   const ViewState state{viewport_.zoom(), viewport_.visible(), drawing_.extents()};
   if (state == announced_) return;

@@ -4,6 +4,7 @@
 
 #include <X11/IntrinsicP.h>
 
+#include <chrono>
 #include <map>
 #include <memory>
 #include <optional>
@@ -51,6 +52,8 @@ struct Gesture {
   bool childEnd = false;       // MoveArcEnd: which end
   bool missedHandle = false;   // pressed beside the handle of an arc
   bool leftNode = false;       // DrawArc: was outside `node`, so that coming back makes a loop
+  bool eitherWay = false;      // DrawArc: `node` may as well be the child
+  bool cameIn = false;         // was in the part of the window that doesn't scroll
   StableId target = 0;         // the node that would be taken now
   std::unordered_map<StableId, bool> allowed;  // DrawArc, MoveArcEnd: of the nodes that were asked for
   std::vector<MovedNode> before;               // MoveNodes: where they were
@@ -148,6 +151,7 @@ class GraphView : private GraphContents {
   /// @{
   /// Selects one more.
   void selectNode(NodeId node);
+  void selectArc(ArcId arc);
   void deselectAll();
   /// Makes a node the one that the keyboard works on.
   void makeCurrent(NodeId node);
@@ -182,6 +186,12 @@ class GraphView : private GraphContents {
   NodeId currentNode() const;
   void walk(SgWalk direction);
 
+  /// @name See SgGraphBeginArc.
+  /// @{
+  bool beginArc(NodeId node);
+  void continueArc(const XEvent& event);
+  /// @}
+
  private:
   struct Hit {
     NodeId node = kNone;
@@ -215,8 +225,9 @@ class GraphView : private GraphContents {
   void viewChanged();
   /// Only what lies over the picture has changed.
   void overlayChanged();
+  /// See SgNcontentsCallback.
+  void contentsChanged();
   ArcId arcAt(SgPoint window);
-  void selectArc(ArcId arc);
   void scrolled(Widget scrollBar, int value);
   void placeScrollBars();
   void setScrollBars();
@@ -261,6 +272,12 @@ class GraphView : private GraphContents {
   /// The upper left one of those in view.
   NodeId firstInView() const;
   void dragMap();
+  /// Scrolls while what is dragged is at the edge of the window.
+  void scrollAtEdge();
+  static void nextScroll(XtPointer self, XtIntervalId* id) noexcept;
+  /// How fast to scroll with the pointer at a place of the window, in pixels a second.
+  SgPoint edgeSpeed(SgPoint place) const;
+  void stopScrolling();
   void endGesture();
   /// Ends a drag without effect; what it moved goes back.
   void giveUp();
@@ -284,7 +301,7 @@ class GraphView : private GraphContents {
   void menuWanted(const Hit& under, SgPoint window, XEvent* event);
   void nodesMoved(const Gesture& done, XEvent* event);
   void newNode(XEvent* event);
-  void newArc(NodeId parent, NodeId child, XEvent* event);
+  void newArc(NodeId parent, NodeId child, bool eitherWay, XEvent* event);
   void arcMoved(ArcId arc, NodeId parent, NodeId child, XEvent* event);
 
   SgGraphWidget widget_;
@@ -301,11 +318,13 @@ class GraphView : private GraphContents {
   bool managedStale_ = false;
   Frame mapPainted_;  // what the map shows; none before the first
   bool mapStale_ = true;
-  bool pictureStale_ = true, overlayStale_ = true;
+  bool pictureStale_ = true, overlayStale_ = true, contentsStale_ = false;
   XtWorkProcId work_ = 0;
   Glide glide_;
-  int moves_ = 0;           // that have begun
-  XtIntervalId frame_ = 0;  // until the next frame of the glide
+  int moves_ = 0;                                   // that have begun
+  XtIntervalId frame_ = 0;                          // until the next frame of the glide
+  XtIntervalId scroll_ = 0;                         // until the window scrolls on under what is dragged
+  std::chrono::steady_clock::time_point scrolled_;  // when it last did
   ViewState announced_;
 
   Gesture gesture_;
