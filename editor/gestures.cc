@@ -164,6 +164,32 @@ void GraphGestures::arcMoved(SgGraphCallbackStruct& call) {
   step.done("move link " + from_to(old_parent, old_child));
 }
 
+void GraphGestures::linkAll(const std::vector<Ends>& links,
+                            const std::function<std::string(std::size_t)>& label) {
+  EditStep step(graph_, history_);
+  std::string reasons;
+  std::vector<Ends> linked;
+  for (const auto& [parent, child] : links) {
+    const std::string reason = why_not_linked(*qis, parent->name(), child->name());
+    if (quilAddLink(*qis, parent->name(), child->name()) == 1) {
+      step.picture().addArc(parent, child);
+      linked.emplace_back(parent, child);
+    } else {
+      addReason(reasons, reason);
+    }
+  }
+  prompts_.tell(reasons);
+  if (linked.empty()) {
+    step.refused();
+    prompts_.warn("Can't add link!");
+    return;
+  }
+  graph_.displayAll();
+  graph_.doLayout();
+  for (const auto& [parent, child] : linked) graph_.displayWithChildren(parent);
+  step.done(links.size() == 1 ? "link " + from_to(linked[0].first, linked[0].second) : label(linked.size()));
+}
+
 void GraphGestures::linkSelected() {
   if (!editing()) return;
   const std::vector<Widget> selected = SgGraphGetSelectedNodes(graph_.graphWidget());
@@ -172,31 +198,49 @@ void GraphGestures::linkSelected() {
     return;
   }
   VkNode* const parent = VkNode::of(selected.front());
-  EditStep step(graph_, history_);
-  std::string reasons;
-  int linked = 0;
-  for (const Widget other : std::span(selected).subspan(1)) {
-    VkNode* const child = VkNode::of(other);
-    const std::string reason = why_not_linked(*qis, parent->name(), child->name());
-    if (quilAddLink(*qis, parent->name(), child->name()) == 1) {
-      step.picture().addArc(parent, child);
-      ++linked;
-    } else {
-      addReason(reasons, reason);
-    }
-  }
-  prompts_.tell(reasons);
-  if (linked == 0) {
-    step.refused();
-    prompts_.warn("Can't add link!");
+  std::vector<Ends> links;
+  for (const Widget other : std::span(selected).subspan(1)) links.emplace_back(parent, VkNode::of(other));
+  linkAll(links, [&](std::size_t count) {
+    return "link " + std::string(parent->name()) + " to " + std::to_string(count) + " nodes";
+  });
+}
+
+void GraphGestures::linkToFound(const std::function<void(const std::string&)>& say) {
+  if (!editing()) return;
+  std::vector<std::string> names;  // nodes may go before one is found
+  for (const Widget node : SgGraphGetSelectedNodes(graph_.graphWidget()))
+    names.emplace_back(SgNodeName(node));
+  if (names.empty()) {
+    prompts_.tell("Select the nodes that are to be linked to another one");
     return;
   }
-  graph_.displayAll();
-  graph_.doLayout();
-  graph_.displayWithChildren(parent);
-  step.done(linked == 1 && selected.size() == 2
-                ? "link " + from_to(parent, VkNode::of(selected.back()))
-                : "link " + std::string(parent->name()) + " to " + std::to_string(linked) + " nodes");
+  const auto links = [this, names](VkNode* found) {
+    std::vector<Ends> ends;
+    for (const std::string& name : names)
+      if (VkNode* const node = graph_.find(name)) ends.push_back(either_way(node, found));
+    return ends;
+  };
+  const std::string whom = names.size() == 1 ? names[0] : std::to_string(names.size()) + " nodes";
+  say("link " + whom + " to what is found: Return links, Escape gives up");
+  graph_.choose({.label = "Link to:",
+                 .offered =
+                     [=, this](VkNode* found) {
+                       const std::vector<Ends> ends = found ? links(found) : std::vector<Ends>();
+                       if (ends.empty()) {
+                         say("");
+                         return;
+                       }
+                       const auto [parent, child] = ends.front();
+                       const std::string reason = why_not_linked(*qis, parent->name(), child->name());
+                       say(reason.empty() ? "Return: link " + from_to(parent, child) : reason);
+                     },
+                 .chosen =
+                     [=, this](VkNode* found) {
+                       if (!editing()) return;
+                       linkAll(links(found), [&](std::size_t count) {
+                         return "link " + std::to_string(count) + " nodes to " + found->name();
+                       });
+                     }});
 }
 
 void GraphGestures::deleteSelectedLink() {

@@ -2,7 +2,10 @@
 /// The gestures with which the user edits links in the graph.
 #pragma once
 
+#include <functional>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "editor/model/history.h"
 #include "editor/prompts.h"
@@ -39,6 +42,10 @@ class GraphGestures {
 
   /// Links the node that was selected first to the others that are selected, in Edit Mode; a step.
   void linkSelected();
+  /// Has the user find a node, in Edit Mode, and links the selected nodes with it: to it, or the other way
+  /// round where only that can be; a step.
+  /// @param say  is told what would be done, as whatWouldBe() tells it
+  void linkToFound(const std::function<void(const std::string&)>& say);
 
   /// Deletes the first of the selected links, in Edit Mode.
   void deleteSelectedLink();
@@ -61,6 +68,10 @@ class GraphGestures {
  private:
   /// Takes one link out of the records and the picture. @returns whether the rules allow it.
   static bool deleteLink(EditStep& step, VkNode* from, VkNode* to);
+  using Ends = std::pair<VkNode*, VkNode*>;  ///< parent, child
+  /// Links what can be linked, in one step, and says of the rest why not.
+  /// @param label  of the step, from the number of links that were made
+  void linkAll(const std::vector<Ends>& links, const std::function<std::string(std::size_t)>& label);
   /// Says why a gesture is refused, then that it is.
   void refuse(EditStep& step, const char* text, const std::string& reason);
 

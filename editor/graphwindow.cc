@@ -41,6 +41,7 @@ constexpr const char* kRecoverLabel = "Recover...";
 constexpr const char* kEditModeLabel = "Edit Mode";
 constexpr const char* kDeleteLinkLabel = "Delete Link";
 constexpr const char* kLinkSelectedLabel = "Link Selected";
+constexpr const char* kLinkToLabel = "Link to...";
 constexpr const char* kUndoLabel = "Undo";
 constexpr const char* kRedoLabel = "Redo";
 constexpr const char* kLayeredLabel = "Layered";
@@ -146,6 +147,7 @@ void GraphWindow::addMenus() {
       {kAction, "Find", findCallback},
       {kAction, "Select All", selectAllCallback},
       {kAction, kLinkSelectedLabel, linkSelectedCallback},
+      {kAction, kLinkToLabel, linkToFoundCallback},
       kEnd,
   };
   static const VkMenuDesc view[] = {
@@ -280,6 +282,13 @@ void GraphWindow::showStatus() {
   setStatus((status + gestures_.hint()).c_str());
 }
 
+void GraphWindow::linkToFound() {
+  gestures_.linkToFound([this](const std::string& text) {
+    pointed_ = text;
+    showStatus();
+  });
+}
+
 void GraphWindow::target(SgGraphCallbackStruct& call) {
   pointed_ = GraphGestures::whatWouldBe(call);
   showStatus();
@@ -308,7 +317,7 @@ void GraphWindow::showSteps() {
     item->showText((step ? std::string(label) + " " + step->label : label).c_str());
     item->setActive(step && gestures_.editing());
   };
-  for (const char* const label : {kDeleteLinkLabel, kLinkSelectedLabel}) {
+  for (const char* const label : {kDeleteLinkLabel, kLinkSelectedLabel, kLinkToLabel}) {
     auto* const item = menu()->findNamedItem(label);
     if (gestures_.editing())
       item->activate();

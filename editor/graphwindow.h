@@ -123,6 +123,7 @@ class GraphWindow : public VkWindow, private SceneDisplay, private TextureDispla
   void find() { graph_->startFind(); }
   void selectAll() { graph_->selectAll(); }
   void linkSelected() { gestures_.linkSelected(); }
+  void linkToFound();
   /// Undo or Redo.
   struct Direction {
     const char* label;
@@ -208,6 +209,7 @@ class GraphWindow : public VkWindow, private SceneDisplay, private TextureDispla
   static constexpr auto undoCallback = forward<&GraphWindow::undo>;
   static constexpr auto linkSelectedCallback = forward<&GraphWindow::linkSelected>;
   static constexpr auto selectAllCallback = forward<&GraphWindow::selectAll>;
+  static constexpr auto linkToFoundCallback = forward<&GraphWindow::linkToFound>;
   static constexpr auto findCallback = forward<&GraphWindow::find>;
   static constexpr auto recordNamesCallback = forward<&GraphWindow::recordNames>;
   static constexpr auto neighboursCallback = forward<&GraphWindow::neighbours>;

@@ -30,6 +30,8 @@ constexpr char kFindKeys[] =
     "Shift<Key>KP_Enter: GraphStripFind(previous)\n"
     "Ctrl<Key>Return: GraphStripFind(all)\n"
     "Ctrl<Key>KP_Enter: GraphStripFind(all)\n"
+    "<Key>osfUp: GraphStripFind(previous)\n"
+    "<Key>osfDown: GraphStripFind(next)\n"
     "<Key>osfCancel: GraphStripFind(leave)";
 constexpr double kFarStep = 1.5;  // below the first of them
 
@@ -49,11 +51,12 @@ GraphStrip::GraphStrip(const char* name, Widget parent, VkGraph& graph) : VkComp
   button("zoomIn", &Forward<&GraphStrip::zoomIn>::call);
   button("zoom100", &Forward<&GraphStrip::zoom100>::call);
   button("zoomFit", &Forward<&GraphStrip::zoomFit>::call);
-  XtVaCreateManagedWidget("findLabel", xmLabelWidgetClass, row, nullptr);
+  labelWidget_ = XtVaCreateManagedWidget("findLabel", xmLabelWidgetClass, row, nullptr);
+  findLabel_ = viewkit::textResource(labelWidget_, XmNlabelString);
   find_ = XtVaCreateManagedWidget("find", xmTextFieldWidgetClass, row, nullptr);
   viewkit::keepControlsOut(find_);
   XtAddCallback(find_, XmNvalueChangedCallback, &Forward<&GraphStrip::findChanged>::call, this);
-  XtAddCallback(find_, XmNactivateCallback, &Forward<&GraphStrip::findNext>::call, this);
+  XtAddCallback(find_, XmNactivateCallback, &Forward<&GraphStrip::returnPressed>::call, this);
   static XtActionsRec actions[] = {{const_cast<char*>("GraphStripFind"), &GraphStrip::keyAction}};
   XtAppAddActions(XtWidgetToApplicationContext(row), actions, XtNumber(actions));
   XtVaSetValues(find_, XmNuserData, this, nullptr);
@@ -99,22 +102,76 @@ void GraphStrip::viewChanged() {
 }
 
 void GraphStrip::findChanged() {
-  if (!typing_) {
-    typing_ = true;
-    before_.clear();
-    for (const Widget node : SgGraphGetSelectedNodes(graph_.graphWidget()))
-      before_.push_back(SgNodeName(node));
-  }
+  if (!typing_ && !choice_) remember();
+  typing_ = true;
   goTo(0);
 }
 
-void GraphStrip::findNext() { goTo(1); }
+void GraphStrip::returnPressed() {
+  if (choice_)
+    choose();
+  else
+    goTo(1);
+}
 
-void GraphStrip::startFind() {
+void GraphStrip::remember() {
+  before_.clear();
+  for (const Widget node : SgGraphGetSelectedNodes(graph_.graphWidget()))
+    before_.emplace_back(SgNodeName(node));
+}
+
+void GraphStrip::selectRemembered() {
+  SgGraphClearSelection(graph_.graphWidget());
+  for (const std::string& name : before_)
+    if (const VkNode* const node = graph_.find(name))
+      SgGraphSelectNode(graph_.graphWidget(), node->baseWidget());
+}
+
+void GraphStrip::toField() {
   typing_ = false;
   XmProcessTraversal(find_, XmTRAVERSE_CURRENT);
   XmTextFieldSetSelection(find_, 0, XmTextFieldGetLastPosition(find_),
                           XtLastTimestampProcessed(XtDisplay(find_)));
+}
+
+void GraphStrip::startFind() {
+  if (choice_) endChoice();
+  toField();
+}
+
+void GraphStrip::label(const std::string& text) {
+  XtVaSetValues(labelWidget_, XmNlabelString, viewkit::xmString(text).get(), nullptr);
+}
+
+void GraphStrip::startChoice(VkNodeChoice choice) {
+  if (choice_) endChoice();
+  clearFind();
+  remember();
+  choice_ = std::move(choice);
+  label(choice_->label);
+  toField();
+}
+
+void GraphStrip::offer(VkNode* node) {
+  offered_ = node ? node->name() : "";
+  if (choice_) choice_->offered(node);
+}
+
+void GraphStrip::choose() {
+  VkNode* const node = graph_.find(offered_);
+  if (!node) return;
+  const VkNodeChoice done = *choice_;
+  endChoice();
+  done.chosen(node);
+}
+
+void GraphStrip::endChoice() {
+  offer(nullptr);
+  choice_.reset();
+  label(findLabel_);
+  clearFind();
+  selectRemembered();
+  XmProcessTraversal(graph_.graphWidget(), XmTRAVERSE_CURRENT);
 }
 
 void GraphStrip::clearFind() {
@@ -124,6 +181,20 @@ void GraphStrip::clearFind() {
   typing_ = false;
 }
 
+std::string GraphStrip::putAside() {
+  if (choice_) endChoice();
+  const viewkit::XtText text(XmTextFieldGetString(find_));
+  clearFind();
+  return text.get();
+}
+
+void GraphStrip::takeBack(const std::string& text) {
+  std::string shown = text;
+  XtRemoveCallback(find_, XmNvalueChangedCallback, &Forward<&GraphStrip::findChanged>::call, this);
+  XmTextFieldSetString(find_, shown.data());
+  XtAddCallback(find_, XmNvalueChangedCallback, &Forward<&GraphStrip::findChanged>::call, this);
+}
+
 void GraphStrip::keyAction(Widget field, XEvent*, String* words, Cardinal* count) noexcept {
   XtPointer self = nullptr;
   XtVaGetValues(field, XmNuserData, &self, nullptr);
@@ -131,8 +202,12 @@ void GraphStrip::keyAction(Widget field, XEvent*, String* words, Cardinal* count
   const std::string_view word = *count == 1 ? words[0] : "";
   if (word == "previous") {
     strip->goTo(-1);
-  } else if (word == "all") {
+  } else if (word == "next") {
+    strip->goTo(1);
+  } else if (word == "all" && !strip->choice_) {
     strip->selectAll();
+  } else if (word == "leave" && strip->choice_) {
+    strip->endChoice();
   } else if (word == "leave") {
     strip->clearFind();
     XmProcessTraversal(strip->graph_.graphWidget(), XmTRAVERSE_CURRENT);
@@ -149,6 +224,7 @@ void GraphStrip::goTo(std::ptrdiff_t step) {
   const auto count = static_cast<std::ptrdiff_t>(nodes.size());
   if (count == 0) {
     showCount({}, 0);
+    offer(nullptr);
     return;
   }
   const std::vector<Widget> selected = SgGraphGetSelectedNodes(graph_.graphWidget());
@@ -157,14 +233,12 @@ void GraphStrip::goTo(std::ptrdiff_t step) {
   if (at != nodes.end() && step != 0) place = (at - nodes.begin() + step + count) % count;
   showCount(static_cast<std::size_t>(place), nodes.size());
   graph_.reveal(nodes[static_cast<std::size_t>(place)]);
+  offer(nodes[static_cast<std::size_t>(place)]);
 }
 
 void GraphStrip::selectAll() {
   const std::vector<VkNode*> nodes = found();
-  SgGraphClearSelection(graph_.graphWidget());
-  for (const std::string& name : before_)
-    if (const VkNode* const node = graph_.find(name))
-      SgGraphSelectNode(graph_.graphWidget(), node->baseWidget());
+  selectRemembered();
   for (const VkNode* const node : nodes)
     if (XtIsManaged(node->baseWidget())) SgGraphSelectNode(graph_.graphWidget(), node->baseWidget());
   showCount({}, nodes.size());

@@ -10,14 +10,16 @@
 #include <vector>
 
 #include "viewkit/vkcomponent.h"
+#include "viewkit/vkgraph.h"
 
-class VkGraph;
-class VkNode;
-
-/// Widgets, by name: push buttons "zoomOut", "zoomIn", "zoom100", "zoomFit", labels "zoomLevel", "findCount"
-/// and "notFound", text field "find". Typing in the field goes to the first node that the text may mean (see
-/// VkGraph::findAll), Return to the next one, Shift+Return to the one before; Ctrl+Return selects all of them
-/// beside what is selected, Escape empties the field and goes back to the graph.
+/// Widgets, by name: push buttons "zoomOut", "zoomIn", "zoom100", "zoomFit", labels "zoomLevel", "findLabel",
+/// "findCount" and "notFound", text field "find". Typing in the field goes to the first node that the text
+/// may mean (see VkGraph::findAll), Return and Down to the next one, Shift+Return and Up to the one before;
+/// Ctrl+Return selects all of them beside what is selected, Escape empties the field and goes back to the
+/// graph.
+///
+/// While a node is to be chosen (see VkGraph::choose), the field is labelled so, and Return takes the node
+/// that is shown. What was selected before is selected again afterwards.
 class GraphStrip : public VkComponent {
  public:
   /// @param graph  must live as long as the strip.
@@ -27,7 +29,12 @@ class GraphStrip : public VkComponent {
 
   /// Takes the keyboard to the field.
   void startFind();
+  /// See VkGraph::choose.
+  void startChoice(VkNodeChoice choice);
   void clearFind();
+  /// The text in the field, which is emptied; and such a text back in it, which finds nothing by itself.
+  std::string putAside();
+  void takeBack(const std::string& text);
 
   /// A step in or out.
   void zoomOut();
@@ -37,18 +44,30 @@ class GraphStrip : public VkComponent {
   void zoom100();
   void zoomFit();
   void findChanged();
-  void findNext();
+  void returnPressed();
   void viewChanged();
   static void keyAction(Widget field, XEvent* event, String* words, Cardinal* count) noexcept;
   /// Goes to another of the nodes found, `step` after the one that is selected. 0: to the first.
   void goTo(std::ptrdiff_t step);
   void selectAll();
   std::vector<VkNode*> found() const;
+  /// Notes what is selected.
+  void remember();
+  void selectRemembered();
+  void toField();
+  void label(const std::string& text);
+  /// Tells the choice under way what it would be; null: nothing.
+  void offer(VkNode* node);
+  void choose();
+  void endChoice();
   /// @param place  of the present node among those found; nothing: none is meant
   void showCount(std::optional<std::size_t> place, std::size_t count);
 
   VkGraph& graph_;
   std::vector<std::string> before_;  // what was selected when the typing began, by name
   bool typing_ = false;
-  Widget find_ = nullptr, count_ = nullptr, notFound_ = nullptr, zoomLevel_ = nullptr;
+  std::optional<VkNodeChoice> choice_;
+  std::string offered_;    // the name of the node that would be chosen; empty: none
+  std::string findLabel_;  // what stands before the field as a rule
+  Widget labelWidget_ = nullptr, find_ = nullptr, count_ = nullptr, notFound_ = nullptr, zoomLevel_ = nullptr;
 };

@@ -205,15 +205,19 @@ std::unique_ptr<VkNode> VkGraph::take(VkNode* node) {
 
 VkGraph::Kept VkGraph::setAside() {
   Kept kept;
-  if (graph_) strip_->clearFind();
+  if (graph_) kept.toFind_ = strip_->putAside();
   // The widgets go all at once; one by one they would take quadratic time.
   if (graph_) kept.picture_ = SgGraphSetAside(graph_);
   std::swap(kept.contents_, static_cast<VkGraphContents&>(*this));
+  asked_ = {};
   return kept;
 }
 
 void VkGraph::takeBack(Kept kept) {
-  if (graph_) SgGraphTakeBack(graph_, std::move(kept.picture_));
+  if (graph_) {
+    SgGraphTakeBack(graph_, std::move(kept.picture_));
+    strip_->takeBack(kept.toFind_);
+  }
   std::swap(kept.contents_, static_cast<VkGraphContents&>(*this));
 }
 
@@ -312,6 +316,8 @@ void VkGraph::updateTitles() {
 }
 
 void VkGraph::startFind() { strip_->startFind(); }
+
+void VkGraph::choose(VkNodeChoice choice) { strip_->startChoice(std::move(choice)); }
 
 void VkGraph::reveal(VkNode* node) {
   if (!node || node->graph() != this || !graph_) return;

@@ -28,6 +28,15 @@ class GraphStrip;
 struct GraphPicture;
 class VkPopupMenu;
 
+/// What a node is to be chosen for, see VkGraph::choose.
+struct VkNodeChoice {
+  std::string label;  ///< stands before the field, such as "Link to:"
+  /// This one would be chosen now; null: none, or the choice is over.
+  std::function<void(VkNode*)> offered;
+  /// This one was chosen.
+  std::function<void(VkNode*)> chosen;
+};
+
 /// What a VkGraph holds of its nodes: what can be set aside for others.
 struct VkGraphContents {
   struct NameHash {
@@ -120,6 +129,7 @@ class VkGraph : public VkComponent, private VkGraphContents {
   /// may be used.
   class Kept {
     friend class VkGraph;
+    std::string toFind_;
     VkGraphContents contents_;
     SgKeptGraph picture_;  // goes first
   };
@@ -146,6 +156,9 @@ class VkGraph : public VkComponent, private VkGraphContents {
 
   /// The user wants to type what is to be found.
   void startFind();
+  /// Has the user choose a node in the find field: Return takes the one that was found, Escape gives up. What
+  /// is selected now is selected again when `chosen` is called, and after a choice that is given up.
+  void choose(VkNodeChoice choice);
 
   /// The list that is told of a key that was pressed in the graph and has no meaning there; the call data is
   /// the `const XKeyEvent*`.

@@ -61,7 +61,8 @@ TEST_F(FileCommands, ALongOpenIsStoppedByEscapeAndChangesNothing) {
   editor_.open(file);
   editor_.toggleEditMode();
   editor_.drawArc("obj_0", "mat_1");
-  editor_.driver().click(editor_.graph().node("obj_0").box.centre());
+  editor_.fillIn("strip/find", "obj_0");
+  editor_.settle();
   const auto before = editor_.graph();
   const std::string titled = title();
   editor_.chooseMenu({"File", "Open"});
@@ -72,6 +73,7 @@ TEST_F(FileCommands, ALongOpenIsStoppedByEscapeAndChangesNothing) {
   EXPECT_FALSE(editor_.asks(kWarning));
   EXPECT_THAT(editor_.await("mainWindow/status").label, StartsWith(many + ": stopped, nothing was opened"));
   EXPECT_EQ(title(), titled);
+  EXPECT_EQ(editor_.await("strip/find").text, "obj_0");
   const auto after = editor_.graph();
   ASSERT_EQ(after.nodes.size(), before.nodes.size());
   for (const auto& node : before.nodes) {

@@ -58,12 +58,6 @@ class Links : public EditorTest {
   }
   Point at(std::string_view node) { return editor_.graph().node(node).box.centre(); }
   std::string status() { return editor_.await("status").label; }
-  std::vector<std::string> selected() {
-    std::vector<std::string> names;
-    for (const auto& node : editor_.graph().nodes)
-      if (node.selected) names.push_back(node.name);
-    return names;
-  }
   using Box = support::Box;
 };
 

@@ -42,10 +42,10 @@ TEST_F(StartUp, MenusHoldTheirItemsInOrder) {
   EXPECT_THAT(items("FilePane"), ElementsAre("New", "Open", "Save", "Save As...", "Open Recent",
                                              "Export Picture...", "Recover...", "---", "Quit"));
   EXPECT_THAT(items("EditPane"), ElementsAre("Edit Mode", "Delete Link", "---", "Undo", "Redo", "---", "Find",
-                                             "Select All", "Link Selected"));
+                                             "Select All", "Link Selected", "Link to..."));
   EXPECT_THAT(items("ViewPane"),
               ElementsAre("Default", "Display Texture Image", "---", "Layered", "Compact", "Arrange Again",
-                          "Expand All", "Overview", "Record Names", "Links"));
+                          "Expand All", "Overview", "Record Names", "Highlight Neighbours", "Links"));
   EXPECT_THAT(
       items("KAVOtoolPane"),
       ElementsAre("KAVO Quick preview(DX-VIEWER)", "KAVO Quick preview(Emu-Board)", "Kavo preview(DX-VIEWER)",
