@@ -224,7 +224,7 @@ void GraphGestures::linkToFound(const std::function<void(const std::string&)>& s
   say("link " + whom + " to what is found: Return links, Escape gives up");
   graph_.choose({.label = "Link to:",
                  .offered =
-                     [=, this](VkNode* found) {
+                     [=](VkNode* found) {
                        const std::vector<Ends> ends = found ? links(found) : std::vector<Ends>();
                        if (ends.empty()) {
                          say("");

@@ -70,10 +70,10 @@ void Painter::showLines(std::string_view lines, const picture::Frame& frame, con
 }
 
 void Painter::showMode(std::string_view mode, const picture::Frame& frame, const OverlayInks& inks) {
-  constexpr int kEdge = 5, kPadding = 6;  // pixels
-  for (int i = 2; i < kEdge; ++i) surface_.drawRectangle(frame.window().grownBy(-i), inks.target);
+  constexpr int kFrame = 5, kPadding = 6;  // pixels
+  for (int i = 2; i < kFrame; ++i) surface_.drawRectangle(frame.window().grownBy(-i), inks.target);
   surface_.setTextZoom(1);
-  const SgRectangle tag{kEdge, kEdge, surface_.textWidth(mode) + 2 * kPadding,
+  const SgRectangle tag{kFrame, kFrame, surface_.textWidth(mode) + 2 * kPadding,
                         surface_.textHeight() + kPadding};
   surface_.fillBoxes({&tag, 1}, inks.target);
   surface_.drawText(tag.middle(), mode, picture::kWhite);
