@@ -102,4 +102,19 @@ TEST_F(DialogNotices, AnOkThatLeftSomethingUnwrittenIsTold) {
   EXPECT_THAT(status(), StartsWith("mat_0: not written, Edit Mode is off"));
 }
 
+TEST_F(DialogNotices, TellWhatAnotherDialogWroteIntoTheirRecord) {
+  edit(data("skeleton"));
+  openDialog("lod_5", "lodDialog");
+  EXPECT_EQ(notice("changed"), "");
+  editor_.fillIn("strip/find", "obj_5");  // a dialog may lie on the node
+  editor_.driver().key("Return");
+  editor_.driver().key("Tab");
+  editor_.key("Return");
+  awaitDialog("objDialog");
+  enter("title.nodeName", "renamed");
+  press("OK");
+  dialog_ = "lodDialog";
+  EXPECT_EQ(notice("changed"), "lod_5 was changed after this was opened");
+}
+
 }  // namespace
