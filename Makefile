@@ -1,7 +1,7 @@
 # The front door: each target calls CMake or a script.
 PREFIX ?= /usr/local
 
-.PHONY: run test test-release bench fuzz format apidoc deb install clean
+.PHONY: run test test-release bench fuzz format apidoc deb dist install clean
 
 run:      ## build the editor and start it on the sample scenes
 	scripts/run
@@ -23,6 +23,8 @@ apidoc:   ## pages of the library's headers, in build/release/apidoc
 deb:      ## Debian packages in build/release/packages, tried in a bare Debian 12
 	scripts/install-packages build package
 	cmake --preset release && cmake --build --preset release && scripts/check-packages build/release
+dist:     ## build/quileditor-VERSION.tar.gz of what is committed
+	scripts/dist
 install:  ## install the programs below PREFIX (default /usr/local)
 	scripts/install-packages build run
 	cmake --preset release && cmake --build --preset release && cmake --install build/release --prefix "$(PREFIX)"

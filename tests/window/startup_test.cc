@@ -168,7 +168,8 @@ TEST_F(StartUp, EveryMenuItemHasAMnemonicOfItsOwnInItsPane) {
 
 TEST_F(StartUp, TheVersionIsSaidWithItsRights) {
   EXPECT_THAT(editor_.symbol("version_string"),
-              testing::MatchesRegex("QUILeditor Version2\\.02 [0-9-]+\n.*Copyright.*\n.*MIT License.*"));
+              testing::MatchesRegex("QUILeditor Version" + std::string(support::project_version()) +
+                                    " [0-9-]+\n.*Copyright.*\n.*MIT License.*"));
 }
 
 TEST_F(StartUp, SettingsOfTheMachineGoBeforeTheEditorsOwnAndLeaveTheOthers) {
