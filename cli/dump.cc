@@ -97,7 +97,8 @@ class Dumper {
     for (; row.size() >= sizeof(Word); row = row.subspan(sizeof(Word))) {
       Word word = 0;
       std::memcpy(&word, row.data(), sizeof word);
-      text += " " + text_(word);
+      text += ' ';
+      text += text_(word);
     }
     return text;
   }

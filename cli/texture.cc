@@ -56,8 +56,10 @@ Outcome write_all(const Qis& scene, const std::string& folder) {
   for (Word number = 0; number < qi::record_count(scene, qi::kTexTag); ++number) {
     const std::string name = folder + "/" + node_name(kNodeKind<qi::Tex>, number);
     for (std::size_t tile = 0; tile < texture_images(scene, number); ++tile)
-      outcome = std::max(outcome, write_image(scene, number, tile,
-                                              name + (tile == 0 ? "" : "_" + std::to_string(tile)) + ".png"));
+      outcome = std::max(
+          outcome,
+          write_image(scene, number, tile,
+                      name + (tile == 0 ? ".png" : std::string("_").append(std::to_string(tile)) + ".png")));
   }
   return outcome;
 }

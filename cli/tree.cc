@@ -72,10 +72,10 @@ class Outline {
     constexpr std::size_t kMostIndented = 40;
     const std::size_t level = path_.size();
     std::string text(2 * std::min(level, kMostIndented), ' ');
-    if (level > kMostIndented) text += "[" + std::to_string(level) + "] ";
+    if (level > kMostIndented) text += std::string("[").append(std::to_string(level)) + "] ";
     text += graph_.nodes[node].name;
     const std::string name = record_name(scene_, graph_.nodes[node].name);
-    if (!name.empty()) text += " " + printable(name);
+    if (!name.empty()) text.append(1, ' ').append(printable(name));
     lines_.add(text + note);
   }
 
