@@ -24,9 +24,16 @@ void GraphChange::arranged(VkPlaces before) {
   keepDifferences(places_.before, places_.after);
 }
 
+void GraphChange::exchangeArcs(const std::vector<Ends>& gone, const std::vector<Ends>& back) {
+  for (const auto& [parent, child] : gone) graph_.remove(parent, child);
+  for (const auto& [parent, child] : back) {
+    graph_.add(parent, child);
+    graph_.displayWithChildren(parent);  // either may have been left out meanwhile
+  }
+}
+
 void GraphChange::undo() {
-  for (const auto& [parent, child] : added_) graph_.remove(parent, child);
-  for (const auto& [parent, child] : removed_) graph_.add(parent, child);
+  exchangeArcs(added_, removed_);
   if (newNode_) keptNode_ = graph_.take(newNode_);
   graph_.arrange(places_.before);
   graph_.showOneOf(shownNodes());
@@ -34,8 +41,7 @@ void GraphChange::undo() {
 
 void GraphChange::redo() {
   if (keptNode_) graph_.display(graph_.add(std::move(keptNode_)));
-  for (const auto& [parent, child] : removed_) graph_.remove(parent, child);
-  for (const auto& [parent, child] : added_) graph_.add(parent, child);
+  exchangeArcs(removed_, added_);
   graph_.arrange(places_.after);
   graph_.showOneOf(shownNodes());
 }

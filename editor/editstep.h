@@ -33,6 +33,7 @@ class GraphChange final : public StepPicture {
   std::size_t bytes() const override;
 
  private:
+  void exchangeArcs(const std::vector<Ends>& gone, const std::vector<Ends>& back);
   std::vector<VkNode*> shownNodes() const;
 
   VkGraph& graph_;

@@ -49,6 +49,7 @@ constexpr const char* kCompactLabel = "Compact";
 constexpr const char* kOverviewLabel = "Overview";
 constexpr const char* kNeighboursLabel = "Highlight Neighbours";
 constexpr const char* kLinksLabel = "Links";
+constexpr const char* kUnlinkedLabel = "Unlinked Records";
 constexpr const char* kRecordNamesLabel = "Record Names";
 constexpr const char* kTextureImageLabel = "Display Texture Image";
 
@@ -162,6 +163,8 @@ void GraphWindow::addMenus() {
       {kToggle, kRecordNamesLabel, recordNamesCallback},
       {kToggle, kNeighboursLabel, neighboursCallback},
       {kToggle, kLinksLabel, linksCallback},
+      {kToggle, kUnlinkedLabel, unlinkedRecordsCallback},
+      {kAction, "Rebuild Graph", rebuildGraphCallback},
       kEnd,
   };
   static const VkMenuDesc display_lists[] = {
@@ -346,7 +349,10 @@ void GraphWindow::carryOut(const Direction& way) {
     (history_.*way.give_back)();
     throw;
   }
-  if (step->picture) (*step->picture.*way.picture)();
+  if (step->picture)
+    (*step->picture.*way.picture)();
+  else if (step->picture_forgotten && graph_->numNodes() > 0)
+    rebuildGraph();
   showArrangement();
   dialogs_.showWhetherCurrent();
 }
@@ -456,20 +462,49 @@ void GraphWindow::showNoScene() {
   graph_->clearAll();
 }
 
-void GraphWindow::showScene(const std::function<void(double)>& progress) {
+void GraphWindow::buildGraph(const std::function<void(double)>& progress, const NamedPlaces* places) {
   constexpr double kBuilt = 0.7;  // of all the time that it takes
   const SceneGraph scene = scene_graph(*qis);
-  require_memory_for(scene);
+  const std::vector<SceneGraph::Node> unlinked =
+      showsUnlinked_ ? unlinked_records(*qis, scene) : std::vector<SceneGraph::Node>();
+  require_memory_for(scene, unlinked.size());
   VkGraph::Kept former = graph_->setAside();
   try {
     ::struct_graph(scene, *graph_, *this, [&](double share) { progress(share * kBuilt); });
     graph_->displayAll();
+    if (places) places->restore(*graph_);
     graph_->doLayout();
+    show_unlinked(*graph_, unlinked, *this);
     progress(1);
   } catch (...) {
     graph_->takeBack(std::move(former));
     throw;
   }
+}
+
+void GraphWindow::rebuildGraph() {
+  if (!has_scene()) return;
+  const NamedPlaces places(*graph_);
+  buildGraph([](double) {}, &places);
+  history_.forget_pictures();
+  showArrangement();
+}
+
+void GraphWindow::unlinkedRecords(XmToggleButtonCallbackStruct& toggle) {
+  showsUnlinked_ = toggle.set != XmUNSET;
+  remembered_.setNumber("unlinkedRecords", showsUnlinked_);
+  if (graph_->numNodes() == 0) return;
+  if (!showsUnlinked_) {
+    hide_unlinked(*graph_);
+    return;
+  }
+  const auto added = show_unlinked(*graph_, unlinked_records(*qis, scene_graph(*qis)), *this);
+  tell(added.empty() ? "There are no unlinked records besides those that are shown" : "");
+  graph_->showOneOf(added);
+}
+
+void GraphWindow::showScene(const std::function<void(double)>& progress) {
+  buildGraph(progress, nullptr);
   history_.clear();
   dialogs_.closeAll();
   showArrangement();
@@ -526,6 +561,8 @@ void GraphWindow::takeUp() {
   menu()->findNamedItem<VkMenuToggle>(kRecordNamesLabel)->setVisualState(names);
   highlightNeighbours(value("highlightNeighbours").value_or(settings_.highlight_neighbours) != 0);
   if (const auto across = value("linksWidth")) links_.setWidth(*across);
+  showsUnlinked_ = value("unlinkedRecords").value_or(0) != 0;
+  menu()->findNamedItem<VkMenuToggle>(kUnlinkedLabel)->setVisualState(showsUnlinked_);
   const bool with_links = value("links").value_or(0) != 0;
   showLinks(with_links);
   menu()->findNamedItem<VkMenuToggle>(kLinksLabel)->setVisualState(with_links);

@@ -13,6 +13,7 @@
 #include "editor/model/history.h"
 #include "editor/remembered.h"
 #include "editor/settings.h"
+#include "editor/structgraph.h"
 #include "editor/texturedisplay.h"
 #include "editor/unsavedwork.h"
 #include "editor/windowprompts.h"
@@ -148,6 +149,12 @@ class GraphWindow : public VkWindow, private SceneDisplay, private TextureDispla
   void overviewKey(SgGraphCallbackStruct& call);
   void links(XmToggleButtonCallbackStruct& toggle) { showLinks(toggle.set != XmUNSET); }
   void showLinks(bool shown);
+  void unlinkedRecords(XmToggleButtonCallbackStruct& toggle);
+  /// Shows the scene in memory, with all that is known of the graph left where it is.
+  void rebuildGraph();
+  /// Builds the graph of the scene in place of the one that is there, which stays when that fails.
+  /// @param places  of its nodes; null: arranged afresh
+  void buildGraph(const std::function<void(double)>& progress, const NamedPlaces* places);
   /// Shows in the menu whether the map is on.
   void showOverview(bool shown);
   void dpyimg() { _displayTexImg = _displayTexImg > 0 ? 0 : 1; }
@@ -219,6 +226,8 @@ class GraphWindow : public VkWindow, private SceneDisplay, private TextureDispla
   static constexpr auto dpyimgCallback = forward<&GraphWindow::dpyimg>;
   static constexpr auto overviewCallback = forward<&GraphWindow::overview>;
   static constexpr auto overviewKeyCallback = forward<&GraphWindow::overviewKey>;
+  static constexpr auto unlinkedRecordsCallback = forward<&GraphWindow::unlinkedRecords>;
+  static constexpr auto rebuildGraphCallback = forward<&GraphWindow::rebuildGraph>;
   static constexpr auto linksCallback = forward<&GraphWindow::links>;
   static constexpr auto setDirCallback = forward<&GraphWindow::setDir>;
   static constexpr auto killpbCallback = forward<&GraphWindow::killpb>;
@@ -285,6 +294,7 @@ class GraphWindow : public VkWindow, private SceneDisplay, private TextureDispla
   Converters converters_;
   viewkit::Tooltip tooltip_{baseWidget()};
   viewkit::Timer tending_{[this] { tendUnsavedWork(); }};
+  bool showsUnlinked_ = false;
   std::string pointed_;  ///< of what is under the pointer; stands on the status line before the rest
   std::string told_;     ///< what stands on the status line before the help
 };

@@ -22,6 +22,8 @@ constexpr Gesture kMenus[] = {
     {"Ctrl+Z", "takes back the last step, in Edit Mode", "Undo"},
     {"Shift+Ctrl+Z, Ctrl+Y", "makes again what was taken back, in Edit Mode", "Redo"},
     {"Ctrl+L", "links the node that was selected first to the others, in Edit Mode", "Link Selected"},
+    {"Shift+Ctrl+L", "links the selected nodes with one that is found by its name, in Edit Mode",
+     "Link to..."},
     {"Ctrl+F", "goes to the find field", "Find"},
     {"F10", "goes to the menus; Alt and an underlined letter opens one"},
 };
@@ -64,13 +66,20 @@ constexpr Gesture kEditing[] = {
     {"Ctrl + drag from a node to a node", "a new reference from the first to the second"},
     {"drag the end of a selected arc", "moves it to another node"},
     {"Shift+Del", "takes the references of all selected arcs out, in one step", "Delete Links"},
+    {"drag to the edge of the canvas", "scrolls it, until the pointer leaves the edge"},
     {"double-click the background", "a new node there, for notes; it stands for no record"},
 };
 
 constexpr Gesture kFinding[] = {
-    {"Return, Shift+Return", "go to the next, to the one before"},
+    {"Return or Down, Shift+Return or Up", "go to the next, to the one before"},
     {"Ctrl+Return", "selects all that were found"},
     {"Escape", "empties the field and goes back to the graph"},
+};
+
+constexpr Gesture kLinks[] = {
+    {"click a row", "selects its link, which Del deletes in Edit Mode"},
+    {"double-click a row, or Return", "goes to that node"},
+    {"drag a row onto a node", "links the two, in Edit Mode"},
 };
 
 constexpr Gesture kDialogs[] = {
@@ -83,8 +92,11 @@ constexpr Gesture kDialogs[] = {
 };
 
 constexpr GestureGroup kGroups[] = {
-    {"Anywhere in the main window", kMenus, true}, {"In the graph", kGraph},
-    {"In the graph, in Edit Mode", kEditing},      {"In the find field", kFinding},
+    {"Anywhere in the main window", kMenus, true},
+    {"In the graph", kGraph},
+    {"In the graph, in Edit Mode", kEditing},
+    {"In the find field", kFinding},
+    {"In the list of links", kLinks},
     {"In the dialog of a record", kDialogs},
 };
 

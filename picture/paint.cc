@@ -236,17 +236,22 @@ class Painting {
 
   void drawContents(NodeId node, const SgRectangle& box, Color ink) {
     const NodeLook& look = looks_[node];
-    if (look.hasPicture())
-      surface_.drawPicture(node,
-                           {box.x + kPicturePadding * frame_.zoom, box.y + kPicturePadding * frame_.zoom,
-                            look.pictureWidth * frame_.zoom, look.pictureHeight * frame_.zoom},
+    SgRectangle lines = box;
+    if (look.hasPicture()) {
+      const double width = look.pictureWidth * frame_.zoom, height = look.pictureHeight * frame_.zoom;
+      const double above = kPicturePadding * frame_.zoom;
+      surface_.drawPicture(node, {box.x + std::floor((box.width - width) / 2), box.y + above, width, height},
                            ink, look.tint);
-    else if (showsText() && look.title.empty())
-      drawLabel(box, look.label, ink);
-    else if (showsText()) {
-      const double half = box.height / 2;
-      drawLabel({box.x, box.y + half * kLineInset, box.width, half}, look.label, ink);
-      drawLabel({box.x, box.y + half * (1 - kLineInset), box.width, half}, look.title, ink);
+      lines.y += above + height;
+      lines.height -= above + height;
+    }
+    if (!showsText()) return;
+    if (look.title.empty()) {
+      drawLabel(lines, look.label, ink);
+    } else {
+      const double half = lines.height / 2;
+      drawLabel({lines.x, lines.y + half * kLineInset, lines.width, half}, look.label, ink);
+      drawLabel({lines.x, lines.y + half * (1 - kLineInset), lines.width, half}, look.title, ink);
     }
   }
 
@@ -335,10 +340,11 @@ class Painting {
 }  // namespace
 
 SgRectangle nodeBox(const NodeLook& look, double textWidth, double textHeight) {
+  const double lines = (look.title.empty() ? 1 : 2) * textHeight;
   if (look.hasPicture())
-    return {0, 0, look.pictureWidth + 2 * kPicturePadding, look.pictureHeight + 2 * kPicturePadding};
-  return {0, 0, std::max(textWidth + 2 * kLabelPadding, kLeastNodeWidth),
-          (look.title.empty() ? 1 : 2) * textHeight + 2 * kLabelMargin};
+    return {0, 0, std::max<double>(look.pictureWidth, textWidth) + 2 * kPicturePadding,
+            look.pictureHeight + lines + 2 * kPicturePadding};
+  return {0, 0, std::max(textWidth + 2 * kLabelPadding, kLeastNodeWidth), lines + 2 * kLabelMargin};
 }
 
 void ArcBatch::addLine(SgPoint a, SgPoint b) {

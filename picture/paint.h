@@ -17,7 +17,7 @@ struct NodeLook {
   std::string label;
   std::string title = {};  ///< a second line; empty: none
   Color tint;
-  unsigned pictureWidth = 0, pictureHeight = 0;  ///< of the picture instead of the label; 0: there is none
+  unsigned pictureWidth = 0, pictureHeight = 0;  ///< of the picture above the label; 0: there is none
 
   bool hasPicture() const { return pictureWidth != 0; }
 };

@@ -126,6 +126,7 @@ void VkGraph::enter(std::unique_ptr<VkNode> node) {
   nodes_.push_back(std::move(node));
   if (!graph_) return;
   nodes_.back()->build(graph_);
+  if (nodes_.back()->placed_) SgGraphSetNodePosition(nodes_.back()->baseWidget(), nodes_.back()->corner_);
   if (showsTitles_) SgGraphSetNodeTitle(nodes_.back()->baseWidget(), nodes_.back()->title());
 }
 
@@ -134,6 +135,7 @@ bool VkGraph::admit(VkNode* node) {
   if (const auto waiting = waiting_.find(node); waiting != waiting_.end()) {
     std::unique_ptr<VkNode> entering = std::move(waiting->second);
     waiting_.erase(waiting);
+    if (withdrawn(node->name()) == node) withdrawn_.erase(node->name());
     enter(std::move(entering));
   }
   return node->graph() == this;
@@ -176,6 +178,54 @@ void VkGraph::remove(VkNode* parent, VkNode* child) {
   unlink(parent, child);
   layoutIsDue_ = true;
   if (graph_) SgGraphRemoveArcBetweenNodes(graph_, parent->baseWidget(), child->baseWidget());
+}
+
+void VkGraph::addBlock(std::span<VkNode* const> nodes) {
+  constexpr double kAspect = 1.6, kGap = 24, kAway = 80;  // plane units
+  if (!graph_ || nodes.empty()) return;
+  VkNode* const worked = worked_;
+  const bool wasDue = layoutIsDue_;
+  inOpenPicture(false, [&] {
+    for (VkNode* const node : nodes) add(node);
+    const SgRectangle others = SgGraphExtents(graph_);
+    unhide({nodes.begin(), nodes.end()});
+    double area = 0;
+    for (const VkNode* const node : nodes) {
+      const SgRectangle box = SgGraphNodeBounds(node->baseWidget());
+      area += (box.width + kGap) * (box.height + kGap);
+    }
+    const double right = others.x + std::sqrt(area * kAspect);
+    SgPoint next{others.x, others.bottom() + kAway};
+    double below = next.y;
+    std::string_view tint = nodes.front()->tintName();
+    for (VkNode* const node : nodes) {
+      const SgRectangle box = SgGraphNodeBounds(node->baseWidget());
+      if (node->tintName() != tint || (next.x > others.x && next.x + box.width > right))
+        next = {others.x, below};
+      tint = node->tintName();
+      SgGraphSetNodePosition(node->baseWidget(), next);
+      node->placed_ = true;
+      next.x += box.width + kGap;
+      below = std::max(below, next.y + box.height + kGap);
+    }
+  });
+  worked_ = worked;
+  layoutIsDue_ = wasDue;
+}
+
+void VkGraph::withdraw(VkNode* node) {
+  if (!graph_ || !node || node->graph() != this || node->nParents() + node->nChildren() > 0) return;
+  const SgRectangle bounds = SgGraphNodeBounds(node->baseWidget());
+  node->corner_ = folds_->placeOf(node).value_or(SgPoint{bounds.x, bounds.y});
+  const bool wasDue = layoutIsDue_;
+  withdrawn_[node->name()] = node;
+  keepWaiting(take(node));
+  layoutIsDue_ = wasDue;
+}
+
+VkNode* VkGraph::withdrawn(std::string_view name) const {
+  const auto found = withdrawn_.find(name);
+  return found == withdrawn_.end() ? nullptr : found->second;
 }
 
 void VkGraph::remove(VkNode* node) { take(node); }
@@ -404,12 +454,14 @@ void VkGraph::unhide(const std::vector<VkNode*>& nodes) {
   layoutIsDue_ = true;
 }
 
-void VkGraph::displayAll() {
+std::vector<VkNode*> VkGraph::allNodes() const {
   std::vector<VkNode*> all;
   all.reserve(nodes_.size());
   for (const auto& node : nodes_) all.push_back(node.get());
-  unhide(all);
+  return all;
 }
+
+void VkGraph::displayAll() { unhide(allNodes()); }
 
 void VkGraph::display(VkNode* node) {
   if (node && node->graph() == this) unhide({node});
@@ -627,13 +679,18 @@ void VkGraph::arrange(const VkPlaces& places) {
 
 void VkGraph::placeWithin(const VkPlaces& places) {
   for (const auto& [node, corner, byHand] : places.nodes) {
-    SgGraphSetNodePosition(node->baseWidget(), corner);
-    node->placed_ = true;
+    if (node->baseWidget()) SgGraphSetNodePosition(node->baseWidget(), corner);
+    node->corner_ = corner;
+    node->placed_ = laidOut_ = true;
     node->byHand_ = byHand;
   }
   const bool restyle = places.compact != compact_;
   compact_ = places.compact;
-  newArcs_.clear();  // they are where they were
+  std::erase_if(newArcs_, [&](SgArc arc) {  // the others are where they were
+    Widget from = nullptr, to = nullptr;
+    return !SgGraphGetArcNodes(graph_, arc, &from, &to) ||
+           (VkNode::of(from)->placed_ && VkNode::of(to)->placed_);
+  });
   if (places.arcs.empty() && !restyle) return;
   std::map<VkPlaces::Ends, std::size_t> done;
   for (const auto& [arc, parent, child] : arcs()) {

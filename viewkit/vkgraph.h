@@ -52,6 +52,7 @@ struct VkGraphContents {
   std::vector<std::unique_ptr<VkNode>> nodes_;
   std::unordered_map<std::string, viewkit::LinkList<VkNode>, NameHash, std::equal_to<>> byName_;
   std::unordered_map<const VkNode*, std::unique_ptr<VkNode>> waiting_;
+  std::unordered_map<std::string, VkNode*, NameHash, std::equal_to<>> withdrawn_;  // of those
   VkNode* worked_ = nullptr;  // what was added or linked last
   std::unique_ptr<GraphFolds> folds_;
   std::unordered_set<SgArc> newArcs_;  // not drawn by a layout yet
@@ -118,6 +119,13 @@ class VkGraph : public VkComponent, private VkGraphContents {
   /// Takes away one link from `parent` to `child` with its arc: a selected arc if there is one, else the one
   /// that was added last. The nodes stay. Nodes of other graphs are ignored.
   void remove(VkNode* parent, VkNode* child);
+  /// Shows nodes that have no arcs, of this graph or of make(), in a block of their own below all others, and
+  /// starts a new row where the tint changes.
+  void addBlock(std::span<VkNode* const> nodes);
+  /// Takes a node without arcs out of the graph, but keeps it: add() brings it back where it was.
+  void withdraw(VkNode* node);
+  /// The withdrawn node of that name, or null.
+  VkNode* withdrawn(std::string_view name) const;
   /// Takes a node out of the graph with all its links and arcs and frees it.
   void remove(VkNode* node);
   /// The same, but the node is handed over; add() brings it back. Null for nodes of other graphs.
@@ -147,6 +155,7 @@ class VkGraph : public VkComponent, private VkGraphContents {
   std::vector<VkNode*> findAll(std::string_view text) const;
 
   std::size_t numNodes() const { return nodes_.size(); }
+  std::vector<VkNode*> allNodes() const;
 
   /// Whether nodes show their titles, as far as they have any.
   void setShowsTitles(bool on);

@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <string>
 
+#include "picture/geometry.h"
 #include "viewkit/linklist.h"
 #include "viewkit/vkcomponent.h"
 
@@ -61,6 +62,7 @@ class VkNode : public VkComponent {
   VkGraph* graph_ = nullptr;
   std::size_t number_ = 0;  // place in the graph's list of nodes
   bool placed_ = false;     // it has a position
+  SgPoint corner_;          // that, while it has no widget
   bool wanted_ = false;     // without one, but its widget is where one is wanted
   bool byHand_ = false;     // the user gave it the position
 };

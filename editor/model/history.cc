@@ -46,7 +46,7 @@ void History::forget_pictures() {
   for (std::size_t i = 0; i < steps_.size(); ++i) {
     Step& step = steps_[i].step;
     if (step.change.empty()) continue;
-    step.picture.reset();
+    if (std::exchange(step.picture, nullptr)) step.picture_forgotten = true;
     bytes_ += step.bytes();
     if (i < done) ++done_;
     kept.push_back(std::move(steps_[i]));

@@ -28,6 +28,7 @@ struct Step {
   std::string label;                          ///< what it did, such as "link obj_1 to mat_0"
   qi::Change change = {};                     ///< empty: it changed only the picture
   std::unique_ptr<StepPicture> picture = {};  ///< null: it changed only the scene
+  bool picture_forgotten = false;             ///< it had one, see History::forget_pictures
 
   std::size_t bytes() const;
 };

@@ -5,7 +5,9 @@
 #include <array>
 #include <iterator>
 #include <span>
+#include <string_view>
 #include <unordered_map>
+#include <unordered_set>
 #include <utility>
 
 #include "editor/model/nodenames.h"
@@ -108,4 +110,17 @@ SceneGraph scene_graph(const Qis& scene) {
   builder.walk_levels_of_detail();
   if (qiQUILver(scene.header) >= qi::kVersion2) walk_rows_while(qi::is_version2);
   return builder.take();
+}
+
+std::vector<SceneGraph::Node> unlinked_records(const Qis& scene, const SceneGraph& graph) {
+  std::unordered_set<std::string_view> shown;
+  for (const SceneGraph::Node& node : graph.nodes) shown.insert(node.name);
+  std::vector<SceneGraph::Node> unlinked;
+  for (const NodeKind& kind : kNodeKinds) {
+    const std::size_t records = kind.tag == 0 ? 0 : qi::record_count(scene, kind.tag);
+    for (Word number = 0; number < records; ++number)
+      if (std::string name = node_name(kind, number); !shown.contains(name))
+        unlinked.push_back({std::move(name), &kind});
+  }
+  return unlinked;
 }

@@ -25,3 +25,6 @@ struct SceneGraph {
 /// The graph of a scene. References are taken as they stand: one that lies outside its list makes a node,
 /// too. Loops and self-links are arcs like any other.
 SceneGraph scene_graph(const Qis& scene);
+
+/// Nodes for the records that have none in the scene's graph, since no arc leads from them or to them.
+std::vector<SceneGraph::Node> unlinked_records(const Qis& scene, const SceneGraph& graph);

@@ -45,7 +45,8 @@ TEST_F(StartUp, MenusHoldTheirItemsInOrder) {
                                              "Select All", "Link Selected", "Link to..."));
   EXPECT_THAT(items("ViewPane"),
               ElementsAre("Default", "Display Texture Image", "---", "Layered", "Compact", "Arrange Again",
-                          "Expand All", "Overview", "Record Names", "Highlight Neighbours", "Links"));
+                          "Expand All", "Overview", "Record Names", "Highlight Neighbours", "Links",
+                          "Unlinked Records", "Rebuild Graph"));
   EXPECT_THAT(
       items("KAVOtoolPane"),
       ElementsAre("KAVO Quick preview(DX-VIEWER)", "KAVO Quick preview(Emu-Board)", "Kavo preview(DX-VIEWER)",

@@ -96,16 +96,17 @@ class Textures : public EditorTest {
   /// Where in its node a picture of that size stands.
   Box picture(std::string_view node, int width, int height) {
     const Box box = editor_.graph().node(node).box;
-    return {box.x + 4, box.y + 4, width, height};
+    return {box.x + (box.width - width) / 2, box.y + 4, width, height};
   }
-  /// Whether the node is as large as its picture, not as its label.
-  bool shows(std::string_view node, int width, int height) {
-    const Box box = editor_.graph().node(node).box;
-    return box.width == width + 8 && box.height == height + 8;
+  /// Whether the node is as large as its picture with its name below it, not as its name alone.
+  bool shows(std::string_view node, int height) {
+    const support::GraphState graph = editor_.graph();
+    const Box box = graph.node(node).box, named = graph.node(kNoImage).box;
+    return box.width == named.width - 12 && box.height == named.height + height - 2;
   }
   /// Waits until the node shows these pixels on the screen, the top row first.
   testing::AssertionResult awaitPixels(std::string_view node, int width, int height, const Pixels& expected) {
-    if (!shows(node, width, height)) return testing::AssertionFailure() << node << " shows no such picture";
+    if (!shows(node, height)) return testing::AssertionFailure() << node << " shows no such picture";
     const Box box = picture(node, width, height);
     Pixels found;
     const bool same = support::waitFor([&] {
@@ -130,8 +131,9 @@ class Textures : public EditorTest {
     return 0;
   }
   bool noPicture(std::string_view node) {
-    const support::GraphState::Node shown = editor_.graph().node(node);
-    return shown.label == node && shown.box.width > 20;
+    const support::GraphState graph = editor_.graph();
+    const support::GraphState::Node shown = graph.node(node);
+    return shown.label == node && shown.box.width == graph.node(kNoImage).box.width;
   }
 
   viewkit::DisplayPtr display_;
@@ -181,22 +183,42 @@ TEST_F(Textures8, TheToggleTakesEffectForNodesBuiltAfterwards) {
   toggle();
   EXPECT_TRUE(noPicture(kCorners));
   editor_.open(scene);
-  EXPECT_TRUE(shows(kCorners, 2, 2));
+  EXPECT_TRUE(shows(kCorners, 2));
   toggle();
   EXPECT_TRUE(awaitPixels(kCorners, 2, 2, {cell(7, 0, 0), cell(0, 7, 0), cell(0, 0, 3), cell(0, 0, 0)}));
   editor_.open(scene);
   EXPECT_TRUE(noPicture(kCorners));
 }
 
+TEST_F(Textures8, AGraphThatIsRebuiltShowsThem) {
+  editor_.open(file());
+  toggle();
+  editor_.chooseMenu({"View", "Rebuild Graph"});
+  EXPECT_TRUE(awaitPixels(kCorners, 2, 2, {cell(7, 0, 0), cell(0, 7, 0), cell(0, 0, 3), cell(0, 0, 0)}));
+  editor_.chooseMenu({"View", "Default"});
+  editor_.chooseMenu({"View", "Rebuild Graph"});
+  EXPECT_TRUE(noPicture(kCorners));
+}
+
+TEST_F(Textures8, APictureHasItsNameBelowIt) {
+  openWithPictures();
+  const Box box = editor_.graph().node(kCorners).box, shown = picture(kCorners, 2, 2);
+  const Box below{box.x + 3, shown.y + 4, box.width - 6, box.y + box.height - shown.y - 7};
+  const unsigned long text = BlackPixel(display_.get(), 0);
+  EXPECT_TRUE(support::waitFor([&] {
+    return std::ranges::count(pixels_of(display_.get(), DefaultRootWindow(display_.get()), below), text) > 20;
+  }));
+}
+
 TEST_F(Textures8, DefaultTakesThePicturesAwayFromNodesBuiltAfterwards) {
   openWithPictures();
   editor_.chooseMenu({"View", "Default"});
-  EXPECT_TRUE(shows(kCorners, 2, 2));
+  EXPECT_TRUE(shows(kCorners, 2));
   editor_.open(file());
   EXPECT_TRUE(noPicture(kCorners));
   toggle();
   editor_.open(file());
-  EXPECT_TRUE(shows(kCorners, 2, 2));
+  EXPECT_TRUE(shows(kCorners, 2));
 }
 
 TEST_F(Textures8, APictureIsDrawnWhereItIsHoweverLargeItIs) {

@@ -157,7 +157,7 @@ struct SgGraphCallbackStruct {
 extern WidgetClass sgGraphWidgetClass;
 
 /// Nodes: made with SgGraphCreateNode. Resources: XmNuserData (XtPointer), XmNlabelString (XmString, copied;
-/// the node's name by default), XmNlabelPixmap (the picture shown instead of the label, of the screen's
+/// the node's name by default), XmNlabelPixmap (the picture shown above the label, of the screen's
 /// depth or 1, not freed; XmUNSPECIFIED_PIXMAP for none), SgNtint (Pixel of the box, the graph's nodeColor by
 /// default). A node is as large as what it shows. Unmanaged nodes and their arcs are invisible.
 extern WidgetClass sgNodeObjectClass;

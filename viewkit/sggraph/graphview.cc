@@ -145,8 +145,7 @@ void GraphView::setLabel(NodeId node) {
 
 void GraphView::measure(NodeId node) {
   const NodeLook& look = looks_[node];
-  const double width =
-      look.hasPicture() ? 0 : std::max(measuring_->width(look.label), measuring_->width(look.title));
+  const double width = std::max(measuring_->width(look.label), measuring_->width(look.title));
   const SgRectangle box = nodeBox(look, width, measuring_->height());
   drawing_.resizeNode(node, box.width, box.height);
 }

@@ -84,7 +84,7 @@ struct GraphContents {
   Viewport viewport_;
   std::unique_ptr<std::remove_pointer_t<Widget>, DestroyWidget> shelf_;
   std::vector<NodeLook> looks_;         // by NodeId
-  std::vector<PixmapSource> pictures_;  // by NodeId: instead of labels
+  std::vector<PixmapSource> pictures_;  // by NodeId: above labels
   std::vector<Widget> widgets_;         // by NodeId
   std::vector<std::string> names_;      // by NodeId
   std::vector<viewkit::XmStr> labels_;  // by NodeId: what the nodes' labelString points at
