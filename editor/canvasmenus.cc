@@ -23,6 +23,7 @@ constexpr const char* kParentsLabel = "Select Parents";
 constexpr const char* kChildrenLabel = "Select Children";
 constexpr const char* kAboveLabel = "Select Everything Above";
 constexpr const char* kBelowLabel = "Select Everything Below";
+constexpr const char* kShowOnlyLabel = "Show Only These";
 constexpr const char* kDeleteLinksLabel = "Delete Links";
 
 /// Items of the menu bar that these menus offer, too.
@@ -35,6 +36,13 @@ constexpr VkGraph::Spot kSpots[] = {VkGraph::Spot::Node, VkGraph::Spot::Arc, VkG
 
 CanvasMenus::CanvasMenus(VkGraph& graph, GraphGestures& gestures, const VkMenu& bar, OpenDialog openDialog)
     : graph_(graph), gestures_(gestures), bar_(bar), openDialog_(std::move(openDialog)) {
+  const VkMenuDesc only[] = {
+      {kAction, "These Alone", forward<&CanvasMenus::showOnly<0>>},
+      {kAction, "With 1 Step Around", forward<&CanvasMenus::showOnly<1>>},
+      {kAction, "With 2 Steps Around", forward<&CanvasMenus::showOnly<2>>},
+      {kAction, "With 3 Steps Around", forward<&CanvasMenus::showOnly<3>>},
+      kEnd,
+  };
   const VkMenuDesc node[] = {
       {kAction, kValuesLabel, forward<&CanvasMenus::values>},
       kSeparator,
@@ -48,6 +56,9 @@ CanvasMenus::CanvasMenus(VkGraph& graph, GraphGestures& gestures, const VkMenu& 
       {kAction, kChildrenLabel, forward<&CanvasMenus::select<VkGraph::Kin::Children>>},
       {kAction, kAboveLabel, forward<&CanvasMenus::select<VkGraph::Kin::AllAbove>>},
       {kAction, kBelowLabel, forward<&CanvasMenus::select<VkGraph::Kin::AllBelow>>},
+      kSeparator,
+      {VkMenuItemType::SUBMENU, kShowOnlyLabel, nullptr, only},
+      fromBar(kAction, "Show All"),
       kSeparator,
       fromBar(kAction, "Link Selected"),
       kEnd,
@@ -70,6 +81,7 @@ CanvasMenus::CanvasMenus(VkGraph& graph, GraphGestures& gestures, const VkMenu& 
       fromBar(kAction, "Select All"),
       fromBar(kAction, "Arrange Again"),
       fromBar(kAction, "Expand All"),
+      fromBar(kAction, "Show All"),
       kSeparator,
       fromBar(kToggle, "Edit Mode"),
       fromBar(kToggle, "Overview"),
@@ -104,7 +116,7 @@ void CanvasMenus::showWhatIsPossible() {
   node.findNamedItem(kExpandLabel)->setActive(current && graph_.isCollapsed(current));
   node.findNamedItem(kParentLabel)->setActive(current && current->nParents() > 0);
   node.findNamedItem(kChildLabel)->setActive(current && current->nChildren() > 0);
-  for (const char* const label : {kParentsLabel, kChildrenLabel, kAboveLabel, kBelowLabel})
+  for (const char* const label : {kParentsLabel, kChildrenLabel, kAboveLabel, kBelowLabel, kShowOnlyLabel})
     node.findNamedItem(label)->setActive(selected);
   const std::size_t arcs = SgGraphGetSelectedArcs(graph).size();
   VkMenuItem* const remove = graph_.popupMenu(VkGraph::Spot::Arc).findNamedItem(kDeleteLinksLabel);

@@ -40,6 +40,10 @@ class CanvasMenus : public VkCallbackObject {
   void select() {
     graph_.selectKin(Kin);
   }
+  template <int Steps>
+  void showOnly() {
+    graph_.showOnlySelected(Steps);
+  }
   void goToParentEnd() { goToEnd(true); }
   void goToChildEnd() { goToEnd(false); }
   void goToEnd(bool parent);

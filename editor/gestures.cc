@@ -261,7 +261,7 @@ void GraphGestures::deleteSelectedLink() {
               static_cast<void*>(from_widget), static_cast<void*>(to_widget));
   std::printf("from %s\n", from->name());
   std::printf("to   %s\n", to->name());
-  if (graph_.uncover(from, to)) {
+  if (graph_.uncover({from, to})) {
     prompts_.tell(from_to(from, to) + " was folded: Delete again deletes it");
     return;
   }
@@ -289,7 +289,7 @@ void GraphGestures::deleteSelectedLinks() {
     SgGraphGetArcNodes(graph_.graphWidget(), arc, &from, &to);
     links.emplace_back(VkNode::of(from), VkNode::of(to));
   }
-  for (const auto& [from, to] : links) uncovered = graph_.uncover(from, to) || uncovered;
+  for (const auto& [from, to] : links) uncovered = graph_.uncover({from, to}) || uncovered;
   if (uncovered) {
     prompts_.tell("Some were folded: Delete Links again deletes them");
     return;

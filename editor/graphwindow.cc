@@ -159,6 +159,7 @@ void GraphWindow::addMenus() {
       {kRadio, kCompactLabel, compactCallback},
       {kAction, "Arrange Again", arrangeAgainCallback},
       {kAction, "Expand All", expandAllCallback},
+      {kAction, "Show All", showAllCallback},
       {kToggle, kOverviewLabel, overviewCallback},
       {kToggle, kRecordNamesLabel, recordNamesCallback},
       {kToggle, kNeighboursLabel, neighboursCallback},

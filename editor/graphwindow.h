@@ -166,6 +166,7 @@ class GraphWindow : public VkWindow, private SceneDisplay, private TextureDispla
   /// Shows in the menu how the graph is arranged.
   void showArrangement();
   void expandAll() { graph_->expandAll(); }
+  void showAll() { graph_->showAll(); }
 
   // KAVO tool.
   void setDir() { converters_.setOutputDirectory(); }
@@ -235,6 +236,7 @@ class GraphWindow : public VkWindow, private SceneDisplay, private TextureDispla
   static constexpr auto compactCallback = forward<&GraphWindow::compact>;
   static constexpr auto arrangeAgainCallback = forward<&GraphWindow::arrangeAgain>;
   static constexpr auto expandAllCallback = forward<&GraphWindow::expandAll>;
+  static constexpr auto showAllCallback = forward<&GraphWindow::showAll>;
   static constexpr auto quickpviCallback = forward<&GraphWindow::quickpvi>;
   static constexpr auto quickpvCallback = forward<&GraphWindow::quickpv>;
   static constexpr auto kavoiCallback = forward<&GraphWindow::kavopvi>;

@@ -99,7 +99,7 @@ void Drawing::showNode(NodeId node, bool shown) {
 
 void Drawing::updateShown(NodeId node) {
   Node& changed = nodes_[node];
-  const bool shown = changed.wanted && changed.into == kNone;
+  const bool shown = changed.wanted && !changed.hidden && changed.into == kNone;
   if (changed.shown == shown) return;
   changed.shown = shown;
   extentsStale_ = true;
@@ -116,7 +116,17 @@ void Drawing::foldNode(NodeId node, NodeId into) {
   takeOver(node, into);
 }
 
+void Drawing::hideNode(NodeId node) {
+  nodes_[node].hidden = true;
+  hidden_.push_back(node);
+  updateShown(node);
+}
+
 void Drawing::unfoldAll() {
+  for (const NodeId node : std::exchange(hidden_, {})) {
+    nodes_[node].hidden = false;
+    updateShown(node);
+  }
   for (const auto& [face, members] : std::exchange(folds_, {}))
     for (const NodeId member : members) takeOver(member, kNone);
 }
@@ -396,13 +406,16 @@ void Drawing::bringUpToDate() const {
 }
 
 void Drawing::chooseStubs() const {
-  for (const Node& node : nodes_) node.undrawn = {};
+  for (const Node& node : nodes_) node.undrawn = node.toHidden = {};
   std::unordered_set<std::uint64_t> redirected;  // one stub stands for all that lead from here to there
   for (ArcId arc = 0; arc < arcs_.size(); ++arc) {
     const Arc& chosen = arcs_[arc];
     chosen.stubOut = chosen.stubIn = true;
-    if (!chosen.used || !arcShown(arc)) continue;
+    if (!chosen.used) continue;
     const NodeId from = drawnFrom(arc), to = drawnTo(arc);
+    if (nodes_[to].hidden) ++nodes_[from].toHidden.out;
+    if (nodes_[from].hidden) ++nodes_[to].toHidden.in;
+    if (!arcShown(arc)) continue;
     if (isRedirected(arc))
       chosen.stubOut = chosen.stubIn = redirected.insert(std::uint64_t{from} << 32 | to).second;
     else if (chosen.style != ArcStyle::Stubs || from == to)
@@ -419,6 +432,11 @@ void Drawing::chooseStubs() const {
 Drawing::Undrawn Drawing::undrawnStubs(NodeId node) const {
   bringUpToDate();
   return nodes_[node].undrawn;
+}
+
+Drawing::Undrawn Drawing::hiddenArcs(NodeId node) const {
+  bringUpToDate();
+  return nodes_[node].toHidden;
 }
 
 void Drawing::computePath(ArcId id) const {

@@ -51,8 +51,10 @@ class Drawing {
   void moveNode(NodeId node, SgPoint corner);
   void resizeNode(NodeId node, double width, double height);
   void showNode(NodeId node, bool shown);
-  /// Not while it is folded into another.
+  /// Not while it is folded into another or hidden.
   bool shown(NodeId node) const { return nodes_[node].shown; }
+  /// The same, once it is shown.
+  bool isSeen(NodeId node) const { return !nodes_[node].hidden && nodes_[node].into == kNone; }
   /// @}
 
   /// @name Folding: one node can stand for others, which are not seen then. Their arcs are drawn from and to
@@ -60,6 +62,9 @@ class Drawing {
   /// @{
   /// @param into  not folded itself.
   void foldNode(NodeId node, NodeId into);
+  /// It is not seen at all, nor are its arcs.
+  void hideNode(NodeId node);
+  /// All are seen, hidden ones, too.
   void unfoldAll();
   /// The node that is seen for it: itself unless it is folded.
   NodeId face(NodeId node) const { return nodes_[node].into == kNone ? node : nodes_[node].into; }
@@ -136,12 +141,14 @@ class Drawing {
   /// Whether only the ends of the arc are drawn: not while it is selected, or a node of its is. A folded node
   /// may have thousands that are not its own: selecting it doesn't count for these.
   bool inStubs(ArcId arc, const ArcDetail& detail) const;
-  /// Stubs that are not drawn, since others at the same end of the same node are: of arcs that lead to the
-  /// node, and of those that start there.
+  /// Numbers of arcs that are not drawn: of those that lead to a node, and of those that start there.
   struct Undrawn {
     std::uint32_t in = 0, out = 0;
   };
+  /// Arcs in stubs, since others at the same end of the same node are drawn.
   Undrawn undrawnStubs(NodeId node) const;
+  /// Arcs between the node and hidden ones.
+  Undrawn hiddenArcs(NodeId node) const;
   /// Calls `visit(points, reachesChild)` for every line that is drawn of the arc.
   template <class Visit>
   void visitPieces(ArcId arc, const ArcDetail& detail, Visit&& visit) const {
@@ -199,9 +206,10 @@ class Drawing {
     std::uint32_t generation = 0;
     NodeId into = kNone;  // the node that it is folded into
     bool used = false;
-    bool wanted = false, shown = false;  // shown: wanted and not folded
-    std::uint64_t selected = 0;          // key in selectedNodes_, 0 for not selected
-    mutable Undrawn undrawn;
+    bool wanted = false, hidden = false;
+    bool shown = false;          // wanted, and neither hidden nor folded
+    std::uint64_t selected = 0;  // key in selectedNodes_, 0 for not selected
+    mutable Undrawn undrawn, toHidden;
   };
   struct ArcLinks {
     ArcId next = kNone, previous = kNone;
@@ -248,6 +256,7 @@ class Drawing {
   std::vector<NodeId> freeNodes_;
   std::vector<ArcId> freeArcs_;
   std::unordered_map<std::uint64_t, Pair> pairs_;
+  std::vector<NodeId> hidden_;
   std::unordered_map<NodeId, std::vector<NodeId>> folds_;  // by the node that stands for them
   BoxIndex nodeIndex_;
   std::map<std::uint64_t, NodeId> selectedNodes_;

@@ -116,23 +116,23 @@ class Painting {
     }
   }
 
-  /// Says how many stubs are not drawn: of arcs that lead to a node above its right corner, of those that
+  /// Says how many arcs are not drawn: of those that lead to a node above its right corner, of those that
   /// start there below.
   void drawUndrawn() {
     surface_.setTextZoom(kCountZoom * std::max(frame_.zoom, kLeastTextZoom));
     const double height = surface_.textHeight();
     for (const NodeId node : nodesInView()) {
-      const Drawing::Undrawn undrawn = drawing_.undrawnStubs(node);
       const bool whole = selected(node) && drawing_.countFolded(node) == 0;
-      if (undrawn.in + undrawn.out == 0 || whole) continue;
+      const Drawing::Undrawn stubs = whole ? Drawing::Undrawn{} : drawing_.undrawnStubs(node);
+      const Drawing::Undrawn hidden = drawing_.hiddenArcs(node);
       const SgRectangle box = frame_.toWindow(boxOf(node));
       const auto say = [&](std::uint32_t count, double y) {
         if (count == 0) return;
         const std::string text = "+" + std::to_string(count);
         surface_.drawText({box.right() - surface_.textWidth(text) / 2, y}, text, inks_.arc);
       };
-      say(undrawn.in, box.y - height / 2);
-      say(undrawn.out, box.bottom() + height / 2);
+      say(stubs.in + hidden.in, box.y - height / 2);
+      say(stubs.out + hidden.out, box.bottom() + height / 2);
     }
     surface_.setTextZoom(std::max(frame_.zoom, kLeastTextZoom));
   }

@@ -27,7 +27,18 @@ std::vector<SgPoint> shifted(std::vector<SgPoint> bends, SgPoint from, SgPoint t
   return bends;
 }
 
+/// Whether a line over such points turns at right angles only.
+bool isSquare(std::span<const SgPoint> bends) {
+  const auto slanted = [](const SgPoint& a, const SgPoint& b) { return a.x != b.x && a.y != b.y; };
+  return !bends.empty() && std::ranges::adjacent_find(bends, slanted) == bends.end();
+}
+
 }  // namespace
+
+SgArcStyle styleOf(bool compact, std::span<const SgPoint> bends) {
+  if (!compact) return SgARC_WHOLE;
+  return bends.empty() ? SgARC_STUBS : isSquare(bends) ? SgARC_SQUARE : SgARC_WHOLE;
+}
 
 bool GraphFolds::isFolded(const VkNode* node) const {
   return std::ranges::find(folded_, node) != folded_.end();
@@ -40,6 +51,8 @@ VkNode* GraphFolds::face(VkNode* node) const {
 
 void GraphFolds::forget(const VkNode* node) {
   unfold(node);
+  only_.erase(node);
+  if (guest_ == node) guest_ = nullptr;
   if (homes_.erase(node) == 0) return;
   for (auto& [other, home] : homes_)
     if (home.into == node) home.into = nullptr;
@@ -47,6 +60,7 @@ void GraphFolds::forget(const VkNode* node) {
 
 void GraphFolds::clear() {
   folded_.clear();
+  showOnly({});
   homes_.clear();
   bends_.clear();
   closed_ = false;
@@ -57,7 +71,7 @@ SgPoint GraphFolds::shiftNear(SgPoint place, SgPoint (*at)(const Home&)) const {
   double least = HUGE_VAL;
   for (const auto& [node, home] : homes_) {
     const double away = picture::distance(at(home), place);
-    if (home.into || away >= least) continue;
+    if (!home.isSeen() || away >= least) continue;
     least = away;
     shift = home.shift;
   }
@@ -77,6 +91,7 @@ void GraphFolds::open(Widget graph, std::span<VkNode* const> nodes) {
     SgGraphSetNodePosition(node->baseWidget(), {seen.x - shift.x, seen.y - shift.y});
   }
   for (const auto& [arc, bends] : bends_) SgGraphSetArcBends(graph, arc, bends.open);
+  for (const auto& [arc, style] : std::exchange(styles_, {})) SgGraphSetArcStyle(graph, arc, style);
   closed_ = false;
 }
 
@@ -101,11 +116,16 @@ void GraphFolds::close(Widget graph, const GraphPicture& picture, bool compact, 
     VkNode* const node = picture.nodes[i];
     VkNode* const seen = into[i] == graphlayout::kShown ? node : picture.nodes[into[i]];
     same = same && face(node) == seen;
-    if (seen != node) hidden.push_back({node->baseWidget(), seen->baseWidget()});
+    if (hides(seen))
+      hidden.push_back({node->baseWidget(), nullptr});
+    else if (seen != node)
+      hidden.push_back({node->baseWidget(), seen->baseWidget()});
   }
   SgGraphFold(graph, hidden);
   if (same)
     keepPlaces(picture);
+  else if (!only_.empty())
+    findPlacesOfSome(picture, into);
   else
     findPlaces(picture, into, compact);
   show(graph);
@@ -130,8 +150,8 @@ void GraphFolds::keepPlaces(const GraphPicture& picture) {
   }
   std::unordered_map<SgArc, Bends> bends;
   for (std::size_t i = 0; i < picture.arcs.size(); ++i) {
-    if (picture.bends[i].empty()) continue;
     const auto known = bends_.find(picture.arcIds[i]);
+    if (picture.bends[i].empty() && (known == bends_.end() || !known->second.open.empty())) continue;
     const auto shiftOf = [&](std::uint32_t node) { return homes_.at(picture.nodes[node]).shift; };
     bends[picture.arcIds[i]] = {
         picture.bends[i],
@@ -194,9 +214,55 @@ void GraphFolds::findPlaces(const GraphPicture& picture, const std::vector<std::
   }
 }
 
-void GraphFolds::show(Widget graph) const {
+void GraphFolds::findPlacesOfSome(const GraphPicture& picture, const std::vector<std::uint32_t>& faces) {
+  std::vector<std::uint32_t> numbers(picture.nodes.size(), GraphPicture::kHidden);
+  std::vector<graphlayout::Size> sizes;
+  for (std::size_t i = 0; i < picture.nodes.size(); ++i) {
+    if (faces[i] != graphlayout::kShown || hides(picture.nodes[i])) continue;
+    numbers[i] = static_cast<std::uint32_t>(sizes.size());
+    const SgRectangle bounds = SgGraphNodeBounds(picture.nodes[i]->baseWidget());
+    sizes.push_back({bounds.width, bounds.height});
+  }
+  std::vector<graphlayout::Arc> arcs;
+  std::vector<std::size_t> places;  // of these among all arcs
+  for (std::size_t i = 0; i < picture.arcs.size(); ++i) {
+    const graphlayout::Arc arc{numbers[picture.arcs[i].from], numbers[picture.arcs[i].to]};
+    if (arc.from == GraphPicture::kHidden || arc.to == GraphPicture::kHidden) continue;
+    arcs.push_back(arc);
+    places.push_back(i);
+  }
+  someCompact_ = sizes.size() >= graphlayout::kCompactFrom;
+  const graphlayout::Layout layout =
+      someCompact_ ? graphlayout::compact(sizes, arcs).layout : graphlayout::layout(sizes, arcs);
+
+  homes_.clear();
+  for (std::size_t i = 0; i < picture.nodes.size(); ++i) {
+    const SgPoint open{picture.positions[i].x, picture.positions[i].y};
+    Home home{picture.nodes[i], open, {}};
+    const std::uint32_t face = faces[i] == graphlayout::kShown ? static_cast<std::uint32_t>(i) : faces[i];
+    if (face != i) home.into = picture.nodes[face];
+    home.hidden = hides(picture.nodes[face]);
+    if (!home.hidden) {
+      const graphlayout::Point& at = layout.nodes[numbers[face]];
+      home.shift = {at.x - open.x, at.y - open.y};
+    }
+    homes_.emplace(picture.nodes[i], home);
+  }
+  bends_.clear();
+  for (std::size_t i = 0; i < picture.arcs.size(); ++i)
+    if (!picture.bends[i].empty()) bends_[picture.arcIds[i]] = {picture.bends[i], picture.bends[i]};
+  for (std::size_t i = 0; i < places.size(); ++i)
+    bends_[picture.arcIds[places[i]]] = {picture.bends[places[i]], pointsOf(layout.bends.of(i))};
+}
+
+void GraphFolds::show(Widget graph) {
   for (const auto& [node, home] : homes_) SgGraphSetNodePosition(node->baseWidget(), home.seen());
-  for (const auto& [arc, bends] : bends_) SgGraphSetArcBends(graph, arc, bends.seen);
+  for (const auto& [arc, bends] : bends_) {
+    SgGraphSetArcBends(graph, arc, bends.seen);
+    if (only_.empty()) continue;
+    styles_.emplace_back(arc, SgGraphArcStyle(graph, arc));
+    SgGraphSetArcStyle(graph, arc, styleOf(someCompact_, bends.seen));
+  }
 }
 
 std::optional<SgPoint> GraphFolds::placeOf(const VkNode* node) const {
@@ -237,7 +303,7 @@ GraphFolds::Moved GraphFolds::moved(Widget graph, std::span<const Moved::Node> s
     const bool within = parent != faces.end() && child != faces.end() && parent->second == child->second;
     std::vector<SgPoint> after;
     if (within) after = shifted(bends.open, ways.at(parent->second), ways.at(parent->second));
-    if (there) moved.arcs.push_back({arc, bends.open, after});
+    if (there && !bends.open.empty()) moved.arcs.push_back({arc, bends.open, after});
     bends.open = std::move(after);
     entry = within ? std::next(entry) : bends_.erase(entry);
   }

@@ -5,16 +5,19 @@
 #include <optional>
 #include <span>
 #include <unordered_map>
+#include <unordered_set>
+#include <utility>
 #include <vector>
 
 #include "viewkit/graphpicture.h"
 
-/// The open picture is the one that edits and their steps are about. The one that is seen is made of it: the
-/// hidden nodes lie where the node lies that stands for them, and the others have closed up. Whoever changes
-/// places calls open() before, and close() after it.
+/// The open picture is the one that edits and their steps are about. The one that is seen is made of it:
+/// folded nodes lie where the node lies that stands for them, and the others have closed up. Where only some
+/// nodes are wanted, these are laid out by themselves. Whoever changes places calls open() before, and
+/// close() after it.
 class GraphFolds {
  public:
-  bool any() const { return !folded_.empty(); }
+  bool any() const { return !folded_.empty() || !only_.empty(); }
   /// Whether the folded picture is shown.
   bool areClosed() const { return closed_; }
   bool isFolded(const VkNode* node) const;
@@ -24,6 +27,28 @@ class GraphFolds {
   void fold(VkNode* node) { folded_.push_back(node); }
   void unfold(const VkNode* node) { std::erase(folded_, node); }
   void unfoldAll() { folded_.clear(); }
+
+  /// Which nodes are shown at all; none: all.
+  void showOnly(std::unordered_set<const VkNode*> nodes) {
+    only_ = std::move(nodes);
+    guest_ = nullptr;
+  }
+  /// A node is to be seen beside those.
+  void showAlso(const VkNode* node) {
+    if (!only_.empty()) only_.insert(node);
+    if (guest_ == node) guest_ = nullptr;
+  }
+  /// The same, until there is another such guest.
+  void showGuest(const VkNode* node) {
+    only_.erase(guest_);
+    only_.insert(guest_ = node);
+  }
+  bool hides(const VkNode* node) const { return !only_.empty() && !only_.contains(node); }
+  /// How many are shown at all; nothing: all.
+  std::optional<std::size_t> countOnly() const {
+    return only_.empty() ? std::nullopt : std::optional(only_.size());
+  }
+
   /// The node leaves the graph.
   void forget(const VkNode* node);
   /// All nodes are gone.
@@ -64,6 +89,8 @@ class GraphFolds {
     SgPoint open;            // upper left corner
     SgPoint shift;           // from there to where it is seen
     VkNode* into = nullptr;  // the node that stands for it
+    bool hidden = false;     // nothing stands for it
+    bool isSeen() const { return !into && !hidden; }
     SgPoint seen() const { return {open.x + shift.x, open.y + shift.y}; }
   };
   struct Bends {
@@ -76,10 +103,17 @@ class GraphFolds {
   void findPlaces(const GraphPicture& picture, const std::vector<std::uint32_t>& faces, bool compact);
   void keepPlaces(const GraphPicture& picture);
   /// Puts nodes and arcs where they are seen.
-  void show(Widget graph) const;
+  void show(Widget graph);
+
+  /// The same where only some nodes are shown.
+  void findPlacesOfSome(const GraphPicture& picture, const std::vector<std::uint32_t>& faces);
 
   std::vector<VkNode*> folded_;
+  std::unordered_set<const VkNode*> only_;
+  const VkNode* guest_ = nullptr;  // in it, for a while
   std::unordered_map<const VkNode*, Home> homes_;
-  std::unordered_map<SgArc, Bends> bends_;  // of those that have any
-  bool closed_ = false;                     // the folded picture is shown
+  std::unordered_map<SgArc, Bends> bends_;            // of those that have any
+  bool closed_ = false;                               // the folded picture is shown
+  bool someCompact_ = false;                          // the picture of some nodes
+  std::vector<std::pair<SgArc, SgArcStyle>> styles_;  // in the open picture, of arcs that have others now
 };

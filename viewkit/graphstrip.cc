@@ -63,6 +63,8 @@ GraphStrip::GraphStrip(const char* name, Widget parent, VkGraph& graph) : VkComp
   XtOverrideTranslations(find_, XtParseTranslationTable(kFindKeys));
   count_ = XtVaCreateWidget("findCount", xmLabelWidgetClass, row, nullptr);
   notFound_ = XtVaCreateWidget("notFound", xmLabelWidgetClass, row, nullptr);
+  showAll_ = XtVaCreateWidget("showAll", xmPushButtonWidgetClass, row, nullptr);
+  XtAddCallback(showAll_, XmNactivateCallback, &Forward<&GraphStrip::showAll>::call, this);
   XtAddCallback(graph.graphWidget(), SgNviewChangedCallback, &Forward<&GraphStrip::viewChanged>::call, this);
   viewChanged();
 }
@@ -92,6 +94,19 @@ void GraphStrip::zoomIn() {
 void GraphStrip::zoom100() { SgGraphSetZoom(graph_.graphWidget(), 1); }
 
 void GraphStrip::zoomFit() { SgGraphZoomToFit(graph_.graphWidget()); }
+
+void GraphStrip::showAll() { graph_.showAll(); }
+
+void GraphStrip::showHowMany(std::optional<std::size_t> shown, std::size_t all) {
+  if (!shown) {
+    XtUnmanageChild(showAll_);
+    return;
+  }
+  const std::string text = "Show All (" + std::to_string(*shown) + " of " + std::to_string(all) + ")";
+  if (text != viewkit::textResource(showAll_, XmNlabelString))
+    XtVaSetValues(showAll_, XmNlabelString, viewkit::xmString(text).get(), nullptr);
+  XtManageChild(showAll_);
+}
 
 void GraphStrip::viewChanged() {
   const double percent = SgGraphZoom(graph_.graphWidget()) * 100;
@@ -238,6 +253,7 @@ void GraphStrip::goTo(std::ptrdiff_t step) {
 
 void GraphStrip::selectAll() {
   const std::vector<VkNode*> nodes = found();
+  graph_.uncover(nodes);
   selectRemembered();
   for (const VkNode* const node : nodes)
     if (XtIsManaged(node->baseWidget())) SgGraphSelectNode(graph_.graphWidget(), node->baseWidget());

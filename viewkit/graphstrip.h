@@ -13,10 +13,10 @@
 #include "viewkit/vkgraph.h"
 
 /// Widgets, by name: push buttons "zoomOut", "zoomIn", "zoom100", "zoomFit", labels "zoomLevel", "findLabel",
-/// "findCount" and "notFound", text field "find". Typing in the field goes to the first node that the text
-/// may mean (see VkGraph::findAll), Return and Down to the next one, Shift+Return and Up to the one before;
-/// Ctrl+Return selects all of them beside what is selected, Escape empties the field and goes back to the
-/// graph.
+/// "findCount" and "notFound", text field "find", push button "showAll" while only some nodes are shown.
+/// Typing in the field goes to the first node that the text may mean (see VkGraph::findAll), Return and Down
+/// to the next one, Shift+Return and Up to the one before; Ctrl+Return selects all of them beside what is
+/// selected, Escape empties the field and goes back to the graph.
 ///
 /// While a node is to be chosen (see VkGraph::choose), the field is labelled so, and Return takes the node
 /// that is shown. What was selected before is selected again afterwards.
@@ -36,6 +36,9 @@ class GraphStrip : public VkComponent {
   std::string putAside();
   void takeBack(const std::string& text);
 
+  /// How many nodes are shown; nothing: all of them.
+  void showHowMany(std::optional<std::size_t> shown, std::size_t all);
+
   /// A step in or out.
   void zoomOut();
   void zoomIn();
@@ -44,6 +47,7 @@ class GraphStrip : public VkComponent {
   void zoom100();
   void zoomFit();
   void findChanged();
+  void showAll();
   void returnPressed();
   void viewChanged();
   static void keyAction(Widget field, XEvent* event, String* words, Cardinal* count) noexcept;
@@ -69,5 +73,6 @@ class GraphStrip : public VkComponent {
   std::optional<VkNodeChoice> choice_;
   std::string offered_;    // the name of the node that would be chosen; empty: none
   std::string findLabel_;  // what stands before the field as a rule
-  Widget labelWidget_ = nullptr, find_ = nullptr, count_ = nullptr, notFound_ = nullptr, zoomLevel_ = nullptr;
+  Widget labelWidget_ = nullptr, find_ = nullptr, count_ = nullptr, notFound_ = nullptr, zoomLevel_ = nullptr,
+         showAll_ = nullptr;
 };

@@ -56,12 +56,6 @@ class Moving {
   Widget graph_;
 };
 
-/// Whether a line over such points turns at right angles only.
-bool isSquare(std::span<const SgPoint> bends) {
-  const auto slanted = [](const SgPoint& a, const SgPoint& b) { return a.x != b.x && a.y != b.y; };
-  return !bends.empty() && std::ranges::adjacent_find(bends, slanted) == bends.end();
-}
-
 }  // namespace
 
 const char* const VkGraph::nodesMovedCallback = "nodesMovedCallback";
@@ -122,6 +116,7 @@ void VkGraph::enter(std::unique_ptr<VkNode> node) {
   node->number_ = nodes_.size();
   byName_[node->name()].add(node.get());
   layoutIsDue_ = true;
+  folds_->showAlso(node.get());
   worked_ = node.get();
   nodes_.push_back(std::move(node));
   if (!graph_) return;
@@ -159,7 +154,8 @@ void VkGraph::add(VkNode* parent, VkNode* child, const char* attribute) {
   if (compact_) SgGraphSetArcStyle(graph_, arc, SgARC_STUBS);
   newArcs_.insert(arc);
   // What a person links is to be seen.
-  uncover(parent, child);
+  uncover({parent, child});
+  for (const VkNode* const node : {parent, child}) folds_->showAlso(node);
   expand(parent);
 }
 
@@ -260,6 +256,7 @@ VkGraph::Kept VkGraph::setAside() {
   if (graph_) kept.picture_ = SgGraphSetAside(graph_);
   std::swap(kept.contents_, static_cast<VkGraphContents&>(*this));
   asked_ = {};
+  if (graph_) showHowMany();
   return kept;
 }
 
@@ -269,6 +266,7 @@ void VkGraph::takeBack(Kept kept) {
     strip_->takeBack(kept.toFind_);
   }
   std::swap(kept.contents_, static_cast<VkGraphContents&>(*this));
+  if (graph_) showHowMany();
 }
 
 void VkGraph::changedCallback(Widget widget, XtPointer self, XtPointer data) {
@@ -371,7 +369,8 @@ void VkGraph::choose(VkNodeChoice choice) { strip_->startChoice(std::move(choice
 
 void VkGraph::reveal(VkNode* node) {
   if (!node || node->graph() != this || !graph_) return;
-  uncover(node, node);
+  unfold({node});
+  if (folds_->hides(node)) changeFolds(node, [&] { folds_->showGuest(node); });
   SgGraphClearSelection(graph_);
   SgGraphSelectNode(graph_, node->baseWidget());
   SgGraphRevealNode(graph_, node->baseWidget());
@@ -407,12 +406,20 @@ void VkGraph::fitSelected() {
 }
 
 void VkGraph::showTop() {
-  if (!nodes_.empty()) SgGraphShowTop(graph_, seen(nodes_.front().get())->baseWidget());
+  if (const VkNode* const top = someSeen(nullptr)) SgGraphShowTop(graph_, top->baseWidget());
 }
 
 // Selecting
 
-bool VkGraph::isSeen(VkNode* node) const { return isDisplayed(node) && seen(node) == node; }
+bool VkGraph::isSeen(const VkNode* node) const {
+  return isDisplayed(node) && SgGraphNodeIsSeen(node->baseWidget());
+}
+
+VkNode* VkGraph::someSeen(VkNode* wish) const {
+  if (wish && isSeen(seen(wish))) return seen(wish);
+  const auto found = std::ranges::find_if(nodes_, [&](const auto& node) { return isSeen(node.get()); });
+  return found == nodes_.end() ? nullptr : found->get();
+}
 
 void VkGraph::selectAll() {
   VkNode* const before = current();
@@ -559,8 +566,8 @@ void VkGraph::arrangeAgain() {
   if (!graph_) return;
   const GraphPicture shown = picture();
   if (shown.nodes.empty()) return;
-  VkNode* worked = workedOn();
-  if (!isDisplayed(worked)) worked = seen(shown.nodes.front());
+  const VkNode* const worked = someSeen(workedOn());
+  if (!worked) return;
   const Moving moving(graph_);
   const SgRectangle before = SgGraphNodeRectangle(worked->baseWidget());
   inOpenPicture(true, [&] { placeAll(picture()); });
@@ -574,11 +581,7 @@ void VkGraph::arrangeAgain() {
 
 void VkGraph::setBends(SgArc arc, std::span<const SgPoint> bends) {
   SgGraphSetArcBends(graph_, arc, bends);
-  if (compact_)
-    SgGraphSetArcStyle(graph_, arc,
-                       bends.empty()     ? SgARC_STUBS
-                       : isSquare(bends) ? SgARC_SQUARE
-                                         : SgARC_WHOLE);
+  SgGraphSetArcStyle(graph_, arc, styleOf(compact_, bends));
 }
 
 void VkGraph::placeAll(const GraphPicture& shown) {
@@ -704,9 +707,10 @@ void VkGraph::placeWithin(const VkPlaces& places) {
 
 void VkGraph::showOneOf(const std::vector<VkNode*>& nodes) {
   if (!graph_ || nodes.empty()) return;
+  if (std::ranges::none_of(nodes, [&](VkNode* node) { return isSeen(seen(node)); })) uncover({nodes.front()});
   const SgRectangle view = SgGraphViewport(graph_);
   const auto in_sight = [&](VkNode* node) {
-    return SgGraphNodeRectangle(seen(node)->baseWidget()).touches(view);
+    return isSeen(seen(node)) && SgGraphNodeRectangle(seen(node)->baseWidget()).touches(view);
   };
   if (std::ranges::none_of(nodes, in_sight)) SgGraphRevealNode(graph_, seen(nodes.front())->baseWidget());
 }
@@ -723,20 +727,21 @@ void VkGraph::inOpenPicture(bool afresh, Change&& change) const {
     folds_->close(graph_, picture(), compact_, afresh);
   else
     folds_->clear();
+  showHowMany();
 }
 
 template <class Change>
 void VkGraph::changeFolds(VkNode* still, Change&& change) {
   const Moving moving(graph_);
+  const bool wasSeen = isSeen(seen(still));
   const SgRectangle before = SgGraphNodeRectangle(seen(still)->baseWidget());
   inOpenPicture(true, change);
-  const Widget node = seen(still)->baseWidget();
-  const SgRectangle after = SgGraphNodeBounds(node);
+  const VkNode* const node = seen(still);
+  if (!wasSeen || !isSeen(node)) return;
+  const SgRectangle after = SgGraphNodeBounds(node->baseWidget());
   if (before.touches(SgGraphViewport(graph_)))
     SgGraphScrollTo(graph_, {after.x, after.y}, {before.x, before.y});
 }
-
-bool VkGraph::isAnyCollapsed() const { return folds_->any(); }
 
 bool VkGraph::isCollapsed(const VkNode* node) const { return folds_->isFolded(node); }
 
@@ -762,16 +767,62 @@ void VkGraph::expand(VkNode* node) {
 
 void VkGraph::expandAll() {
   if (!graph_ || !folds_->any()) return;
-  VkNode* const worked = workedOn();
-  changeFolds(isDisplayed(worked) ? worked : seen(picture().nodes.front()), [&] { folds_->unfoldAll(); });
+  if (VkNode* const still = someSeen(workedOn())) changeFolds(still, [&] { folds_->unfoldAll(); });
 }
 
-bool VkGraph::uncover(VkNode* a, VkNode* b) {
+bool VkGraph::unfold(const std::vector<VkNode*>& nodes) {
   bool any = false;
-  for (VkNode* const node : {a, b})
+  for (VkNode* const node : nodes)
     for (; seen(node) != node; any = true) expand(seen(node));
   return any;
 }
+
+bool VkGraph::uncover(const std::vector<VkNode*>& nodes) {
+  const bool any = unfold(nodes);
+  const auto hidden = [&](const VkNode* node) { return folds_->hides(node); };
+  if (std::ranges::none_of(nodes, hidden)) return any;
+  VkNode* const still = someSeen(nodes.front());
+  changeFolds(still ? still : nodes.front(), [&] {
+    for (const VkNode* const node : nodes) folds_->showAlso(node);
+  });
+  return true;
+}
+
+void VkGraph::showOnlySelected(int steps) {
+  std::vector<VkNode*> reached;
+  for (const Widget node : SgGraphGetSelectedNodes(graph_)) reached.push_back(VkNode::of(node));
+  if (reached.empty()) return;
+  const std::vector<VkNode*> selected = reached;
+  std::unordered_set<const VkNode*> only(reached.begin(), reached.end());
+  for (std::size_t begin = 0; steps > 0; --steps) {
+    const std::size_t end = reached.size();
+    for (; begin < end; ++begin) {
+      const VkNode* const node = reached[begin];
+      const auto reach = [&](VkNode* next) {
+        if (only.insert(next).second) reached.push_back(next);
+      };
+      for (int i = 0; i < node->nParents(); ++i) reach(node->parent(i));
+      for (int i = 0; i < node->nChildren(); ++i) reach(node->child(i));
+    }
+  }
+  for (VkNode* const node : reached) only.insert(seen(node));
+  VkNode* const before = current();
+  changeFolds(selected.front(), [&] { folds_->showOnly(std::move(only)); });
+  SgGraphClearSelection(graph_);  // of arcs that are not seen any more, too
+  for (const VkNode* const node : selected)
+    if (isSeen(node)) SgGraphSelectNode(graph_, node->baseWidget());
+  if (before) SgGraphSelectNode(graph_, before->baseWidget());
+  fit();
+}
+
+void VkGraph::showAll() {
+  if (!graph_ || !folds_->countOnly()) return;
+  VkNode* const still = someSeen(current());
+  changeFolds(still ? still : nodes_.front().get(), [&] { folds_->showOnly({}); });
+  if (still) SgGraphRevealNode(graph_, still->baseWidget());
+}
+
+void VkGraph::showHowMany() const { strip_->showHowMany(folds_->countOnly(), nodes_.size()); }
 
 void VkGraph::foldWanted(SgGraphCallbackStruct& call) {
   VkNode* const node = VkNode::of(call.node);

@@ -220,19 +220,26 @@ class VkGraph : public VkComponent, private VkGraphContents {
   void collapse(VkNode* node);
   void expand(VkNode* node);
   void expandAll();
-  bool isAnyCollapsed() const;
   bool isCollapsed(const VkNode* node) const;
   /// Whether it is open and would hide something. Linear.
   bool canCollapse(VkNode* node) const;
-  /// Unfolds what hides either node. @returns whether anything did.
-  bool uncover(VkNode* a, VkNode* b);
+  /// Unfolds what hides one of the nodes, and shows them beside the others if only some are shown. @returns
+  /// whether any was hidden.
+  bool uncover(const std::vector<VkNode*>& nodes);
+
+  /// Shows the selected nodes, and those that can be reached over so many arcs, whatever their direction, in
+  /// a picture of their own; no others. All that is said of folding holds for it: the open picture comes back
+  /// by showAll(). Nodes that are added, linked or looked for come beside those that are shown.
+  void showOnlySelected(int steps);
+  void showAll();
 
   /// The menu that the right button brings up, for the application to fill; one without items stays away.
   VkPopupMenu& popupMenu(Spot spot);
   /// What the last menu was asked for. Its node and arc may have gone since the menu's items were called.
   const Asked& menuAsked() const { return asked_; }
 
-  /// Selects the node, and nothing else, and brings it into view; unfolds what hides it.
+  /// Selects the node, and nothing else, and brings it into view; unfolds what hides it. Where only some are
+  /// shown, it is beside them until another node comes so.
   void reveal(VkNode* node);
   /// Scrolls to the first of the nodes, unless one of them is in sight.
   void showOneOf(const std::vector<VkNode*>& nodes);
@@ -267,7 +274,12 @@ class VkGraph : public VkComponent, private VkGraphContents {
   static constexpr XtCallbackProc menuCallbackProc = viewkit::Forward<&VkGraph::menuWanted>::call;
   bool isDisplayed(const VkNode* node) const;
   /// Whether people see the node itself.
-  bool isSeen(VkNode* node) const;
+  bool isSeen(const VkNode* node) const;
+  /// The node that is seen for `wish`, or if none is, another one that is seen.
+  VkNode* someSeen(VkNode* wish) const;
+  /// Unfolds what the nodes are folded into. @returns whether any was.
+  bool unfold(const std::vector<VkNode*>& nodes);
+  void showHowMany() const;
   /// The node that is seen for it.
   VkNode* seen(VkNode* node) const;
   /// Makes a change of the open picture. @param afresh  whether what is folded is looked for afresh.

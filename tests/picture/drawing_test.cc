@@ -324,6 +324,28 @@ TEST_F(Picture, WhatIsFoldedIntoARemovedNodeIsThereAgain) {
   EXPECT_EQ(drawing.nodeAt({5, 105}), kNone);
 }
 
+TEST_F(Picture, HiddenNodesAndTheirArcsAreNotSeenButCounted) {
+  const NodeId parent = node(0, 0), left = node(0, 100), right = node(200, 100);
+  const ArcId toLeft = drawing.addArc(parent, left), toRight = drawing.addArc(parent, right);
+  drawing.addArc(left, right);
+  const SgRectangle all = drawing.extents();
+  drawing.hideNode(right);
+  EXPECT_FALSE(drawing.shown(right));
+  EXPECT_FALSE(drawing.isSeen(right));
+  EXPECT_TRUE(drawing.arcShown(toLeft));
+  EXPECT_FALSE(drawing.arcShown(toRight));
+  EXPECT_EQ(drawing.nodeAt(drawing.box(right).middle()), picture::kNone);
+  EXPECT_LT(drawing.extents().width, all.width);
+  EXPECT_EQ(drawing.hiddenArcs(parent).out, 1u);
+  EXPECT_EQ(drawing.hiddenArcs(parent).in, 0u);
+  EXPECT_EQ(drawing.hiddenArcs(left).out, 1u);
+  drawing.unfoldAll();
+  EXPECT_TRUE(drawing.shown(right));
+  EXPECT_TRUE(drawing.arcShown(toRight));
+  EXPECT_EQ(drawing.extents(), all);
+  EXPECT_EQ(drawing.hiddenArcs(parent).out, 0u);
+}
+
 TEST_F(Picture, OnlyAFewStubsOfANodeAreDrawnAndTheOthersCounted) {
   const NodeId hub = node(0, 0);
   std::vector<ArcId> arcs;

@@ -104,8 +104,8 @@ GraphState Editor::graph() {
       state.zoom = std::stod(line.at(1));
       state.view = box(2);
     } else if (line[0] == "node") {
-      state.nodes.push_back(
-          {line.at(1), line.at(2), box(3), std::stoul(line.at(7)), flag('m'), flag('t'), flag('f')});
+      state.nodes.push_back({line.at(1), line.at(2), box(3), std::stoul(line.at(7)), flag('m'), flag('t'),
+                             flag('f'), flag('h')});
     } else {
       state.arcs.push_back({line.at(1), line.at(2), point(3), point(5), point(7), flag('t')});
     }
@@ -117,6 +117,7 @@ GraphState Editor::wholeGraph() {
   GraphState state = graph();
   const auto inView = [&](const GraphState::Node& node) {
     const Box &view = state.view, &box = node.box;
+    if (node.hidden) return true;
     return box.x >= view.x && box.y >= view.y && box.x + box.width <= view.x + view.width &&
            box.y + box.height <= view.y + view.height;
   };

@@ -18,6 +18,7 @@ struct GraphState {
     unsigned long tint = 0;  ///< pixel value of its colour
     bool managed = false, selected = false;
     bool folded = false;  ///< another one stands for it
+    bool hidden = false;  ///< it is not seen, whatever stands for it
   };
   struct Arc {
     std::string parent, child;

@@ -19,6 +19,7 @@ double SgGraphZoom(Widget graph) __attribute__((weak));
 Widget SgNodeGraph(Widget node) __attribute__((weak));
 const char* SgNodeName(Widget node) __attribute__((weak));
 Widget SgGraphFoldedInto(Widget node) __attribute__((weak));
+bool SgGraphNodeIsSeen(Widget node) __attribute__((weak));
 SgRectangle SgGraphViewport(Widget graph) __attribute__((weak));
 SgRectangle SgGraphNodeRectangle(Widget node) __attribute__((weak));
 std::vector<SgArc> SgGraphArcs(Widget graph) __attribute__((weak));
@@ -34,9 +35,10 @@ namespace {
 
 bool programHasGraphs() {
   return &sgGraphWidgetClass != nullptr && SgGraphZoom != nullptr && SgNodeGraph != nullptr &&
-         SgNodeName != nullptr && SgGraphFoldedInto != nullptr && SgGraphViewport != nullptr &&
-         SgGraphNodeRectangle != nullptr && SgGraphArcs != nullptr && SgGraphGetSelectedArcs != nullptr &&
-         SgGraphGetSelectedNodes != nullptr && SgGraphGetArcNodes != nullptr && SgGraphArcPoint != nullptr;
+         SgNodeName != nullptr && SgGraphFoldedInto != nullptr && SgGraphNodeIsSeen != nullptr &&
+         SgGraphViewport != nullptr && SgGraphNodeRectangle != nullptr && SgGraphArcs != nullptr &&
+         SgGraphGetSelectedArcs != nullptr && SgGraphGetSelectedNodes != nullptr &&
+         SgGraphGetArcNodes != nullptr && SgGraphArcPoint != nullptr;
 }
 
 /// Adds the words of places in the graph's window, as places on the screen.
@@ -97,7 +99,7 @@ std::vector<Words> describeGraph(Widget graph) {
     XtVaGetValues(node, SgNtint, &tint, nullptr);
     line.push_back(std::to_string(tint));
     line.push_back(std::string(XtIsManaged(node) ? "m" : "") + (contains(selected_nodes, node) ? "t" : "") +
-                   (SgGraphFoldedInto(node) ? "f" : ""));
+                   (SgGraphFoldedInto(node) ? "f" : "") + (SgGraphNodeIsSeen(node) ? "" : "h"));
     result.push_back(line);
   }
 

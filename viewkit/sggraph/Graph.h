@@ -212,6 +212,7 @@ bool SgGraphRemoveArcBetweenNodes(Widget graph, Widget from, Widget to);
 void SgGraphSetArcBends(Widget graph, SgArc arc, std::span<const SgPoint> bends);
 /// SgARC_WHOLE until set.
 void SgGraphSetArcStyle(Widget graph, SgArc arc, SgArcStyle style);
+SgArcStyle SgGraphArcStyle(Widget graph, SgArc arc);
 /// The inner points that it was given, as far as no node at its end has moved since.
 std::vector<SgPoint> SgGraphArcBends(Widget graph, SgArc arc);
 /// The points an arc is drawn through, on the plane, from the edge of one node to that of the other.
@@ -265,15 +266,18 @@ void SgGraphEndMove(Widget graph);
 /// @}
 
 /// @name Folding: nodes that others stand for are not seen. Their arcs are drawn from and to these instead,
-/// as stubs, and these say how many they stand for. Removing a node brings back what is folded into it.
+/// as stubs, and these say how many they stand for. Removing a node brings back what is folded into it. Nodes
+/// that nothing stands for are hidden, and their arcs are; the nodes at the other ends say how many.
 /// @{
 struct SgFoldedNode {
-  Widget node, into;
+  Widget node, into;  ///< into null: it is hidden
 };
 /// From now on these nodes are folded, and no others.
 void SgGraphFold(Widget graph, std::span<const SgFoldedNode> folded);
 /// The node that is seen for it; null for itself.
 Widget SgGraphFoldedInto(Widget node);
+/// Whether it is managed, and neither folded nor hidden.
+bool SgGraphNodeIsSeen(Widget node);
 /// A place in the window where a press takes the handle that folds and unfolds the node. False for a node
 /// that has none now: only those that are pointed at and those that are folded have.
 bool SgGraphFoldHandle(Widget node, SgPoint* handle);

@@ -130,6 +130,20 @@ void SgGraphSetArcStyle(Widget graph, SgArc arc, SgArcStyle style) {
   if (found) found.view->setArcStyle(found.id, kStyles[style]);
 }
 
+SgArcStyle SgGraphArcStyle(Widget graph, SgArc arc) {
+  const ArcInView found = find(graph, arc);
+  if (!found) return SgARC_WHOLE;
+  switch (found.view->drawing().arcStyle(found.id)) {
+    case picture::ArcStyle::Stubs:
+      return SgARC_STUBS;
+    case picture::ArcStyle::Square:
+      return SgARC_SQUARE;
+    case picture::ArcStyle::Whole:
+      break;
+  }
+  return SgARC_WHOLE;
+}
+
 std::vector<SgPoint> SgGraphArcBends(Widget graph, SgArc arc) {
   const ArcInView found = find(graph, arc);
   if (!found) return {};
@@ -236,7 +250,7 @@ void SgGraphFold(Widget graph, std::span<const SgFoldedNode> folded) {
   std::vector<sggraph::FoldedNode> ids;
   ids.reserve(folded.size());
   for (const auto& [node, into] : folded)
-    if (const NodeId id = idIn(view, node), face = idIn(view, into); id != kNone && face != kNone)
+    if (const NodeId id = idIn(view, node), face = idIn(view, into); id != kNone && (!into || face != kNone))
       ids.push_back({id, face});
   view->fold(ids);
 }
@@ -246,6 +260,11 @@ Widget SgGraphFoldedInto(Widget node) {
   if (!found) return nullptr;
   const NodeId face = found.view->drawing().face(found.id);
   return face == found.id ? nullptr : found.view->widgetOf(face);
+}
+
+bool SgGraphNodeIsSeen(Widget node) {
+  const NodeInView found = find(node);
+  return found && XtIsManaged(node) && found.view->drawing().isSeen(found.id);
 }
 
 bool SgGraphFoldHandle(Widget node, SgPoint* handle) {

@@ -177,6 +177,10 @@ void GraphView::fold(std::span<const FoldedNode> folded) {
   drawing_.visitFaces([&](NodeId face) { faces.push_back(face); });
   drawing_.unfoldAll();
   for (const auto& [node, into] : folded) {
+    if (into == kNone) {
+      drawing_.hideNode(node);
+      continue;
+    }
     if (drawing_.countFolded(into) == 0) faces.push_back(into);
     drawing_.foldNode(node, into);
   }

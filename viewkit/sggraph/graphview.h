@@ -69,7 +69,7 @@ struct LastClick {
 };
 
 struct FoldedNode {
-  NodeId node, into;
+  NodeId node, into;  // into kNone: it is hidden
 };
 
 /// The nodes and arcs of a graph widget, and the view of them: what can be set aside for other ones.
