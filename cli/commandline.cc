@@ -15,6 +15,8 @@ const char kScriptHelp[] =
     "  move OLD_PARENT OLD_CHILD NEW_PARENT NEW_CHILD\n"
     "  name NODE TEXT\n"
     "  set NODE ITEM=VALUE ...      items as show names them; \"VALUE\" may hold blanks\n"
+    "  copy NODE                    of a material, texture, image, palette or animation\n"
+    "  delete NODE                  of the same kinds, when nothing refers to it\n"
     "  image TEXTURE PICTURE        the texels of a PNG of the same size\n"
     "  new chainroot | joint | effector | weight N\n"
     "  new envelope FULL WEIGHTED MORPH TRIANGLES SHAPE\n"

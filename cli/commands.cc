@@ -15,6 +15,8 @@ constexpr Command kCommands[] = {
     {"render", "the graph's picture, as SVG, PDF, PNG or PostScript", render},
     {"texture", "the images of textures, as PNG", texture},
     {"resave", "open and save", resave},
+    {"prune", "materials, textures, images, palettes, animations that nothing needs go", prune},
+    {"dedup", "such records that are equal become one", dedup},
     {"edit", "run a script of edits, then save", edit},
     {"options", "the converters' options and what they add to command lines", options},
     {"recover", "the copies of unsaved work; take one out, forget one", recover},

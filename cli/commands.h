@@ -42,6 +42,8 @@ Work dump(CLI::App& line);
 Work diff(CLI::App& line);
 Work render(CLI::App& line);
 Work texture(CLI::App& line);
+Work prune(CLI::App& line);
+Work dedup(CLI::App& line);
 Work resave(CLI::App& line);
 Work edit(CLI::App& line);
 Work options(CLI::App& line);

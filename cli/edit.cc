@@ -13,6 +13,7 @@
 #include <string>
 
 #include "cli/commandline.h"
+#include "cli/copyrecord.h"
 #include "cli/files.h"
 #include "cli/jobs.h"
 #include "cli/newelement.h"
@@ -46,6 +47,10 @@ std::string why_refused(const Qis& scene, const ScriptLine& line) {
       return qiQUILver(scene.header) == qi::kVersion2
                  ? "there is no such shape, or the element takes more than 16 MiB"
                  : "scenes of version 1 have no such elements";
+    case Verb::copy:
+      return why_not_copied(scene, operands[0]);
+    case Verb::discard:
+      return why_not_deleted(scene, operands[0]);
     default:
       return {};
   }
@@ -70,6 +75,10 @@ std::int64_t run(Qis& scene, const ScriptLine& line) {
       return new_element(scene, operands);
     case Verb::image:
       return put_image(scene, operands[0], operands[1]);
+    case Verb::copy:
+      return copy_node(scene, operands[0]);
+    case Verb::discard:
+      return delete_node(scene, operands[0]);
     case Verb::nothing:
       break;
   }

@@ -17,8 +17,8 @@ struct Command {
   std::size_t operands;  ///< the least, for `set` and `new`
 };
 constexpr Command kCommands[] = {
-    {"add", Verb::add, 2}, {"delete", Verb::remove, 2}, {"move", Verb::move, 4},  {"name", Verb::name, 2},
-    {"set", Verb::set, 3}, {"new", Verb::create, 1},    {"image", Verb::image, 2}};
+    {"add", Verb::add, 2}, {"delete", Verb::remove, 2}, {"move", Verb::move, 4},   {"name", Verb::name, 2},
+    {"set", Verb::set, 3}, {"new", Verb::create, 1},    {"image", Verb::image, 2}, {"copy", Verb::copy, 1}};
 
 /// Takes the first word off `rest`; empty at the end of the line.
 std::string_view next_word(std::string_view& rest) {
@@ -98,8 +98,10 @@ std::optional<ScriptLine> parse_script_line(const std::string& line) {
   }
   for (std::string_view word = next_word(rest); !ends_line(word); word = next_word(rest))
     parsed.operands.emplace_back(word);
-  const bool complete = parsed.verb == Verb::create ? is_new_element(parsed.operands)
-                                                    : parsed.operands.size() == command->operands;
+  if (parsed.verb == Verb::remove && parsed.operands.size() == 1) parsed.verb = Verb::discard;
+  const bool complete = parsed.verb == Verb::create    ? is_new_element(parsed.operands)
+                        : parsed.verb == Verb::discard ? true
+                                                       : parsed.operands.size() == command->operands;
   if (!complete) return std::nullopt;
   return parsed;
 }

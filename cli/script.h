@@ -7,13 +7,13 @@
 #include <vector>
 
 /// What a script line asks for.
-enum class Verb { nothing, add, remove, move, name, set, create, image };
+enum class Verb { nothing, add, remove, move, name, set, create, image, copy, discard };
 
 struct ScriptLine {
   Verb verb = Verb::nothing;
   /// add, remove: parent, child. move: old parent, old child, new parent, new child. name: node, text.
   /// set: node, then for each item its path and its value. create: element, then its numbers. image: node,
-  /// file.
+  /// file. copy, discard: node.
   std::vector<std::string> operands;
 };
 

@@ -68,6 +68,12 @@ void splice(Piece& piece, std::size_t at, std::size_t removed, const Bytes& inse
   if (new_size < size) piece.resize(new_size);
 }
 
+/// Gives a piece that content alone.
+void replace(Piece& piece, const Bytes& content) {
+  if (piece.bytes().size() != content.size()) piece.resize(content.size());
+  if (piece.bytes().size() == content.size()) std::ranges::copy(content, piece.bytes().begin());
+}
+
 std::size_t common_start(std::span<const std::byte> a, std::span<const std::byte> b, std::size_t unit) {
   const auto same = static_cast<std::size_t>(std::ranges::mismatch(a, b).in1 - a.begin());
   return same - same % unit;
@@ -115,7 +121,11 @@ void Change::apply(Qis& scene, Bytes Patch::*wanted, Bytes Patch::*held) const {
       while (!patches_.empty() && patches_.front().key < key) patches_ = patches_.subspan(1);
       if (patches_.empty() || patches_.front().key != key) return;
       const Patch& patch = patches_.front();
-      splice(piece, patch.at, (patch.*held_).size(), patch.*wanted_);
+      if (patch.whole) {
+        replace(piece, patch.*wanted_);
+      } else {
+        splice(piece, patch.at, (patch.*held_).size(), patch.*wanted_);
+      }
     }
 
    private:
@@ -178,8 +188,7 @@ void Recording::stop() {
   if (scene_.recording_link.recording == this) scene_.recording_link.recording = nullptr;
 }
 
-void Recording::keep(Change::Unit unit) {
-  if (before_.contains(unit)) return;
+Recording::Image Recording::image_of(Change::Unit unit) {
   class Keeper final : public PieceVisitor {
    public:
     explicit Keeper(Image& image) : image_(image) {}
@@ -194,7 +203,11 @@ void Recording::keep(Change::Unit unit) {
   Image image;
   Keeper keeper(image);
   visit_unit(scene_, unit, keeper);
-  before_.emplace(unit, std::move(image));
+  return image;
+}
+
+void Recording::keep(Change::Unit unit) {
+  if (!before_.contains(unit)) before_.emplace(unit, image_of(unit));
 }
 
 std::vector<Change::Patch> Recording::differences(Change::Unit unit, const Image& before) {
@@ -245,9 +258,27 @@ std::vector<Change::Patch> Recording::differences(Change::Unit unit, const Image
     std::vector<Change::Patch> patches_;
   };
 
+  const Image now = image_of(unit);
+  const auto same_sort = [](const Held& a, const Held& b) {
+    return a.key == b.key && a.unit == b.unit && (a.unit != 0 || a.bytes.size() == b.bytes.size());
+  };
+  if (!before.empty() && !now.empty() && !std::ranges::equal(before, now, same_sort))
+    return replacements(before, now);
   Comparer comparer(before);
   visit_unit(scene_, unit, comparer);
   return comparer.take();
+}
+
+std::vector<Change::Patch> Recording::replacements(const Image& before, const Image& now) {
+  std::map<PieceKey, Change::Patch> patches;
+  const auto patch = [&](const PieceKey& key) -> Change::Patch& {
+    return patches.try_emplace(key, Change::Patch{key, 0, {}, {}, true}).first->second;
+  };
+  for (const Held& held : before) patch(held.key).before = held.bytes;
+  for (const Held& held : now) patch(held.key).after = held.bytes;
+  std::vector<Change::Patch> all;
+  for (auto& [key, made] : patches) all.push_back(std::move(made));
+  return all;
 }
 
 Change Recording::finish() {

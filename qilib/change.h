@@ -47,6 +47,7 @@ class Change {
     PieceKey key;
     std::size_t at;
     std::vector<std::byte> before, after;
+    bool whole = false;  ///< all of the piece, whatever it holds: the record consists of other pieces now
   };
   struct UnitChange {
     Unit unit;
@@ -86,10 +87,13 @@ class Recording {
   };
   using Image = std::vector<Held>;
 
+  Image image_of(Change::Unit unit);
   void keep(Change::Unit unit);
   void take_back() noexcept;
   void stop();
   std::vector<Change::Patch> differences(Change::Unit unit, const Image& before);
+  /// Of a record that consists of other pieces now: another one has taken its place.
+  static std::vector<Change::Patch> replacements(const Image& before, const Image& now);
 
   Qis& scene_;
   std::map<Change::Unit, Image> before_;
