@@ -1,5 +1,7 @@
 /// @file
 /// Measures quilscene on many files and on large ones, as a user calls it.
+#include <sys/wait.h>
+
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
@@ -9,6 +11,7 @@
 #include <stdexcept>
 #include <string>
 
+#include "qilib/lists.h"
 #include "qilib/opensave.h"
 #include "samples/scenes.h"
 #include "tests/support/files.h"
@@ -36,9 +39,11 @@ void must(bool well, const char* what) {
   if (!well) throw std::runtime_error(what);
 }
 
-void run(const std::string& arguments) {
+/// @param status  that it must exit with
+void run(const std::string& arguments, int status = 0) {
   const std::string line = support::built_program("cli/quilscene").string() + " " + arguments;
-  must(std::system(line.c_str()) == 0, "quilscene failed");
+  const int ended = std::system(line.c_str());
+  must(WIFEXITED(ended) && WEXITSTATUS(ended) == status, "quilscene failed");
 }
 
 void many_files() {
@@ -72,12 +77,44 @@ void large_file() {
   Qis scene = samples::city(100000, 0);
   must(qiSaveAsQb2(scene, file) == 1, "no scene");
   std::printf("JSON of 100000 objects\n");
-  for (const char* command : {"graph", "info", "check"}) {
+  for (const char* command : {"graph", "info", "check", "show --all"}) {
     const double seconds = timed([&] { run(std::string(command) + " --json " + file + " >" + output); });
     const double bytes = static_cast<double>(fs::file_size(output));
     std::printf("  %-24s %8.3f s  %6.1f MB  %6.1f MB/s, opening the scene included\n", command, seconds,
                 bytes / 1e6, bytes / 1e6 / seconds);
   }
+}
+
+/// What goes over every record, against opening the scene, which each does, too.
+void every_record() {
+  const ScratchDirectory scratch;
+  const std::string file = scratch / "city.quil", other = scratch / "other.quil",
+                    output = scratch / "out.quil";
+  Qis scene = samples::city(100000, 0);
+  must(qiSaveAsQb2(scene, file) == 1, "no scene");
+  for (std::size_t i = 0; i < scene.obj_list.records.size(); i += 1000)
+    scene.obj_list.records[i].fixed.mat = kUnset;
+  for (qi::Mat& mat : scene.mat_list.records) mat.fixed.word22 = 1;
+  must(qiSaveAsQb2(scene, other) == 1, "no scene");
+  std::size_t records = 0;
+  qi::for_each_list(scene, [&](const qi::ListInfo&, const auto& list) { records += qi::record_count(list); });
+  std::printf("%zu records\n", records);
+  const double opening = timed([&] {
+    Qis read;
+    must(qiOpenQb(file, read) == 1, "can't be read");
+  });
+  std::printf("  %-34s %8.3f s\n", "opening the scene", opening);
+  const auto measure = [&](const char* what, const std::string& arguments, int status, int scenes) {
+    const double seconds = timed([&] { run(arguments, status); });
+    std::printf("  %-34s %8.3f s  %5.2f times opening %s\n", what, seconds, seconds / (scenes * opening),
+                scenes == 1 ? "it" : "both");
+  };
+  measure("diff, nothing differs", "diff " + file + " " + file, 0, 2);
+  measure("diff, some records differ", "diff " + file + " " + other + " >/dev/null", 1, 2);
+  measure("prune --dry-run", "prune --dry-run " + file + " >/dev/null", 0, 1);
+  measure("prune", "prune " + file + " -o " + output + " >/dev/null", 0, 1);
+  measure("dedup --any-name", "dedup --any-name " + file + " -o " + output + " >/dev/null", 0, 1);
+  measure("show --all", "show --all " + file + " >/dev/null", 0, 1);
 }
 
 }  // namespace
@@ -86,6 +123,7 @@ int main() {
   try {
     many_files();
     large_file();
+    every_record();
   } catch (const std::exception& error) {
     std::fprintf(stderr, "bench_commands: %s\n", error.what());
     return 1;
