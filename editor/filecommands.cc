@@ -57,21 +57,36 @@ void FileCommands::read(const std::string& path) {
   const bool drops = unsaved_.exists();
   const std::string before = file_name_;
   const storage::SeenFile seen(path);
+  read(path, path, [&] {
+    unsaved_.opened(path);
+    display_.noteFile(path);
+    know(seen);
+    return drops ? "What was not saved of " + before + " is in File > Recover..." : "";
+  });
+}
+
+void FileCommands::read(const RecoveryCopy& copy) {
+  read(copy.path, copy.origin, [&] {
+    unsaved_.recovered(copy);
+    know(storage::SeenFile(copy.origin, copy.time));
+    return std::string();
+  });
+  lookAtDisk();
+}
+
+void FileCommands::read(const std::string& path, const std::string& file_name,
+                        const std::function<std::string()>& shown) {
   Reasons reasons;
-  const Shown shown = [&] {
+  std::string told;
+  const Shown answer = [&] {
     const Busy busy(prompts_, "Opening...");
     unsaved_.keep();
-    const Shown answer = show(path, path, reasons);
-    if (answer == Shown::yes) {
-      unsaved_.opened(path);
-      display_.noteFile(path);
-      know(seen);
-    }
-    return answer;
+    const Shown was = show(path, file_name, reasons);
+    if (was == Shown::yes) told = shown();
+    return was;
   }();
-  prompts_.tell(shown == Shown::yes && drops ? "What was not saved of " + before + " is in File > Recover..."
-                                             : reasons.line());
-  if (shown == Shown::failed) prompts_.warn("Can't Read QUIL File!");
+  prompts_.tell(told.empty() ? reasons.line() : told);
+  if (answer == Shown::failed) prompts_.warn("Can't Read QUIL File!");
 }
 
 FileCommands::Shown FileCommands::show(const std::string& path, const std::string& file_name,
@@ -104,22 +119,6 @@ void FileCommands::recover() {
   for (const RecoveryCopy& copy : copies)
     rows.push_back(copy.local_time() + "   " + (copy.origin.empty() ? "(never saved)" : copy.origin));
   if (const auto row = prompts_.chooseRow("Recover", rows)) read(copies[*row]);
-}
-
-void FileCommands::read(const RecoveryCopy& copy) {
-  Reasons reasons;
-  const Shown shown = [&] {
-    const Busy busy(prompts_, "Opening...");
-    const Shown answer = show(copy.path, copy.origin, reasons);
-    if (answer == Shown::yes) {
-      unsaved_.recovered(copy);
-      know(storage::SeenFile(copy.origin, copy.time));
-    }
-    return answer;
-  }();
-  prompts_.tell(reasons.line());
-  if (shown == Shown::failed) prompts_.warn("Can't Read QUIL File!");
-  lookAtDisk();
 }
 
 void FileCommands::know(storage::SeenFile seen) {

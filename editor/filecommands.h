@@ -71,6 +71,9 @@ class FileCommands {
   bool mayDrop(const char* question);
   void read(const std::string& path);
   void read(const RecoveryCopy& copy);
+  /// Reads a scene as that of a file, and says why that failed.
+  /// @param shown  is called when the scene is shown; what it returns is told
+  void read(const std::string& path, const std::string& file_name, const std::function<std::string()>& shown);
   enum class Shown { yes, failed, stopped };
   /// Reads a scene and shows it as that of a file. When that fails, the memory doesn't suffice or the user
   /// stops it, all is as it was.

@@ -117,6 +117,8 @@ constexpr Line kLines[] = {
     {"*XmToggleButton.indicatorSize", "13"},
     {"*XmToggleButton.spacing", "6"},
     {"*XmToggleButton.unselectColor", "#ffffff"},
+    {"*XmToggleButton.topShadowColor", "#636563", "#555555"},
+    {"*XmToggleButton.bottomShadowColor", "#636563", "#555555"},
 
     // Text, lists, scrolling.
     {"*XmTextField.marginHeight", "3"},

@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <map>
 #include <memory>
+#include <span>
 #include <string>
 #include <utility>
 #include <vector>
@@ -22,9 +23,11 @@ namespace viewkit {
 namespace {
 
 // Pixels.
-constexpr int kSeparatorGap = 9;  // above and below the line
-constexpr int kSectionGap = 18;   // between the column of groups' labels and the rows
-constexpr int kCellGap = 14;      // between a field and what follows
+constexpr int kSeparatorGap = 9;   // above and below the line
+constexpr int kSectionGap = 18;    // between the column of groups' labels and the rows
+constexpr int kCellGap = 12;       // between a field and what follows
+constexpr int kWideSection = 140;  // a group's label that has no place in a column before the rows
+constexpr int kWideLabel = 170;    // a label that doesn't move the fields of other parts away from theirs
 
 struct Rect {
   int x = 0, y = 0, width = 0, height = 0;
@@ -66,11 +69,13 @@ int fieldOffset(const CellWidth& width) { return width.label > 0 ? width.label +
 struct Columns {
   std::string shape;
   bool labelled;
+  std::size_t part;  // of the rows that share them, see partsOf; 0: of all
   std::vector<CellWidth> widths;
 };
 
 struct Grid {
   std::vector<Row> rows;
+  bool sectionsAbove = false;  // no column of groups' labels
   int sectionWidth = 0;
   std::vector<int> labelWidth;  // per row
   std::vector<Columns> columns;
@@ -187,6 +192,54 @@ void gather(const VkPrefGroup& group, Grid& grid, Widget section, bool nested) {
   }
 }
 
+/// The parts of a dialog between its separators, as the numbers of their first rows and of those after them.
+std::vector<std::pair<std::size_t, std::size_t>> partsOf(const Grid& grid) {
+  std::vector<std::pair<std::size_t, std::size_t>> parts{{0, 0}};
+  for (std::size_t i = 0; i < grid.rows.size(); ++i) {
+    if (grid.rows[i].separator) parts.emplace_back(i + 1, i + 1);
+    parts.back().second = i + 1;
+  }
+  return parts;
+}
+
+int widthOf(Widget widget) { return naturalSize(widget).width; }
+
+/// Whether a row is a label with a toggle.
+bool isLoneToggle(const Row& row) {
+  return row.label && row.cells.size() == 1 && !row.cells[0].block && row.cells[0].field &&
+         XmIsToggleButton(row.cells[0].field);
+}
+
+/// In parts where a toggle has a long label, the labels of such toggles come after them, so that they don't
+/// move the other fields away from their labels.
+void putLongLabelsLast(Grid& grid) {
+  for (const auto& [first, end] : partsOf(grid)) {
+    const std::span rows(grid.rows.begin() + static_cast<std::ptrdiff_t>(first), end - first);
+    const auto isLong = [](const Row& row) { return isLoneToggle(row) && widthOf(row.label) > kWideLabel; };
+    if (std::ranges::none_of(rows, isLong)) continue;
+    for (Row& row : rows) {
+      if (!isLoneToggle(row)) continue;
+      row.cells.push_back({.label = std::exchange(row.label, nullptr)});
+      row.shape = "tl";
+    }
+  }
+}
+
+/// Where a group has a wide label, the labels of all groups get lines of their own.
+void putWideSectionsAbove(Grid& grid) {
+  const auto isWide = [](const Row& row) {
+    return !row.cells.empty() && widthOf(row.section) > kWideSection;
+  };
+  grid.sectionsAbove = std::ranges::any_of(grid.rows, isWide);
+  if (!grid.sectionsAbove) return;
+  std::vector<Row> rows;
+  for (Row& row : grid.rows) {
+    if (row.section && !row.cells.empty()) rows.push_back({.section = std::exchange(row.section, nullptr)});
+    rows.push_back(std::move(row));
+  }
+  grid.rows = std::move(rows);
+}
+
 // ---- measuring
 
 void measure(Grid& grid);
@@ -214,16 +267,16 @@ int advanceOf(const Row& row) {
                        : heightOf(row) + kPrefRowGap;
 }
 
-/// The columns for a row. It shares those of earlier rows whose cells are of the same kinds as its own, as
-/// far as both rows go.
-std::size_t columnsFor(Grid& grid, const Row& row) {
+/// The columns for a row of a part. It shares those of earlier rows whose cells are of the same kinds as its
+/// own, as far as both rows go.
+std::size_t columnsFor(Grid& grid, const Row& row, std::size_t part) {
   for (std::size_t i = 0; i < grid.columns.size(); ++i) {
     Columns& columns = grid.columns[i];
-    if (columns.labelled != (row.label != nullptr)) continue;
+    if (columns.labelled != (row.label != nullptr) || columns.part != part) continue;
     if (row.shape.starts_with(columns.shape)) columns.shape = row.shape;
     if (columns.shape.starts_with(row.shape)) return i;
   }
-  grid.columns.push_back({.shape = row.shape, .labelled = row.label != nullptr, .widths = {}});
+  grid.columns.push_back({.shape = row.shape, .labelled = row.label != nullptr, .part = part, .widths = {}});
   return grid.columns.size() - 1;
 }
 
@@ -244,25 +297,38 @@ std::vector<int> cellStarts(const Grid& grid, std::size_t rowNumber) {
 }
 
 void measure(Grid& grid) {
-  for (const Row& row : grid.rows)
-    if (row.section) grid.sectionWidth = std::max(grid.sectionWidth, naturalSize(row.section).width);
+  for (const Row& row : grid.rows) {
+    int& widest = grid.sectionsAbove ? grid.width : grid.sectionWidth;
+    widest = std::max(widest, widthOf(row.section));
+  }
   if (grid.sectionWidth > 0) grid.sectionWidth += kSectionGap;
 
   // The rows above the first separator, the head of a dialog, have a column of labels of their own, so that
-  // a wide label further down does not move its fields away from theirs.
-  const auto first = std::ranges::find_if(grid.rows, [](const Row& row) { return row.separator != nullptr; });
-  const auto headRows = static_cast<std::size_t>(first - grid.rows.begin());
-  int headWidth = 0, width = 0;
-  for (std::size_t i = 0; i < grid.rows.size(); ++i)
-    if (grid.rows[i].label) {
-      int& widest = i < headRows ? headWidth : width;
-      widest = std::max(widest, naturalSize(grid.rows[i].label).width);
-    }
+  // a wide label further down does not move its fields away from theirs; so have parts with very wide ones.
+  grid.labelWidth.resize(grid.rows.size());
+  const auto parts = partsOf(grid);
+  const auto widestLabel = [&](const std::pair<std::size_t, std::size_t>& part) {
+    int widest = 0;
+    for (std::size_t i = part.first; i < part.second; ++i)
+      widest = std::max(widest, widthOf(grid.rows[i].label));
+    return widest;
+  };
+  int width = 0;
+  for (const auto& part : std::span(parts).subspan(1))
+    if (const int widest = widestLabel(part); widest <= kWideLabel) width = std::max(width, widest);
+  std::vector<std::size_t> partOf(grid.rows.size());  // where parts have columns of their own
+  for (const auto& part : parts) {
+    const int own = widestLabel(part);
+    const bool shares = &part != &parts.front() && own <= kWideLabel;
+    for (std::size_t i = part.first; i < part.second; ++i) grid.labelWidth[i] = shares ? width : own;
+    if (grid.sectionsAbove)
+      std::fill_n(partOf.begin() + static_cast<std::ptrdiff_t>(part.first), part.second - part.first,
+                  part.first);
+  }
 
   for (std::size_t i = 0; i < grid.rows.size(); ++i) {
     Row& row = grid.rows[i];
-    grid.labelWidth.push_back(i < headRows ? headWidth : width);
-    grid.columnsOf.push_back(columnsFor(grid, row));
+    grid.columnsOf.push_back(columnsFor(grid, row, partOf[i]));
     std::vector<CellWidth>& widths = grid.columns[grid.columnsOf.back()].widths;
     widths.resize(std::max(widths.size(), row.cells.size()));
     for (std::size_t c = 0; c < row.cells.size(); ++c) {
@@ -421,7 +487,9 @@ PrefSize placeItems(const VkPrefGroup& top) {
   widenTexts(top);
   Grid grid;
   gather(top, grid, nullptr, false);
+  putLongLabelsLast(grid);
   embolden(grid);
+  putWideSectionsAbove(grid);
   measure(grid);
   Places places;
   place(grid, places, kPrefMargin, kPrefMargin, grid.width);

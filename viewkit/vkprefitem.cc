@@ -34,7 +34,9 @@ Widget createEntry(Widget menu, const std::string& label) {
 }
 
 constexpr std::size_t kUndoSteps = 1000;
-constexpr int kWidened = 12;  // columns: the widest that a text field becomes for its text
+constexpr std::size_t kMostShown = 1000;  // characters of a text that is shown as a whole
+constexpr std::size_t kBeginning = 24;    // and that are shown of a longer one
+constexpr int kWidened = 12;              // columns: the widest that a text field becomes for its text
 
 }  // namespace
 
@@ -108,19 +110,28 @@ void VkPrefText::createWidgets(Widget parent) {
   XtAddCallback(baseWidget(), XmNlosingFocusCallback, &Forward<&VkPrefText::hideCursor>::call, this);
 }
 
-void VkPrefText::showValue() {
-  // What is being typed stands there already.
-  if (!baseWidget() || getValue() == viewkit::XtText(XmTextFieldGetString(baseWidget())).get()) return;
-  put(getValue());
-}
-
-void VkPrefText::put(std::string text) {
+std::string VkPrefText::shownText() const {
+  const std::string& text = getValue();
+  const std::size_t length = std::mbstowcs(nullptr, text.c_str(), 0);
   // Bytes that mean nothing in the user's language can't be shown, and are kept all the same. (Given them, a
   // text field whose changes are looked at frees its memory twice.)
-  if (std::mbstowcs(nullptr, text.c_str(), 0) == static_cast<std::size_t>(-1)) text.clear();
+  if (length == static_cast<std::size_t>(-1)) return {};
+  if (length <= kMostShown) return text;
+  std::size_t bytes = 0;
+  for (std::size_t i = 0; i < kBeginning; ++i)
+    bytes += static_cast<std::size_t>(std::max(std::mblen(text.c_str() + bytes, text.size() - bytes), 1));
+  return text.substr(0, bytes) + "... (" + std::to_string(length) + " characters)";
+}
+
+void VkPrefText::showValue() {
+  if (!baseWidget()) return;
+  std::string text = shownText();
+  // What is being typed stands there already.
+  if (text == viewkit::XtText(XmTextFieldGetString(baseWidget())).get()) return;
   showing_ = true;
   XmTextFieldSetString(baseWidget(), text.data());
   showing_ = false;
+  XmTextFieldSetEditable(baseWidget(), text.size() == getValue().size() || text.empty());
 }
 
 int VkPrefText::wantedColumns() const {

@@ -126,6 +126,8 @@ class VkPrefValue : public VkPrefItem {
 
 /// A field for a line of text. Control characters can't be entered; Ctrl+Z takes back what was entered last,
 /// change by change.
+/// The toolkit can't draw a line of more than 32767 pixels: of a text that may be longer, the field shows the
+/// beginning and the length, and can't be edited.
 class VkPrefText : public VkPrefValue<std::string, &items::Value::text> {
  public:
   VkPrefText(const char* name, int columns);
@@ -148,7 +150,8 @@ class VkPrefText : public VkPrefValue<std::string, &items::Value::text> {
   };
 
   void showValue() override;
-  void put(std::string text);
+  /// What the field shows of its value.
+  std::string shownText() const;
   void changes(XmTextVerifyCallbackStruct& change);
   void typed();
   void undoTyping();

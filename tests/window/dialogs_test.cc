@@ -315,14 +315,42 @@ TEST_F(SmallScreen, TheWheelScrollsWhateverItIsTurnedOver) {
   EXPECT_THAT(turned_over, testing::Contains(testing::HasSubstr("sep")));
 }
 
+/// The dialogs of the converters' options, and how they are opened.
+const std::map<std::string, std::vector<std::string>> kConverterMenus{
+    {"quil2gfxDialog", {"KAVO tool", "Convert to KAVO DL", "Set Options and Go"}},
+    {"quil2zexDialog", {"QUIL2 tool", "Convert to ZEX", "Set Options and Go"}}};
+
 TEST_F(SmallScreen, EveryOptionOfTheConvertersIsReachedByTabAndByWheel) {
-  for (const auto& [dialog, menu] : std::map<std::string, std::vector<std::string>>{
-           {"quil2gfxDialog", {"KAVO tool", "Convert to KAVO DL", "Set Options and Go"}},
-           {"quil2zexDialog", {"QUIL2 tool", "Convert to ZEX", "Set Options and Go"}}}) {
+  for (const auto& [dialog, menu] : kConverterMenus) {
     SCOPED_TRACE(dialog);
     editor_.chooseMenu(menu);
     awaitDialog(dialog);
     expectToReachEverything();
+  }
+}
+
+class UsualScreen : public Dialogs {
+ protected:
+  UsualScreen() : Dialogs(1024, 768) {}
+};
+
+TEST_F(UsualScreen, HasRoomForTheOptionsOfTheConverters) {
+  constexpr int kFar = 190;  // pixels between a label and its field
+  for (const auto& [dialog, menu] : kConverterMenus) {
+    SCOPED_TRACE(dialog);
+    editor_.chooseMenu(menu);
+    awaitDialog(dialog);
+    const std::vector<WidgetInfo> widgets = editor_.widgets();
+    for (const WidgetInfo& label : widgets) {
+      if (!label.viewable || label.path.find(dialog) == std::string::npos) continue;
+      EXPECT_LE(label.box.x + label.box.width, 1024) << label.path;
+      if (!label.path.ends_with("Label")) continue;
+      const std::string field = label.path.substr(0, label.path.size() - 5) + "Base";
+      const auto beside = std::ranges::find(widgets, field, &WidgetInfo::path);
+      if (beside == widgets.end() || !beside->viewable) continue;
+      EXPECT_LT(beside->box.x - label.box.x - label.box.width, kFar) << field;
+    }
+    press("Cancel");
   }
 }
 

@@ -1,6 +1,7 @@
 /// @file
 /// Starting and ending the editor.
 #include <algorithm>
+#include <array>
 #include <cctype>
 #include <map>
 #include <set>
@@ -45,8 +46,8 @@ TEST_F(StartUp, MenusHoldTheirItemsInOrder) {
                                              "Select All", "Link Selected", "Link to..."));
   EXPECT_THAT(items("ViewPane"),
               ElementsAre("Default", "Display Texture Image", "---", "Layered", "Compact", "Arrange Again",
-                          "Expand All", "Overview", "Record Names", "Highlight Neighbours", "Links",
-                          "Unlinked Records", "Rebuild Graph"));
+                          "Expand All", "Show All", "Overview", "Record Names", "Highlight Neighbours",
+                          "Links", "Unlinked Records", "Rebuild Graph"));
   EXPECT_THAT(
       items("KAVOtoolPane"),
       ElementsAre("KAVO Quick preview(DX-VIEWER)", "KAVO Quick preview(Emu-Board)", "Kavo preview(DX-VIEWER)",
@@ -151,6 +152,20 @@ TEST_F(StartUp, KillCommandsAreRunFromEitherMenu) {
   editor_.chooseMenu({"QUIL2 tool", "kill [pb]xsend"});
   EXPECT_EQ(newOutput(), "killpxsend\nkillbxsend\n");
   EXPECT_EQ(commandsRun(), "killpxsend\nkillbxsend\nkillpxsend\nkillbxsend\n");
+}
+
+TEST_F(StartUp, TheStatusLineShowsAllHintsThatHaveRoom) {
+  EXPECT_THAT(editor_.await("status").label,
+              testing::AllOf(testing::StartsWith("Click: select"), testing::EndsWith("Ctrl+E: edit mode")));
+}
+
+TEST_F(StartUp, FontSizesAreResources) {
+  const auto heights = [](Editor& editor) {
+    return std::array{editor.await("status").box.height, editor.await("strip/find").box.height};
+  };
+  Editor large(server_, start({.executable = {}, .arguments = {"-xrm", "quileditor*rt.fontSize: 20"}}));
+  EXPECT_GT(heights(large)[0], heights(editor_)[0] + 6);
+  EXPECT_GT(heights(large)[1], heights(editor_)[1] + 6);
 }
 
 TEST_F(StartUp, EveryMenuItemHasAMnemonicOfItsOwnInItsPane) {
