@@ -32,8 +32,8 @@ namespace {
 using qi::RecordId;
 using testing::IsEmpty;
 
-constexpr Word kKinds[] = {qi::kMatTag,     qi::kTexTag,  qi::Teximg::kTag,
-                           qi::CiImg::kTag, qi::kAnimTag, qi::ColorPalette::kTag};
+constexpr Word kRenumbered[] = {qi::kMatTag,     qi::kTexTag,  qi::Teximg::kTag,
+                                qi::CiImg::kTag, qi::kAnimTag, qi::ColorPalette::kTag};
 
 /// Makes copies of records, and has references lead to any of them.
 class Mixer {
@@ -42,7 +42,7 @@ class Mixer {
 
   void mix(Qis& scene) {
     for (int i = 0; i < 25; ++i) {
-      const Word kind = kKinds[below(std::size(kKinds))];
+      const Word kind = kRenumbered[below(std::size(kRenumbered))];
       if (const std::size_t count = qi::record_count(scene, kind); count != 0 && below(3) != 0) {
         EXPECT_TRUE(qi::copy_record(scene, {kind, static_cast<Word>(below(count))}));
         ++copies;
@@ -153,7 +153,7 @@ class Renumbering : public testing::TestWithParam<const char*> {
     Qis again;
     ASSERT_EQ(qiOpenQb(scratch / "saved.quil", again), 1);
     EXPECT_TRUE(written(again, 2) == written(scene, 2));
-    for (const Word kind : kKinds)
+    for (const Word kind : kRenumbered)
       EXPECT_EQ(qi::record_count(again, kind), qi::record_count(scene, kind)) << kind;
   }
 };
