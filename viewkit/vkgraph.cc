@@ -705,8 +705,9 @@ void VkGraph::placeWithin(const VkPlaces& places) {
   }
 }
 
-void VkGraph::showOneOf(const std::vector<VkNode*>& nodes) {
-  if (!graph_ || nodes.empty()) return;
+void VkGraph::showOneOf(std::vector<VkNode*> nodes) {
+  std::erase_if(nodes, [&](const VkNode* node) { return !isDisplayed(node); });
+  if (nodes.empty()) return;
   if (std::ranges::none_of(nodes, [&](VkNode* node) { return isSeen(seen(node)); })) uncover({nodes.front()});
   const SgRectangle view = SgGraphViewport(graph_);
   const auto in_sight = [&](VkNode* node) {

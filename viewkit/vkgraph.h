@@ -241,8 +241,9 @@ class VkGraph : public VkComponent, private VkGraphContents {
   /// Selects the node, and nothing else, and brings it into view; unfolds what hides it. Where only some are
   /// shown, it is beside them until another node comes so.
   void reveal(VkNode* node);
-  /// Scrolls to the first of the nodes, unless one of them is in sight.
-  void showOneOf(const std::vector<VkNode*>& nodes);
+  /// Scrolls to the first of the nodes, unless one of them is in sight. Those that aren't in the graph don't
+  /// count.
+  void showOneOf(std::vector<VkNode*> nodes);
 
   /// Where all nodes and arcs lie. Linear.
   VkPlaces places() const;

@@ -1,7 +1,9 @@
 /// @file
 /// Records without arcs, and the graph built anew.
-#include <filesystem>
+#include <algorithm>
 
+#include "qilib/opensave.h"
+#include "tests/support/builtscene.h"
 #include "tests/window/editorfixture.h"
 
 namespace {
@@ -127,6 +129,40 @@ TEST_F(Unlinked, TheNextRunShowsThemToo) {
   next.open(mistake);
   EXPECT_TRUE(next.graph().hasNode("tex_0"));
   EXPECT_EQ(next.quit(), 0);
+}
+
+TEST_F(Unlinked, ComeBesideWhereOnlySomeNodesAreShown) {
+  editor_.open(withoutTexture());
+  editor_.toggleEditMode();
+  toggle();
+  editor_.drawArc("mat_0", "tex_0");
+  undo();
+  toggle();
+  editor_.driver().click(editor_.graph().node("obj_7").box.centre());
+  editor_.key("s");
+  editor_.settle();
+  redo();
+  EXPECT_FALSE(editor_.graph().node("tex_0").hidden);
+  EXPECT_TRUE(editor_.graph().hasArc("mat_0", "tex_0"));
+  undo();
+  toggle();
+  toggle();
+  EXPECT_FALSE(editor_.graph().hasNode("tex_0"));
+  editor_.key("a");
+  editor_.settle();
+  EXPECT_FALSE(editor_.graph().node("mat_0").hidden);
+}
+
+TEST_F(Unlinked, MayBeMany) {
+  constexpr Word kMany = 2000;  // of each kind
+  const auto scene = built_version1_scene(kMany);
+  ASSERT_EQ(qiSaveAsQb2(*scene, path("many.quil")), 1);
+  editor_.open(path("many.quil"));
+  EXPECT_EQ(editor_.graph().nodes.size(), 1u);
+  toggle();
+  EXPECT_GT(editor_.graph().nodes.size(), kMany);
+  toggle();
+  EXPECT_EQ(editor_.graph().nodes.size(), 1u);
 }
 
 class Rebuild : public Unlinked {
