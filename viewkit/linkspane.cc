@@ -170,7 +170,11 @@ void LinksPane::drag(Widget list, const XEvent& event) {
   if (!graph) return;
   if (!dragging_ && event.type == MotionNotify && !isInside(list, event.xmotion)) {
     VkNode* const node = chosen(sideOf(list));
-    dragging_ = node && SgGraphBeginArc(graph, node->baseWidget());
+    Boolean editable = False;
+    XtVaGetValues(graph, SgNeditableArcs, &editable, nullptr);
+    if (!node || !editable) return;
+    graph_.uncover({node});  // it may be hidden in the picture that is shown
+    dragging_ = SgGraphBeginArc(graph, node->baseWidget());
   }
   if (!dragging_) return;
   dragging_ = event.type != ButtonRelease && event.type != KeyPress;

@@ -132,6 +132,21 @@ TEST_F(Links, ARowThatIsDraggedOntoANodeLinksTheTwo) {
   EXPECT_FALSE(editor_.graph().hasArc("obj_7", "mat_0"));
 }
 
+TEST_F(Links, ARowOfAHiddenNodeCanBeDraggedToo) {
+  editor_.open(table());
+  showLinks();
+  editor_.toggleEditMode();
+  select("shape_1");
+  editor_.key("s");
+  editor_.settle();
+  ASSERT_TRUE(editor_.graph().node("mat_0").hidden);
+  dragTo(place("children", "mat_0"), at("shape_1"));
+  EXPECT_THAT(status(), StartsWith("shape_1 has mat_0 already"));
+  editor_.driver().key("Escape");
+  editor_.driver().release();
+  EXPECT_FALSE(editor_.graph().node("mat_0").hidden);
+}
+
 TEST_F(Links, ADragOfARowCanBeGivenUpOrRefused) {
   editor_.open(table());
   const auto before = shownArcs();
