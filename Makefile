@@ -1,7 +1,7 @@
 # The front door: each target calls CMake or a script.
 PREFIX ?= /usr/local
 
-.PHONY: run test test-release bench fuzz format apidoc deb dist install clean
+.PHONY: run test test-release bench fuzz pictures format apidoc deb dist install clean
 
 run:      ## build the editor and start it on the sample scenes
 	scripts/run
@@ -14,6 +14,12 @@ bench:    ## measure it
 	cmake --preset checked && cmake --build --preset checked --target bench
 fuzz:     ## feed it broken files, random gestures and kills for a while
 	scripts/fuzz
+pictures: ## take the guide's pictures of the window and the dialogs anew
+	scripts/install-packages build run test
+	cmake --preset release -DQUIL_TESTS=ON
+	cmake --build --preset release --target docpictures make_samples
+	build/release/samples/make_samples samples/scenes
+	build/release/tests/support/docpictures samples/scenes docs/pictures
 format:   ## format every C++ file
 	scripts/install-packages test
 	scripts/check-format --fix

@@ -62,11 +62,13 @@ XServer::XServer(int depth, int width, int height) {
   display_ = ":" + number;
 }
 
-void XServer::screenshot(const std::filesystem::path& file) const {
+void XServer::screenshot(const std::filesystem::path& file, const std::string& part) const {
   if (file.has_parent_path()) std::filesystem::create_directories(file.parent_path());
   Process::Start start;
-  start.command = {"sh", "-c",     R"(xwd -root -silent -display "$1" | convert xwd:- "png:$2")",
-                   "sh", display_, std::filesystem::absolute(file).string()};
+  start.command = {
+      "sh", "-c",     R"(xwd -root -silent -display "$1" | convert xwd:- ${3:+-crop "$3"} +repage "png:$2")",
+      "sh", display_, std::filesystem::absolute(file).string(),
+      part};
   if (Process(start).waitForExit() != 0) throw std::runtime_error("no screenshot " + file.string());
 }
 

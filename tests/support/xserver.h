@@ -23,8 +23,9 @@ class XServer {
   /// Ends the server as a crash would: its clients lose their display.
   void end() { process_->end(); }
 
-  /// Writes a picture of the whole screen as a PNG file; makes its directory.
-  void screenshot(const std::filesystem::path& file) const;
+  /// Writes a picture of the screen as a PNG file; makes its directory.
+  /// @param part  "WIDTHxHEIGHT+X+Y" in pixels; empty: all of it
+  void screenshot(const std::filesystem::path& file, const std::string& part = "") const;
 
  private:
   std::string display_;
