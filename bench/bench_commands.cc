@@ -94,7 +94,8 @@ void every_record() {
   must(qiSaveAsQb2(scene, file) == 1, "no scene");
   for (std::size_t i = 0; i < scene.obj_list.records.size(); i += 1000)
     scene.obj_list.records[i].fixed.mat = kUnset;
-  for (qi::Mat& mat : scene.mat_list.records) mat.fixed.word22 = 1;
+  for (std::size_t i = 0; i < scene.mat_list.records.size(); i += 1000)
+    scene.mat_list.records[i].fixed.word22 = 1;
   must(qiSaveAsQb2(scene, other) == 1, "no scene");
   std::size_t records = 0;
   qi::for_each_list(scene, [&](const qi::ListInfo&, const auto& list) { records += qi::record_count(list); });

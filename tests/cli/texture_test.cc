@@ -225,7 +225,7 @@ TEST_F(Texture, APictureThatDoesNotFitIsRefused) {
   put("empty.png", "");
   put("text.png", "not a picture");
   std::string huge = good;  // its header tells of 2^31 - 1 texels each way
-  for (const std::size_t at : {16, 20}) huge = with_word(huge, at, 0x7FFFFFFF);
+  for (const std::size_t at : {std::size_t{16}, std::size_t{20}}) huge = with_word(huge, at, 0x7FFFFFFF);
   put("huge.png", huge);
   for (const auto& [file, says] : {std::pair{"narrow.png", "it has 32 x 32 texels, and the picture 31 x 32"},
                                    {"missing.png", "can't read missing.png"},
