@@ -115,6 +115,37 @@ void renumber_row(Qis& scene, const Reference& row, Word number, const Numbers& 
     for (Word& word : *place.entries) word = leads(word);
 }
 
+/// Takes the words that are written.
+class WordSink {
+ public:
+  explicit WordSink(Words& to) : to_(to) {}
+  void words(std::span<const std::byte> bytes) {
+    for (; bytes.size() >= sizeof(Word); bytes = bytes.subspan(sizeof(Word))) {
+      Word word = 0;
+      std::memcpy(&word, bytes.data(), sizeof word);
+      to_.push_back(word);
+    }
+  }
+  void raw(std::span<const std::byte> bytes) { words(bytes); }
+  void zeros(std::uint64_t bytes) { to_.resize(to_.size() + bytes / sizeof(Word)); }
+
+ private:
+  Words& to_;
+};
+
+/// The block that a version-2 structure was read from follows it: a save in mode 1 writes the block, and the
+/// old numbers in it would lead elsewhere.
+void follow_structure(auto& record) {
+  if constexpr (requires { record.ext; }) {
+    if (!record.ext) return;
+    Words block;
+    WordSink sink(block);
+    Emitter emitter(sink, kFromStructures);
+    emitter.block1(record);
+    record.block1 = std::move(block);
+  }
+}
+
 void renumber_references(Qis& scene, const Numbers& numbers) {
   for_each_list(scene, [&](const ListInfo& info, auto& list) {
     const auto rows = rows_from(info.record_tag);
@@ -127,6 +158,7 @@ void renumber_references(Qis& scene, const Numbers& numbers) {
       if (same) return;
       about_to_change(scene, info.record_tag, place);
       for_each_data_word(record, [&](Word tag, Word& word) { word = numbers.now(tag, word); });
+      follow_structure(record);
     });
   });
 }

@@ -277,6 +277,22 @@ TEST(RemovedRecords, TakeTheSizesThatTheFileStatedOtherwiseWithThem) {
   EXPECT_EQ(qi::correct_sizes(scene, 2, told.sink()), 0) << told.words();
 }
 
+TEST(RemovedRecords, AreGoneFromASaveInMode1Too) {
+  Qis made = opened("skeleton");
+  made.tex_list.records[0].ext->palettes[0] = 1;
+  const ScratchDirectory scratch;
+  ASSERT_EQ(qiSaveAsQb2(made, scratch / "made.quil"), 1);
+  Qis scene;
+  ASSERT_EQ(qiOpenQb(scratch / "made.quil", scene), 1);
+  ASSERT_TRUE(written(scene, 1) == written(scene, 2));
+  const auto unused = qi::unused_records(scene);
+  ASSERT_EQ(unused.size(), 1u);
+  EXPECT_EQ(to_string(unused[0]), "palette_0");
+  qi::remove_records(scene, unused);
+  EXPECT_EQ(scene.tex_list.records[2].ext->palettes[0], 1u);
+  EXPECT_TRUE(written(scene, 1) == written(scene, 2));
+}
+
 TEST(RecordIds, AreNamedByTheLists) {
   EXPECT_EQ(qi::find_record("teximg_3"), (RecordId{0x120100, 3}));
   EXPECT_EQ(to_string(RecordId{0x210100, 7}), "palette_7");
