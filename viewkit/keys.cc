@@ -10,8 +10,10 @@
 #include <algorithm>
 #include <array>
 #include <cctype>
+#include <chrono>
 #include <iterator>
 #include <map>
+#include <thread>
 #include <utility>
 
 namespace viewkit {
@@ -19,7 +21,10 @@ namespace {
 
 XtEventDispatchProc nextDispatcher;
 XtEventDispatchProc nextKeyReleaseDispatcher;
+XtEventDispatchProc nextButtonPressDispatcher;
+XtEventDispatchProc nextButtonReleaseDispatcher;
 XKeyEvent lastPress;
+Time lastButtonPress;
 std::map<Widget, KeyListener> listeners;  // by shell
 
 /// Keys that have other names than the X server's, for people and for the toolkit's accelerators.
@@ -75,6 +80,22 @@ Boolean dispatchKey(XEvent* event) {
     }
   }
   return nextDispatcher(event);
+}
+
+Boolean dispatchButtonPress(XEvent* event) {
+  lastButtonPress = event->xbutton.time;
+  return nextButtonPressDispatcher(event);
+}
+
+Boolean dispatchButtonRelease(XEvent* event) {
+  // The toolkit gives a menu the keyboard as of the release, but not at the very time of the press, as when a
+  // touchpad is tapped. A time that the server has not reached yet would be refused.
+  Time& time = event->xbutton.time;
+  if (time == lastButtonPress) {
+    std::this_thread::sleep_for(std::chrono::milliseconds(2));
+    ++time;
+  }
+  return nextButtonReleaseDispatcher(event);
 }
 
 Boolean dispatchKeyRelease(XEvent* event) {
@@ -142,6 +163,8 @@ KeyListening listenToKeys(Widget shell, KeyListener listener) {
 
 void installKeyDispatcher(Display* display) {
   nextDispatcher = XtSetEventDispatcher(display, KeyPress, &dispatchKey);
+  nextButtonPressDispatcher = XtSetEventDispatcher(display, ButtonPress, &dispatchButtonPress);
+  nextButtonReleaseDispatcher = XtSetEventDispatcher(display, ButtonRelease, &dispatchButtonRelease);
   nextKeyReleaseDispatcher = XtSetEventDispatcher(display, KeyRelease, &dispatchKeyRelease);
 }
 

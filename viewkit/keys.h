@@ -43,7 +43,8 @@ using KeyListening = std::unique_ptr<std::remove_pointer_t<Widget>, StopListenin
 
 /// From now on a text field with the focus gets the plain editing keys (Delete, say) even if a menu item has
 /// one of them as its accelerator, and a key's release comes with the modifiers that it was pressed with: a
-/// menu opens by its mnemonic whether Alt or the letter is let go first.
+/// menu opens by its mnemonic whether Alt or the letter is let go first. A menu takes keys however short the
+/// click was that has brought it up.
 void installKeyDispatcher(Display* display);
 
 }  // namespace viewkit

@@ -32,6 +32,9 @@ class CanvasMenus : public TreeTest {
   bool isUp(const std::string& name) {
     return editor_.find([&](const WidgetInfo& w) { return w.isAt(name) && w.viewable; }).has_value();
   }
+  bool focused(std::string_view name) {
+    return editor_.find([&](const WidgetInfo& w) { return w.isAt(name) && w.focused; }).has_value();
+  }
   bool inView(const std::string& name) {
     const GraphState graph = editor_.graph();
     const Point at = graph.node(name).box.centre();
@@ -167,6 +170,28 @@ TEST_F(CanvasMenus, F1AlsoWorksFromTheFindField) {
   find("obj");
   press("F1");
   EXPECT_THAT(editor_.await("keysDialog/text").text, HasSubstr("In the find field"));
+}
+
+TEST_F(CanvasMenus, AMenuTakesKeysHoweverShortTheClickWas) {
+  openTable();
+  const auto focusIsOn = [&](const std::string& item) {
+    return support::waitFor([&] { return isUp(item) && focused(item); });
+  };
+  for (int i = 0; i < 8; ++i) {
+    SCOPED_TRACE(i);
+    clickNode("mat_1", 3);
+    popupItem("nodeMenu", "Values...");
+    EXPECT_TRUE(focusIsOn("nodeMenu/Values"));
+    press("Down");
+    EXPECT_TRUE(focusIsOn("nodeMenu/GotoParent")) << "nothing to fold nor unfold";
+    press("Escape");
+    editor_.click("menuBar/View");
+    EXPECT_TRUE(focusIsOn("ViewPane/Default"));
+    press("Right");
+    EXPECT_TRUE(focusIsOn("KAVOtoolPane/KAVOQuickpreviewDXVIEWER"));
+    press("Escape");
+    editor_.settle();
+  }
 }
 
 class CanvasKeys : public CanvasMenus {};
