@@ -54,7 +54,7 @@ TEST_F(GraphWidget, ARenditionWithoutAFontIsPassedOver) {
   XmRenderTableFree(before);
 }
 
-TEST_F(GraphWidget, ANodeShowsItsPictureInsteadOfItsLabel) {
+TEST_F(GraphWidget, ANodeShowsItsPictureAboveItsLabel) {
   const Widget n = node("tex_0", 20, 20);
   const SgRectangle named = SgGraphNodeBounds(n);
   const viewkit::PixmapId picture(display(),
@@ -64,7 +64,7 @@ TEST_F(GraphWidget, ANodeShowsItsPictureInsteadOfItsLabel) {
   XSetForeground(display(), gc.get(), 0x123456);
   XFillRectangle(display(), picture.get(), gc.get(), 0, 0, 50, 30);
   XtVaSetValues(n, XmNlabelPixmap, picture.get(), nullptr);
-  EXPECT_EQ(SgGraphNodeBounds(n), (SgRectangle{20, 20, 58, 38}));
+  EXPECT_EQ(SgGraphNodeBounds(n), (SgRectangle{20, 20, 58, named.height + 28}));
   for (const double zoom : {1.0, 2.5, 0.4}) {
     SgGraphSetZoom(graph_, zoom);
     SgGraphRevealNode(graph_, n);
