@@ -11,6 +11,7 @@
 
 #include "tests/support/editor.h"
 #include "tests/support/places.h"
+#include "tests/support/wait.h"
 
 namespace {
 
@@ -83,7 +84,7 @@ class Camera {
   }
   void close(const std::string& dialog) {
     editor_.click(dialog + "/buttons/Cancel");
-    editor_.settle();
+    support::waitFor([&] { return !editor_.asks(dialog); });
   }
 
   fs::path harbour_, pictures_;
