@@ -852,10 +852,6 @@ void VkGraph::menuWanted(SgGraphCallbackStruct& call) {
   const auto menu = popups_.find(asked_.spot);
   if (menu == popups_.end()) return;
   callCallbacks(menuCallback, &asked_);
-  if (call.event && call.event->type == KeyPress) {
-    for (const auto& [spot, each] : popups_) each->setComesAtMenuKey(spot == asked_.spot);
-    return;
-  }
   const SgPoint at = SgGraphToWindow(graph_, call.position);
   menu->second->post(static_cast<int>(at.x), static_cast<int>(at.y));
 }

@@ -162,16 +162,10 @@ void VkSubMenu::deactivate() {
 
 VkPopupMenu::VkPopupMenu(Widget parent, const char* name) : VkMenu(name) {
   std::string menuName = VkPopupMenu::name();
-  std::array<Arg, 1> args{Arg{const_cast<char*>(XmNpopupEnabled), XmPOPUP_DISABLED}};
-  setBaseWidget(XmCreatePopupMenu(parent, menuName.data(), args.data(), static_cast<Cardinal>(args.size())));
+  setBaseWidget(XmCreatePopupMenu(parent, menuName.data(), nullptr, 0));
 }
 
 VkPopupMenu::~VkPopupMenu() = default;
-
-void VkPopupMenu::setComesAtMenuKey(bool comes) {
-  if (baseWidget())
-    XtVaSetValues(baseWidget(), XmNpopupEnabled, comes ? XmPOPUP_KEYBOARD : XmPOPUP_DISABLED, nullptr);
-}
 
 void VkPopupMenu::post(int x, int y) {
   if (!baseWidget()) return;

@@ -142,10 +142,6 @@ class VkPopupMenu final : public VkMenu {
   /// Brings it up at a place of the parent.
   void post(int x, int y);
 
-  /// Whether the toolkit brings it up when the Menu key is released: only then does a menu that a key has
-  /// brought up get the keyboard. At first it doesn't.
-  void setComesAtMenuKey(bool comes);
-
  private:
   Widget itemParent() const override { return baseWidget(); }
 };

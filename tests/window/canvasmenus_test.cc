@@ -194,30 +194,6 @@ TEST_F(CanvasMenus, AMenuTakesKeysHoweverShortTheClickWas) {
   }
 }
 
-TEST_F(CanvasMenus, TheMenuKeyBringsUpOneMenuThatTakesKeys) {
-  openTable();
-  const auto goesTo = [&](const std::string& item) {
-    return support::waitFor([&] { return isUp(item) && focused(item); });
-  };
-  for (int i = 0; i < 4; ++i) {
-    SCOPED_TRACE(i);
-    clickNode("mat_1");
-    press("Menu");
-    EXPECT_TRUE(goesTo("nodeMenu/Values"));
-    EXPECT_FALSE(isUp("backgroundMenu") || isUp("arcMenu"));
-    press("Down");
-    EXPECT_TRUE(goesTo("nodeMenu/GotoParent")) << "nothing to fold nor unfold";
-    press("Escape");
-    EXPECT_TRUE(support::waitFor([&] { return !isUp("nodeMenu"); }));
-    press("Escape");  // nothing is selected then
-    press("Menu");
-    EXPECT_TRUE(goesTo("backgroundMenu/Fit"));
-    EXPECT_FALSE(isUp("nodeMenu"));
-    press("Escape");
-    EXPECT_TRUE(support::waitFor([&] { return !isUp("backgroundMenu"); }));
-  }
-}
-
 class CanvasKeys : public CanvasMenus {};
 
 TEST_F(CanvasKeys, SelectAllButOnlyTheTextWhereOneTypes) {
