@@ -1,10 +1,9 @@
 /// @file
-/// Takes the guide's pictures of the window and of the dialogs anew.
+/// Takes the guide's pictures of the window and of the records' dialogs anew.
 ///
 ///     docpictures SCENES PICTURES
 ///
 /// SCENES holds harbour.quil, PICTURES is the folder that the pictures are written to.
-#include <array>
 #include <exception>
 #include <iostream>
 #include <string>
@@ -60,13 +59,6 @@ class Camera {
       if (open != scene) editor_.open(support::project_file("tests/data") / (scene + std::string(".quil")));
       open = scene;
       editor_.doubleClickNode(node);
-      take(dialog, picture);
-      close(dialog);
-    }
-    for (const auto& [menu, target, dialog, picture] :
-         {std::array{"KAVO tool", "Convert to KAVO DL", "quil2gfxDialog", "dialog_quil2gfx"},
-          std::array{"QUIL2 tool", "Convert to ZEX", "quil2zexDialog", "dialog_quil2zex"}}) {
-      editor_.chooseMenu({menu, target, "Set Options and Go"});
       take(dialog, picture);
       close(dialog);
     }
