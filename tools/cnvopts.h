@@ -47,7 +47,7 @@ std::span<char> option_field(NgOps& options) {
 }
 
 /// The options of this process: zero at start, filled once by `read_convert_options`.
-extern NgOps ngops;
+[[gnu::visibility("default")]] extern NgOps ngops;  // tests look at it in the built program
 
 /// Stores a text in a field of `NgOps`, cut to the field's size less its terminating zero.
 void set_option(std::span<char> field, std::string_view text);
