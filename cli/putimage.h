@@ -8,7 +8,6 @@
 
 /// Puts the picture of a PNG file in the place of the (first) image of the texture with that node name, and
 /// prints how far the texture is from the picture then.
-/// @returns 1. Throws ValueError (setvalues.h), with nothing changed, when there is no such texture, or when
-/// the
-///          picture can't be read or can't become its image.
+/// @returns 1. Throws ValueError (setvalues.h), with nothing changed, when there is no such texture, or the
+/// picture can't be read or can't become its image.
 int put_image(Qis& scene, const std::string& node, const std::string& file);
