@@ -227,10 +227,15 @@ class Edited {
   }
   Edit rearrange(std::span<const std::uint32_t> added) {
     const Bends before = bends();
-    const auto start = std::chrono::steady_clock::now();
-    const graphlayout::Changes changes =
-        graphlayout::rearrange(sizes_, arcs_, {nodes_, before, {}, added, {}});
-    Edit edit{seconds_since(start), 0};
+    // Of some runs the shortest: the longest of many arcs shall not be what else the machine does.
+    Edit edit{HUGE_VAL, 0};
+    graphlayout::Changes changes;
+    constexpr int kRuns = 3;
+    for (int run = 0; run < kRuns; ++run) {
+      const auto start = std::chrono::steady_clock::now();
+      changes = graphlayout::rearrange(sizes_, arcs_, {nodes_, before, {}, added, {}});
+      edit.seconds = std::min(edit.seconds, seconds_since(start));
+    }
     std::size_t far = 0;
     for (std::size_t i = 0; i < changes.nodes.size(); ++i) {
       Point& node = nodes_[changes.nodes[i]];

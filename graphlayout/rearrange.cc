@@ -253,6 +253,7 @@ class Rearrangement {
   /// Draws the loose arcs, and leads those that go through a node that was moved around it.
   void draw(std::vector<bool> loose) {
     Router router(graph_.sizes, places_, options_);
+    router.expect(arcs_.size() + present_.bends.points.size());
     constexpr std::size_t kMostMoved = 64;  // each is compared with every line
     const std::size_t compared = std::min(changes_.nodes.size(), kMostMoved);
     changes_.bends.starts.push_back(0);

@@ -122,49 +122,59 @@ std::vector<Router::Band> Router::bands(const Arc& arc, const Point& upper, cons
   return bands;
 }
 
-double Router::least_crossings(const Band& band, double above, double below, std::span<const Across> upper,
-                               std::span<const Across> lower) const {
-  constexpr std::size_t kPlaces = 300;  // either side
-  const double straight = (above + below) / 2;
-  std::vector<double> places{nearest(band.gaps, straight), nearest(band.gaps, above),
-                             nearest(band.gaps, below)};
-  const auto middle = static_cast<std::size_t>(std::ranges::lower_bound(band.gaps, straight, {}, &Point::x) -
-                                               band.gaps.begin());
-  const std::size_t first = middle > kPlaces ? middle - kPlaces : 0;
-  const std::size_t last = std::min(band.gaps.size(), middle + kPlaces);
-  for (std::size_t i = first; i < last; ++i) {
-    const Point& gap = band.gaps[i];
-    places.push_back(std::clamp(straight, gap.x, gap.y));
-    const double inset = std::min(options_.arc_gap, (gap.y - gap.x) / 2);
-    places.push_back(gap.x + inset);
-    places.push_back(gap.y - inset);
+void Router::Passage::note(Lines& lines, double near, double far) const {
+  if (near < places.front() || near > places.back()) return;  // the same for every place
+  // Thousands of lines are looked up: without branches, since no guess about them comes true.
+  const double* first = places.data();
+  for (std::size_t rest = places.size(); rest > 1;) {
+    const std::size_t half = rest / 2;
+    first += half * (first[half - 1] < near);
+    rest -= half;
   }
-  std::ranges::sort(places);
-  places.erase(std::unique(places.begin(), places.end()), places.end());
+  first += *first < near;
+  const auto before = static_cast<std::uint32_t>(first - places.data());
+  const double* const end = places.data() + places.size();
+  while (first != end && *first == near) ++first;
+  lines.push_back({near, far, before, static_cast<std::uint32_t>(first - places.data())});
+}
 
+double Router::Passage::least_crossings(double above, double below) const {
   // A line from `fixed` to a place crosses those that begin left of it and end right of the place, and the
   // other way round: per line one step in the sums over the places.
-  std::vector<double> steps(places.size() + 1, 0);
-  double crossed = 0;
-  const auto count = [&](double fixed, double far, double near) {
-    if (far == fixed) return;
-    const auto at = [&](auto bound) { return static_cast<std::size_t>(bound - places.begin()); };
-    if (far < fixed) {
-      crossed += 1;
-      steps[at(std::ranges::lower_bound(places, near))] -= 1;
-    } else {
-      steps[at(std::ranges::upper_bound(places, near))] += 1;
+  std::vector<int> steps(places.size() + 1, 0);
+  int crossed = 0;
+  const auto count = [&](double fixed, const Lines& lines) {
+    for (const Near& line : lines) {
+      crossed += line.far < fixed;
+      steps[line.before] -= line.far < fixed;
+      steps[line.up_to] += line.far > fixed;
     }
   };
-  for (const Across& line : upper) count(above, line.above, line.below);
-  for (const Across& line : lower) count(below, line.below, line.above);
+  count(above, upper);
+  count(below, lower);
 
-  double best = places.front(), least = HUGE_VAL;
-  for (std::size_t i = 0; i < places.size(); ++i) {
-    crossed += steps[i];
-    const double aside = std::abs(places[i] - straight);
-    const double cost = crossed + aside / (aside + 1e4);  // of places with as many, the nearest
-    if (cost < least) least = cost, best = places[i];
+  const double straight = (above + below) / 2;
+  double best = straight, least = HUGE_VAL;
+  const auto compare = [&](double place, int crossings) {
+    const double aside = std::abs(place - straight);
+    const double cost = crossings + aside / (aside + 1e4);  // of places with as many, the nearest
+    if (cost < least) least = cost, best = place;
+  };
+  for (std::size_t i = 0; i < places.size(); ++i) compare(places[i], crossed += steps[i]);
+
+  const auto crossings_at = [&](double place) {
+    int sum = 0;
+    const auto add = [&](double fixed, const Lines& lines) {
+      for (const Near& line : lines)
+        sum += line.far < fixed ? line.near > place : line.far > fixed && line.near < place;
+    };
+    add(above, upper);
+    add(below, lower);
+    return sum;
+  };
+  for (const double wanted : {straight, above, below}) {
+    const double place = nearest(band.gaps, wanted);
+    if (!std::ranges::binary_search(places, place)) compare(place, crossings_at(place));
   }
   return best;
 }
@@ -186,7 +196,16 @@ std::vector<Point> Router::route(const Arc& arc) const {
   const std::size_t count = passed.size();
   if (count == 0 || count > kMostBands) return {};
 
-  std::vector<std::vector<Across>> across(count + 1);
+  std::vector<Passage> passages;
+  for (const Band& band : passed) {
+    std::vector<double> places;
+    for (const Point& gap : band.gaps) {
+      const double inset = std::min(options_.arc_gap, (gap.y - gap.x) / 2);
+      places.insert(places.end(), {gap.x, gap.x + inset, gap.y - inset, gap.y});
+    }
+    places.erase(std::unique(places.begin(), places.end()), places.end());
+    passages.push_back({band, std::move(places), {}, {}});
+  }
   for (const Line& line : lines_) {
     if (line.bottom.y <= upper.y || line.top.y >= lower.y || std::max(line.top.x, line.bottom.x) < left ||
         std::min(line.top.x, line.bottom.x) > right)
@@ -196,7 +215,9 @@ std::vector<Point> Router::route(const Arc& arc) const {
       const double from = k == 0 ? upper.y : passed[k - 1].bottom;
       const double to = k == count ? lower.y : passed[k].top;
       if (line.bottom.y <= from) break;
-      across[k].push_back({x_at(line.top, line.bottom, from), x_at(line.top, line.bottom, to)});
+      const double above = x_at(line.top, line.bottom, from), below = x_at(line.top, line.bottom, to);
+      if (k > 0) passages[k - 1].note(passages[k - 1].lower, above, below);
+      if (k < count) passages[k].note(passages[k].upper, below, above);
     }
   }
 
@@ -207,14 +228,15 @@ std::vector<Point> Router::route(const Arc& arc) const {
   }
   x.push_back(lower.x);
   constexpr int kRounds = 3;
+  std::vector<bool> settled(count + 2, false);  // both neighbours are where they were the last time
   for (int round = 0; round < kRounds; ++round) {
-    bool changed = false;
     for (std::size_t k = 1; k <= count; ++k) {
-      const double now = least_crossings(passed[k - 1], x[k - 1], x[k + 1], across[k - 1], across[k]);
-      changed = changed || now != x[k];
+      if (settled[k]) continue;
+      const double now = passages[k - 1].least_crossings(x[k - 1], x[k + 1]);
+      if (now != x[k]) settled[k - 1] = settled[k + 1] = false;
+      settled[k] = true;
       x[k] = now;
     }
-    if (!changed) break;
   }
 
   std::vector<Point> bends;

@@ -17,6 +17,8 @@ class Router {
   Router(std::span<const Size> sizes, std::span<const Point> places, const Options& options)
       : sizes_(sizes), places_(places), options_(options) {}
 
+  /// Tells how many pieces of lines are to come, about.
+  void expect(std::size_t lines) { lines_.reserve(lines); }
   /// Notes how an arc is drawn.
   void add(const Arc& arc, std::span<const Point> bends);
   std::size_t lines() const { return lines_.size(); }
@@ -39,16 +41,26 @@ class Router {
     double top = 0, bottom = 0;
     std::vector<Point> gaps;  // x from, to; ascending
   };
-  /// What crosses the space between two bands: x at its upper edge and at its lower edge.
-  struct Across {
-    double above, below;
+  /// A line that leads up to a band, or away from it.
+  struct Near {
+    double near, far;             ///< its x at the band, and at the next band or the arc's end
+    std::uint32_t before, up_to;  ///< how many of the band's places are less than `near`, and not more
+  };
+  using Lines = std::vector<Near>;
+  /// A band with the places in it that are tried, and the lines that cross the spaces above and below it.
+  /// Each line is looked up once, however often the way's neighbouring bends move.
+  struct Passage {
+    const Band& band;
+    std::vector<double> places;  ///< ascending
+    Lines upper, lower;
+    void note(Lines& lines, double near, double far) const;
+    /// The place that causes the fewest crossings between these x at the bands above and below.
+    double least_crossings(double above, double below) const;
   };
   double clearance() const { return std::min(options_.arc_gap, options_.node_gap / 2) * 0.8; }
   bool leads_through(const Point& a, const Point& b, std::uint32_t node) const;
   std::vector<Band> bands(const Arc& arc, const Point& upper, const Point& lower, double left,
                           double right) const;
-  double least_crossings(const Band& band, double above, double below, std::span<const Across> upper,
-                         std::span<const Across> lower) const;
 
   const std::span<const Size> sizes_;
   const std::span<const Point> places_;
