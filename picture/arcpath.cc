@@ -12,7 +12,6 @@ namespace picture {
 namespace {
 
 constexpr double kLaneGap = 10;       // plane units between arcs that run side by side
-constexpr double kStubLength = 40;    // plane units
 constexpr double kUsableWidth = 0.8;  // of a node's edge, for arcs side by side
 
 /// Where the line from `inside` to `outside` crosses the edge of `box`.

@@ -35,6 +35,8 @@ std::vector<SgPoint> arcPath(const SgRectangle& from, const SgRectangle& to, std
 std::vector<SgPoint> squarePath(const SgRectangle& from, const SgRectangle& to,
                                 std::span<const SgPoint> bends);
 
+inline constexpr double kStubLength = 40;  ///< plane units, at most
+
 /// What is drawn of an arc by its ends only.
 struct Stubs {
   std::array<SgPoint, 2> parent;  ///< from the parent's edge towards the child

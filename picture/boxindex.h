@@ -21,6 +21,10 @@ class BoxIndex {
   /// Numbers that aren't in are ignored.
   void remove(std::uint32_t number);
   void clear();
+  /// Whether a rectangle of that number is in and touches the area.
+  bool touches(std::uint32_t number, const SgRectangle& area) const {
+    return contains(number) && places_[number].box.touches(area);
+  }
 
   /// Calls `visit(number)` for every rectangle that touches `area`, in no order.
   template <class Visit>

@@ -11,8 +11,6 @@ namespace picture {
 
 namespace {
 
-constexpr std::uint32_t kMostStubs = 3;  // at each end of a node
-
 StableId stableIdOf(std::uint32_t number, std::uint32_t generation) {
   return std::uint64_t{generation} << 32 | (std::uint64_t{number} + 1);
 }
@@ -190,6 +188,7 @@ void Drawing::removeArc(ArcId arc) {
 
   if (removed.selected) selectedArcs_.erase(removed.selected);
   arcIndex_.remove(arc);
+  stubbedIndex_.remove(arc);
   stubsStale_ = true;
   freeSlot(removed);
   freeArcs_.push_back(arc);
@@ -232,11 +231,9 @@ void Drawing::setArcStyle(ArcId arc, ArcStyle style) {
 }
 
 bool Drawing::inStubs(ArcId arc, const ArcDetail& detail) const {
-  const Arc& asked = arcs_[arc];
-  if (asked.selected || asked.from == asked.to || nodeSelected(asked.from) || nodeSelected(asked.to))
-    return false;
+  if (isWhole(arc)) return false;
   bringUpToDate();
-  return isRedirected(arc) || asked.style == ArcStyle::Stubs || asked.length > detail.longest;
+  return isStubbed(arc) || arcs_[arc].length > detail.longest;
 }
 
 std::span<const SgPoint> Drawing::path(ArcId arc) const {
@@ -396,17 +393,24 @@ void Drawing::bringUpToDate() const {
     arcs_[arc].stale = false;
     computePath(arc);
     arcs_[arc].length = pathLength(arcs_[arc].path);
-    if (arcShown(arc))
-      arcIndex_.put(arc, boundsOf(arcs_[arc].path));
-    else
-      arcIndex_.remove(arc);
+    const bool shown = arcShown(arc), stubbed = isStubbed(arc);
+    for (BoxIndex* const index : {&arcIndex_, &stubbedIndex_}) {
+      if (shown && stubbed == (index == &stubbedIndex_))
+        index->put(arc, boundsOf(arcs_[arc].path));
+      else
+        index->remove(arc);
+    }
   }
   staleArcs_.clear();
   if (std::exchange(stubsStale_, false)) chooseStubs();
 }
 
 void Drawing::chooseStubs() const {
-  for (const Node& node : nodes_) node.undrawn = node.toHidden = {};
+  for (const Node& node : nodes_) {
+    node.undrawn = node.toHidden = {};
+    node.stubsOut.fill(kNone);
+    node.stubsIn.fill(kNone);
+  }
   std::unordered_set<std::uint64_t> redirected;  // one stub stands for all that lead from here to there
   for (ArcId arc = 0; arc < arcs_.size(); ++arc) {
     const Arc& chosen = arcs_[arc];
@@ -421,8 +425,9 @@ void Drawing::chooseStubs() const {
     else if (chosen.style != ArcStyle::Stubs || from == to)
       continue;
     if (!chosen.stubOut) continue;
-    chosen.stubOut = ++nodes_[from].undrawn.out <= kMostStubs;
-    chosen.stubIn = ++nodes_[to].undrawn.in <= kMostStubs;
+    const std::uint32_t out = nodes_[from].undrawn.out++, in = nodes_[to].undrawn.in++;
+    if ((chosen.stubOut = out < kMostStubs)) nodes_[from].stubsOut[out] = arc;
+    if ((chosen.stubIn = in < kMostStubs)) nodes_[to].stubsIn[in] = arc;
   }
   for (const Node& node : nodes_)
     node.undrawn = {node.undrawn.in - std::min(node.undrawn.in, kMostStubs),

@@ -2,6 +2,7 @@
 /// The picture of a graph on its plane: boxes, arcs between them, and what lies where.
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <limits>
@@ -182,11 +183,35 @@ class Drawing {
   void visitNodes(const SgRectangle& area, Visit&& visit) const {
     nodeIndex_.visit(area, visit);
   }
-  /// Visits arcs whose bounds touch the area, which they may miss all the same.
+  /// Visits arcs whose bounds touch the area, which they may miss all the same; of those that are in stubs
+  /// whatever the detail, the ones with a stub near it. Each once.
   template <class Visit>
   void visitArcs(const SgRectangle& area, Visit&& visit) const {
     bringUpToDate();
     arcIndex_.visit(area, visit);
+    // In a large picture thousands of arcs lead over any place, and next to none has its end there.
+    constexpr std::size_t kFewSelected = 1000;
+    if (selectedNodes_.size() + selectedArcs_.size() > kFewSelected) {
+      stubbedIndex_.visit(area, visit);
+      return;
+    }
+    const SgRectangle near = area.grownBy(kStubLength);
+    nodeIndex_.visit(near, [&](NodeId node) {
+      for (const ArcId arc : nodes_[node].stubsOut)
+        if (arc != kNone && !isWhole(arc)) visit(arc);
+      for (const ArcId arc : nodes_[node].stubsIn) {
+        if (arc == kNone || isWhole(arc)) continue;
+        const bool seenAlready = arcs_[arc].stubOut && box(drawnFrom(arc)).touches(near);
+        if (!seenAlready) visit(arc);
+      }
+    });
+    for (const auto& [order, arc] : selectedArcs_)
+      if (stubbedIndex_.touches(arc, area)) visit(arc);
+    for (const auto& [order, node] : selectedNodes_)
+      visitArcsOf(node, [&](ArcId arc) {
+        const bool seenAlready = arcSelected(arc) || (nodeSelected(from(arc)) && node != from(arc));
+        if (!seenAlready && stubbedIndex_.touches(arc, area)) visit(arc);
+      });
   }
   /// The topmost node, that is the one added last, at a point; kNone for none.
   NodeId nodeAt(SgPoint point) const;
@@ -200,6 +225,7 @@ class Drawing {
   Drawing emptied() const;
 
  private:
+  static constexpr std::uint32_t kMostStubs = 3;  // at each end of a node
   struct Node {
     SgRectangle box;
     ArcId firstOut = kNone, firstIn = kNone;
@@ -210,6 +236,8 @@ class Drawing {
     bool shown = false;          // wanted, and neither hidden nor folded
     std::uint64_t selected = 0;  // key in selectedNodes_, 0 for not selected
     mutable Undrawn undrawn, toHidden;
+    using Stubs = std::array<ArcId, kMostStubs>;
+    mutable Stubs stubsOut{kNone, kNone, kNone}, stubsIn = stubsOut;  // those that are drawn; kNone: less
   };
   struct ArcLinks {
     ArcId next = kNone, previous = kNone;
@@ -250,6 +278,14 @@ class Drawing {
   void bringUpToDate() const;
   void chooseStubs() const;
   void computePath(ArcId id) const;
+  /// Whether it is in stubs whatever the detail, but for isWhole().
+  bool isStubbed(ArcId arc) const {
+    return (isRedirected(arc) || arcs_[arc].style == ArcStyle::Stubs) && from(arc) != to(arc);
+  }
+  /// Whether it is drawn whole whatever the detail.
+  bool isWhole(ArcId arc) const {
+    return arcSelected(arc) || from(arc) == to(arc) || nodeSelected(from(arc)) || nodeSelected(to(arc));
+  }
 
   std::vector<Node> nodes_;
   std::vector<Arc> arcs_;
@@ -268,7 +304,7 @@ class Drawing {
   // Computed when somebody asks, which changes nothing that can be seen from outside.
   mutable std::vector<ArcId> staleArcs_;
   mutable std::vector<std::uint64_t> stalePairs_;
-  mutable BoxIndex arcIndex_;
+  mutable BoxIndex arcIndex_, stubbedIndex_;  // each arc that is shown is in one, by its whole path
   mutable SgRectangle extents_;
   mutable bool extentsStale_ = false;
   mutable bool stubsStale_ = false;

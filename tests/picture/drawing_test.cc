@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <map>
 
 #include "tests/support/scene_like_graph.h"
 
@@ -239,6 +240,76 @@ TEST_F(Picture, AnArcInStubsIsPickedAtItsEndsOnly) {
   for (const double y : {25.0, 55.0, 965.0, 995.0}) EXPECT_EQ(drawing.arcAt({30, y}, 4), arc) << y;
   for (const double y : {70.0, 500.0, 950.0}) EXPECT_EQ(drawing.arcAt({30, y}, 4), kNone) << y;
   EXPECT_EQ(drawing.arcAt({30, 25}, 4, {.stubs = false}), kNone);
+}
+
+TEST_F(Picture, AnArcInStubsIsVisitedNearItsEndsOnlyUnlessItIsWhole) {
+  const NodeId a = node(0, 0), b = node(0, 3000);
+  const ArcId arc = drawing.addArc(a, b);
+  drawing.setArcStyle(arc, picture::ArcStyle::Stubs);
+  const auto visited = [&](const SgRectangle& area) {
+    std::vector<ArcId> arcs;
+    drawing.visitArcs(area, [&](ArcId seen) { arcs.push_back(seen); });
+    return arcs;
+  };
+  const SgRectangle all{-10, -10, 100, 4000}, middle{0, 1500, 60, 10}, end{0, 2970, 60, 10};
+  EXPECT_THAT(visited(all), ElementsAre(arc));
+  EXPECT_THAT(visited(end), ElementsAre(arc));
+  EXPECT_THAT(visited(middle), IsEmpty());
+  const auto select = [&](auto what) {
+    what();
+    EXPECT_THAT(visited(all), ElementsAre(arc));
+    EXPECT_THAT(visited(middle), ElementsAre(arc));
+  };
+  select([&] { drawing.selectNode(b); });
+  select([&] { drawing.selectNode(a); });
+  select([&] { drawing.selectArc(arc); });
+  drawing.deselectAll();
+  EXPECT_THAT(visited(middle), IsEmpty());
+}
+
+TEST_F(Picture, WhateverIsDrawnInAnAreaIsVisitedOnce) {
+  Random random(9);
+  std::vector<NodeId> nodes;
+  for (int i = 0; i < 120; ++i) nodes.push_back(node(random.below(6000), random.below(6000)));
+  std::vector<ArcId> arcs;
+  for (int i = 0; i < 1200; ++i) {
+    arcs.push_back(drawing.addArc(nodes[random.below(120)], nodes[random.below(i % 2 ? 120 : 12)]));
+    if (random.chance(70)) drawing.setArcStyle(arcs.back(), picture::ArcStyle::Stubs);
+  }
+  for (std::size_t i = 100; i < 115; ++i) drawing.foldNode(nodes[i], nodes[i - 90]);
+  drawing.hideNode(nodes[116]);
+  std::size_t drawn = 0;
+  const auto look = [&] {
+    for (int i = 0; i < 40; ++i) {
+      const SgRectangle area{1.0 * random.below(6000), 1.0 * random.below(6000), 300, 300};
+      std::map<ArcId, int> visits;
+      drawing.visitArcs(area, [&](ArcId arc) { ++visits[arc]; });
+      for (const auto& [arc, count] : visits) EXPECT_EQ(count, 1) << arc;
+      for (const ArcId arc : arcs) {
+        if (!drawing.arcShown(arc)) continue;
+        drawing.visitPieces(arc, {}, [&](std::span<const SgPoint> piece, bool) {
+          SgPoint a = piece.front(), b = piece.back();
+          if (!picture::clipLine(a, b, area)) return;
+          EXPECT_EQ(visits.count(arc), 1u) << arc;
+          ++drawn;
+        });
+      }
+    }
+  };
+  look();
+  for (std::size_t i = 0; i < 120; i += 5) drawing.selectNode(nodes[i]);
+  for (std::size_t i = 0; i < 1200; i += 7) drawing.selectArc(arcs[i]);
+  look();
+  for (const NodeId each : nodes) drawing.selectNode(each);
+  for (const ArcId each : arcs) drawing.selectArc(each);
+  look();
+  drawing.unfoldAll();
+  drawing.deselectAll();
+  for (std::size_t i = 0; i < 50; ++i) drawing.removeArc(arcs[i]);
+  arcs.erase(arcs.begin(), arcs.begin() + 50);
+  drawing.moveNode(nodes[3], {100, 100});
+  look();
+  EXPECT_GT(drawn, 500u);
 }
 
 TEST_F(Picture, AnArcIsWholeWhileItOrANodeOfItIsSelected) {
