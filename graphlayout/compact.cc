@@ -12,12 +12,17 @@
 namespace graphlayout {
 namespace {
 
-constexpr double kIndent = 16;  // of children: the trunk runs to their left
-constexpr double kTrunk = 6;    // from the parent's left edge
-constexpr double kDrop = 12;    // from the line above a row down to its blocks
-constexpr double kRowGap = 30;
-constexpr double kLevelGap = 2 * kDrop;   // from a node to the first row below it
-constexpr std::size_t kShortestFold = 6;  // nodes; shorter chains run down
+constexpr double kIndent = 16;              // of children: the trunk runs to their left
+constexpr double kTrunk = 6;                // from the parent's left edge
+constexpr double kTick = kIndent - kTrunk;  // from the line that leads down beside a column to its blocks
+constexpr double kDrop = 10;                // from the line above a row down to its blocks
+constexpr double kRowGap = 36;
+constexpr double kLooser = 1.25;                  // gaps between columns, against those of a layered rank
+constexpr double kWider = 1.3;                    // what a column may hold, against its first block
+constexpr double kLevelGap = 24;                  // from a node to the first row below it
+constexpr std::size_t kShortestFold = 6;          // nodes; shorter chains run down
+constexpr double kAspect = 1.75;                  // width to height that blocks should have
+constexpr double kColumnHeights[] = {1, 0.5, 0};  // tried, in parts of the height that a block should have
 
 /// Where a block stands in the block that holds it.
 struct Slot {
@@ -27,9 +32,9 @@ struct Slot {
   bool begins_row = false;  // the first of its row
 };
 
-/// How good an extent is: near to 1.75 times as wide as high, and small.
-double cost(double width, double height) {
-  return std::max(width, 1.75 * height) + 0.15 * std::sqrt(width * height);
+/// How good an extent is: near to the aspect that it should have, and small.
+double cost(const Size& size) {
+  return std::max(size.width, kAspect * size.height) + 0.15 * std::sqrt(size.width * size.height);
 }
 
 /// Rows of blocks, in their order.
@@ -37,26 +42,34 @@ class Rows {
  public:
   explicit Rows(double gap) : gap_(gap) {}
 
-  /// Finds the best row length and the slots. @param head  the extent above the rows.
+  /// Finds the best length of rows and height of columns, and the slots. @param head  the extent above the
+  /// rows.
   Size pack(std::span<const Size> blocks, const Size& head, Point start, std::vector<Slot>& slots) {
-    double widest = 0, sum = 0;
+    double widest = 0, lowest = HUGE_VAL, sum = 0, area = 0;
     for (const Size& block : blocks) {
       widest = std::max(widest, block.width);
+      lowest = std::min(lowest, block.height);
       sum += block.width + gap_;
+      area += (block.width + gap_) * (block.height + kRowGap);
     }
     constexpr int kTries = 19;
     const double growth = std::pow(std::max(sum / std::max(widest, 1.0), 1.0), 1.0 / (kTries - 1));
     const int tries = blocks.size() == 1 ? 1 : kTries;
-    double length = widest, best_length = widest, least = HUGE_VAL;
-    for (int i = 0; i < tries; ++i, length = std::max(length * growth, length + 1)) {
-      const Size size = arrange(blocks, head, start, length, nullptr);
-      if (cost(size.width, size.height) >= least) continue;
-      least = cost(size.width, size.height);
-      best_length = length;
-      if (length > sum) break;
+    const double height = std::sqrt(area / kAspect);
+    Shape shape{widest, 0}, best = shape;
+    double least = HUGE_VAL;
+    for (int i = 0; i < tries; ++i, shape.length = std::max(shape.length * growth, shape.length + 1)) {
+      for (const double part : kColumnHeights) {
+        shape.height = part * height;
+        if (part > 0 && shape.height < 2 * lowest + kRowGap) continue;  // nothing is stacked then
+        const Arranged arranged = arrange(blocks, head, start, shape, nullptr);
+        const double now = cost(arranged);
+        if (now < least) least = now, best = shape;
+      }
+      if (shape.length > sum) break;
     }
     slots.resize(blocks.size());
-    return arrange(blocks, head, start, best_length, slots.data());
+    return arrange(blocks, head, start, best, slots.data()).size;
   }
 
   /// The rows and columns that the slots say, for blocks of other extents. Those of no extent take no room.
@@ -95,35 +108,60 @@ class Rows {
   static constexpr Size kEmpty{-1, -1};
 
  private:
-  Size arrange(std::span<const Size> blocks, const Size& head, Point start, double length,
-               Slot* slots) const {
+  struct Shape {
+    double length;  // of rows
+    double height;  // up to which blocks are stacked, where no block of the row is so tall
+  };
+  struct Arranged {
+    Size size;
+    double lines;  // the length of those that lead to the blocks, but for what any arrangement has
+  };
+
+  /// Few lines make a picture easier to read.
+  static double cost(const Arranged& arranged) {
+    constexpr double kPerLine = 0.02;
+    const double side = std::sqrt(std::max(arranged.size.width * arranged.size.height, 1.0));
+    return graphlayout::cost(arranged.size) * (1 + kPerLine * arranged.lines / side);
+  }
+
+  Arranged arrange(std::span<const Size> blocks, const Size& head, Point start, const Shape& shape,
+                   Slot* slots) const {
     Size size = head;
     double row_top = start.y, row_bottom = start.y;
-    double column_x = start.x, column_width = 0, column_end = 0;
-    bool empty = true;  // the row
+    double column_x = start.x, column_width = 0;
+    double lines = 0, trunk_end = start.y, last_top = start.y, last_x = start.x;
     for (std::size_t i = 0; i < blocks.size(); ++i) {
       const Size& block = blocks[i];
+      const bool wider = block.width > column_width;
+      const bool has_room = !wider || (block.width <= kWider * column_width &&
+                                       column_x + block.width <= start.x + shape.length);
+      const double below = i == 0 ? start.y : last_top + blocks[i - 1].height + kRowGap;
       Slot slot;
-      if (!empty && block.width <= column_width && column_end + kRowGap + block.height <= row_bottom) {
-        slot = {{column_x, column_end + kRowGap}, row_top - kDrop, true, false};
+      if (i > 0 && has_room && below + block.height <= std::max(row_bottom, row_top + shape.height)) {
+        slot = {{column_x, below}, row_top - kDrop, true, false};
+        column_width = std::max(column_width, block.width);
       } else {
-        if (!empty) column_x += column_width + gap_;
-        if (!empty && column_x + block.width > start.x + length) {
+        if (i > 0) column_x += column_width + gap_;
+        if (i > 0 && column_x + block.width > start.x + shape.length) {
           row_top = row_bottom + kRowGap;
           column_x = start.x;
         }
         column_width = block.width;
         slot = {{column_x, row_top}, row_top - kDrop, false, column_x == start.x};
-        row_bottom =
-            column_x == start.x ? row_top + block.height : std::max(row_bottom, row_top + block.height);
       }
-      empty = false;
-      column_end = slot.corner.y + block.height;
-      size.width = std::max(size.width, slot.corner.x + block.width);
-      size.height = std::max(size.height, column_end);
+      const Point& at = slot.corner;
+      if (at.x == start.x)
+        lines += at.y - std::exchange(trunk_end, at.y);
+      else
+        lines += slot.stacked ? at.y - last_top : at.x - last_x + 2 * kDrop;
+      last_x = at.x;
+      last_top = at.y;
+      row_bottom = std::max(row_bottom, at.y + block.height);
+      size.width = std::max(size.width, at.x + block.width);
+      size.height = std::max(size.height, at.y + block.height);
       if (slots) slots[i] = slot;
     }
-    return size;
+    return {size, lines};
   }
 
   const double gap_;
@@ -133,8 +171,8 @@ class Packing {
  public:
   Packing(std::span<const Size> sizes, std::span<const Arc> arcs, const Options& options)
       : arcs_(arcs),
-        gap_(options.node_gap),
-        rows_(options.node_gap),
+        gap_(kLooser * options.node_gap),
+        rows_(kLooser * options.node_gap),
         out_(sizes.size(), {}, Incidence::kOut) {
     for (const Size& size : sizes) sizes_.push_back(sane(size));
     std::vector<Arc> legal;
@@ -287,7 +325,7 @@ class Packing {
     double length = tallest, best = tallest, least = HUGE_VAL;
     for (int i = 0; i < kTries; ++i, length = std::max(length * growth, length + 1)) {
       const Size size = columns(chain, length, false);
-      if (cost(size.width, size.height) < least) least = cost(size.width, size.height), best = length;
+      if (cost(size) < least) least = cost(size), best = length;
     }
     return best;
   }
@@ -354,20 +392,23 @@ class Packing {
     const double below = p.y + sizes_[parent].height + kDrop;
     if (base_[v] != parent || folded_[v]) {  // from one node of a chain to the next
       points.push_back({from, below});
+      const double above = c.y > p.y ? below : c.y - kDrop;
       if (c.y <= p.y) {
         points.push_back({c.x - kTrunk, below});
-        points.push_back({c.x - kTrunk, c.y - kDrop});
+        points.push_back({c.x - kTrunk, above});
       }
-      points.push_back({to, c.y - kDrop});
+      points.push_back({to, above});
       return;
     }
-    const double line = p.y + slots_[v].line;
-    points.push_back({p.x + kTrunk, line});
-    if (slots_[v].stacked) {
-      points.push_back({c.x - kTrunk, line});
-      points.push_back({c.x - kTrunk, c.y - kDrop});
+    const double trunk = p.x + kTrunk, level = c.y + sizes_[v].height / 2;
+    if (slots_[v].corner.x > kIndent) {  // not the first column
+      const double line = p.y + slots_[v].line;
+      points.push_back({trunk, line});
+      points.push_back({c.x - kTick, line});
+      points.push_back({c.x - kTick, level});
+    } else {
+      points.push_back({trunk, level});
     }
-    points.push_back({to, c.y - kDrop});
   }
 
   const std::span<const Arc> arcs_;

@@ -19,8 +19,9 @@ inline constexpr std::size_t kCompactFrom = 500;
 struct Compact {
   static constexpr std::uint32_t kNoArc = 0xFFFFFFFF;
 
-  /// Tree arcs run in right angles and share their lines, from where the first bend is level with the bottom
-  /// of the upper node to where the last one is level with the top of the lower node. Others have no bends.
+  /// Tree arcs run in right angles and share their lines, from the bottom of the upper node straight down to
+  /// the first bend, and from the last one level to the left side of the lower node. Within a folded chain
+  /// the last one lies above the lower node. Others have no bends.
   Layout layout;
   /// Per node the arc that leads to it in the tree; kNoArc for a root.
   std::vector<std::uint32_t> tree_arcs;
@@ -30,8 +31,8 @@ struct Compact {
 };
 
 /// The tree has every node under the first of its parents that is found from the roots by breadth; each
-/// parent has the blocks of its children below it, in rows of a length that makes its own block neither a
-/// ribbon nor a tower, short ones stacked beside tall ones. Chains of only children are folded into columns.
+/// parent has the blocks of its children below it, in rows and columns that make its own block neither a
+/// ribbon nor a tower and take short lines. Chains of only children are folded into columns.
 /// No two nodes overlap. Linear.
 /// @param options  of the gaps, `node_gap` alone.
 Compact compact(std::span<const Size> sizes, std::span<const Arc> arcs, const Options& options = {});

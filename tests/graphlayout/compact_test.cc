@@ -4,8 +4,11 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
+#include <map>
+#include <vector>
 
 #include "tests/graphlayout/drawing.h"
 
@@ -29,8 +32,10 @@ void expect_sound(const Graph& graph, const Compact& picture) {
     const auto line = picture.layout.bends.of(arc);
     ASSERT_FALSE(line.empty());
     EXPECT_GE(line.front().y, nodes[parent].y + graph.sizes[parent].height);
-    EXPECT_LE(line.back().y, nodes[v].y);
-    EXPECT_EQ(line.back().x, nodes[v].x + graph.sizes[v].width / 2);
+    const bool from_above = line.back().x == nodes[v].x + graph.sizes[v].width / 2;
+    EXPECT_TRUE(from_above
+                    ? line.back().y <= nodes[v].y
+                    : line.back().x < nodes[v].x && line.back().y == nodes[v].y + graph.sizes[v].height / 2);
     EXPECT_TRUE(line.front().x >= nodes[parent].x &&
                 line.front().x <= nodes[parent].x + graph.sizes[parent].width);
     for (std::size_t i = 0; i + 1 < line.size(); ++i)
@@ -43,7 +48,14 @@ std::size_t lines_through_nodes(const Graph& graph, const Compact& picture) {
   std::size_t found = 0;
   const std::vector<Point>& nodes = picture.layout.nodes;
   for (std::size_t arc = 0; arc < graph.arcs.size(); ++arc) {
-    const auto bends = picture.layout.bends.of(arc);
+    const auto given = picture.layout.bends.of(arc);
+    std::vector<Point> bends(given.begin(), given.end());
+    if (!bends.empty()) {  // the pieces from node to bend and from bend to node, too
+      const auto& [from, to] = graph.arcs[arc];
+      bends.insert(bends.begin(), {bends.front().x, nodes[from].y + graph.sizes[from].height});
+      const bool level = bends.back().x < nodes[to].x;
+      bends.push_back(level ? Point{nodes[to].x, bends.back().y} : Point{bends.back().x, nodes[to].y});
+    }
     for (std::size_t i = 0; i + 1 < bends.size(); ++i)
       for (std::size_t v = 0; v < nodes.size(); ++v) {
         const auto [left, right] = std::minmax(bends[i].x, bends[i + 1].x);
@@ -70,6 +82,24 @@ TEST(Compact, ChildrenStandBelowTheirParentInTheOrderOfTheirArcs) {
   const auto& nodes = picture.layout.nodes;
   for (const std::uint32_t v : {1u, 2u, 3u}) EXPECT_GT(nodes[v].y, nodes[0].y + 24);
   EXPECT_TRUE(nodes[2].y < nodes[1].y || nodes[2].x < nodes[1].x);
+}
+
+TEST(Compact, LeavesStandInColumnsThatShareALine) {
+  Graph graph = graph_of(13, {});
+  for (std::uint32_t i = 1; i < 13; ++i) graph.arcs.push_back({0, i});
+  const Compact picture = compact_of(graph);
+  expect_sound(graph, picture);
+  std::map<double, std::vector<double>> columns;  // y of the leaves by x of the line that leads to them
+  for (std::uint32_t v = 1; v < 13; ++v) {
+    const Point& end = picture.layout.bends.of(v - 1).back();
+    EXPECT_LT(end.x, picture.layout.nodes[v].x);
+    columns[end.x].push_back(picture.layout.nodes[v].y);
+  }
+  EXPECT_EQ(columns.size(), 4u);
+  for (const auto& [x, tops] : columns) {
+    EXPECT_EQ(tops.size(), 3u);
+    EXPECT_TRUE(std::ranges::is_sorted(tops)) << "in the order of their arcs";
+  }
 }
 
 TEST(Compact, AnArcThatIsNoTreeArcHasNoBends) {
