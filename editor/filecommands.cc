@@ -158,12 +158,15 @@ void FileCommands::saveAs() {
 }
 
 void FileCommands::exportPicture() {
-  const auto choice = prompts_.choosePicture("Export Picture");
+  std::filesystem::path suggested = file_name_;
+  if (!suggested.empty()) suggested.replace_extension(picture_ending_);
+  const auto choice = prompts_.choosePicture("Export Picture", suggested);
   if (!choice) return;
   Reasons reasons;
   if (const auto format = picture::formatOf(choice->path); !format) {
     reasons.add(choice->path + ": the name of a picture ends in " + std::string(picture::kFormatNames));
   } else if (!can_be_read(choice->path) || prompts_.confirm("Overwrite OK?")) {
+    picture_ending_ = std::filesystem::path(choice->path).extension();
     const Busy busy(prompts_, "Exporting...");
     const std::string problem = display_.writePicture(*choice, *format);
     if (!problem.empty()) reasons.add(problem);

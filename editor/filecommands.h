@@ -53,7 +53,8 @@ class FileCommands {
   void save();
   /// The chosen name becomes the current file name, even when the file can't be written.
   void saveAs();
-  /// Writes the picture of the graph; the current file name stays.
+  /// Writes the picture of the graph, beside the scene unless the user wants it elsewhere; the current file
+  /// name stays.
   void exportPicture();
   /// Opens a recovery copy, as an unsaved change of its file.
   void recover();
@@ -92,5 +93,6 @@ class FileCommands {
   std::string file_name_;
   storage::SeenFile seen_;  ///< the scene's file as this program knows it
   bool changed_on_disk_ = false;
-  std::set<std::string> backed_up_;  ///< the files of which there is a backup of this run
+  std::string picture_ending_ = ".svg";  ///< of the picture that was exported last
+  std::set<std::string> backed_up_;      ///< the files of which there is a backup of this run
 };

@@ -42,8 +42,8 @@ class Prompts {
   virtual std::optional<std::size_t> chooseRow(const char* title, const std::vector<std::string>& rows) = 0;
   /// @returns an absolute path, of a file that need not exist; nothing when the user cancels.
   virtual std::optional<std::string> chooseFile(const char* title, const FileStart& start = {}) = 0;
-  /// The same for a picture.
-  virtual std::optional<PictureChoice> choosePicture(const char* title) = 0;
+  /// The same for a picture. @param selection  a path that is filled in; empty: none.
+  virtual std::optional<PictureChoice> choosePicture(const char* title, const std::string& selection) = 0;
   /// Lets the user set the options in `ngops`. @returns whether the converter is to run with them.
   virtual bool setOptions(Converter converter, const char* title) = 0;
 

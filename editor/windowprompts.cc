@@ -33,11 +33,11 @@ std::optional<std::string> WindowPrompts::chooseFile(const char* title, const Fi
   return chooser->fileName();
 }
 
-std::optional<PictureChoice> WindowPrompts::choosePicture(const char* title) {
+std::optional<PictureChoice> WindowPrompts::choosePicture(const char* title, const std::string& selection) {
   constexpr const char* kPictures =
       "*.[spe][vdnps]*";  // those whose names end as pictures' do, and few others
   getTheFileSelectionDialog()->setOption("Only what the window shows");
-  auto path = chooseFile(title, {.pattern = kPictures});
+  auto path = chooseFile(title, {.selection = selection, .pattern = kPictures});
   if (!path) return std::nullopt;
   return PictureChoice{std::move(*path), getTheFileSelectionDialog()->optionChosen()};
 }

@@ -17,7 +17,7 @@ class WindowPrompts final : public Prompts {
   bool confirm(const char* question, const char* title) override;
   std::optional<std::size_t> chooseRow(const char* title, const std::vector<std::string>& rows) override;
   std::optional<std::string> chooseFile(const char* title, const FileStart& start) override;
-  std::optional<PictureChoice> choosePicture(const char* title) override;
+  std::optional<PictureChoice> choosePicture(const char* title, const std::string& selection) override;
   bool setOptions(Converter converter, const char* title) override;
   void busy(const char* message) override;
   void notBusy() override;

@@ -109,6 +109,18 @@ TEST_F(Files, PicturesAreWrittenWhileBusyAndNeverTheScenesFile) {
   EXPECT_EQ(asked(&FileCommands::exportPicture, picture), (Lines{"choose: Export Picture"}));
 }
 
+TEST_F(Files, LendTheirNameToThePicture) {
+  asked(&FileCommands::exportPicture, directory_ / "first.png");
+  EXPECT_EQ(prompts_.start.selection, "") << "there is no scene";
+  asked(&FileCommands::open, good_);
+  asked(&FileCommands::exportPicture, directory_ / "elsewhere.PDF");
+  EXPECT_EQ(prompts_.start.selection, directory_ / "good.png");
+  asked(&FileCommands::exportPicture, bad_);
+  EXPECT_EQ(prompts_.start.selection, directory_ / "good.PDF");
+  asked(&FileCommands::exportPicture, good_);
+  EXPECT_EQ(prompts_.start.selection, directory_ / "good.PDF") << "that was no picture";
+}
+
 TEST_F(Files, AreReadAndShownWhileBusy) {
   EXPECT_EQ(asked(&FileCommands::open, good_),
             (Lines{"choose: Open", "busy: Opening...", "show scene", "name: " + good_, "ready"}));

@@ -29,8 +29,9 @@ class RecordingPrompts final : public Prompts {
     start = asked;
     return answer ? std::optional(file) : std::nullopt;
   }
-  std::optional<PictureChoice> choosePicture(const char* title) override {
+  std::optional<PictureChoice> choosePicture(const char* title, const std::string& selection) override {
     note("choose", title);
+    start = {.selection = selection};
     return answer ? std::optional(PictureChoice{file, view_only}) : std::nullopt;
   }
   bool setOptions(Converter converter, const char* title) override {
