@@ -17,8 +17,7 @@
 #include "cli/jobs.h"
 #include "cli/scenefile.h"
 #include "editor/model/scenegraph.h"
-#include "graphlayout/compact.h"
-#include "graphlayout/layout.h"
+#include "picture/arrangement.h"
 #include "picture/colors.h"
 #include "picture/export.h"
 #include "qilib/files.h"
@@ -50,9 +49,8 @@ Laid laid_out(const SceneGraph& scene, const picture::Font& font) {
   }
   std::vector<graphlayout::Arc> arcs;
   for (const SceneGraph::Arc& arc : scene.arcs) arcs.push_back({arc.parent, arc.child});
-  const bool compact = sizes.size() >= graphlayout::kCompactFrom;
-  const graphlayout::Layout layout =
-      compact ? graphlayout::compact(sizes, arcs).layout : graphlayout::layout(sizes, arcs);
+  const picture::Arrangement arrangement = picture::usualArrangement(sizes.size());
+  const graphlayout::Layout layout = picture::freshLayout(arrangement, sizes, arcs);
 
   for (std::size_t i = 0; i < sizes.size(); ++i) {
     const picture::NodeId node = laid.drawing.addNode();
@@ -65,8 +63,7 @@ Laid laid_out(const SceneGraph& scene, const picture::Font& font) {
     for (const graphlayout::Point& bend : layout.bends.of(i)) bends.push_back({bend.x, bend.y});
     const picture::ArcId arc = laid.drawing.addArc(arcs[i].from, arcs[i].to);
     laid.drawing.setBends(arc, bends);
-    if (compact)
-      laid.drawing.setArcStyle(arc, bends.empty() ? picture::ArcStyle::Stubs : picture::ArcStyle::Square);
+    laid.drawing.setArcStyle(arc, styleOf(arrangement, bends));
   }
   return laid;
 }

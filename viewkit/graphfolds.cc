@@ -27,18 +27,7 @@ std::vector<SgPoint> shifted(std::vector<SgPoint> bends, SgPoint from, SgPoint t
   return bends;
 }
 
-/// Whether a line over such points turns at right angles only.
-bool isSquare(std::span<const SgPoint> bends) {
-  const auto slanted = [](const SgPoint& a, const SgPoint& b) { return a.x != b.x && a.y != b.y; };
-  return !bends.empty() && std::ranges::adjacent_find(bends, slanted) == bends.end();
-}
-
 }  // namespace
-
-SgArcStyle styleOf(bool compact, std::span<const SgPoint> bends) {
-  if (!compact) return SgARC_WHOLE;
-  return bends.empty() ? SgARC_STUBS : isSquare(bends) ? SgARC_SQUARE : SgARC_WHOLE;
-}
 
 bool GraphFolds::isFolded(const VkNode* node) const {
   return std::ranges::find(folded_, node) != folded_.end();
@@ -231,9 +220,8 @@ void GraphFolds::findPlacesOfSome(const GraphPicture& picture, const std::vector
     arcs.push_back(arc);
     places.push_back(i);
   }
-  someCompact_ = sizes.size() >= graphlayout::kCompactFrom;
-  const graphlayout::Layout layout =
-      someCompact_ ? graphlayout::compact(sizes, arcs).layout : graphlayout::layout(sizes, arcs);
+  someArrangement_ = picture::usualArrangement(sizes.size());
+  const graphlayout::Layout layout = picture::freshLayout(someArrangement_, sizes, arcs);
 
   homes_.clear();
   for (std::size_t i = 0; i < picture.nodes.size(); ++i) {
@@ -261,7 +249,7 @@ void GraphFolds::show(Widget graph) {
     SgGraphSetArcBends(graph, arc, bends.seen);
     if (only_.empty()) continue;
     styles_.emplace_back(arc, SgGraphArcStyle(graph, arc));
-    SgGraphSetArcStyle(graph, arc, styleOf(someCompact_, bends.seen));
+    SgGraphSetArcStyle(graph, arc, styleOf(someArrangement_, bends.seen));
   }
 }
 

@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "picture/arrangement.h"
 #include "viewkit/graphpicture.h"
 
 /// The open picture is the one that edits and their steps are about. The one that is seen is made of it:
@@ -114,6 +115,6 @@ class GraphFolds {
   std::unordered_map<const VkNode*, Home> homes_;
   std::unordered_map<SgArc, Bends> bends_;            // of those that have any
   bool closed_ = false;                               // the folded picture is shown
-  bool someCompact_ = false;                          // the picture of some nodes
+  picture::Arrangement someArrangement_{};            // of some nodes
   std::vector<std::pair<SgArc, SgArcStyle>> styles_;  // in the open picture, of arcs that have others now
 };

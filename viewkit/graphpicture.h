@@ -24,9 +24,6 @@ struct GraphPicture {
   std::vector<std::vector<SgPoint>> bends;  ///< of each arc
 };
 
-/// How an arc with such bends is drawn.
-SgArcStyle styleOf(bool compact, std::span<const SgPoint> bends);
-
 inline std::vector<SgPoint> pointsOf(std::span<const graphlayout::Point> bends) {
   std::vector<SgPoint> points;
   points.reserve(bends.size());

@@ -10,7 +10,6 @@
 #include <cctype>
 #include <cmath>
 
-#include "graphlayout/compact.h"
 #include "graphlayout/folding.h"
 #include "graphlayout/layout.h"
 #include "graphlayout/rearrange.h"
@@ -151,7 +150,7 @@ void VkGraph::add(VkNode* parent, VkNode* child, const char* attribute) {
   layoutIsDue_ = true;
   if (!graph_) return;
   const SgArc arc = SgGraphAddArc(graph_, parent->baseWidget(), child->baseWidget(), attribute);
-  if (compact_) SgGraphSetArcStyle(graph_, arc, SgARC_STUBS);
+  SgGraphSetArcStyle(graph_, arc, styleOf(arrangement(), {}));
   newArcs_.insert(arc);
   // What a person links is to be seen.
   uncover({parent, child});
@@ -581,16 +580,14 @@ void VkGraph::arrangeAgain() {
 
 void VkGraph::setBends(SgArc arc, std::span<const SgPoint> bends) {
   SgGraphSetArcBends(graph_, arc, bends);
-  SgGraphSetArcStyle(graph_, arc, styleOf(compact_, bends));
+  SgGraphSetArcStyle(graph_, arc, styleOf(arrangement(), bends));
 }
 
 void VkGraph::placeAll(const GraphPicture& shown) {
-  const Arrangement usual =
-      shown.nodes.size() >= graphlayout::kCompactFrom ? Arrangement::Compact : Arrangement::Layered;
   const bool wasCompact = compact_;
-  compact_ = chosen_.value_or(usual) == Arrangement::Compact;
-  const graphlayout::Layout layout = compact_ ? graphlayout::compact(shown.sizes, shown.arcs).layout
-                                              : graphlayout::layout(shown.sizes, shown.arcs);
+  const Arrangement wanted = chosen_.value_or(picture::usualArrangement(shown.nodes.size()));
+  compact_ = wanted == Arrangement::Compact;
+  const graphlayout::Layout layout = picture::freshLayout(wanted, shown.sizes, shown.arcs);
   for (std::size_t i = 0; i < shown.nodes.size(); ++i) {
     SgGraphSetNodePosition(shown.nodes[i]->baseWidget(), {layout.nodes[i].x, layout.nodes[i].y});
     shown.nodes[i]->placed_ = true;
@@ -697,7 +694,7 @@ void VkGraph::placeWithin(const VkPlaces& places) {
   if (places.arcs.empty() && !restyle) return;
   std::map<VkPlaces::Ends, std::size_t> done;
   for (const auto& [arc, parent, child] : arcs()) {
-    if (restyle) SgGraphSetArcStyle(graph_, arc, compact_ ? SgARC_STUBS : SgARC_WHOLE);
+    if (restyle) SgGraphSetArcStyle(graph_, arc, styleOf(arrangement(), {}));
     const auto bent = places.arcs.find({parent, child});
     if (bent == places.arcs.end()) continue;
     const std::size_t number = done[bent->first]++;

@@ -17,6 +17,7 @@
 #include <utility>
 #include <vector>
 
+#include "picture/arrangement.h"
 #include "viewkit/forward.h"
 #include "viewkit/sggraph/Graph.h"
 #include "viewkit/vkcomponent.h"
@@ -66,10 +67,7 @@ struct VkGraphContents {
 /// is called.
 class VkGraph : public VkComponent, private VkGraphContents {
  public:
-  enum class Arrangement {
-    Layered,  ///< ranks, arcs from above to below
-    Compact   ///< blocks of a tree; other arcs as stubs
-  };
+  using Arrangement = picture::Arrangement;
 
   /// The list that is told when the user has moved nodes; the call data is a `const Moved*`.
   static const char* const nodesMovedCallback;

@@ -27,6 +27,7 @@
 #include <string>
 #include <vector>
 
+#include "picture/arcpath.h"
 #include "picture/geometry.h"
 #include "picture/viewport.h"  // SgMinZoom, SgMaxZoom
 
@@ -93,13 +94,14 @@ enum {
 
 /// How an arc is drawn. Arcs that are longer than the window are drawn as SgARC_STUBS are, and none is while
 /// it, or a node at its end, is selected or pointed at.
-enum SgArcStyle {
-  SgARC_WHOLE,  ///< from node to node
-  SgARC_STUBS,  ///< a short piece at each end, pointing to the other end
-  /// from node to node at right angles, without a head; leaves and reaches its nodes level with the bends
-  /// next to them
-  SgARC_SQUARE
-};
+using SgArcStyle = picture::ArcStyle;
+/// From node to node.
+inline constexpr SgArcStyle SgARC_WHOLE = SgArcStyle::Whole;
+/// A short piece at each end, pointing to the other end.
+inline constexpr SgArcStyle SgARC_STUBS = SgArcStyle::Stubs;
+/// From node to node at right angles, without a head; leaves and reaches its nodes level with the bends next
+/// to them. Whole however long it is.
+inline constexpr SgArcStyle SgARC_SQUARE = SgArcStyle::Square;
 
 /// Reasons in SgGraphCallbackStruct.
 enum {

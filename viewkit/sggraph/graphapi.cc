@@ -124,24 +124,13 @@ void SgGraphSetArcBends(Widget graph, SgArc arc, std::span<const SgPoint> bends)
 }
 
 void SgGraphSetArcStyle(Widget graph, SgArc arc, SgArcStyle style) {
-  constexpr picture::ArcStyle kStyles[] = {picture::ArcStyle::Whole, picture::ArcStyle::Stubs,
-                                           picture::ArcStyle::Square};
   const ArcInView found = find(graph, arc);
-  if (found) found.view->setArcStyle(found.id, kStyles[style]);
+  if (found) found.view->setArcStyle(found.id, style);
 }
 
 SgArcStyle SgGraphArcStyle(Widget graph, SgArc arc) {
   const ArcInView found = find(graph, arc);
-  if (!found) return SgARC_WHOLE;
-  switch (found.view->drawing().arcStyle(found.id)) {
-    case picture::ArcStyle::Stubs:
-      return SgARC_STUBS;
-    case picture::ArcStyle::Square:
-      return SgARC_SQUARE;
-    case picture::ArcStyle::Whole:
-      break;
-  }
-  return SgARC_WHOLE;
+  return found ? found.view->drawing().arcStyle(found.id) : SgARC_WHOLE;
 }
 
 std::vector<SgPoint> SgGraphArcBends(Widget graph, SgArc arc) {
