@@ -112,6 +112,23 @@ Stubs stubsBetween(const SgRectangle& from, const SgRectangle& to) {
   return {{start, along(start, end, kStubLength)}, {along(end, start, kStubLength), end}};
 }
 
+std::vector<SgPoint> stubOf(std::span<const SgPoint> path) {
+  std::vector<SgPoint> stub;
+  double left = kStubLength;
+  for (const SgPoint& point : path) {
+    const double step = stub.empty() ? 0 : distance(stub.back(), point);
+    if (step > left) {
+      const double part = left / step;
+      const SgPoint last = stub.back();
+      stub.push_back({last.x + part * (point.x - last.x), last.y + part * (point.y - last.y)});
+      break;
+    }
+    left -= step;
+    stub.push_back(point);
+  }
+  return stub;
+}
+
 std::vector<SgPoint> loopPath(const SgRectangle& box, std::size_t number) {
   constexpr int kPieces = 12;
   const double reach = 18 + 8 * static_cast<double>(std::min<std::size_t>(number, 20));

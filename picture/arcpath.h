@@ -43,6 +43,8 @@ struct Stubs {
   std::array<SgPoint, 2> child;   ///< to the child's edge, coming from the parent
 };
 Stubs stubsBetween(const SgRectangle& from, const SgRectangle& to);
+/// The first stretch of a path, as long as a stub or all of it, from its beginning on.
+std::vector<SgPoint> stubOf(std::span<const SgPoint> path);
 
 /// The loop of a node to itself; `number` from 0, each larger than the one before.
 std::vector<SgPoint> loopPath(const SgRectangle& box, std::size_t number);

@@ -189,7 +189,7 @@ void Drawing::removeArc(ArcId arc) {
   if (removed.selected) selectedArcs_.erase(removed.selected);
   arcIndex_.remove(arc);
   stubbedIndex_.remove(arc);
-  stubsStale_ = true;
+  stubsStale_ = blocksStale_ = true;
   freeSlot(removed);
   freeArcs_.push_back(arc);
 }
@@ -232,8 +232,8 @@ void Drawing::setArcStyle(ArcId arc, ArcStyle style) {
 
 bool Drawing::inStubs(ArcId arc, const ArcDetail& detail) const {
   if (isWhole(arc)) return false;
-  bringUpToDate();
-  return isStubbed(arc) || arcs_[arc].length > detail.longest;
+  bringUpToDate(detail.longest);
+  return isStubbed(arc) || (arcs_[arc].partial && (detail.stubs || !isSquare(arc)));
 }
 
 std::span<const SgPoint> Drawing::path(ArcId arc) const {
@@ -279,6 +279,11 @@ const SgRectangle& Drawing::extents() const {
   return extents_;
 }
 
+const std::vector<Block>& Drawing::blocks() const {
+  if (std::exchange(blocksStale_, false)) blocks_ = blocksOf(*this);
+  return blocks_;
+}
+
 NodeId Drawing::nodeAt(SgPoint point) const {
   NodeId top = kNone;
   nodeIndex_.visit({point.x, point.y, 0, 0}, [&](NodeId node) {
@@ -290,16 +295,19 @@ NodeId Drawing::nodeAt(SgPoint point) const {
 ArcId Drawing::arcAt(SgPoint point, double reach, const ArcDetail& detail) const {
   ArcId nearest = kNone;
   double least = reach;
-  visitArcs(SgRectangle{point.x, point.y, 0, 0}.grownBy(reach), [&](ArcId arc) {
-    double away = std::numeric_limits<double>::infinity();
-    visitPieces(arc, detail, [&](std::span<const SgPoint> piece, bool) {
-      away = std::min(away, distanceToPath(point, piece));
-    });
-    if (away < least || (away == least && (nearest == kNone || arc > nearest))) {
-      least = away;
-      nearest = arc;
-    }
-  });
+  visitArcs(
+      SgRectangle{point.x, point.y, 0, 0}.grownBy(reach),
+      [&](ArcId arc) {
+        double away = std::numeric_limits<double>::infinity();
+        visitPieces(arc, detail, [&](std::span<const SgPoint> piece, bool) {
+          away = std::min(away, distanceToPath(point, piece));
+        });
+        if (away < least || (away == least && (nearest == kNone || arc > nearest))) {
+          least = away;
+          nearest = arc;
+        }
+      },
+      detail);
   return nearest;
 }
 
@@ -364,6 +372,7 @@ void Drawing::unlink(ArcId& first, ArcId arc, ArcLinks Arc::*links) {
 }
 
 void Drawing::makeStale(ArcId arc) const {
+  blocksStale_ = true;
   if (arcs_[arc].stale) return;
   arcs_[arc].stale = true;
   staleArcs_.push_back(arc);
@@ -393,6 +402,7 @@ void Drawing::bringUpToDate() const {
     arcs_[arc].stale = false;
     computePath(arc);
     arcs_[arc].length = pathLength(arcs_[arc].path);
+    stubsStale_ = stubsStale_ || (arcs_[arc].length > stubsFor_) != arcs_[arc].partial;
     const bool shown = arcShown(arc), stubbed = isStubbed(arc);
     for (BoxIndex* const index : {&arcIndex_, &stubbedIndex_}) {
       if (shown && stubbed == (index == &stubbedIndex_))
@@ -402,10 +412,15 @@ void Drawing::bringUpToDate() const {
     }
   }
   staleArcs_.clear();
-  if (std::exchange(stubsStale_, false)) chooseStubs();
+}
+
+void Drawing::bringUpToDate(double longest) const {
+  bringUpToDate();
+  if (std::exchange(stubsFor_, longest) != longest || stubsStale_) chooseStubs();
 }
 
 void Drawing::chooseStubs() const {
+  stubsStale_ = false;
   for (const Node& node : nodes_) {
     node.undrawn = node.toHidden = {};
     node.stubsOut.fill(kNone);
@@ -415,6 +430,7 @@ void Drawing::chooseStubs() const {
   for (ArcId arc = 0; arc < arcs_.size(); ++arc) {
     const Arc& chosen = arcs_[arc];
     chosen.stubOut = chosen.stubIn = true;
+    chosen.partial = chosen.length > stubsFor_;
     if (!chosen.used) continue;
     const NodeId from = drawnFrom(arc), to = drawnTo(arc);
     if (nodes_[to].hidden) ++nodes_[from].toHidden.out;
@@ -422,25 +438,28 @@ void Drawing::chooseStubs() const {
     if (!arcShown(arc)) continue;
     if (isRedirected(arc))
       chosen.stubOut = chosen.stubIn = redirected.insert(std::uint64_t{from} << 32 | to).second;
-    else if (chosen.style != ArcStyle::Stubs || from == to)
+    else if ((chosen.style != ArcStyle::Stubs && !chosen.partial) || isSquare(chosen) || from == to)
       continue;
     if (!chosen.stubOut) continue;
     const std::uint32_t out = nodes_[from].undrawn.out++, in = nodes_[to].undrawn.in++;
-    if ((chosen.stubOut = out < kMostStubs)) nodes_[from].stubsOut[out] = arc;
-    if ((chosen.stubIn = in < kMostStubs)) nodes_[to].stubsIn[in] = arc;
+    chosen.stubOut = out < kMostStubs;
+    chosen.stubIn = in < kMostStubs;
+    if (!isStubbed(arc)) continue;
+    if (chosen.stubOut) nodes_[from].stubsOut[out] = arc;
+    if (chosen.stubIn) nodes_[to].stubsIn[in] = arc;
   }
   for (const Node& node : nodes_)
     node.undrawn = {node.undrawn.in - std::min(node.undrawn.in, kMostStubs),
                     node.undrawn.out - std::min(node.undrawn.out, kMostStubs)};
 }
 
-Drawing::Undrawn Drawing::undrawnStubs(NodeId node) const {
-  bringUpToDate();
+Drawing::Undrawn Drawing::undrawnStubs(NodeId node, const ArcDetail& detail) const {
+  bringUpToDate(detail.longest);
   return nodes_[node].undrawn;
 }
 
 Drawing::Undrawn Drawing::hiddenArcs(NodeId node) const {
-  bringUpToDate();
+  bringUpToDate(stubsFor_);
   return nodes_[node].toHidden;
 }
 
@@ -455,7 +474,7 @@ void Drawing::computePath(ArcId id) const {
     arc.path = loopPath(from, arc.place);
     return;
   }
-  if (arc.style == ArcStyle::Square && !arc.bends.empty()) {
+  if (isSquare(arc)) {
     arc.path = squarePath(from, to, arc.bends);
     return;
   }

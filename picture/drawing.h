@@ -2,6 +2,7 @@
 /// The picture of a graph on its plane: boxes, arcs between them, and what lies where.
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -12,6 +13,7 @@
 #include <vector>
 
 #include "picture/arcpath.h"
+#include "picture/blocks.h"
 #include "picture/boxindex.h"
 #include "picture/geometry.h"
 
@@ -28,7 +30,8 @@ using StableId = std::uint64_t;
 /// What of the arcs is drawn, which depends on how the picture is seen.
 struct ArcDetail {
   double longest = std::numeric_limits<double>::infinity();  ///< plane units: longer ones are drawn as stubs
-  bool stubs = true;                                         ///< whether stubs are drawn at all
+  /// Whether stubs are drawn at all; otherwise arcs at right angles are whole however long they are.
+  bool stubs = true;
 };
 
 /// Nodes and arcs with their places and selection. Ids given must exist unless a function says otherwise.
@@ -137,6 +140,8 @@ class Drawing {
   }
   void setArcStyle(ArcId arc, ArcStyle style);
   ArcStyle arcStyle(ArcId arc) const { return arcs_[arc].style; }
+  /// Whether it runs in right angles.
+  bool isSquare(ArcId arc) const { return isSquare(arcs_[arc]); }
   /// The points that the arc is drawn through when it is drawn as a whole, valid until the next change.
   std::span<const SgPoint> path(ArcId arc) const;
   /// Whether only the ends of the arc are drawn: not while it is selected, or a node of its is. A folded node
@@ -147,7 +152,7 @@ class Drawing {
     std::uint32_t in = 0, out = 0;
   };
   /// Arcs in stubs, since others at the same end of the same node are drawn.
-  Undrawn undrawnStubs(NodeId node) const;
+  Undrawn undrawnStubs(NodeId node, const ArcDetail& detail = {}) const;
   /// Arcs between the node and hidden ones.
   Undrawn hiddenArcs(NodeId node) const;
   /// Calls `visit(points, reachesChild)` for every line that is drawn of the arc.
@@ -155,6 +160,13 @@ class Drawing {
   void visitPieces(ArcId arc, const ArcDetail& detail, Visit&& visit) const {
     if (!inStubs(arc, detail)) {
       visit(path(arc), true);
+    } else if (isSquare(arc) && !isRedirected(arc)) {
+      // Others share these lines: their ends are seen where they run.
+      const std::span<const SgPoint> whole = path(arc);
+      visit(std::span<const SgPoint>(stubOf(whole)), false);
+      std::vector<SgPoint> end = stubOf(std::vector<SgPoint>(whole.rbegin(), whole.rend()));
+      std::ranges::reverse(end);
+      visit(std::span<const SgPoint>(end), true);
     } else if (detail.stubs) {
       const Stubs stubs = stubsBetween(box(drawnFrom(arc)), box(drawnTo(arc)));
       if (arcs_[arc].stubOut) visit(std::span<const SgPoint>(stubs.parent), false);
@@ -184,10 +196,11 @@ class Drawing {
     nodeIndex_.visit(area, visit);
   }
   /// Visits arcs whose bounds touch the area, which they may miss all the same; of those that are in stubs
-  /// whatever the detail, the ones with a stub near it. Each once.
+  /// whatever the detail, the ones with a stub near it. Each once. @param detail  that they are looked at
+  /// with.
   template <class Visit>
-  void visitArcs(const SgRectangle& area, Visit&& visit) const {
-    bringUpToDate();
+  void visitArcs(const SgRectangle& area, Visit&& visit, const ArcDetail& detail = {}) const {
+    bringUpToDate(detail.longest);
     arcIndex_.visit(area, visit);
     // In a large picture thousands of arcs lead over any place, and next to none has its end there.
     constexpr std::size_t kFewSelected = 1000;
@@ -213,6 +226,8 @@ class Drawing {
         if (!seenAlready && stubbedIndex_.touches(arc, area)) visit(arc);
       });
   }
+  /// What right-angled arcs hold together; linear after a change.
+  const std::vector<Block>& blocks() const;
   /// The topmost node, that is the one added last, at a point; kNone for none.
   NodeId nodeAt(SgPoint point) const;
   /// The nearest arc at most `reach` away, by what is drawn of it; kNone for none.
@@ -254,6 +269,7 @@ class Drawing {
     mutable std::vector<SgPoint> path;
     mutable double length = 0;                   // of `path`
     mutable bool stale = false;                  // `path` isn't right any more
+    mutable bool partial = false;                // too long to be whole when stubs were chosen
     mutable bool stubOut = true, stubIn = true;  // which of its stubs are drawn when it is in stubs
   };
   /// The arcs between two nodes; a < b but for loops, which are all forward.
@@ -275,7 +291,10 @@ class Drawing {
   void updateShown(NodeId node);
   void takeOver(NodeId node, NodeId into);
   void makePairStale(std::uint64_t key, const Pair& pair);
+  static bool isSquare(const Arc& arc) { return arc.style == ArcStyle::Square && !arc.bends.empty(); }
   void bringUpToDate() const;
+  /// The same, and which stubs are drawn where arcs of that length are in stubs.
+  void bringUpToDate(double longest) const;
   void chooseStubs() const;
   void computePath(ArcId id) const;
   /// Whether it is in stubs whatever the detail, but for isWhole().
@@ -307,7 +326,10 @@ class Drawing {
   mutable BoxIndex arcIndex_, stubbedIndex_;  // each arc that is shown is in one, by its whole path
   mutable SgRectangle extents_;
   mutable bool extentsStale_ = false;
+  mutable std::vector<Block> blocks_;
+  mutable bool blocksStale_ = false;
   mutable bool stubsStale_ = false;
+  mutable double stubsFor_ = std::numeric_limits<double>::infinity();  // the length that they were chosen for
 };
 
 }  // namespace picture

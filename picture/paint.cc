@@ -25,6 +25,7 @@ constexpr double kTextZoom = 0.4;        // below it nodes have no labels
 constexpr double kLeastTextZoom = 0.55;  // of the smallest text that can be read
 constexpr double kNameZoom = 0.9;        // of the names of what is large, where nodes have no labels
 constexpr double kNameShare = 2;         // times the width of its name, something is large
+constexpr double kNameAway = 3;          // window units from the edge of the window, at least
 constexpr std::size_t kMostNames = 60;
 constexpr double kDetailZoom = 0.3;  // below it arcs that are seen better from near are left out
 constexpr double kShortestLine = 6;  // window units: what such a right-angled arc's lines measure at least
@@ -33,7 +34,12 @@ constexpr double kStubHead = 0.6;                            // times a usual ar
 constexpr double kFarZoom = 0.4;        // below it arcs are paler, so as not to hide the nodes
 constexpr double kCountZoom = 0.8;      // of the numbers of stubs that are not drawn, against other texts
 constexpr double kFoldHandleReach = 6;  // window units to each side
-constexpr double kHandleAway = 16;      // window units from the node to the handle of an arc
+constexpr double kBlockMargin = 4, kBlockRim = 2;  // plane units around a block, and for each in it
+constexpr std::uint32_t kMostRims = 2;
+constexpr double kLeastBlock = 12;        // window units that a block is wide and high at least to be shaded
+constexpr std::uint32_t kMostDepths = 8;  // that are shaded below those that the window lies in
+constexpr double kShade = 0.12;           // of the arcs' colour in a shaded block
+constexpr double kHandleAway = 16;        // window units from the node to the handle of an arc
 
 /// Paints one frame of one content.
 class Painting {
@@ -55,6 +61,7 @@ class Painting {
       drawPatches(nodesInView());
       return;
     }
+    shadeBlocks();
     surface_.setTextZoom(std::max(frame_.zoom, kLeastTextZoom));
     drawArcs();
     if (showsText()) drawUndrawn();
@@ -78,20 +85,63 @@ class Painting {
   /// What becomes of colours where a node is pale.
   Color paleBox(Color tint) const { return surface_.anyColor() ? halfway(tint) : inks_.background; }
   Color paleInk(Color ink) const { return surface_.anyColor() ? halfway(ink) : inks_.farArc; }
-  Color halfway(Color color) const {
-    const auto mixed = [](int part, int other) { return static_cast<std::uint16_t>((part + other) / 2); };
-    return {mixed(color.red, inks_.background.red), mixed(color.green, inks_.background.green),
-            mixed(color.blue, inks_.background.blue)};
+  Color halfway(Color color) const { return mixed(color, inks_.background, 0.5); }
+  /// @param share  of the second one, 0 to 1.
+  static Color mixed(Color a, Color b, double share) {
+    const auto part = [=](std::uint16_t of, std::uint16_t other) {
+      return static_cast<std::uint16_t>(std::lround(of + share * (other - of)));
+    };
+    return {part(a.red, b.red), part(a.green, b.green), part(a.blue, b.blue)};
+  }
+
+  /// Where blocks end together, the edges of the outer ones are seen, too.
+  static double blockMargin(const Block& block) {
+    return kBlockMargin + kBlockRim * std::min(block.height, kMostRims);
+  }
+
+  /// Shades every other depth of blocks, so that one sees what is in which.
+  void shadeBlocks() {
+    if (!surface_.anyColor()) return;
+    const Color shades[] = {inks_.background, mixed(inks_.background, inks_.arc, kShade)};
+    const SgRectangle window = frame_.window();
+    std::vector<SgRectangle> boxes;  // of one depth
+    std::uint32_t depth = 0, end = std::numeric_limits<std::uint32_t>::max();
+    bool shaded = false;
+    const auto fill = [&] {
+      shaded = shaded || depth % 2 == 1;
+      if (shaded) surface_.fillBoxes(boxes, shades[depth % 2]);
+      boxes.clear();
+    };
+    for (const Block& block : drawing_.blocks()) {
+      const SgRectangle box = frame_.toWindow(block.box.grownBy(blockMargin(block)));
+      if (!box.touches(window) || std::min(box.width, box.height) < kLeastBlock) continue;
+      const bool around = united(box, window) == box;
+      if (around) {
+        boxes.clear();  // nothing is seen of them
+      } else {
+        end = std::min(end, block.depth + kMostDepths);
+        if (block.depth >= end) break;
+        if (block.depth != depth) fill();
+      }
+      depth = block.depth;
+      boxes.push_back(box);
+    }
+    fill();
+  }
+
+  ArcDetail arcDetail() const {
+    ArcDetail detail = picture::arcDetail(frame_);
+    if (!manner_.partialArcs) detail.longest = std::numeric_limits<double>::infinity();
+    return detail;
   }
 
   void drawArcs() {
     const double headLength = frame_.zoom < kOutlineZoom ? 0 : std::clamp(9 * frame_.zoom, 4.0, 14.0);
     ArcBatch plain(frame_, headLength), near(frame_, headLength), selected(frame_, headLength);
-    ArcDetail detail = arcDetail(frame_);
-    if (!manner_.partialArcs) detail.longest = std::numeric_limits<double>::infinity();
+    const ArcDetail detail = arcDetail();
     std::vector<std::pair<SgPoint, const std::string*>> labels;
     visitArcsInView([&](ArcId arc) {
-      const bool square = drawing_.arcStyle(arc) == ArcStyle::Square && !drawing_.bends(arc).empty();
+      const bool square = drawing_.isSquare(arc);
       const double shortest = square && frame_.zoom < kDetailZoom ? shortestLine() : 0;
       const double head = square ? 0 : drawing_.inStubs(arc, detail) ? kStubHead : 1;
       ArcBatch& batch = manner_.selection && drawing_.arcSelected(arc) ? selected
@@ -123,7 +173,7 @@ class Painting {
     const double height = surface_.textHeight();
     for (const NodeId node : nodesInView()) {
       const bool whole = selected(node) && drawing_.countFolded(node) == 0;
-      const Drawing::Undrawn stubs = whole ? Drawing::Undrawn{} : drawing_.undrawnStubs(node);
+      const Drawing::Undrawn stubs = whole ? Drawing::Undrawn{} : drawing_.undrawnStubs(node, arcDetail());
       const Drawing::Undrawn hidden = drawing_.hiddenArcs(node);
       const SgRectangle box = frame_.toWindow(boxOf(node));
       const auto say = [&](std::uint32_t count, double y) {
@@ -154,11 +204,12 @@ class Painting {
   void visitArcsInView(Visit&& visit) const {
     const SgRectangle area = frame_.visible().grownBy(20);
     if (!offsets_) {
-      drawing_.visitArcs(area, visit);
+      drawing_.visitArcs(area, visit, arcDetail());
       return;
     }
     std::vector<ArcId> arcs;
-    drawing_.visitArcs(area, [&](ArcId arc) { arcs.push_back(arc); });
+    drawing_.visitArcs(
+        area, [&](ArcId arc) { arcs.push_back(arc); }, arcDetail());
     for (const auto& [node, offset] : *offsets_)
       drawing_.visitDrawnArcsOf(node, [&](ArcId arc) {
         if (drawing_.arcShown(arc)) arcs.push_back(arc);
@@ -269,7 +320,7 @@ class Painting {
     if (fits > 0) surface_.drawText(box.middle(), shortened(fits), color);
   }
 
-  /// Names the nodes whose children cover the largest areas, so that one knows where one is.
+  /// Names the nodes that stand at the head of the largest areas, so that one knows where one is.
   void drawNames() {
     struct Name {
       double area, width;  // of what the node and its children cover
@@ -281,6 +332,9 @@ class Painting {
       drawing_.visitChildren(node, [&](NodeId child) { block = united(block, drawing_.box(child)); });
       if (block != drawing_.box(node)) names.push_back({block.width * block.height, block.width, node});
     });
+    for (const Block& block : drawing_.blocks())
+      if (drawing_.box(block.node).touches(frame_.visible()))
+        names.push_back({block.box.width * block.box.height, block.box.width, block.node});
     const auto larger = [](const Name& a, const Name& b) {
       return a.area != b.area ? a.area > b.area : a.node < b.node;
     };
@@ -293,15 +347,25 @@ class Painting {
       const SgPoint middle = frame_.toWindow(boxOf(name->node)).middle();
       const std::string& text = looks_[name->node].label;
       const double width = surface_.textWidth(text) + 4, height = surface_.textHeight();
-      const SgRectangle box{middle.x - width / 2, middle.y - height / 2, width, height};
+      const SgRectangle box = inFrame({middle.x - width / 2, middle.y - height / 2, width, height});
       if (name->width * frame_.zoom < kNameShare * width) continue;
       if (std::ranges::any_of(taken, [&](const SgRectangle& other) { return other.touches(box); })) continue;
       taken.push_back(box);
       const Color tint = looks_[name->node].tint;
       surface_.fillInside(box, tint);
       surface_.outlineBox(box, inks_.border, 1);
-      surface_.drawText(middle, text, textOn(tint));
+      surface_.drawText(box.middle(), text, textOn(tint));
     }
+  }
+
+  /// The box as near as it can be to where it is without being cut off.
+  SgRectangle inFrame(SgRectangle box) const {
+    const auto held = [](double place, double extent, double end) {
+      return std::max(std::min(place, end - extent - kNameAway), kNameAway);
+    };
+    box.x = held(box.x, box.width, frame_.width);
+    box.y = held(box.y, box.height, frame_.height);
+    return box;
   }
 
   void drawHandles() {

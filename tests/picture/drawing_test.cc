@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <limits>
 #include <map>
@@ -14,11 +15,13 @@
 
 namespace {
 
+using picture::ArcDetail;
 using picture::ArcId;
 using picture::BoxIndex;
 using picture::Drawing;
 using picture::kNone;
 using picture::NodeId;
+using picture::united;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::UnorderedElementsAre;
@@ -315,7 +318,7 @@ TEST_F(Picture, WhateverIsDrawnInAnAreaIsVisitedOnce) {
 TEST_F(Picture, AnArcIsWholeWhileItOrANodeOfItIsSelected) {
   const NodeId a = node(0, 0), b = node(0, 1000);
   const ArcId arc = drawing.addArc(a, b);
-  const picture::ArcDetail window{.longest = 500};
+  const ArcDetail window{.longest = 500};
   EXPECT_FALSE(drawing.inStubs(arc, {.longest = 2000}));
   const auto whole = [&](auto select) {
     EXPECT_EQ(drawing.arcAt({30, 500}, 4, window), kNone);
@@ -442,6 +445,108 @@ TEST_F(Picture, OnlyAFewStubsOfANodeAreDrawnAndTheOthersCounted) {
   EXPECT_EQ(drawn(), 9 + 3) << "another takes its place";
   drawing.selectNode(hub);
   EXPECT_EQ(drawn(), 9) << "all of them whole";
+}
+
+TEST_F(Picture, OfTheArcsThatAreTooLongForTheWindowAlsoOnlyAFewStubsAreDrawn) {
+  const NodeId hub = node(0, 0);
+  std::vector<ArcId> arcs;
+  for (int i = 0; i < 10; ++i) arcs.push_back(drawing.addArc(hub, node(100.0 * i, 2000)));
+  const auto linesAtHub = [&](double longest) {
+    int count = 0;
+    for (const ArcId arc : arcs)
+      drawing.visitPieces(arc, {.longest = longest},
+                          [&](std::span<const SgPoint>, bool reachesChild) { count += !reachesChild; });
+    return count;
+  };
+  EXPECT_EQ(linesAtHub(1000), 3);
+  EXPECT_EQ(drawing.undrawnStubs(hub, {.longest = 1000}).out, 7u);
+  EXPECT_EQ(linesAtHub(10000), 0) << "all of them reach their child";
+  EXPECT_EQ(drawing.undrawnStubs(hub, {.longest = 10000}).out, 0u);
+  EXPECT_EQ(drawing.undrawnStubs(hub, {.longest = 1000}).out, 7u) << "the window has become smaller";
+  drawing.moveNode(drawing.to(arcs.back()), {0, 100});
+  EXPECT_EQ(drawing.undrawnStubs(hub, {.longest = 1000}).out, 6u) << "one of them is near";
+}
+
+TEST_F(Picture, OfLongLinesAtRightAnglesTheEndsAreSeenWhereTheyRun) {
+  const NodeId parent = node(0, 0);
+  const ArcDetail window{.longest = 500}, afar{.longest = 500, .stubs = false};
+  const auto pieces = [&](ArcId arc, const ArcDetail& detail) {
+    std::vector<std::vector<SgPoint>> lines;
+    drawing.visitPieces(arc, detail, [&](std::span<const SgPoint> piece, bool) {
+      lines.emplace_back(piece.begin(), piece.end());
+    });
+    return lines;
+  };
+  for (int i = 0; i < 5; ++i) {
+    const NodeId child = node(3000 + 100 * i, 1000);
+    const ArcId arc = drawing.addArc(parent, child);
+    drawing.setArcStyle(arc, picture::ArcStyle::Square);
+    const double x = drawing.box(child).middle().x, bottom = drawing.box(parent).bottom();
+    drawing.setBends(arc, std::array{SgPoint{6, 990}, SgPoint{x, 990}});
+    EXPECT_THAT(pieces(arc, window),
+                ElementsAre(ElementsAre(SgPoint{6, bottom}, SgPoint{6, bottom + 40}),
+                            ElementsAre(SgPoint{x - 30, 990}, SgPoint{x, 990}, SgPoint{x, 1000})));
+    const std::vector<std::vector<SgPoint>> whole = pieces(arc, {});
+    EXPECT_THAT(whole, ElementsAre(testing::SizeIs(4)));
+    EXPECT_EQ(pieces(arc, afar), whole) << "a line among lines";
+  }
+  EXPECT_EQ(drawing.undrawnStubs(parent, window).out, 0u) << "they lie on each other";
+}
+
+// Blocks
+
+class Blocks : public Picture {
+ protected:
+  ArcId square(NodeId from, NodeId to) {
+    const ArcId arc = drawing.addArc(from, to);
+    const SgRectangle &parent = drawing.box(from), &child = drawing.box(to);
+    drawing.setBends(arc, std::array{SgPoint{parent.x, parent.bottom()}, SgPoint{child.middle().x, child.y}});
+    drawing.setArcStyle(arc, picture::ArcStyle::Square);
+    return arc;
+  }
+  std::vector<SgRectangle> boxes(std::uint32_t depth) const {
+    std::vector<SgRectangle> boxes;
+    for (const picture::Block& block : drawing.blocks())
+      if (block.depth == depth) boxes.push_back(block.box);
+    return boxes;
+  }
+};
+
+TEST_F(Blocks, HoldANodeAndAllBelowItByDepth) {
+  const NodeId top = node(0, 0), left = node(20, 100), right = node(500, 100), leaf = node(40, 200);
+  square(top, left);
+  square(top, right);
+  square(left, leaf);
+  const ArcId farther = square(left, node(40, 300));
+  drawing.addArc(right, leaf);  // not of the tree
+  EXPECT_THAT(boxes(0), ElementsAre(united(drawing.box(top),
+                                           united(drawing.box(right), drawing.box(drawing.to(farther))))));
+  EXPECT_THAT(boxes(1), ElementsAre(united(drawing.box(left), drawing.box(drawing.to(farther)))));
+  EXPECT_EQ(drawing.blocks().size(), 2u);
+  EXPECT_EQ(drawing.blocks().front().node, top);
+  EXPECT_EQ(drawing.blocks().front().height, 1u) << "one is in it";
+
+  const SgRectangle before = boxes(1).front();
+  drawing.moveNode(drawing.to(farther), {4000, 4000});
+  EXPECT_THAT(boxes(1), ElementsAre(united(drawing.box(left), drawing.box(leaf))))
+      << "what lies elsewhere is in none";
+  drawing.removeArc(farther);
+  square(left, node(40, 300));
+  EXPECT_EQ(boxes(1).front(), before);
+  drawing.showNode(left, false);
+  EXPECT_THAT(boxes(0), ElementsAre(united(drawing.box(top), drawing.box(right))));
+}
+
+TEST_F(Blocks, OfAChainAreOne) {
+  std::vector<NodeId> chain{node(0, 0)};
+  for (int i = 1; i < 1000; ++i) {
+    chain.push_back(node(0, 100.0 * i));
+    square(chain[static_cast<std::size_t>(i - 1)], chain.back());
+  }
+  EXPECT_THAT(boxes(0), ElementsAre(drawing.extents()));
+  EXPECT_EQ(drawing.blocks().size(), 1u);
+  square(chain.back(), chain.front());
+  EXPECT_TRUE(drawing.blocks().empty()) << "a circle has no top";
 }
 
 TEST_F(Picture, AHubOf50000ChildrenIsTakenApartArcByArc) {

@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <set>
 
@@ -18,6 +19,7 @@ namespace {
 using picture::Color;
 using picture::FileFormat;
 using picture::NodeId;
+using picture::united;
 using support::FilledBox;
 using testing::AllOf;
 using testing::Each;
@@ -260,6 +262,42 @@ TEST_F(Exported, FromAfarWhatIsLargeHasAName) {
   drawing_.addArc(wide, node(3000, 800, "leaf"));
   EXPECT_THAT(wordsAt(0.1), ElementsAre("top", "wide"));
   EXPECT_THAT(wordsAt(0.001), IsEmpty());
+}
+
+TEST_F(Exported, ANameAtTheEdgeIsNotCutOff) {
+  const NodeId top = node(0, 0, "a_long_name_at_the_edge");
+  for (int i = 0; i < 40; ++i) drawing_.addArc(top, node(i * 200, 200, "leaf"));
+  ASSERT_THAT(wordsAt(0.1), ElementsAre("a_long_name_at_the_edge"));
+  EXPECT_GT(support::placedWords(file("zoomed.pdf")).front().box.x, 0);
+}
+
+TEST_F(Exported, BlocksAreShadedByTheirDepth) {
+  const NodeId top = node(0, 0, "top"), left = node(20, 100, "left"), right = node(400, 100, "right"),
+               inner = node(40, 200, "inner"), leaf = node(300, 200, "leaf"), last = node(60, 300, "last");
+  for (const auto& [parent, child] :
+       {std::pair{top, left}, {top, right}, {left, inner}, {left, leaf}, {inner, last}}) {
+    const picture::ArcId arc = drawing_.addArc(parent, child);
+    drawing_.setBends(arc,
+                      std::array{SgPoint{drawing_.box(child).middle().x, drawing_.box(parent).bottom()}});
+    drawing_.setArcStyle(arc, picture::ArcStyle::Square);
+  }
+  const std::string svg = written("a.svg");
+  std::vector<FilledBox> boxes = support::filledBoxes(svg);
+  ASSERT_EQ(boxes.size(), 2 + looks_.size());
+  const SgPoint corner = wholeFrame(drawing_).corner;
+  const auto holds = [&](const FilledBox& box, NodeId node) {
+    const SgRectangle inside = drawing_.box(node);
+    return united(box.box, {inside.x - corner.x, inside.y - corner.y, inside.width, inside.height}) ==
+           box.box;
+  };
+  // All in one has the colour of the page, what is in it a little of the arcs' blue, what is in that not.
+  EXPECT_EQ(boxes[0].color, 0xe0e0ffu);
+  EXPECT_EQ(boxes[1].color, 0xffffffu);
+  for (const NodeId node : {top, left, right, inner, leaf, last}) {
+    EXPECT_EQ(holds(boxes[0], node), node != top && node != right) << node;
+    EXPECT_EQ(holds(boxes[1], node), node == inner || node == last) << node;
+  }
+  EXPECT_LT(boxes[1].box.bottom(), boxes[0].box.bottom()) << "where they end together, both are seen";
 }
 
 TEST_F(Exported, PicturesOfNodesAreInIt) {
