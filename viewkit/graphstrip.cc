@@ -44,6 +44,7 @@ GraphStrip::GraphStrip(const char* name, Widget parent, VkGraph& graph) : VkComp
   const auto button = [&](const char* buttonName, XtCallbackProc pressed) {
     const Widget made = XtVaCreateManagedWidget(buttonName, xmPushButtonWidgetClass, row, nullptr);
     XtAddCallback(made, XmNactivateCallback, pressed, this);
+    XtAddCallback(made, XmNactivateCallback, &GraphStrip::pressedCallback, this);
   };
   button("zoomOut", &Forward<&GraphStrip::zoomOut>::call);
   zoomLevel_ = XtVaCreateManagedWidget("zoomLevel", xmLabelWidgetClass, row, XmNrecomputeSize, False,
@@ -65,6 +66,7 @@ GraphStrip::GraphStrip(const char* name, Widget parent, VkGraph& graph) : VkComp
   notFound_ = XtVaCreateWidget("notFound", xmLabelWidgetClass, row, nullptr);
   showAll_ = XtVaCreateWidget("showAll", xmPushButtonWidgetClass, row, nullptr);
   XtAddCallback(showAll_, XmNactivateCallback, &Forward<&GraphStrip::showAll>::call, this);
+  XtAddCallback(showAll_, XmNactivateCallback, &GraphStrip::pressedCallback, this);
   XtAddCallback(graph.graphWidget(), SgNviewChangedCallback, &Forward<&GraphStrip::viewChanged>::call, this);
   viewChanged();
 }
@@ -96,6 +98,12 @@ void GraphStrip::zoom100() { SgGraphSetZoom(graph_.graphWidget(), 1); }
 void GraphStrip::zoomFit() { SgGraphZoomToFit(graph_.graphWidget()); }
 
 void GraphStrip::showAll() { graph_.showAll(); }
+
+void GraphStrip::pressedCallback(Widget, XtPointer self, XtPointer data) noexcept {
+  const XEvent* const event = static_cast<XmPushButtonCallbackStruct*>(data)->event;
+  if (event && event->type == ButtonRelease)
+    XmProcessTraversal(static_cast<GraphStrip*>(self)->graph_.graphWidget(), XmTRAVERSE_CURRENT);
+}
 
 void GraphStrip::showHowMany(std::optional<std::size_t> shown, std::size_t all) {
   if (!shown) {

@@ -50,6 +50,8 @@ class GraphStrip : public VkComponent {
   void showAll();
   void returnPressed();
   void viewChanged();
+  /// A button that the pointer has pressed gives the keyboard to the graph, which the keys are for.
+  static void pressedCallback(Widget button, XtPointer self, XtPointer data) noexcept;
   static void keyAction(Widget field, XEvent* event, String* words, Cardinal* count) noexcept;
   /// Goes to another of the nodes found, `step` after the one that is selected. 0: to the first.
   void goTo(std::ptrdiff_t step);

@@ -51,6 +51,19 @@ TEST_F(Overview, AClickOnItGoesThere) {
   EXPECT_TRUE(selectedNodes().empty());
 }
 
+TEST_F(Overview, NeverLiesOverWhatIsRevealed) {
+  // Just outside the view, on its way from the upper left: it would come to rest in the map's corner.
+  const SgRectangle view = SgGraphViewport(graph_);
+  const SgPoint corner = SgGraphToPlane(graph_, {view.width + 5, view.height + 5});
+  const Widget wanted = node("wanted", corner.x, corner.y);
+  SgGraphRevealNode(graph_, wanted);
+  SgGraphUpdate(graph_);
+  EXPECT_TRUE(isShown());
+  const SgPoint place = SgGraphNodeRectangle(wanted).middle(), map = onMap(0, 0);
+  EXPECT_TRUE(view.contains(place));
+  EXPECT_TRUE(place.x < map.x || place.y < map.y);
+}
+
 TEST_F(Overview, ItsFrameIsDragged) {
   drag(at(onMap(0.02, 0.02)), at(onMap(0.02, 0.97)));
   EXPECT_TRUE(seen(corners_[2]));

@@ -24,6 +24,21 @@ class Finding : public EditorTest {
   std::string count() { return editor_.await("findCount").label; }
 };
 
+TEST_F(Finding, KeysGoToTheGraphAfterAClickOnAButtonBelowIt) {
+  openHarbour();
+  editor_.click("strip/zoomIn");
+  EXPECT_TRUE(support::waitFor([&] { return editor_.graphWidget().focused; }));
+  EXPECT_GT(editor_.graph().zoom, 1);
+  press("0");
+  EXPECT_EQ(editor_.graph().zoom, 1);
+  // Who goes there by keys stays there.
+  press("Tab");
+  editor_.await("strip/zoomOut");
+  press("space");
+  EXPECT_FALSE(editor_.graphWidget().focused);
+  EXPECT_LT(editor_.graph().zoom, 1);
+}
+
 TEST_F(Finding, ARecordIsFoundByItsName) {
   openHarbour();
   editor_.key("Tab");

@@ -458,7 +458,7 @@ void GraphView::finishClick(XEvent* event) {
     const NodeId otherEnd = beyondStub(arc, viewport_.toPlane(done.pressed));
     if (!done.adds) deselectAll();
     selectArc(arc);
-    if (otherEnd != kNone) changeViewport([&](Viewport& view) { view.reveal(drawing_.box(otherEnd)); });
+    if (otherEnd != kNone) reveal(otherEnd);
   } else if (done.doubleClick && done.node == 0 && done.arc == 0) {
     if (widget_->graph.okToAdd) newNode(event);
   } else if (!done.adds) {
@@ -467,11 +467,17 @@ void GraphView::finishClick(XEvent* event) {
 }
 
 NodeId GraphView::beyondStub(ArcId arc, SgPoint place) const {
-  if (!drawing_.inStubs(arc, arcDetail(viewport_.frame()))) return kNone;
-  const NodeId from = drawing_.drawnFrom(arc), to = drawing_.drawnTo(arc);
-  const Stubs stubs = stubsBetween(drawing_.box(from), drawing_.box(to));
-  const bool atParent = distanceToPath(place, stubs.parent) <= distanceToPath(place, stubs.child);
-  return atParent ? to : from;
+  const ArcDetail detail = arcDetail(viewport_.frame());
+  NodeId beyond = kNone;
+  if (!drawing_.inStubs(arc, detail)) return beyond;
+  double least = std::numeric_limits<double>::infinity();
+  drawing_.visitPieces(arc, detail, [&](std::span<const SgPoint> stub, bool reachesChild) {
+    const double away = distanceToPath(place, stub);
+    if (away >= least) return;
+    least = away;
+    beyond = reachesChild ? drawing_.drawnFrom(arc) : drawing_.drawnTo(arc);
+  });
+  return beyond;
 }
 
 void GraphView::pointerLeft() { hoverOver(0, 0); }
@@ -619,7 +625,7 @@ void GraphView::walk(SgWalk direction) {
 
 void GraphView::goTo(NodeId node) {
   if (node == kNone || !drawing_.shown(node)) return;
-  changeViewport([&](Viewport& view) { view.reveal(drawing_.box(node)); });
+  reveal(node);
   makeCurrent(node);
   deselectAll();
   selectNode(node);

@@ -311,8 +311,7 @@ void SgGraphShowTop(Widget graph, Widget node) {
 void SgGraphRevealNode(Widget graph, Widget node) {
   GraphView* view = sggraph::viewOf(graph);
   const NodeId id = idIn(view, node);
-  if (id == kNone) return;
-  view->changeViewport([&](Viewport& port) { port.reveal(view->drawing().box(id)); });
+  if (id != kNone) view->reveal(id);
 }
 
 SgPoint SgGraphToWindow(Widget graph, SgPoint plane) {

@@ -500,6 +500,16 @@ OverlayInks GraphView::overlayInks() {
           .corner = pixels_.colorOf(verticalBar_->core.background_pixel)};
 }
 
+void GraphView::reveal(NodeId node) {
+  changeViewport([&](Viewport& view) {
+    const SgRectangle& box = drawing_.box(node);
+    view.reveal(box);
+    const std::optional<Map> over = map();
+    if (over && over->box.touches(view.toWindow(box)))
+      view.scrollTo(box.middle(), {view.width() / 2, view.height() / 2});
+  });
+}
+
 std::optional<Map> GraphView::map() const {
   constexpr double kWidest = 220, kHighest = 150, kLeast = 16, kAway = 10;  // pixels
   constexpr double kShare = 0.3;                                            // of the window, at most

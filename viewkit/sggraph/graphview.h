@@ -111,6 +111,10 @@ class GraphView : private GraphContents {
     viewChanged();
   }
 
+  /// Scrolls as little as needed to show the node where the map doesn't lie over it; to the middle where that
+  /// is not enough.
+  void reveal(NodeId node);
+
   /// @name Nodes
   /// @{
   Widget makeNode(const char* name, ArgList args, Cardinal count);
