@@ -22,6 +22,7 @@
 #include "samples/scenes.h"
 #include "tests/support/places.h"
 #include "tests/support/scratch_home.h"
+#include "tests/support/xdriver.h"
 #include "tests/support/xserver.h"
 #include "viewkit/vkapp.h"
 
@@ -156,6 +157,74 @@ void measure_ink(VkGraph& graph, const char* name, const InkLimits& limits, std:
                100 * limits.ninth, 100 * ink(graph, nodes), 100 * kFittedLimit);
 }
 
+/// Lets the program handle what the server has told it.
+void handle_events() {
+  const XtAppContext context = theApplication->appContext();
+  XSync(theApplication->display(), False);
+  while (XtAppPending(context) != 0) XtAppProcessEvent(context, XtIMAll);
+}
+
+/// Seconds from a press on a node until its neighbourhood stands out.
+double press(VkGraph& graph, const VkNode* node, support::XDriver& driver) {
+  const Widget widget = graph.graphWidget();
+  SgGraphScrollTo(widget, SgGraphNodeBounds(node->baseWidget()).middle(), SgGraphViewport(widget).middle());
+  paint(graph);
+  const SgPoint place = SgGraphNodeRectangle(node->baseWidget()).middle();
+  Position x = 0, y = 0;
+  XtTranslateCoords(widget, static_cast<Position>(place.x), static_cast<Position>(place.y), &x, &y);
+  driver.moveTo({x, y});
+  handle_events();
+  paint(graph);
+  Stopwatch watch;
+  driver.press();
+  handle_events();
+  paint(graph);
+  const double passed = watch.lap();
+  driver.release();
+  handle_events();
+  if (SgGraphGetSelectedNodes(widget) != std::vector<Widget>{node->baseWidget()})
+    throw std::runtime_error("the press missed");
+  return passed;
+}
+
+/// Prints how long a person waits for a node's neighbourhood, and for it alone.
+void measure_neighbourhood(VkGraph& graph, const char* what, const std::vector<const VkNode*>& nodes,
+                           support::XDriver& driver, std::FILE* figures) {
+  constexpr double kLimit = 0.1;
+  std::array<std::vector<double>, 4> seconds;  // a press, one step, three steps, all
+  SgGraphSetZoom(graph.graphWidget(), 1);
+  for (const VkNode* const node : nodes) {
+    seconds[0].push_back(press(graph, node, driver));
+    for (const int steps : {1, 3}) {
+      Stopwatch watch;
+      graph.showOnlySelected(steps);
+      paint(graph);
+      seconds[steps == 1 ? 1 : 2].push_back(watch.lap());
+      graph.showAll();
+      paint(graph);
+      seconds[3].push_back(watch.lap());
+      SgGraphSetZoom(graph.graphWidget(), 1);
+    }
+  }
+  std::fprintf(figures, "%-28s %8zu", what, graph.numNodes());
+  for (std::vector<double>& some : seconds) {
+    std::ranges::sort(some);
+    std::fprintf(figures, "  %8.1f (%5.2f)", some[some.size() / 2] * 1000, some[some.size() / 2] / kLimit);
+  }
+  std::fputc('\n', figures);
+}
+
+/// Around objects here and there, and around the texture that all materials of the city have.
+void measure_neighbourhoods(VkGraph& graph, support::XDriver& driver, std::FILE* figures) {
+  constexpr std::size_t kPlaces = 9;
+  const std::vector<VkNode*> objects = graph.findAll("obj:");
+  std::vector<const VkNode*> chosen;
+  for (std::size_t i = 0; i < kPlaces; ++i)
+    chosen.push_back(objects[objects.size() * (2 * i + 1) / (2 * kPlaces)]);
+  measure_neighbourhood(graph, "an object", chosen, driver, figures);
+  measure_neighbourhood(graph, "what all materials refer to", {graph.find("tex_0")}, driver, figures);
+}
+
 /// A graph of a thousand nodes with four arcs each.
 void fill_densely(VkGraph& graph) {
   constexpr std::uint32_t kNodes = 1000, kArcs = 4000;
@@ -210,12 +279,20 @@ int main(int argc, char** argv) {
                "all in view");
   constexpr InkLimits kUsual{0.01, 0.015}, kDense{0.05, 0.07};
   XtVaSetValues(window.baseWidget(), XmNwidth, 1917, XmNheight, 1090, nullptr);
-  while (XtAppPending(app.appContext()) != 0) XtAppProcessEvent(app.appContext(), XtIMAll);
+  handle_events();
   for (const std::uint32_t objects : {25u, 250u, 830u, 8300u, 83000u}) {
     show_city(window, objects, home.dir() / "city.quil");
     measure_ink(window.graph(), "scene", kUsual, figures);
   }
   fill_densely(window.graph());
   measure_ink(window.graph(), "four arcs a node", kDense, figures);
+
+  std::fprintf(figures, "\nNeighbourhoods, in ms (ratio to the limit)\n%-28s %8s  %16s  %16s  %16s  %16s\n",
+               "", "nodes", "press", "only 1 step", "only 3 steps", "Show All");
+  support::XDriver driver(server.display());
+  for (const std::uint32_t objects : {830u, 8300u, 83000u}) {
+    show_city(window, objects, home.dir() / "city.quil");
+    measure_neighbourhoods(window.graph(), driver, figures);
+  }
   std::fclose(figures);
 }
