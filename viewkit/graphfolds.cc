@@ -69,12 +69,13 @@ SgPoint GraphFolds::shiftNear(SgPoint place, SgPoint (*at)(const Home&)) const {
 
 void GraphFolds::open(Widget graph, std::span<VkNode* const> nodes) {
   if (!closed_) return;
+  // What is not seen and has no other home lies where it is.
+  std::vector<const VkNode*> others;
+  for (const VkNode* const node : nodes)
+    if (SgGraphNodeIsSeen(node->baseWidget()) && !homes_.contains(node)) others.push_back(node);
   SgGraphFold(graph, {});
-  for (const VkNode* node : nodes) {
-    if (const auto home = homes_.find(node); home != homes_.end()) {
-      SgGraphSetNodePosition(node->baseWidget(), home->second.open);
-      continue;
-    }
+  for (const auto& [node, home] : homes_) SgGraphSetNodePosition(node->baseWidget(), home.open);
+  for (const VkNode* const node : others) {
     const SgPoint seen = cornerOf(node);
     const SgPoint shift = shiftNear(seen, [](const Home& home) { return home.seen(); });
     SgGraphSetNodePosition(node->baseWidget(), {seen.x - shift.x, seen.y - shift.y});
@@ -85,6 +86,7 @@ void GraphFolds::open(Widget graph, std::span<VkNode* const> nodes) {
 }
 
 std::vector<std::uint32_t> GraphFolds::faces(const GraphPicture& picture, bool afresh) const {
+  if (folded_.empty()) return std::vector<std::uint32_t>(picture.nodes.size(), graphlayout::kShown);
   std::unordered_map<const VkNode*, std::uint32_t> numbers;
   for (std::uint32_t i = 0; i < picture.nodes.size(); ++i) numbers.emplace(picture.nodes[i], i);
   std::vector<std::uint32_t> folded;
@@ -127,6 +129,7 @@ void GraphFolds::keepPlaces(const GraphPicture& picture) {
     VkNode* const node = picture.nodes[i];
     const SgPoint open{picture.positions[i].x, picture.positions[i].y};
     const auto known = before.find(node);
+    if (known == before.end() && hides(node)) continue;
     if (known == before.end())
       homes_[node] = {node, open, shiftNear(open, [](const Home& home) { return home.open; })};
     else
@@ -139,9 +142,13 @@ void GraphFolds::keepPlaces(const GraphPicture& picture) {
   }
   std::unordered_map<SgArc, Bends> bends;
   for (std::size_t i = 0; i < picture.arcs.size(); ++i) {
+    if (!touchesHome(picture, i)) continue;
     const auto known = bends_.find(picture.arcIds[i]);
     if (picture.bends[i].empty() && (known == bends_.end() || !known->second.open.empty())) continue;
-    const auto shiftOf = [&](std::uint32_t node) { return homes_.at(picture.nodes[node]).shift; };
+    const auto shiftOf = [&](std::uint32_t node) {
+      const auto home = homes_.find(picture.nodes[node]);
+      return home == homes_.end() ? SgPoint{} : home->second.shift;
+    };
     bends[picture.arcIds[i]] = {
         picture.bends[i],
         known != bends_.end() && known->second.open == picture.bends[i]
@@ -203,6 +210,11 @@ void GraphFolds::findPlaces(const GraphPicture& picture, const std::vector<std::
   }
 }
 
+bool GraphFolds::touchesHome(const GraphPicture& picture, std::size_t arc) const {
+  const auto& [from, to] = picture.arcs[arc];
+  return homes_.contains(picture.nodes[from]) || homes_.contains(picture.nodes[to]);
+}
+
 void GraphFolds::findPlacesOfSome(const GraphPicture& picture, const std::vector<std::uint32_t>& faces) {
   std::vector<std::uint32_t> numbers(picture.nodes.size(), GraphPicture::kHidden);
   std::vector<graphlayout::Size> sizes;
@@ -230,6 +242,7 @@ void GraphFolds::findPlacesOfSome(const GraphPicture& picture, const std::vector
     const std::uint32_t face = faces[i] == graphlayout::kShown ? static_cast<std::uint32_t>(i) : faces[i];
     if (face != i) home.into = picture.nodes[face];
     home.hidden = hides(picture.nodes[face]);
+    if (home.hidden && !home.into) continue;
     if (!home.hidden) {
       const graphlayout::Point& at = layout.nodes[numbers[face]];
       home.shift = {at.x - open.x, at.y - open.y};
@@ -238,7 +251,8 @@ void GraphFolds::findPlacesOfSome(const GraphPicture& picture, const std::vector
   }
   bends_.clear();
   for (std::size_t i = 0; i < picture.arcs.size(); ++i)
-    if (!picture.bends[i].empty()) bends_[picture.arcIds[i]] = {picture.bends[i], picture.bends[i]};
+    if (!picture.bends[i].empty() && touchesHome(picture, i))
+      bends_[picture.arcIds[i]] = {picture.bends[i], picture.bends[i]};
   for (std::size_t i = 0; i < places.size(); ++i)
     bends_[picture.arcIds[places[i]]] = {picture.bends[places[i]], pointsOf(layout.bends.of(i))};
 }

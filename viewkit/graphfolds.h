@@ -106,13 +106,15 @@ class GraphFolds {
   /// Puts nodes and arcs where they are seen.
   void show(Widget graph);
 
+  /// Whether a node of the arc has a home: otherwise both lie where they are.
+  bool touchesHome(const GraphPicture& picture, std::size_t arc) const;
   /// The same where only some nodes are shown.
   void findPlacesOfSome(const GraphPicture& picture, const std::vector<std::uint32_t>& faces);
 
   std::vector<VkNode*> folded_;
   std::unordered_set<const VkNode*> only_;
-  const VkNode* guest_ = nullptr;  // in it, for a while
-  std::unordered_map<const VkNode*, Home> homes_;
+  const VkNode* guest_ = nullptr;                     // in it, for a while
+  std::unordered_map<const VkNode*, Home> homes_;     // of those that are seen or folded
   std::unordered_map<SgArc, Bends> bends_;            // of those that have any
   bool closed_ = false;                               // the folded picture is shown
   picture::Arrangement someArrangement_{};            // of some nodes
