@@ -850,7 +850,13 @@ void VkGraph::menuWanted(SgGraphCallbackStruct& call) {
   if (menu == popups_.end()) return;
   callCallbacks(menuCallback, &asked_);
   const SgPoint at = SgGraphToWindow(graph_, call.position);
-  menu->second->post(static_cast<int>(at.x), static_cast<int>(at.y));
+  const int x = static_cast<int>(at.x), y = static_cast<int>(at.y);
+  if (call.event && call.event->type == KeyPress) {
+    for (const auto& [spot, other] : popups_) other->stayAwayAtMenuKey();
+    menu->second->postAtMenuKey(x, y);
+  } else {
+    menu->second->post(x, y);
+  }
 }
 
 // Out of the window

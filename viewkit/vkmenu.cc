@@ -13,6 +13,7 @@
 #include <cctype>
 #include <iterator>
 
+#include "viewkit/forward.h"
 #include "viewkit/xraii.h"
 
 namespace {
@@ -163,18 +164,39 @@ void VkSubMenu::deactivate() {
 VkPopupMenu::VkPopupMenu(Widget parent, const char* name) : VkMenu(name) {
   std::string menuName = VkPopupMenu::name();
   setBaseWidget(XmCreatePopupMenu(parent, menuName.data(), nullptr, 0));
+  XtAddCallback(baseWidget(), XmNmapCallback, viewkit::Forward<&VkPopupMenu::place>::call, this);
+  XtAddCallback(baseWidget(), XmNunmapCallback, viewkit::Forward<&VkPopupMenu::stayAwayAtMenuKey>::call,
+                this);
+  stayAwayAtMenuKey();
 }
 
 VkPopupMenu::~VkPopupMenu() = default;
 
 void VkPopupMenu::post(int x, int y) {
   if (!baseWidget()) return;
+  x_ = x;
+  y_ = y;
+  XtManageChild(baseWidget());
+}
+
+void VkPopupMenu::postAtMenuKey(int x, int y) {
+  if (!baseWidget()) return;
+  x_ = x;
+  y_ = y;
+  XtVaSetValues(baseWidget(), XmNmenuAccelerator, "<KeyUp>osfMenu", nullptr);
+}
+
+void VkPopupMenu::stayAwayAtMenuKey() {
+  // Not by XmNpopupEnabled: without any menu that is enabled the right button's take no keys.
+  if (baseWidget()) XtVaSetValues(baseWidget(), XmNmenuAccelerator, "", nullptr);
+}
+
+void VkPopupMenu::place() {
   const Widget parent = XtParent(XtParent(baseWidget()));
   Position rootX = 0, rootY = 0;
-  XtTranslateCoords(parent, static_cast<Position>(x), static_cast<Position>(y), &rootX, &rootY);
+  XtTranslateCoords(parent, static_cast<Position>(x_), static_cast<Position>(y_), &rootX, &rootY);
   XButtonPressedEvent at{};
   at.x_root = rootX;
   at.y_root = rootY;
   XmMenuPosition(baseWidget(), &at);
-  XtManageChild(baseWidget());
 }

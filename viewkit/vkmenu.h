@@ -130,7 +130,7 @@ class VkSubMenu final : public VkMenu {
   Widget pulldown_ = nullptr;
 };
 
-/// A menu that comes up where the pointer is. Its items show their keys, but these do nothing: they are the
+/// A menu that comes up at a place of a widget. Its items show their keys, but these do nothing: they are the
 /// menu bar's, or those of the widget that it is a menu of.
 class VkPopupMenu final : public VkMenu {
  public:
@@ -142,6 +142,16 @@ class VkPopupMenu final : public VkMenu {
   /// Brings it up at a place of the parent.
   void post(int x, int y);
 
+  /// Lets the toolkit bring it up there when the Menu key, which is down, is released. Only a menu that the
+  /// toolkit has brought up by itself gets the keyboard as soon as it is there.
+  void postAtMenuKey(int x, int y);
+  /// So that only one of several menus comes up. None does at first, nor after it has been up.
+  void stayAwayAtMenuKey();
+
  private:
   Widget itemParent() const override { return baseWidget(); }
+  /// Puts it where it is to come up; called just before it does.
+  void place();
+
+  int x_ = 0, y_ = 0;  // in the parent
 };

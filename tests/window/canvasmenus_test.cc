@@ -172,26 +172,142 @@ TEST_F(CanvasMenus, F1AlsoWorksFromTheFindField) {
   EXPECT_THAT(editor_.await("keysDialog/text").text, HasSubstr("In the find field"));
 }
 
-TEST_F(CanvasMenus, AMenuTakesKeysHoweverShortTheClickWas) {
+class MenusByKey : public CanvasMenus {
+ protected:
+  void expectFocus(const std::string& item) {
+    EXPECT_TRUE(support::waitFor([&] { return isUp(item) && focused(item); })) << item;
+  }
+  /// Presses Escape, and waits until the menu is gone.
+  void close(const std::string& menu) {
+    press("Escape");
+    EXPECT_TRUE(support::waitFor([&] { return !isUp(menu); })) << menu;
+  }
+  /// The menus that are up.
+  std::vector<std::string> menus() {
+    std::vector<std::string> names;
+    for (const char* const name : {"nodeMenu", "arcMenu", "backgroundMenu"})
+      if (isUp(name)) names.emplace_back(name);
+    return names;
+  }
+};
+
+TEST_F(MenusByKey, TakeKeysHoweverShortTheClickWas) {
   openTable();
-  const auto focusIsOn = [&](const std::string& item) {
-    return support::waitFor([&] { return isUp(item) && focused(item); });
-  };
   for (int i = 0; i < 8; ++i) {
     SCOPED_TRACE(i);
     clickNode("mat_1", 3);
     popupItem("nodeMenu", "Values...");
-    EXPECT_TRUE(focusIsOn("nodeMenu/Values"));
+    expectFocus("nodeMenu/Values");
     press("Down");
-    EXPECT_TRUE(focusIsOn("nodeMenu/GotoParent")) << "nothing to fold nor unfold";
+    expectFocus("nodeMenu/GotoParent");  // nothing to fold nor unfold
     press("Escape");
     editor_.click("menuBar/View");
-    EXPECT_TRUE(focusIsOn("ViewPane/Default"));
+    expectFocus("ViewPane/Default");
     press("Right");
-    EXPECT_TRUE(focusIsOn("KAVOtoolPane/KAVOQuickpreviewDXVIEWER"));
+    expectFocus("KAVOtoolPane/KAVOQuickpreviewDXVIEWER");
     press("Escape");
     editor_.settle();
   }
+}
+
+TEST_F(MenusByKey, TheMenuKeyBringsUpOneThatTakesKeys) {
+  openTable();
+  for (int i = 0; i < 5; ++i) {
+    SCOPED_TRACE(i);
+    clickNode("mat_1");
+    press("Menu");
+    expectFocus("nodeMenu/Values");
+    EXPECT_THAT(menus(), ElementsAre("nodeMenu"));
+    press("Down");
+    expectFocus("nodeMenu/GotoParent");
+    close("nodeMenu");
+    press("Escape");  // nothing is selected then
+    press("Menu");
+    expectFocus("backgroundMenu/Fit");
+    EXPECT_THAT(menus(), ElementsAre("backgroundMenu"));
+    close("backgroundMenu");
+    clickNode("mat_1", 3);
+    expectFocus("nodeMenu/Values");
+    close("nodeMenu");
+    editor_.driver().click(background(), 3);
+    expectFocus("backgroundMenu/Fit");
+    close("backgroundMenu");
+    editor_.selectArc("obj_5", "anim_0");
+    press("Menu");
+    expectFocus("arcMenu/GotoParent");
+    EXPECT_THAT(menus(), ElementsAre("arcMenu"));
+    close("arcMenu");
+  }
+}
+
+TEST_F(MenusByKey, LettersSubmenusAndReturnWorkThere) {
+  openTable();
+  clickNode("obj_4");
+  press("F10", {"Shift_L"});
+  expectFocus("nodeMenu/Values");
+  press("v");
+  EXPECT_TRUE(support::waitFor([&] { return isUp("objDialog"); }));
+  editor_.click("objDialog/buttons/Cancel");
+  editor_.key("Menu");
+  expectFocus("nodeMenu/Values");
+  press("Up");
+  press("Up");
+  expectFocus("nodeMenu/ShowOnlyThese");
+  press("Right");
+  expectFocus("ShowOnlyThesePane/TheseAlone");
+  press("Down");
+  press("Return");
+  EXPECT_THAT(menus(), IsEmpty());
+  EXPECT_LT(std::ranges::count_if(editor_.graph().nodes, [](const auto& node) { return !node.hidden; }),
+            static_cast<long>(editor_.graph().nodes.size()));
+  press("Menu");
+  expectFocus("nodeMenu/Values");
+  press("Menu");
+  EXPECT_TRUE(support::waitFor([&] { return menus().empty(); })) << "the key takes the menu away again";
+}
+
+TEST_F(MenusByKey, ComeUpWhereItsNodeIsOrAtTheEdgeThatItIsBeyond) {
+  openTree(300);
+  editor_.settle();  // the menu has gone, which takes all keys
+  find("obj_1");
+  press("Escape");
+  const auto place = [&] {
+    press("Menu");
+    expectFocus("nodeMenu/Values");
+    const Box menu = editor_.await("nodeMenu").box;
+    close("nodeMenu");
+    return menu;
+  };
+  const Box node = editor_.graph().node("obj_1").box;
+  const Box there = place();
+  EXPECT_NEAR(there.x, node.centre().x, 2);
+  EXPECT_NEAR(there.y, node.centre().y, 2);
+  for (int i = 0; i < 3; ++i) press("Next", {"Shift_L"});
+  EXPECT_FALSE(inView("obj_1"));
+  const Box beyond = place();
+  const Box view = editor_.graph().view;
+  EXPECT_NEAR(beyond.x, view.x, 2) << "it was scrolled out to the left";
+}
+
+TEST_F(MenusByKey, NoneComesInTheFindFieldNorDuringADrag) {
+  openTable();
+  find("mat_1");
+  press("Menu");
+  EXPECT_THAT(menus(), IsEmpty());
+  press("Escape");
+  clickNode("mat_1");
+  press("Menu");
+  expectFocus("nodeMenu/Values");
+  close("nodeMenu");
+  const Point from = editor_.graph().node("mat_1").box.centre();
+  editor_.driver().moveTo(from);
+  editor_.driver().press();
+  editor_.driver().moveTo({from.x + 20, from.y + 20});
+  press("Menu");
+  EXPECT_THAT(menus(), IsEmpty());
+  editor_.driver().release();
+  press("Menu");
+  expectFocus("nodeMenu/Values");
 }
 
 class CanvasKeys : public CanvasMenus {};

@@ -589,12 +589,18 @@ void GraphView::otherKey(XEvent* event) {
 void GraphView::menuByKey(XEvent* event) {
   bringUpToDate();
   const auto& arcs = drawing_.selectedArcs();
-  if (const NodeId node = currentNode(); node != kNone)
-    menuWanted({.node = node}, viewport_.toWindow(drawing_.box(node)).middle(), event);
-  else if (!arcs.empty() && drawing_.arcShown(arcs.rbegin()->second))
-    menuWanted({.arc = arcs.rbegin()->second}, pickPoint(arcs.rbegin()->second), event);
-  else
-    menuWanted({}, {viewport_.width() / 2, viewport_.height() / 2}, event);
+  Hit of;
+  SgPoint at{viewport_.width() / 2, viewport_.height() / 2};
+  if (const NodeId node = currentNode(); node != kNone) {
+    of.node = node;
+    at = viewport_.toWindow(drawing_.box(node)).middle();
+  } else if (!arcs.empty() && drawing_.arcShown(arcs.rbegin()->second)) {
+    of.arc = arcs.rbegin()->second;
+    at = pickPoint(of.arc);
+  }
+  // What it is about may have been scrolled out of sight.
+  at = {std::clamp(at.x, 0.0, viewport_.width()), std::clamp(at.y, 0.0, viewport_.height())};
+  menuWanted(of, at, event);
 }
 
 // Walking
