@@ -66,12 +66,9 @@ TEST_F(ShowOnly, WithStepsAroundByKeys) {
 TEST_F(ShowOnly, ByTheMenuAndTheButton) {
   editor_.open(table());
   const Places before = places();
-  editor_.driver().moveTo(editor_.graph().node("mat_0").box.centre());
-  editor_.driver().press(3);
-  editor_.driver().moveTo(popupItem("nodeMenu", "Show Only These").box.centre());
-  editor_.driver().moveTo(popupItem("ShowOnlyThesePane", "With 1 Step Around").box.centre());
-  editor_.driver().release(3);
-  editor_.settle();
+  clickNode("mat_0", 3);
+  choosePopupItem("nodeMenu", "Show Only These");
+  choosePopupItem("ShowOnlyThesePane", "With 1 Step Around");
   EXPECT_TRUE(shown().contains("mat_0"));
   EXPECT_LT(shown().size(), before.size());
   const GraphState graph = editor_.graph();
