@@ -258,13 +258,21 @@ class SmallScreen : public Dialogs {
     return seen;
   }
 
+  /// Whether one comes to this field next, reading lines from left to right, and columns too.
+  static bool isReadAfter(const support::Box& field, const support::Box& before) {
+    return field.y >= before.y + before.height || field.x >= before.x + before.width;
+  }
+
   void expectToReachEverything() {
     EXPECT_TRUE(isWithin(widgetAt(dialog_).box, kScreen));
     for (const char* button : {"OK", "Apply", "Cancel"})
       EXPECT_TRUE(isWithin(widgetAt(dialog_ + "/buttons/" + button).box, kScreen)) << button;
     const auto [all, sight] = fieldsAndSight();
     ASSERT_FALSE(all.empty());
+    const support::Box* before = nullptr;
     for (const WidgetInfo& field : all) {
+      EXPECT_TRUE(!before || isReadAfter(field.box, *before)) << field.path;
+      before = &field.box;
       const auto focused =
           editor_.await(field.path, [&](const WidgetInfo& w) { return w.id == field.id && w.focused; });
       EXPECT_TRUE(isWithin(focused.box, sight)) << focused.path;
