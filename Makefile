@@ -14,7 +14,7 @@ bench:    ## measure it
 	cmake --preset checked && cmake --build --preset checked --target bench
 fuzz:     ## feed it broken files, random gestures and kills for a while
 	scripts/fuzz
-pictures: ## take the guide's pictures of the window and the records' dialogs anew
+pictures: ## take the guide's pictures of the window and the dialogs anew
 	scripts/install-packages build run test
 	cmake --preset release -DQUIL_TESTS=ON
 	cmake --build --preset release --target docpictures make_samples

@@ -28,7 +28,7 @@ constexpr const char* kLines[] = {
 
     "*keysDialog*text.renderTable: mono",
     "*keysDialog*text.rows: 36",
-    "*keysDialog*text.columns: 106",
+    "*keysDialog*text.columns: 112",
     "*keysDialog.close.labelString: Close",
 
     // The letters that choose menu items. An item is named by the letters and digits of its label.

@@ -1,5 +1,5 @@
 /// @file
-/// Takes the guide's pictures of the window and of the records' dialogs anew.
+/// Takes the guide's pictures of the window and of the dialogs anew.
 ///
 ///     docpictures SCENES PICTURES
 ///
@@ -7,6 +7,8 @@
 #include <exception>
 #include <iostream>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "tests/support/editor.h"
 #include "tests/support/places.h"
@@ -42,18 +44,48 @@ constexpr DialogPicture kDialogs[] = {
     {"skeleton", "effector_0", "effectorDialog", "dialog_effector"},
 };
 
+/// The menu items that bring up the options of the converters, and their dialogs.
+const std::pair<std::vector<std::string>, std::string> kConverters[] = {
+    {{"KAVO tool", "Convert to KAVO DL", "Set Options and Go"}, "quil2gfxDialog"},
+    {{"QUIL2 tool", "Convert to ZEX", "Set Options and Go"}, "quil2zexDialog"},
+};
+
+/// An editor on a screen of its own.
 class Camera {
  public:
-  Camera(const fs::path& scenes, const fs::path& pictures)
-      : harbour_(fs::absolute(scenes) / "harbour.quil"), pictures_(fs::absolute(pictures)) {}
+  Camera(const fs::path& scenes, const fs::path& pictures, int depth = 24, std::string geometry = "")
+      : harbour_(fs::absolute(scenes) / "harbour.quil"),
+        pictures_(fs::absolute(pictures)),
+        server_(depth),
+        manager_(server_),
+        editor_(server_, started(std::move(geometry))) {}
 
-  void takeAll() {
+  /// The window, and what it shows of the harbour.
+  void takeWindow() {
     editor_.toggleEditMode();
     editor_.open(harbour_);
     const support::GraphState::Arc arc = editor_.graph().arcs.front();
     editor_.selectArc(arc.parent, arc.child);
     take("mainWindow", "editor");
+    goTo("mat_3");
+    take("mainWindow", "neighbourhood");
+    goTo("obj_17");
+    editor_.key("Menu");
+    editor_.await("nodeMenu/Values");
+    take("mainWindow", "menu");
+    editor_.driver().key("Escape");
+    editor_.settle();
+    goTo("mat_3");
+    editor_.key("1");
+    editor_.settle();
+    take("mainWindow", "showonly");
+    editor_.key("F1");
+    editor_.await("keysDialog/text");
+    take("keysDialog", "keys");
+  }
 
+  void takeDialogs() {
+    editor_.toggleEditMode();  // without it each says that nothing will be written
     std::string open;
     for (const auto& [scene, node, dialog, picture] : kDialogs) {
       if (open != scene) editor_.open(support::project_file("tests/data") / (scene + std::string(".quil")));
@@ -62,11 +94,43 @@ class Camera {
       take(dialog, picture);
       close(dialog);
     }
+    editor_.open(harbour_);  // the display-list converter takes version 1 only
+    for (const auto& [menu, dialog] : kConverters) {
+      editor_.chooseMenu(menu);
+      take(dialog, "dialog_" + dialog.substr(0, dialog.find("Dialog")));
+      close(dialog);
+    }
+  }
+
+  /// Textures as this screen shows them.
+  void takeTextures(const std::string& picture) {
+    editor_.chooseMenu({"View", "Display Texture Image"});
+    editor_.open(harbour_);
+    goTo("tex_1");
+    editor_.driver().key("Escape");  // none is paler than the others then
+    take("mainWindow", picture);
   }
 
  private:
+  static support::Program::Start started(std::string geometry) {
+    support::Program::Start start{.executable = {},
+                                  .arguments = {"-xrm", "quileditor.trueColorTextures: True"}};
+    if (!geometry.empty()) start.arguments.insert(start.arguments.end(), {"-geometry", std::move(geometry)});
+    return start;
+  }
+
+  /// Finds a node, and selects it.
+  void goTo(const std::string& node) {
+    editor_.settle();
+    editor_.key("f", {"Control_L"});
+    editor_.awaitAt("strip/find", [](const support::WidgetInfo& w) { return w.focused; });
+    editor_.driver().type(node);
+    editor_.driver().key("Escape");
+    editor_.settle();
+  }
   /// Takes the picture of a widget and what is in it.
   void take(const std::string& widget, const std::string& name) {
+    editor_.driver().moveTo({0, 0});
     editor_.settle();
     const fs::path picture = pictures_ / (name + ".png");
     const support::Box box = editor_.await(widget).box;
@@ -81,8 +145,8 @@ class Camera {
 
   fs::path harbour_, pictures_;
   support::XServer server_;
-  support::WindowManager manager_{server_};
-  support::Editor editor_{server_};
+  support::WindowManager manager_;
+  support::Editor editor_;
 };
 
 }  // namespace
@@ -93,7 +157,10 @@ int main(int argc, char** argv) {
     return 2;
   }
   try {
-    Camera(argv[1], argv[2]).takeAll();
+    Camera(argv[1], argv[2]).takeWindow();
+    Camera(argv[1], argv[2]).takeDialogs();
+    for (const int depth : {8, 16, 24})
+      Camera(argv[1], argv[2], depth, "1050x420").takeTextures("textures-" + std::to_string(depth));
     return 0;
   } catch (const std::exception& problem) {
     std::cerr << "docpictures: " << problem.what() << "\n";

@@ -593,7 +593,8 @@ void GraphView::menuByKey(XEvent* event) {
   SgPoint at{viewport_.width() / 2, viewport_.height() / 2};
   if (const NodeId node = currentNode(); node != kNone) {
     of.node = node;
-    at = viewport_.toWindow(drawing_.box(node)).middle();
+    const SgRectangle box = viewport_.toWindow(drawing_.box(node));
+    at = {box.middle().x, box.y + box.height};  // the menu leaves the name to be seen
   } else if (!arcs.empty() && drawing_.arcShown(arcs.rbegin()->second)) {
     of.arc = arcs.rbegin()->second;
     at = pickPoint(of.arc);
