@@ -3,7 +3,7 @@
 ///
 ///     docpictures SCENES PICTURES
 ///
-/// SCENES holds harbour.quil, PICTURES is the folder that the pictures are written to.
+/// SCENES holds harbour.quil and city.quil, PICTURES is the folder that the pictures are written to.
 #include <exception>
 #include <iostream>
 #include <string>
@@ -54,7 +54,7 @@ const std::pair<std::vector<std::string>, std::string> kConverters[] = {
 class Camera {
  public:
   Camera(const fs::path& scenes, const fs::path& pictures, int depth = 24, std::string geometry = "")
-      : harbour_(fs::absolute(scenes) / "harbour.quil"),
+      : scenes_(fs::absolute(scenes)),
         pictures_(fs::absolute(pictures)),
         server_(depth),
         manager_(server_),
@@ -63,7 +63,7 @@ class Camera {
   /// The window, and what it shows of the harbour.
   void takeWindow() {
     editor_.toggleEditMode();
-    editor_.open(harbour_);
+    openHarbour();
     const support::GraphState::Arc arc = editor_.graph().arcs.front();
     editor_.selectArc(arc.parent, arc.child);
     take("mainWindow", "editor");
@@ -84,6 +84,46 @@ class Camera {
     take("keysDialog", "keys");
   }
 
+  void takeFolded() {
+    openHarbour();
+    for (const char* const node : {"obj_17", "obj_3"}) {
+      goTo(node);
+      editor_.key("minus");
+    }
+    deselect();
+    take("mainWindow", "folded");
+  }
+
+  void takeLinks() {
+    openHarbour();
+    editor_.chooseMenu({"View", "Links"});
+    goTo("mat_1");
+    take("mainWindow", "links");
+  }
+
+  /// A texture that was unlinked, with its picture.
+  void takeUnlinked() {
+    editor_.chooseMenu({"View", "Display Texture Image"});
+    editor_.toggleEditMode();
+    openHarbour();
+    editor_.selectArc("mat_1", "tex_0");
+    editor_.key("Delete");
+    editor_.chooseMenu({"View", "Unlinked Records"});
+    editor_.chooseMenu({"View", "Arrange Again"});
+    editor_.settle();
+    editor_.key("0");
+    goTo("tex_5");  // beside it, and higher
+    deselect();
+    take("mainWindow", "unlinked");
+  }
+
+  void takeCity() {
+    editor_.open(scenes_ / "city.quil");
+    take("mainWindow", "compact");
+    editor_.click("strip/zoomFit");
+    take("mainWindow", "compact-fit");
+  }
+
   void takeDialogs() {
     editor_.toggleEditMode();  // without it each says that nothing will be written
     std::string open;
@@ -94,7 +134,7 @@ class Camera {
       take(dialog, picture);
       close(dialog);
     }
-    editor_.open(harbour_);  // the display-list converter takes version 1 only
+    openHarbour();  // the display-list converter takes version 1 only
     for (const auto& [menu, dialog] : kConverters) {
       editor_.chooseMenu(menu);
       take(dialog, "dialog_" + dialog.substr(0, dialog.find("Dialog")));
@@ -105,9 +145,9 @@ class Camera {
   /// Textures as this screen shows them.
   void takeTextures(const std::string& picture) {
     editor_.chooseMenu({"View", "Display Texture Image"});
-    editor_.open(harbour_);
+    openHarbour();
     goTo("tex_1");
-    editor_.driver().key("Escape");  // none is paler than the others then
+    deselect();
     take("mainWindow", picture);
   }
 
@@ -119,6 +159,9 @@ class Camera {
     return start;
   }
 
+  void openHarbour() { editor_.open(scenes_ / "harbour.quil"); }
+  /// None is paler than the others then.
+  void deselect() { editor_.key("Escape"); }
   /// Finds a node, and selects it.
   void goTo(const std::string& node) {
     editor_.settle();
@@ -143,7 +186,7 @@ class Camera {
     support::waitFor([&] { return !editor_.asks(dialog); });
   }
 
-  fs::path harbour_, pictures_;
+  fs::path scenes_, pictures_;
   support::XServer server_;
   support::WindowManager manager_;
   support::Editor editor_;
@@ -159,6 +202,10 @@ int main(int argc, char** argv) {
   try {
     Camera(argv[1], argv[2]).takeWindow();
     Camera(argv[1], argv[2]).takeDialogs();
+    Camera(argv[1], argv[2]).takeFolded();
+    Camera(argv[1], argv[2]).takeLinks();
+    Camera(argv[1], argv[2]).takeUnlinked();
+    Camera(argv[1], argv[2]).takeCity();
     for (const int depth : {8, 16, 24})
       Camera(argv[1], argv[2], depth, "1050x420").takeTextures("textures-" + std::to_string(depth));
     return 0;
