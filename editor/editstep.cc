@@ -19,11 +19,6 @@ void GraphChange::removeArc(VkNode* parent, VkNode* child) {
 
 VkNode* GraphChange::addNode(std::unique_ptr<VkNode> node) { return newNode_ = graph_.add(std::move(node)); }
 
-void GraphChange::arranged(VkPlaces before) {
-  places_ = {std::move(before), graph_.places()};
-  keepDifferences(places_.before, places_.after);
-}
-
 void GraphChange::exchangeArcs(const std::vector<Ends>& gone, const std::vector<Ends>& back) {
   for (const auto& [parent, child] : gone) graph_.remove(parent, child);
   for (const auto& [parent, child] : back) {
@@ -63,12 +58,15 @@ std::vector<VkNode*> GraphChange::shownNodes() const {
 
 EditStep::EditStep(VkGraph& graph, History& history)
     : history_(history),
-      before_(graph.places()),
+      graph_(graph),
       picture_(std::make_unique<GraphChange>(graph)),
       recording_(std::in_place, *qis),
-      exceptions_(std::uncaught_exceptions()) {}
+      exceptions_(std::uncaught_exceptions()) {
+  graph_.recordPlaces();
+}
 
 EditStep::~EditStep() {
+  graph_.dropRecord();
   if (!picture_ || std::uncaught_exceptions() == exceptions_) return;
   try {
     picture_->undo();
@@ -78,7 +76,7 @@ EditStep::~EditStep() {
 }
 
 void EditStep::done(std::string label) {
-  picture_->arranged(std::move(before_));
+  picture_->arranged(graph_.recordedPlaces());
   qi::Change change = recording_->finish();
   history_.add({.label = std::move(label), .change = std::move(change), .picture = std::move(picture_)});
 }

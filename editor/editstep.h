@@ -25,8 +25,8 @@ class GraphChange final : public StepPicture {
   void addArc(VkNode* parent, VkNode* child);
   void removeArc(VkNode* parent, VkNode* child);
   VkNode* addNode(std::unique_ptr<VkNode> node);
-  /// Takes down where all lies now; `before` is where it lay when the step began.
-  void arranged(VkPlaces before);
+  /// Takes down what came to lie elsewhere.
+  void arranged(VkGraph::Moved moved) { places_ = std::move(moved); }
 
   void undo() override;
   void redo() override;
@@ -62,7 +62,7 @@ class EditStep {
 
  private:
   History& history_;
-  VkPlaces before_;
+  VkGraph& graph_;
   std::unique_ptr<GraphChange> picture_;
   std::optional<qi::Recording> recording_;
   const int exceptions_;  ///< under way when the step began

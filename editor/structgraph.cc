@@ -37,15 +37,21 @@ void require_memory_for(const SceneGraph& scene, std::size_t more_nodes) {
 void struct_graph(const SceneGraph& built, VkGraph& graph, const TextureDisplay& textures,
                   const std::function<void(double)>& progress) {
   constexpr std::size_t kArcsPerReport = 1000;
-  graph.add(quil_node(graph, built.nodes.front().name, textures));
+  // Looked up by name once: a large scene has more arcs than nodes, at both ends of which are names.
+  std::vector<VkNode*> made(built.nodes.size(), nullptr);
+  const auto node_of = [&](std::size_t number) {
+    if (!made[number]) made[number] = quil_node(graph, built.nodes[number].name, textures);
+    return made[number];
+  };
+  graph.add(node_of(0));
   for (std::size_t i = 0; i < built.arcs.size(); ++i) {
     const auto& arc = built.arcs[i];
     if (i % kArcsPerReport == 0) progress(static_cast<double>(i) / static_cast<double>(built.arcs.size()));
-    VkNode* const parent = quil_node(graph, built.nodes[arc.parent].name, textures);
+    VkNode* const parent = node_of(arc.parent);
     const auto& child = built.nodes[arc.child];
     graph.add(parent, child.kind == &kNodeKind<LevelsOfDetail>
                           ? graph.make<QuilVkNode>(textures, child.name.c_str(), child.label())
-                          : quil_node(graph, child.name, textures));
+                          : node_of(arc.child));
   }
 }
 

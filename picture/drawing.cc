@@ -216,6 +216,14 @@ ArcId Drawing::findArc(NodeId from, NodeId to) const {
   return arcs.back();
 }
 
+std::vector<ArcId> Drawing::arcsBetween(NodeId from, NodeId to) const {
+  const auto pair = pairs_.find(pairKey(from, to));
+  if (pair == pairs_.end()) return {};
+  std::vector<ArcId> arcs = direction(pair->second, from, to);
+  std::ranges::sort(arcs);
+  return arcs;
+}
+
 void Drawing::setBends(ArcId arc, std::span<const SgPoint> bends) {
   std::vector<SgPoint>& kept = arcs_[arc].bends;
   kept.clear();

@@ -100,6 +100,8 @@ class Drawing {
   NodeId to(ArcId arc) const { return arcs_[arc].to; }
   /// An arc from `from` to `to`: a selected one if there is, else the outermost; kNone without any.
   ArcId findArc(NodeId from, NodeId to) const;
+  /// All arcs from `from` to `to`, in ascending order.
+  std::vector<ArcId> arcsBetween(NodeId from, NodeId to) const;
   void setBends(ArcId arc, std::span<const SgPoint> bends);
   std::span<const SgPoint> bends(ArcId arc) const { return arcs_[arc].bends; }
   /// Calls `visit(node)` for every node, shown or not.

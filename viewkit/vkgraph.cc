@@ -117,6 +117,7 @@ void VkGraph::enter(std::unique_ptr<VkNode> node) {
   layoutIsDue_ = true;
   folds_->showAlso(node.get());
   worked_ = node.get();
+  noteEntry(node.get());
   nodes_.push_back(std::move(node));
   if (!graph_) return;
   nodes_.back()->build(graph_);
@@ -149,6 +150,7 @@ void VkGraph::add(VkNode* parent, VkNode* child, const char* attribute) {
   worked_ = parent;
   layoutIsDue_ = true;
   if (!graph_) return;
+  noteBends({parent, child});
   const SgArc arc = SgGraphAddArc(graph_, parent->baseWidget(), child->baseWidget(), attribute);
   SgGraphSetArcStyle(graph_, arc, styleOf(arrangement(), {}));
   newArcs_.insert(arc);
@@ -172,7 +174,9 @@ void VkGraph::remove(VkNode* parent, VkNode* child) {
   if (!parent || !child || parent->graph() != this || child->graph() != this) return;
   unlink(parent, child);
   layoutIsDue_ = true;
-  if (graph_) SgGraphRemoveArcBetweenNodes(graph_, parent->baseWidget(), child->baseWidget());
+  if (!graph_) return;
+  noteBends({parent, child});
+  SgGraphRemoveArcBetweenNodes(graph_, parent->baseWidget(), child->baseWidget());
 }
 
 void VkGraph::addBlock(std::span<VkNode* const> nodes) {
@@ -552,6 +556,7 @@ void VkGraph::doSubtreeLayout(VkNode* node) {
 void VkGraph::want(VkNode* node, SgPoint middle) {
   if (!graph_ || !node || node->graph() != this || node->placed_) return;
   const SgRectangle bounds = SgGraphNodeBounds(node->baseWidget());
+  notePlace(node);
   SgGraphSetNodePosition(node->baseWidget(), {middle.x - bounds.width / 2, middle.y - bounds.height / 2});
   node->wanted_ = true;
 }
@@ -584,6 +589,7 @@ void VkGraph::setBends(SgArc arc, std::span<const SgPoint> bends) {
 }
 
 void VkGraph::placeAll(const GraphPicture& shown) {
+  noteAll();
   const bool wasCompact = compact_;
   const Arrangement wanted = chosen_.value_or(picture::usualArrangement(shown.nodes.size()));
   compact_ = wanted == Arrangement::Compact;
@@ -604,6 +610,12 @@ void VkGraph::placeAll(const GraphPicture& shown) {
 
 void VkGraph::placeNew(const VkNode* root) {
   layoutIsDue_ = false;
+  // Arcs between nodes that have their places are stubs in a compact picture.
+  const bool drawsArcs = !compact_ && (root || !newArcs_.empty());
+  if (!drawsArcs && std::ranges::all_of(nodes_, [](const auto& node) { return node->placed_; })) {
+    newArcs_.clear();
+    return;
+  }
   GraphPicture shown = picture();
   // Of a compact picture, only arcs that are drawn and those that lead to new nodes count: stubs are in
   // nobody's way.
@@ -641,16 +653,24 @@ void VkGraph::placeNew(const VkNode* root) {
       graphlayout::rearrange(shown.sizes, arcs, {shown.positions, bends, newNodes, newArcs, std::move(held)});
   for (std::size_t i = 0; i < changes.nodes.size(); ++i) {
     VkNode* const node = shown.nodes[changes.nodes[i]];
+    notePlace(node);
     SgGraphSetNodePosition(node->baseWidget(), {changes.positions[i].x, changes.positions[i].y});
     node->placed_ = true;
     node->wanted_ = false;
   }
   for (std::size_t i = 0; i < changes.arcs.size(); ++i) {
     const SgArc arc = ids[changes.arcs[i]];
+    const auto& [from, to] = arcs[changes.arcs[i]];
+    noteBends({shown.nodes[from], shown.nodes[to]});
     setBends(arc, pointsOf(changes.bends.of(i)));
     if (compact_) SgGraphSetArcStyle(graph_, arc, SgARC_WHOLE);
   }
   newArcs_.clear();
+}
+
+VkPlaces::Node VkGraph::placeOf(VkNode* node) const {
+  const SgRectangle bounds = SgGraphNodeBounds(node->baseWidget());
+  return {node, folds_->placeOf(node).value_or(SgPoint{bounds.x, bounds.y}), node->byHand_};
 }
 
 VkPlaces VkGraph::places() const {
@@ -658,17 +678,94 @@ VkPlaces VkGraph::places() const {
   if (!graph_) return places;
   places.compact = compact_;
   places.nodes.reserve(nodes_.size());
-  for (const auto& node : nodes_) {
-    const SgRectangle bounds = SgGraphNodeBounds(node->baseWidget());
-    const SgPoint open = folds_->placeOf(node.get()).value_or(SgPoint{bounds.x, bounds.y});
-    places.nodes.push_back({node.get(), open, node->byHand_});
-  }
+  for (const auto& node : nodes_) places.nodes.push_back(placeOf(node.get()));
   for (const auto& [arc, parent, child] : arcs()) {
     auto open = folds_->bendsOf(arc);
     std::vector<SgPoint> bends = open ? *std::move(open) : SgGraphArcBends(graph_, arc);
     if (!bends.empty()) places.arcs[{parent, child}].push_back(std::move(bends));
   }
   return places;
+}
+
+std::vector<VkPlaces::Bends> VkGraph::bendsBetween(const VkPlaces::Ends& ends) const {
+  std::vector<VkPlaces::Bends> all;
+  for (const SgArc arc : SgGraphArcsBetween(graph_, ends.first->baseWidget(), ends.second->baseWidget()))
+    if (auto bends = SgGraphArcBends(graph_, arc); !bends.empty()) all.push_back(std::move(bends));
+  return all;
+}
+
+void VkGraph::recordPlaces() {
+  record_ = std::make_unique<Record>();
+  record_->compact = compact_;
+  if (folds_->any() || folds_->areClosed()) noteAll();
+}
+
+void VkGraph::noteEntry(VkNode* node) {
+  if (record_ && !record_->all) record_->nodes.try_emplace(node, std::nullopt);
+}
+
+void VkGraph::notePlace(VkNode* node) {
+  if (!record_ || record_->all || !graph_ || !record_->nodes.try_emplace(node, placeOf(node)).second) return;
+  // Moving it straightens its arcs.
+  for (int i = 0; i < node->nParents(); ++i) noteBends({node->parent(i), node});
+  for (int i = 0; i < node->nChildren(); ++i) noteBends({node, node->child(i)});
+}
+
+void VkGraph::noteBends(const VkPlaces::Ends& ends) {
+  if (record_ && !record_->all && !record_->arcs.contains(ends)) record_->arcs[ends] = bendsBetween(ends);
+}
+
+void VkGraph::noteAll() {
+  if (!record_ || record_->all) return;
+  VkPlaces all = places();
+  all.compact = record_->compact;
+  std::erase_if(all.nodes, [&](VkPlaces::Node& place) {
+    const auto noted = record_->nodes.find(place.node);
+    if (noted == record_->nodes.end()) return false;
+    if (noted->second) place = *noted->second;
+    return !noted->second;
+  });
+  for (auto& [ends, bends] : record_->arcs) {
+    if (bends.empty())
+      all.arcs.erase(ends);
+    else
+      all.arcs[ends] = std::move(bends);
+  }
+  record_->all = std::move(all);
+}
+
+VkGraph::Moved VkGraph::recordedPlaces() {
+  const std::unique_ptr<Record> record = std::move(record_);
+  Moved moved;
+  if (!record || !graph_) return moved;
+  if (record->all) {
+    moved = {*std::move(record->all), places()};
+    keepDifferences(moved.before, moved.after);
+    return moved;
+  }
+  moved.before.compact = record->compact;
+  moved.after.compact = compact_;
+  std::unordered_set<const VkNode*> elsewhere;
+  for (const auto& [node, before] : record->nodes) {
+    const VkPlaces::Node after = placeOf(node);
+    if (before == after) continue;
+    elsewhere.insert(node);
+    if (before) moved.before.nodes.push_back(*before);
+    moved.after.nodes.push_back(after);
+  }
+  for (auto& [ends, before] : record->arcs) {
+    auto after = bendsBetween(ends);
+    const bool hasMoved = elsewhere.contains(ends.first) || elsewhere.contains(ends.second);
+    if (before == after && (before.empty() || !hasMoved)) continue;
+    moved.before.arcs[ends] = std::move(before);
+    moved.after.arcs[ends] = std::move(after);
+  }
+  const auto inOrder = [](VkPlaces& places) {
+    std::ranges::sort(places.nodes, {}, [](const VkPlaces::Node& place) { return place.node->number_; });
+  };
+  inOrder(moved.before);
+  inOrder(moved.after);
+  return moved;
 }
 
 void VkGraph::arrange(const VkPlaces& places) {
@@ -678,6 +775,7 @@ void VkGraph::arrange(const VkPlaces& places) {
 }
 
 void VkGraph::placeWithin(const VkPlaces& places) {
+  noteAll();
   for (const auto& [node, corner, byHand] : places.nodes) {
     if (node->baseWidget()) SgGraphSetNodePosition(node->baseWidget(), corner);
     node->corner_ = corner;
@@ -691,14 +789,15 @@ void VkGraph::placeWithin(const VkPlaces& places) {
     return !SgGraphGetArcNodes(graph_, arc, &from, &to) ||
            (VkNode::of(from)->placed_ && VkNode::of(to)->placed_);
   });
-  if (places.arcs.empty() && !restyle) return;
-  std::map<VkPlaces::Ends, std::size_t> done;
-  for (const auto& [arc, parent, child] : arcs()) {
-    if (restyle) SgGraphSetArcStyle(graph_, arc, styleOf(arrangement(), {}));
-    const auto bent = places.arcs.find({parent, child});
-    if (bent == places.arcs.end()) continue;
-    const std::size_t number = done[bent->first]++;
-    setBends(arc, number < bent->second.size() ? bent->second[number] : VkPlaces::Bends{});
+  if (restyle)
+    for (const SgArc arc : SgGraphArcs(graph_)) SgGraphSetArcStyle(graph_, arc, styleOf(arrangement(), {}));
+  for (const auto& [ends, bends] : places.arcs) {
+    const Widget from = ends.first->baseWidget(), to = ends.second->baseWidget();
+    std::size_t number = 0;
+    for (const SgArc arc : SgGraphArcsBetween(graph_, from, to)) {
+      setBends(arc, number < bends.size() ? bends[number] : VkPlaces::Bends{});
+      ++number;
+    }
   }
 }
 

@@ -245,8 +245,16 @@ class VkGraph : public VkComponent, private VkGraphContents {
 
   /// Where all nodes and arcs lie. Linear.
   VkPlaces places() const;
-  /// Brings nodes and arcs back to such places.
+  /// Brings nodes and arcs back to such places. Costs what they are, as long as the arrangement stays.
   void arrange(const VkPlaces& places);
+  /// From now on, takes down where nodes and arcs lie before they come to lie elsewhere. The user moves none
+  /// meanwhile, and none is taken out that is in the graph.
+  void recordPlaces();
+  /// What has changed its place since recordPlaces(), as keepDifferences leaves it, and no longer records.
+  /// Costs what has changed; all while nodes are folded, and where all were arranged.
+  Moved recordedPlaces();
+  /// No longer records.
+  void dropRecord() { record_.reset(); }
 
   /// Writes the whole graph as one PostScript page.
   /// @returns whether all of it was written.
@@ -307,7 +315,23 @@ class VkGraph : public VkComponent, private VkGraphContents {
   void placeNew(const VkNode* root);
   void setBends(SgArc arc, std::span<const SgPoint> bends);
   VkNode* workedOn() const;
+  VkPlaces::Node placeOf(VkNode* node) const;
+  /// The bends of the arcs between two nodes that have any.
+  std::vector<VkPlaces::Bends> bendsBetween(const VkPlaces::Ends& ends) const;
+  // Each is called before the change.
+  void noteEntry(VkNode* node);
+  void notePlace(VkNode* node);
+  void noteBends(const VkPlaces::Ends& ends);
+  void noteAll();
 
+  /// Where what has changed its place lay before.
+  struct Record {
+    std::optional<VkPlaces> all;                                       ///< of all nodes and arcs
+    std::unordered_map<VkNode*, std::optional<VkPlaces::Node>> nodes;  ///< nothing: it wasn't in the graph
+    std::map<VkPlaces::Ends, std::vector<VkPlaces::Bends>> arcs;
+    bool compact = false;
+  };
+  std::unique_ptr<Record> record_;
   Widget graph_ = nullptr, split_ = nullptr;
   std::unique_ptr<GraphStrip> strip_;
   std::map<Spot, std::unique_ptr<VkPopupMenu>> popups_;

@@ -36,8 +36,5 @@ bool VkNode::hasOtherParent(const VkNode* parent) const {
 }
 
 VkNode* VkNode::of(Widget nodeWidget) {
-  if (!nodeWidget || !SgNodeGraph(nodeWidget)) return nullptr;
-  XtPointer node = nullptr;
-  XtVaGetValues(nodeWidget, XmNuserData, &node, nullptr);
-  return static_cast<VkNode*>(node);
+  return nodeWidget ? static_cast<VkNode*>(SgNodeUserData(nodeWidget)) : nullptr;
 }

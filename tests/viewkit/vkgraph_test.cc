@@ -87,6 +87,66 @@ class Graph : public WindowTest {
   std::unique_ptr<VkGraph> graph_;
 };
 
+TEST_F(Graph, RecordedPlacesAreWhatDiffersOfAllPlaces) {
+  Random random(5);
+  const auto any = [&] {
+    return graph_->allNodes()[random.below(static_cast<std::uint32_t>(graph_->numNodes()))];
+  };
+  const auto expectSame = [](const VkPlaces& recorded, const VkPlaces& differing) {
+    EXPECT_EQ(recorded.nodes, differing.nodes);
+    EXPECT_EQ(recorded.arcs, differing.arcs);
+    EXPECT_EQ(recorded.compact, differing.compact);
+  };
+  for (const VkGraph::Arrangement arrangement :
+       {VkGraph::Arrangement::Layered, VkGraph::Arrangement::Compact}) {
+    graph_->clearAll();
+    graph_->setArrangement(arrangement);
+    for (const auto& [parent, child] : scene_like_graph(60, 2).arcs)
+      link(("n" + std::to_string(parent)).c_str(), ("n" + std::to_string(child)).c_str());
+    graph_->displayAll();
+    graph_->doLayout();
+    std::size_t nodes = 0, arcs = 0;
+    for (int i = 0; i < 60; ++i) {
+      SCOPED_TRACE(i);
+      if (i == 40) graph_->collapse(graph_->find("n3"));
+      if (i == 50) graph_->expandAll();
+      VkPlaces before = graph_->places();
+      graph_->recordPlaces();
+      VkNode* const one = any();
+      switch (random.below(6)) {
+        case 0:
+          graph_->add(one, any());
+          break;
+        case 1:
+          if (one->nChildren() > 0) graph_->remove(one, one->child(0));
+          break;
+        case 2:
+          graph_->add(one, graph_->make<>(("new" + std::to_string(i)).c_str()));
+          break;
+        case 3:
+          graph_->want(graph_->add(std::make_unique<VkNode>("free")), {50, 50});
+          break;
+        case 4:
+          graph_->doSubtreeLayout(one);
+          break;
+        default:
+          if (i % 3 == 0) graph_->arrangeAgain();
+      }
+      graph_->displayAll();
+      graph_->doLayout();
+      const VkGraph::Moved moved = graph_->recordedPlaces();
+      VkPlaces after = graph_->places();
+      keepDifferences(before, after);
+      expectSame(moved.before, before);
+      expectSame(moved.after, after);
+      nodes += after.nodes.size();
+      arcs += after.arcs.size();
+    }
+    EXPECT_GT(nodes, 20u);
+    EXPECT_GT(arcs, 10u);
+  }
+}
+
 TEST_F(Graph, NodesEnterWithTheirFirstArcParentsFirst) {
   VkNode* parent = graph_->make<>("obj_0");
   VkNode* child = graph_->make<>("mat_0", "a label");

@@ -173,6 +173,8 @@ Widget SgCreateGraph(Widget parent, const char* name, ArgList args, Cardinal cou
 Widget SgGraphCreateNode(Widget graph, const char* name, ArgList args = nullptr, Cardinal count = 0);
 /// The node's name, valid as long as no node is made or removed; "" for other widgets.
 const char* SgNodeName(Widget node);
+/// What XmNuserData was set to; null for other widgets. Much faster than XtGetValues.
+XtPointer SgNodeUserData(Widget node);
 /// A second line of text, under the label; as a rule the first characters of it. Empty: none.
 void SgGraphSetNodeTitle(Widget node, const std::string& title);
 /// The graph that a node lives in.
@@ -219,6 +221,8 @@ SgArcStyle SgGraphArcStyle(Widget graph, SgArc arc);
 std::vector<SgPoint> SgGraphArcBends(Widget graph, SgArc arc);
 /// The points an arc is drawn through, on the plane, from the edge of one node to that of the other.
 std::vector<SgPoint> SgGraphArcPath(Widget graph, SgArc arc);
+/// All arcs from `from` to `to`, in the order of SgGraphArcs.
+std::vector<SgArc> SgGraphArcsBetween(Widget graph, Widget from, Widget to);
 /// All arcs, oldest first as far as none was removed. Linear.
 std::vector<SgArc> SgGraphArcs(Widget graph);
 /// @}

@@ -59,6 +59,10 @@ const char* SgNodeName(Widget node) {
   return found ? found.view->nameOf(found.id) : "";
 }
 
+XtPointer SgNodeUserData(Widget node) {
+  return sggraph::viewOfNode(node) ? reinterpret_cast<SgNodeObject>(node)->node.userData : nullptr;
+}
+
 void SgGraphSetNodeTitle(Widget node, const std::string& title) {
   if (sggraph::GraphView* view = sggraph::viewOfNode(node))
     view->setTitle(reinterpret_cast<SgNodeObject>(node)->node.id, title);
@@ -145,6 +149,16 @@ std::vector<SgPoint> SgGraphArcPath(Widget graph, SgArc arc) {
   if (!found) return {};
   const auto path = found.view->drawing().path(found.id);
   return {path.begin(), path.end()};
+}
+
+std::vector<SgArc> SgGraphArcsBetween(Widget graph, Widget from, Widget to) {
+  std::vector<SgArc> arcs;
+  const GraphView* view = sggraph::viewOf(graph);
+  const NodeId parent = idIn(view, from), child = idIn(view, to);
+  if (parent == kNone || child == kNone) return arcs;
+  for (const ArcId arc : view->drawing().arcsBetween(parent, child))
+    arcs.push_back(view->drawing().stableArcId(arc));
+  return arcs;
 }
 
 std::vector<SgArc> SgGraphArcs(Widget graph) {
