@@ -25,7 +25,7 @@ namespace {
 using checks::Finding;
 using checks::Level;
 
-struct Request {
+struct CheckRequest {
   FileSet files;
   bool json = false, quiet = false;
   Level fail_on = Level::error;
@@ -51,7 +51,7 @@ std::string_view code_named(const std::string& name) {
   throw WrongUse("no such code: " + name);
 }
 
-void declare(CLI::App& line, Request& request) {
+void declare(CLI::App& line, CheckRequest& request) {
   take_files(line, request.files);
   take_json(line, request.json);
   line.add_option_function<std::string>(
@@ -96,7 +96,7 @@ using Counts = std::array<std::size_t, std::size(checks::kLevelNames)>;
 /// The findings in one file, as far as they are wanted.
 class FileReport {
  public:
-  FileReport(const Request& request, const std::string& file) : request_(request), file_(file) {}
+  FileReport(const CheckRequest& request, const std::string& file) : request_(request), file_(file) {}
 
   void add(const Finding& finding) {
     const auto set = request_.levels.find(finding.code->name);
@@ -157,7 +157,7 @@ class FileReport {
     return object;
   }
 
-  const Request& request_;
+  const CheckRequest& request_;
   const std::string& file_;
   Counts counts_{};
   std::size_t shown_ = 0, omitted_ = 0;
@@ -166,7 +166,7 @@ class FileReport {
 };
 
 /// Checks a file. The note is its counts.
-Done check_one(const Request& request, const std::string& file) {
+Done check_one(const CheckRequest& request, const std::string& file) {
   FileReport report{request, file};
   checks::Reading reading = checks::Reading::unreadable;
   try {
@@ -197,7 +197,7 @@ std::vector<std::string> readable_files(const FileSet& set) {
   }
 }
 
-Outcome run(const Request& request) {
+Outcome run(const CheckRequest& request) {
   const std::vector<std::string> files = readable_files(request.files);
   if (files.empty()) return Outcome::unreadable;
   Counts all{};
@@ -222,4 +222,4 @@ Outcome run(const Request& request) {
 
 }  // namespace
 
-Work check(CLI::App& line) { return work(line, declare, run); }
+Work check(CLI::App& line) { return work<CheckRequest>(line, declare, run); }

@@ -15,6 +15,9 @@ struct WrongUse : std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
+/// Stands for standard input where a file to read is named, for standard output where one to write is.
+inline constexpr const char* kStandardStream = "-";
+
 /// An empty command line of that command, to be declared on and then read.
 std::unique_ptr<CLI::App> command_line(const Command& command);
 

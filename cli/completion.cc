@@ -168,15 +168,15 @@ struct Shell {
 };
 constexpr Shell kShells[] = {{"bash", print_bash}, {"zsh", print_zsh}, {"fish", print_fish}};
 
-struct Request {
+struct CompletionRequest {
   std::string shell;
 };
 
-void declare(CLI::App& line, Request& request) {
+void declare(CLI::App& line, CompletionRequest& request) {
   line.add_option("SHELL", request.shell, "The shell")->required()->type_name("bash|zsh|fish");
 }
 
-Outcome run(const Request& request) {
+Outcome run(const CompletionRequest& request) {
   for (const Shell& shell : kShells)
     if (request.shell == shell.name) {
       shell.print(all_completions());
@@ -187,4 +187,4 @@ Outcome run(const Request& request) {
 
 }  // namespace
 
-Work completion(CLI::App& line) { return work(line, declare, run); }
+Work completion(CLI::App& line) { return work<CompletionRequest>(line, declare, run); }

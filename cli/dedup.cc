@@ -7,18 +7,18 @@
 
 namespace {
 
-struct Request {
+struct DedupRequest {
   RemovalRequest removals;
   bool any_name = false;
 };
 
-void declare(CLI::App& line, Request& request) {
+void declare(CLI::App& line, DedupRequest& request) {
   take_removals(line, request.removals);
   line.add_flag("--any-name", request.any_name,
                 "Records that differ in nothing but their names are equal; the first one's stays");
 }
 
-Outcome run(const Request& request) {
+Outcome run(const DedupRequest& request) {
   return remove_from_files(request.removals, [&](Qis& scene) {
     std::vector<Removal> removals;
     for (const auto& [record, kept] : qi::join_equal_records(scene, request.any_name))
@@ -29,4 +29,4 @@ Outcome run(const Request& request) {
 
 }  // namespace
 
-Work dedup(CLI::App& line) { return work(line, declare, run); }
+Work dedup(CLI::App& line) { return work<DedupRequest>(line, declare, run); }

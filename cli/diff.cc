@@ -23,12 +23,12 @@ namespace {
 using How = qi::Difference::How;
 using qi::PieceDifference;
 
-struct Request {
+struct DiffRequest {
   std::string before, after;
   bool json = false, quiet = false;
 };
 
-void declare(CLI::App& line, Request& request) {
+void declare(CLI::App& line, DiffRequest& request) {
   line.add_option("A", request.before, "The one scene")->required()->type_name("");
   line.add_option("B", request.after, "The other one; either may be - for standard input")
       ->required()
@@ -59,7 +59,7 @@ class Printer {
 
 class TextPrinter final : public Printer {
  public:
-  explicit TextPrinter(const Request& request)
+  explicit TextPrinter(const DiffRequest& request)
       : heading_("--- " + printable(request.before) + "\n+++ " + printable(request.after)) {}
 
   void print(const qi::Difference& difference, const Texts& items) override {
@@ -104,7 +104,7 @@ class TextPrinter final : public Printer {
 
 class JsonPrinter final : public Printer {
  public:
-  explicit JsonPrinter(const Request& request) : result_(json_result("diff", request.before)) {
+  explicit JsonPrinter(const DiffRequest& request) : result_(json_result("diff", request.before)) {
     result_["other"] = escaped(request.after);
     result_["same"] = true;
     result_["differences"] = Json::array();
@@ -216,21 +216,22 @@ class Comparison {
 };
 
 /// Opens one of the scenes. @returns whether that went well; if not, it was told
-bool open_one(const Request& request, const std::string& file, Qis& scene) {
+bool open_one(const DiffRequest& request, const std::string& file, Qis& scene) {
   if (!request.json) return open_scene(file, scene);
   const std::string error = open_quietly(file, scene);
   if (!error.empty()) print_json(json_failure("diff", file, error));
   return error.empty();
 }
 
-std::unique_ptr<Printer> printer_for(const Request& request) {
+std::unique_ptr<Printer> printer_for(const DiffRequest& request) {
   if (request.quiet) return std::make_unique<NothingPrinter>();
   if (request.json) return std::make_unique<JsonPrinter>(request);
   return std::make_unique<TextPrinter>(request);
 }
 
-Outcome run(const Request& request) {
-  if (request.before == "-" && request.after == "-") throw WrongUse("standard input can be read once");
+Outcome run(const DiffRequest& request) {
+  if (request.before == kStandardStream && request.after == kStandardStream)
+    throw WrongUse("standard input can be read once");
   Qis before, after;
   if (!open_one(request, request.before, before) || !open_one(request, request.after, after))
     return Outcome::unreadable;
@@ -242,4 +243,4 @@ Outcome run(const Request& request) {
 
 }  // namespace
 
-Work diff(CLI::App& line) { return work(line, declare, run); }
+Work diff(CLI::App& line) { return work<DiffRequest>(line, declare, run); }

@@ -19,11 +19,11 @@
 
 namespace {
 
-struct Request {
+struct DumpRequest {
   std::string file, list, number, as = "hex";
 };
 
-void declare(CLI::App& line, Request& request) {
+void declare(CLI::App& line, DumpRequest& request) {
   take_file(line, request.file);
   line.add_option("LIST", request.list, "As info names it, or its records: VtxList, vtx")
       ->required()
@@ -113,7 +113,7 @@ class Dumper {
   Lines lines_;
 };
 
-Outcome run(const Request& request) {
+Outcome run(const DumpRequest& request) {
   const qi::ListInfo* wanted = nullptr;
   Qis scene;
   qi::for_each_list(scene, [&](const qi::ListInfo& info, const auto& /*list*/) {
@@ -142,4 +142,4 @@ Outcome run(const Request& request) {
 
 }  // namespace
 
-Work dump(CLI::App& line) { return work(line, declare, run); }
+Work dump(CLI::App& line) { return work<DumpRequest>(line, declare, run); }

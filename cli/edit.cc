@@ -85,14 +85,14 @@ std::int64_t run(Qis& scene, const ScriptLine& line) {
   return 0;
 }
 
-struct Request {
+struct EditRequest {
   FileSet files;
   Target target;
   std::string script;
   bool atomic = false, quiet = false;
 };
 
-void declare(CLI::App& line, Request& request) {
+void declare(CLI::App& line, EditRequest& request) {
   take_files(line, request.files);
   take_target(line, request.target);
   line.add_option("--script", request.script, "The file to read edits from (default: -, standard input)")
@@ -106,7 +106,8 @@ void declare(CLI::App& line, Request& request) {
 class Script {
  public:
   explicit Script(const std::string& file)
-      : file_(file.empty() || file == "-" ? "" : file), name_(file_.empty() ? "standard input" : file_) {}
+      : file_(file.empty() || file == kStandardStream ? "" : file),
+        name_(file_.empty() ? "standard input" : file_) {}
 
   const std::string& name() const { return name_; }
   const std::string& text() const { return text_; }
@@ -178,11 +179,11 @@ void print_nothing() {
   if (nowhere) dup2(nowhere.get(), STDOUT_FILENO);
 }
 
-Outcome run(const Request& request) {
+Outcome run(const EditRequest& request) {
   const auto files = files_of(request.files);
   require_target(request.target, files);
   Script script{request.script};
-  if (script.name() == "standard input" && std::ranges::find(files, "-") != files.end())
+  if (script.name() == "standard input" && std::ranges::find(files, kStandardStream) != files.end())
     throw WrongUse("standard input can't be both FILE and SCRIPT");
   if (request.quiet) print_nothing();
   if (files.size() > 1)
@@ -203,4 +204,4 @@ Outcome run(const Request& request) {
 
 }  // namespace
 
-Work edit(CLI::App& line) { return work(line, declare, run); }
+Work edit(CLI::App& line) { return work<EditRequest>(line, declare, run); }

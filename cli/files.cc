@@ -22,8 +22,6 @@
 
 namespace {
 
-constexpr const char* kStandardInput = "-";
-
 [[noreturn]] void cant_read(const std::string& what, int reason) {
   throw std::runtime_error("can't read " + what + ": " + std::strerror(reason));
 }
@@ -39,7 +37,7 @@ void read_all(std::FILE* file, const std::string& name, Take take) {
 }
 
 void add_list(const std::string& list, char end, std::vector<std::string>& files) {
-  const bool standard = list == kStandardInput;
+  const bool standard = list == kStandardStream;
   const qi::File opened{standard ? nullptr : std::fopen(list.c_str(), "r")};
   if (!standard && !opened) cant_read(list, errno);
   std::string text;
@@ -107,13 +105,13 @@ std::vector<std::string> files_of(const FileSet& set) {
     }
   }
   if (files.empty()) throw WrongUse("there is no file");
-  const auto inputs = std::ranges::count(files, kStandardInput) + std::ranges::count(set.words, "@-");
+  const auto inputs = std::ranges::count(files, kStandardStream) + std::ranges::count(set.words, "@-");
   if (inputs > 1) throw WrongUse("standard input can be read once");
   return files;
 }
 
 std::string path_of(const std::string& file) {
-  if (file != kStandardInput) return file;
+  if (file != kStandardStream) return file;
   static const storage::Descriptor memory = kept_input();
   return "/proc/self/fd/" + std::to_string(memory.get());
 }

@@ -31,7 +31,7 @@ void print_dot(const SceneGraph& scene) {
   std::puts("}");
 }
 
-Json object_of(const std::string& file) {
+Json graph_object(const std::string& file) {
   Qis scene;
   const std::string error = open_quietly(file, scene);
   if (!error.empty()) return json_failure("graph", file, error);
@@ -46,12 +46,12 @@ Json object_of(const std::string& file) {
   return result;
 }
 
-struct Request {
+struct GraphRequest {
   FileSet files;
   bool dot = false, json = false;
 };
 
-void declare(CLI::App& line, Request& request) {
+void declare(CLI::App& line, GraphRequest& request) {
   take_files(line, request.files);
   line.add_flag("--dot", request.dot, "For Graphviz");
   take_json(line, request.json);
@@ -64,15 +64,15 @@ Outcome print_file(const std::string& file, bool dot) {
   return Outcome::well;
 }
 
-Outcome run(const Request& request) {
+Outcome run(const GraphRequest& request) {
   const auto files = files_of(request.files);
   if (request.dot && request.json) throw WrongUse("--dot and --json exclude each other");
   if (files.size() > 1 && !request.json) throw WrongUse("one FILE too many: " + files[1]);
   return for_each_file(files, request.files.jobs, [&](const std::string& file) -> Done {
-    return {request.json ? print_json(object_of(file)) : print_file(file, request.dot), {}};
+    return {request.json ? print_json(graph_object(file)) : print_file(file, request.dot), {}};
   });
 }
 
 }  // namespace
 
-Work graph(CLI::App& line) { return work(line, declare, run); }
+Work graph(CLI::App& line) { return work<GraphRequest>(line, declare, run); }

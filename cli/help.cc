@@ -6,15 +6,15 @@
 
 namespace {
 
-struct Request {
+struct HelpRequest {
   std::string command;
 };
 
-void declare(CLI::App& line, Request& request) {
+void declare(CLI::App& line, HelpRequest& request) {
   line.add_option("COMMAND", request.command, "The command to explain")->type_name("");
 }
 
-Outcome run(const Request& request) {
+Outcome run(const HelpRequest& request) {
   if (request.command.empty()) {
     print_help();
   } else {
@@ -25,4 +25,4 @@ Outcome run(const Request& request) {
 
 }  // namespace
 
-Work help(CLI::App& line) { return work(line, declare, run); }
+Work help(CLI::App& line) { return work<HelpRequest>(line, declare, run); }

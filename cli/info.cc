@@ -55,7 +55,7 @@ void print_names(const Qis& scene) {
     std::printf("name %zu %s\n", number++, printable(qiGetName(name)).c_str());
 }
 
-Json object_of(const std::string& file) {
+Json info_object(const std::string& file) {
   Qis scene;
   const std::string error = open_quietly(file, scene);
   if (!error.empty()) return json_failure("info", file, error);
@@ -70,12 +70,12 @@ Json object_of(const std::string& file) {
   return result;
 }
 
-struct Request {
+struct InfoRequest {
   FileSet files;
   bool json = false;
 };
 
-void declare(CLI::App& line, Request& request) {
+void declare(CLI::App& line, InfoRequest& request) {
   take_files(line, request.files);
   take_json(line, request.json);
 }
@@ -89,15 +89,15 @@ Outcome print_file(const std::string& file) {
   return Outcome::well;
 }
 
-Outcome run(const Request& request) {
+Outcome run(const InfoRequest& request) {
   return for_each_file(
       files_of(request.files), request.files.jobs,
       [&](const std::string& file) -> Done {
-        return {request.json ? print_json(object_of(file)) : print_file(file), {}};
+        return {request.json ? print_json(info_object(file)) : print_file(file), {}};
       },
       {}, request.json ? Headings::no : Headings::yes);
 }
 
 }  // namespace
 
-Work info(CLI::App& line) { return work(line, declare, run); }
+Work info(CLI::App& line) { return work<InfoRequest>(line, declare, run); }

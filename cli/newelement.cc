@@ -49,16 +49,16 @@ std::optional<std::int64_t> number_of(std::string_view word) {
   return number;
 }
 
-struct Request {
+struct NewElementRequest {
   const Element* element;
   Numbers numbers;
 };
 
-std::optional<Request> request_of(const std::vector<std::string>& words) {
+std::optional<NewElementRequest> request_of(const std::vector<std::string>& words) {
   if (words.empty()) return std::nullopt;
   const Element* const element = std::ranges::find(kElements, words.front(), &Element::word);
   if (element == std::end(kElements) || words.size() != 1 + element->numbers) return std::nullopt;
-  Request request{element, {}};
+  NewElementRequest request{element, {}};
   for (std::size_t i = 0; i < element->numbers; ++i) {
     std::string_view word = words[1 + i];
     constexpr std::string_view kShapeNode = "shape_";

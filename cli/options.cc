@@ -12,12 +12,12 @@
 
 namespace {
 
-struct Request {
+struct OptionsRequest {
   std::string file;
   bool json = false;
 };
 
-void declare(CLI::App& line, Request& request) {
+void declare(CLI::App& line, OptionsRequest& request) {
   line.add_option("FILE", request.file, "The options (default: your own, ~/.quilcnvops)")->type_name("");
   take_json(line, request.json);
 }
@@ -31,7 +31,7 @@ void for_each_text(Visit visit) {
   visit("cmd_quil2zex", std::string{cmd_quil2zex(line)});
 }
 
-Outcome run(const Request& request) {
+Outcome run(const OptionsRequest& request) {
   const std::string file = request.file.empty() ? options_path_in(options_home()) : request.file;
   if (!read_options_file(path_of(file))) {
     if (request.json) return print_json(json_failure("options", file, "can't be read"));
@@ -51,4 +51,4 @@ Outcome run(const Request& request) {
 
 }  // namespace
 
-Work options(CLI::App& line) { return work(line, declare, run); }
+Work options(CLI::App& line) { return work<OptionsRequest>(line, declare, run); }

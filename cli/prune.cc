@@ -21,4 +21,4 @@ Outcome run(const RemovalRequest& request) { return remove_from_files(request, f
 
 }  // namespace
 
-Work prune(CLI::App& line) { return work(line, take_removals, run); }
+Work prune(CLI::App& line) { return work<RemovalRequest>(line, take_removals, run); }

@@ -55,7 +55,7 @@ Outcome extract(const RecoveryStore& store, int number, const std::string& outpu
     std::fprintf(stderr, "quilscene: can't read copy %d\n", number);
     return false;
   };
-  if (output == "-") return copied_to(stdout) ? Outcome::well : Outcome::failed;
+  if (output == kStandardStream) return copied_to(stdout) ? Outcome::well : Outcome::failed;
   ReplacingFile file{output};
   if (file.stream() && !copied_to(file.stream())) return Outcome::failed;
   if (file.commit()) return Outcome::well;
@@ -63,13 +63,13 @@ Outcome extract(const RecoveryStore& store, int number, const std::string& outpu
   return Outcome::failed;
 }
 
-struct Request {
+struct RecoverRequest {
   std::optional<int> copy;
   std::string output;
   bool remove = false;
 };
 
-void declare(CLI::App& line, Request& request) {
+void declare(CLI::App& line, RecoverRequest& request) {
   line.add_option("N", request.copy, "The copy's number (default: list them)")
       ->check([](const std::string& word) {
         const std::string problem = no_whole_number(word);
@@ -81,7 +81,7 @@ void declare(CLI::App& line, Request& request) {
   line.add_flag("--remove", request.remove, "Forget the copy")->excludes(output);
 }
 
-Outcome run(const Request& request) {
+Outcome run(const RecoverRequest& request) {
   const RecoveryStore store;
   const bool extracts = !request.output.empty();
   if (!request.copy) {
@@ -95,4 +95,4 @@ Outcome run(const Request& request) {
 
 }  // namespace
 
-Work recover(CLI::App& line) { return work(line, declare, run); }
+Work recover(CLI::App& line) { return work<RecoverRequest>(line, declare, run); }

@@ -68,7 +68,7 @@ Laid laid_out(const SceneGraph& scene, const picture::Font& font) {
   return laid;
 }
 
-struct Request {
+struct RenderRequest {
   std::string file, page, format;
   std::vector<std::string> others;  ///< the picture; with a folder, further scenes
   std::optional<unsigned> size;
@@ -96,9 +96,7 @@ class TemporaryFolder {
   std::string path_;
 };
 
-constexpr const char* kStandardOutput = "-";
-
-void declare(CLI::App& line, Request& request) {
+void declare(CLI::App& line, RenderRequest& request) {
   take_file(line, request.file);
   line.add_option("OUT", request.others,
                   "The picture: ends in " + std::string(picture::kFormatNames) +
@@ -130,7 +128,7 @@ picture::Frame shrunk(picture::Frame frame, unsigned size) {
 /// The exporter's files replace others when they are complete, which standard output can't be.
 std::string export_to(const std::string& output, picture::FileFormat format,
                       const picture::ExportedPicture& picture, const picture::Paper* paper) {
-  if (output != kStandardOutput) return exportPicture(output, format, picture, paper);
+  if (output != kStandardStream) return exportPicture(output, format, picture, paper);
   const TemporaryFolder folder;
   const std::string file = folder.path() + "/picture";
   std::string problem = exportPicture(file, format, picture, paper);
@@ -147,7 +145,7 @@ struct Form {
   std::optional<unsigned> size;  ///< of a PNG, at most
 };
 
-Form form_of(const Request& request, const std::string& output) {
+Form form_of(const RenderRequest& request, const std::string& output) {
   const auto format = picture::formatOf(request.format.empty() ? output : "." + request.format);
   if (!format)
     throw WrongUse("the name of a picture ends in " + std::string(picture::kFormatNames) + ": " + output);
@@ -182,7 +180,7 @@ Outcome render_file(const std::string& file, const std::string& output, const Fo
 }
 
 /// A picture of each of many files, in a folder.
-Outcome render_files(const Request& request) {
+Outcome render_files(const RenderRequest& request) {
   if (request.format.empty()) throw WrongUse("with -C, --format is missing");
   const Form form = form_of(request, {});
   FileSet set = request.files;
@@ -197,7 +195,7 @@ Outcome render_files(const Request& request) {
   });
 }
 
-Outcome run(const Request& request) {
+Outcome run(const RenderRequest& request) {
   if (!request.target.folder.empty()) return render_files(request);
   if (request.others.empty()) throw WrongUse("an OUT is missing");
   if (request.others.size() > 1) throw WrongUse("one OUT too many: " + request.others[1]);
@@ -206,4 +204,4 @@ Outcome run(const Request& request) {
 
 }  // namespace
 
-Work render(CLI::App& line) { return work(line, declare, run); }
+Work render(CLI::App& line) { return work<RenderRequest>(line, declare, run); }

@@ -11,26 +11,26 @@
 
 namespace {
 
-struct Request {
+struct ResaveRequest {
   FileSet files;
   Target target;
   bool strict = false;
 };
 
-void declare(CLI::App& line, Request& request) {
+void declare(CLI::App& line, ResaveRequest& request) {
   take_files(line, request.files);
   take_target(line, request.target);
   line.add_flag("--strict", request.strict, "Write nothing when a save would not keep every byte");
 }
 
-Changed change(const Request& request, const Qis& scene) {
+Changed change(const ResaveRequest& request, const Qis& scene) {
   if (!request.strict || qi::tell_dropped_bytes(scene, request.target.mode, qi::print_message) == 0)
     return {Outcome::well, true};
   std::fprintf(stderr, "quilscene: nothing is written\n");
   return {Outcome::failed, false};
 }
 
-Outcome run(const Request& request) {
+Outcome run(const ResaveRequest& request) {
   const auto files = files_of(request.files);
   require_target(request.target, files);
   return for_each_file(files, request.files.jobs, [&](const std::string& file) -> Done {
@@ -40,4 +40,4 @@ Outcome run(const Request& request) {
 
 }  // namespace
 
-Work resave(CLI::App& line) { return work(line, declare, run); }
+Work resave(CLI::App& line) { return work<ResaveRequest>(line, declare, run); }

@@ -20,8 +20,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr const char* kStandardOutput = "-";
-
 /// Standard output as it was before what is printed was sent elsewhere; nothing while it is not.
 qi::File& results() {
   static qi::File stream;
@@ -34,7 +32,7 @@ bool is_same_file(const std::string& one, const std::string& other) {
 }
 
 int save(Qis& scene, const std::string& file, int mode) {
-  if (file != kStandardOutput) return mode == 1 ? qiSaveAsQb(scene, file) : qiSaveAsQb2(scene, file);
+  if (file != kStandardStream) return mode == 1 ? qiSaveAsQb(scene, file) : qiSaveAsQb2(scene, file);
   return results() && qiWriteScene(results().get(), scene, mode) == 1 && std::fflush(results().get()) == 0;
 }
 
@@ -91,7 +89,7 @@ void require_target(const Target& target, const std::vector<std::string>& files)
     throw WrongUse("one FILE too many: " + files[1] + " (-i and -C take many)");
   std::vector<std::string> written;
   for (const std::string& file : files) {
-    if (file == "-" && target.output.empty()) throw WrongUse("standard input can't be written");
+    if (file == kStandardStream && target.output.empty()) throw WrongUse("standard input can't be written");
     const auto path = fs::path(file);
     if (!target.folder.empty() && std::ranges::find(path, fs::path("..")) != path.end())
       throw WrongUse("a path with \"..\" leads out of the folder: " + file);
@@ -100,7 +98,7 @@ void require_target(const Target& target, const std::vector<std::string>& files)
   std::ranges::sort(written);
   const auto twice = std::ranges::adjacent_find(written);
   if (twice != written.end()) throw WrongUse("two files would be written to " + *twice);
-  if (target.output != kStandardOutput) return;
+  if (target.output != kStandardStream) return;
   std::fflush(stdout);
   results().reset(fdopen(dup(STDOUT_FILENO), "wb"));
   dup2(STDERR_FILENO, STDOUT_FILENO);

@@ -11,12 +11,12 @@ namespace {
 
 constexpr std::string_view kBlanks = " \t\r\n\v\f";
 
-struct Command {
+struct ScriptCommand {
   std::string_view word;
   Verb verb;
   std::size_t operands;  ///< the least, for `set` and `new`
 };
-constexpr Command kCommands[] = {
+constexpr ScriptCommand kCommands[] = {
     {"add", Verb::add, 2}, {"delete", Verb::remove, 2}, {"move", Verb::move, 4},   {"name", Verb::name, 2},
     {"set", Verb::set, 3}, {"new", Verb::create, 1},    {"image", Verb::image, 2}, {"copy", Verb::copy, 1}};
 
@@ -78,7 +78,7 @@ std::optional<ScriptLine> parse_script_line(const std::string& line) {
   std::string_view rest = line;
   const std::string_view first = next_word(rest);
   if (ends_line(first)) return ScriptLine{};
-  const Command* const command = std::ranges::find(kCommands, first, &Command::word);
+  const ScriptCommand* const command = std::ranges::find(kCommands, first, &ScriptCommand::word);
   if (command == std::end(kCommands)) return std::nullopt;
   ScriptLine parsed{.verb = command->verb, .operands = {}};
   if (parsed.verb == Verb::name || parsed.verb == Verb::image) {

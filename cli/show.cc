@@ -25,14 +25,14 @@
 
 namespace {
 
-struct Request {
+struct ShowRequest {
   std::string file;
   std::vector<std::string> nodes;
   FileSet files;
   bool all = false, json = false;
 };
 
-void declare(CLI::App& line, Request& request) {
+void declare(CLI::App& line, ShowRequest& request) {
   take_file(line, request.file);
   line.add_option("NODE", request.nodes, "As graph names them")->type_name("");
   line.add_flag(
@@ -177,7 +177,7 @@ void show_everything(Qis& scene, Printer& printer) {
   });
 }
 
-Outcome show_file(const Request& request, const std::string& file) {
+Outcome show_file(const ShowRequest& request, const std::string& file) {
   Qis scene;
   if (request.json) {
     const std::string error = open_quietly(file, scene);
@@ -196,7 +196,7 @@ Outcome show_file(const Request& request, const std::string& file) {
   return outcome;
 }
 
-Outcome run(const Request& request) {
+Outcome run(const ShowRequest& request) {
   if (!request.all) {
     if (request.nodes.empty()) throw WrongUse("a NODE is missing");
     if (request.files.folders || request.files.zeros || request.files.jobs != 0)
@@ -216,4 +216,4 @@ Outcome run(const Request& request) {
 
 }  // namespace
 
-Work show(CLI::App& line) { return work(line, declare, run); }
+Work show(CLI::App& line) { return work<ShowRequest>(line, declare, run); }

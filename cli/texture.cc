@@ -15,12 +15,12 @@
 
 namespace {
 
-struct Request {
+struct TextureRequest {
   std::string file, node, output, folder;
   std::size_t tile = 0;
 };
 
-void declare(CLI::App& line, Request& request) {
+void declare(CLI::App& line, TextureRequest& request) {
   take_file(line, request.file);
   auto* const node = line.add_option("NODE", request.node, "The texture: tex_0")->type_name("");
   auto* const output = take_output(line, request.output, "The PNG to write; - is standard output");
@@ -43,8 +43,8 @@ Outcome write_image(const Qis& scene, Word number, std::size_t tile, const std::
   TextureImage image;
   std::string problem = take_texture_image(scene, number, tile, image);
   if (problem.empty())
-    problem = output == "-" ? images::write_png(stdout, image.width, image.height, image.texels)
-                            : images::save_png(output, image.width, image.height, image.texels);
+    problem = output == kStandardStream ? images::write_png(stdout, image.width, image.height, image.texels)
+                                        : images::save_png(output, image.width, image.height, image.texels);
   return problem.empty() ? Outcome::well : complain(problem);
 }
 
@@ -64,7 +64,7 @@ Outcome write_all(const Qis& scene, const std::string& folder) {
   return outcome;
 }
 
-Outcome run(const Request& request) {
+Outcome run(const TextureRequest& request) {
   const bool all = !request.folder.empty();
   if (!all && request.node.empty()) throw WrongUse("a NODE is missing");
   if (!all && request.output.empty()) throw WrongUse("--output OUT is missing");
@@ -78,4 +78,4 @@ Outcome run(const Request& request) {
 
 }  // namespace
 
-Work texture(CLI::App& line) { return work(line, declare, run); }
+Work texture(CLI::App& line) { return work<TextureRequest>(line, declare, run); }

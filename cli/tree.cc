@@ -14,11 +14,11 @@
 
 namespace {
 
-struct Request {
+struct TreeRequest {
   std::string file;
 };
 
-void declare(CLI::App& line, Request& request) { take_file(line, request.file); }
+void declare(CLI::App& line, TreeRequest& request) { take_file(line, request.file); }
 
 /// Prints a graph node by node. What is below a node stands below it the first time that it comes.
 class Outline {
@@ -92,7 +92,7 @@ class Outline {
   Lines lines_;
 };
 
-Outcome run(const Request& request) {
+Outcome run(const TreeRequest& request) {
   Qis scene;
   if (!open_scene(request.file, scene)) return Outcome::failed;
   const SceneGraph graph = scene_graph(scene);
@@ -102,4 +102,4 @@ Outcome run(const Request& request) {
 
 }  // namespace
 
-Work tree(CLI::App& line) { return work(line, declare, run); }
+Work tree(CLI::App& line) { return work<TreeRequest>(line, declare, run); }

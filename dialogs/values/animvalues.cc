@@ -9,7 +9,7 @@
 namespace values {
 namespace {
 
-constexpr const char* kLines[] = {
+constexpr const char* kAnimLines[] = {
     "*titleLabel.labelString:\tAnim",
     "*dialogNameBase.labelString:\t",
     "*nodeNameLabel.labelString:Name:",
@@ -49,9 +49,6 @@ constexpr const char* kLines[] = {
     "*scale_c_classicBase.labelString:Classic Scale Constraint",
     "*scale_c_nodeLabel.labelString:",
 };
-
-using F = qi::Anim::Fixed;
-using Target = qi::AnimExt::Target;
 
 // What an animation drives itself, and the constraints for what it leaves free.
 enum Flag : Word {
@@ -115,7 +112,8 @@ struct AnimRows : Rows<qi::Anim> {
   }
 
   /// A constraint that is offered while the animation drives none of `driven` itself.
-  static Row constraint(const std::string& name, Word driven, Word bit, Target qi::AnimExt::Head::*target) {
+  static Row constraint(const std::string& name, Word driven, Word bit,
+                        qi::AnimExt::Target qi::AnimExt::Head::*target) {
     Row node = text(name + "_node", 5).shown_by([=](const qi::Anim& anim, Item& item) {
       if (flags(anim) & bit) item.set_value({.text = nodename((anim.ext->head.*target).node)});
     });
@@ -174,7 +172,7 @@ struct AnimRows : Rows<qi::Anim> {
 }  // namespace
 
 const Dialog& dialog_of(std::type_identity<qi::Anim>) {
-  static const RecordDialog<qi::Anim> dialog({.lines = kLines}, AnimRows::all());
+  static const RecordDialog<qi::Anim> dialog({.lines = kAnimLines}, AnimRows::all());
   return dialog;
 }
 

@@ -6,7 +6,7 @@
 namespace values {
 namespace {
 
-constexpr const char* kLines[] = {
+constexpr const char* kCamLines[] = {
     "*titleLabel.labelString:\tCam",
     "*dialogNameBase.labelString:\t",
     "*nodeNameLabel.labelString:Name:",
@@ -29,8 +29,6 @@ constexpr const char* kLines[] = {
     "*eyeLabel.labelString:\teye",
     "*upLabel.labelString:\tup",
 };
-
-using F = qi::Cam::Fixed;
 
 constexpr Word kPerspective = 0, kOrthographic = 1;
 
@@ -66,7 +64,7 @@ struct CamRows : Rows<qi::Cam> {
 }  // namespace
 
 const Dialog& dialog_of(std::type_identity<qi::Cam>) {
-  static const RecordDialog<qi::Cam> dialog({.lines = kLines, .traces_node_index = true}, CamRows::all());
+  static const RecordDialog<qi::Cam> dialog({.lines = kCamLines, .traces_node_index = true}, CamRows::all());
   return dialog;
 }
 

@@ -6,7 +6,7 @@
 namespace values {
 namespace {
 
-constexpr const char* kLines[] = {
+constexpr const char* kEnvLines[] = {
     "*titleLabel.labelString:\tEnv",
     "*dialogNameBase.labelString:\t",
     "*nodeNameLabel.labelString:Name:",
@@ -28,8 +28,6 @@ constexpr const char* kLines[] = {
     "*bg_depth_texLabel.labelString: USE Texture",
     "*bg_depth_indexLabel.labelString: ID# in TexList",
 };
-
-using F = qi::Env::Fixed;
 
 constexpr Word kFarthestFog = 1000;
 
@@ -73,7 +71,7 @@ struct EnvRows : Rows<qi::Env> {
 }  // namespace
 
 const Dialog& dialog_of(std::type_identity<qi::Env>) {
-  static const RecordDialog<qi::Env> dialog({.lines = kLines, .traces_node_index = true}, EnvRows::all());
+  static const RecordDialog<qi::Env> dialog({.lines = kEnvLines, .traces_node_index = true}, EnvRows::all());
   return dialog;
 }
 

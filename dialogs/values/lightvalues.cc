@@ -6,7 +6,7 @@
 namespace values {
 namespace {
 
-constexpr const char* kLines[] = {
+constexpr const char* kLightLines[] = {
     "*titleLabel.labelString:\tLight",
     "*dialogNameBase.labelString:\t",
     "*nodeNameLabel.labelString:Name:",
@@ -19,8 +19,6 @@ constexpr const char* kLines[] = {
     "*ambi_bLabel.labelString:  ambi_b",
     "*dir_light_numLabel.labelString:   number of dir/pos lights",
 };
-
-using F = qi::Light::Fixed;
 
 std::string light_count(const qi::Light& light) {
   return "number of dir/pos lights = " + std::to_string(light.fixed.sub_count);
@@ -47,7 +45,8 @@ struct LightRows : Rows<qi::Light> {
 }  // namespace
 
 const Dialog& dialog_of(std::type_identity<qi::Light>) {
-  static const RecordDialog<qi::Light> dialog({.lines = kLines, .traces_node_index = true}, LightRows::all());
+  static const RecordDialog<qi::Light> dialog({.lines = kLightLines, .traces_node_index = true},
+                                              LightRows::all());
   return dialog;
 }
 

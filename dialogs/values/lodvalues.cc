@@ -6,7 +6,7 @@
 namespace values {
 namespace {
 
-constexpr const char* kLines[] = {
+constexpr const char* kLodLines[] = {
     "*headerLabel.labelString:",
     "*nlodLabel.labelString:number of LOD Level of obj_100",
     "*lod_setLabel.labelString: upper is near, lower is far.",
@@ -65,7 +65,7 @@ struct LodRows : Rows<qi::Obj> {
 
 class LodDialog final : public RecordDialog<LevelsOfDetail> {
  public:
-  LodDialog() : RecordDialog({.lines = kLines}, LodRows::all()) {}
+  LodDialog() : RecordDialog({.lines = kLodLines}, LodRows::all()) {}
 
  protected:
   std::unique_ptr<Item> make_items(Qis& scene, Word number) const override {

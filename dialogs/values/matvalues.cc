@@ -7,7 +7,7 @@
 namespace values {
 namespace {
 
-constexpr const char* kLines[] = {
+constexpr const char* kMatLines[] = {
     "*titleLabel.labelString:\tMat",
     "*dialogNameBase.labelString:\t",
     "*nodeNameLabel.labelString:Name:",
@@ -72,15 +72,14 @@ constexpr const char* kLines[] = {
     "*usr_flag0Label.labelString: usr_flag0",
 };
 
-using F = qi::Mat::Fixed;
-using Ext = qi::MatExt::Head;
-
 void store_shade_type(qi::Mat& mat, const Item& shade, const Item& /*top*/) {
   const auto index = [&](const char* name) { return static_cast<Word>(option_at(shade, name)); };
   mat.fixed.shade_type = index("light") + 16 * index("shading") + 256 * index("use");
 }
 
 struct MatRows : Rows<qi::Mat> {
+  using Ext = qi::MatExt::Head;
+
   static Row shading(std::string name, std::vector<std::string> entries, Word shift) {
     return option(std::move(name), std::move(entries), &F::shade_type, 0xF, shift);
   }
@@ -180,7 +179,8 @@ struct MatRows : Rows<qi::Mat> {
 }  // namespace
 
 const Dialog& dialog_of(std::type_identity<qi::Mat>) {
-  static const RecordDialog<qi::Mat> dialog({.lines = kLines, .traced_call = "matChanged"}, MatRows::all());
+  static const RecordDialog<qi::Mat> dialog({.lines = kMatLines, .traced_call = "matChanged"},
+                                            MatRows::all());
   return dialog;
 }
 

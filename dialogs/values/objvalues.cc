@@ -7,7 +7,7 @@
 namespace values {
 namespace {
 
-constexpr const char* kLines[] = {
+constexpr const char* kObjLines[] = {
     "*titleLabel.labelString:\tObj",
     "*dialogNameBase.labelString:\t",
     "*nodeNameLabel.labelString:\tName:",
@@ -31,8 +31,6 @@ constexpr const char* kLines[] = {
     "*have_bdLabel.labelString:",
     "*bd_yesBase.labelString:Have Link_Billboard",
 };
-
-using F = qi::Obj::Fixed;
 
 /// A number that is 0 when the object has none; shown and entered in hexadecimal.
 constexpr ToggleOrNumber or_none(const char* group, const char* toggle, const char* text) {
@@ -83,7 +81,8 @@ struct ObjRows : Rows<qi::Obj> {
 }  // namespace
 
 const Dialog& dialog_of(std::type_identity<qi::Obj>) {
-  static const RecordDialog<qi::Obj> dialog({.lines = kLines, .traced_call = "objChanged"}, ObjRows::all());
+  static const RecordDialog<qi::Obj> dialog({.lines = kObjLines, .traced_call = "objChanged"},
+                                            ObjRows::all());
   return dialog;
 }
 

@@ -6,7 +6,7 @@
 namespace values {
 namespace {
 
-constexpr const char* kLines[] = {
+constexpr const char* kPartLines[] = {
     "*titleLabel.labelString:\tPart",
     "*dialogNameBase.labelString:\t",
     "*nodeNameLabel.labelString:Name:",
@@ -15,7 +15,7 @@ constexpr const char* kLines[] = {
 }  // namespace
 
 const Dialog& dialog_of(std::type_identity<qi::Part>) {
-  static const RecordDialog<qi::Part> dialog({.lines = kLines, .traces_node_index = true},
+  static const RecordDialog<qi::Part> dialog({.lines = kPartLines, .traces_node_index = true},
                                              {Rows<qi::Part>::title("part", &qi::Part::Fixed::name)});
   return dialog;
 }

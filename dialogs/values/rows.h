@@ -170,6 +170,7 @@ struct ToggleOrNumber {
 template <class R>
 struct Rows {
   using Row = values::Row<R>;
+  using F = typename R::Fixed;
 
   /// An item of a kind.
   static Row item(ItemKind kind, std::string name, Look look = {}) {

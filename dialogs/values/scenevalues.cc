@@ -6,15 +6,13 @@
 namespace values {
 namespace {
 
-constexpr const char* kLines[] = {
+constexpr const char* kSceneLines[] = {
     "*titleLabel.labelString:\tScene",  "*dialogNameBase.labelString:\t",
     "*nodeNameLabel.labelString:Name:", "*videoLabel.labelString:\tSCENE_CFG_VIDEO",
     "*ntscBase.labelString:\tNTSC",     "*palBase.labelString:\tPAL",
     "*mpalBase.labelString:\tMPAL",     "*gammaBase.labelString:\tGAMMA",
     "*ditherBase.labelString:\tDITHER", "*divotBase.labelString:\tDIVOT",
 };
-
-using F = qi::Scene::Fixed;
 
 void trace_video(const Item& toggle) {
   std::printf(" %s .\n", toggle.name().c_str());
@@ -37,8 +35,8 @@ struct SceneRows : Rows<qi::Scene> {
 }  // namespace
 
 const Dialog& dialog_of(std::type_identity<qi::Scene>) {
-  static const RecordDialog<qi::Scene> dialog({.lines = kLines, .traced_call = "sceneChanged"},
-                                              SceneRows::all(), {{&F::video, "cfg = %x\n"}});
+  static const RecordDialog<qi::Scene> dialog({.lines = kSceneLines, .traced_call = "sceneChanged"},
+                                              SceneRows::all(), {{&SceneRows::F::video, "cfg = %x\n"}});
   return dialog;
 }
 

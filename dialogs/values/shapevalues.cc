@@ -6,7 +6,7 @@
 namespace values {
 namespace {
 
-constexpr const char* kLines[] = {
+constexpr const char* kShapeLines[] = {
     "*titleLabel.labelString:\tShape",     "*dialogNameBase.labelString:\t",
     "*nodeNameLabel.labelString:Name:",    "*aliasLabel.labelString: ALIAS",
     "*aaBase.labelString:\t    ANTI",      "*raBase.labelString:\t    REDUCED",
@@ -14,8 +14,6 @@ constexpr const char* kLines[] = {
     "*frontBase.labelString:\tFRONT",      "*backBase.labelString:\tBACK",
     "*cullingLabel.labelString:\tCulling", "*vtxalphaBase.labelString:\tUse Vtx Alpha when using Fog",
 };
-
-using F = qi::Shape::Fixed;
 
 std::string geometry(const Qis& scene, const qi::Shape& shape) {
   const Word tag = has_ext(scene, shape) ? shape.ext->head.deformer_tag : 0;
@@ -45,8 +43,8 @@ struct ShapeRows : Rows<qi::Shape> {
 }  // namespace
 
 const Dialog& dialog_of(std::type_identity<qi::Shape>) {
-  static const RecordDialog<qi::Shape> dialog({.lines = kLines, .traced_call = "shapeChanged"},
-                                              ShapeRows::all(), {{&F::flags, "type = %x\n"}});
+  static const RecordDialog<qi::Shape> dialog({.lines = kShapeLines, .traced_call = "shapeChanged"},
+                                              ShapeRows::all(), {{&ShapeRows::F::flags, "type = %x\n"}});
   return dialog;
 }
 

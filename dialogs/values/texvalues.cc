@@ -6,7 +6,7 @@
 namespace values {
 namespace {
 
-constexpr const char* kLines[] = {
+constexpr const char* kTexLines[] = {
     "*titleLabel.labelString:\tTex",
     "*dialogNameBase.labelString:\t",
     "*nodeNameLabel.labelString:\tName:",
@@ -34,9 +34,6 @@ constexpr const char* kLines[] = {
     "*texfilterLabel.labelString: Texture Filter",
     "*persLabel.labelString: Perspective Correction",
 };
-
-using F = qi::Tex::Fixed;
-using Ext = qi::TexExt::Head;
 
 enum Form : Word { kI, kIA, kCI, kYUV, kRGB, kRGBA };
 enum Depth : Word { k4Bit = 0, k8Bit = 0x100, k16Bit = 0x200, k32Bit = 0x400 };
@@ -78,6 +75,8 @@ void trace_clamp_or_mirror(const Item& toggle) {
 }
 
 struct TexRows : Rows<qi::Tex> {
+  using Ext = qi::TexExt::Head;
+
   static std::vector<Row> all() {
     return {title("tex", &F::name),
             separator("sep1"),
@@ -113,10 +112,10 @@ struct TexRows : Rows<qi::Tex> {
 
 const Dialog& dialog_of(std::type_identity<qi::Tex>) {
   static const RecordDialog<qi::Tex> dialog(
-      {.lines = kLines, .traced_call = "texChanged", .traces_top = true}, TexRows::all(),
-      {{&F::tex_type, "tex_type = %x\n", correct_depth},
-       {&F::wrap_s, "wrap_s = %x\n"},
-       {&F::wrap_t, "wrap_t = %x\n"}});
+      {.lines = kTexLines, .traced_call = "texChanged", .traces_top = true}, TexRows::all(),
+      {{&TexRows::F::tex_type, "tex_type = %x\n", correct_depth},
+       {&TexRows::F::wrap_s, "wrap_s = %x\n"},
+       {&TexRows::F::wrap_t, "wrap_t = %x\n"}});
   return dialog;
 }
 
