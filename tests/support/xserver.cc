@@ -51,8 +51,10 @@ XServer::XServer(int depth, int width, int height) {
   const std::string screen =
       std::to_string(width) + "x" + std::to_string(height) + "x" + std::to_string(depth);
   Process::Start start;
-  start.command = {"Xvfb", "-displayfd", std::to_string(ends[1]), "-screen", "0", screen, "-nolisten",
-                   "tcp",  "-noreset"};
+  start.command = {"Xvfb",       "-displayfd", std::to_string(ends[1]),
+                   "-screen",    "0",          screen,
+                   "-nolisten",  "tcp",        "-noreset",
+                   "-extension", "GLX"};  // GLX would load a compiler of shaders
   start.kept_fd = ends[1];
   start.end_signal = SIGTERM;  // so that it removes its lock file
   process_.emplace(start);
