@@ -48,7 +48,8 @@ std::vector<std::string> environmentWith(std::map<std::string, std::string> chan
 /// Runs between vfork and exec, in the memory of the test. @returns only when something failed.
 void becomeProgram(const Process::Start& start, pid_t parent, char** arguments, char** environment) {
   setpgid(0, 0);
-  ::signal(SIGHUP, SIG_DFL);  // who runs the tests by nohup ignores it
+  for (const int number : {SIGHUP, SIGINT, SIGQUIT})
+    ::signal(number, SIG_DFL);  // tests that nohup or a script's & started ignore them
   prctl(PR_SET_PDEATHSIG, start.end_signal);
   if (getppid() != parent) _exit(1);  // the test died before the line above
   if (!start.directory.empty() && chdir(start.directory.c_str()) != 0) return;
