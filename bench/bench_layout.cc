@@ -178,6 +178,8 @@ constexpr Case kCases[] = {
     {100'000, 7, 1, false, false},
 };
 
+constexpr Size kNewSize{80, 26};  // of nodes that are added
+
 /// A picture that is edited arc by arc.
 class Edited {
  public:
@@ -186,6 +188,17 @@ class Edited {
     nodes_ = layout.nodes;
     for (std::size_t i = 0; i < arcs_.size(); ++i) {
       const auto bends = layout.bends.of(i);
+      bends_.emplace_back(bends.begin(), bends.end());
+    }
+  }
+
+  /// The tree of a compact picture.
+  Edited(const Graph& graph, const graphlayout::Compact& picture)
+      : sizes_(graph.sizes), nodes_(picture.layout.nodes) {
+    for (const std::uint32_t arc : picture.tree_arcs) {
+      if (arc == graphlayout::Compact::kNoArc) continue;
+      const auto bends = picture.layout.bends.of(arc);
+      arcs_.push_back(graph.arcs[arc]);
       bends_.emplace_back(bends.begin(), bends.end());
     }
   }
@@ -207,6 +220,40 @@ class Edited {
     bends_[gone] = std::move(bends_.back()), bends_.pop_back();
     return rearrange({});
   }
+  /// A new node below one that is there.
+  void add_child(std::uint32_t parent) {
+    const auto child = static_cast<std::uint32_t>(sizes_.size()),
+               arc = static_cast<std::uint32_t>(arcs_.size());
+    sizes_.push_back(kNewSize);
+    nodes_.push_back({std::nan(""), 0});
+    arcs_.push_back({parent, child});
+    bends_.emplace_back();
+    rearrange(std::span(&arc, 1), std::span(&child, 1));
+  }
+  /// The smallest rectangle that holds all nodes.
+  double area() const {
+    double width = 0, height = 0;
+    for (std::size_t v = 0; v < nodes_.size(); ++v) {
+      width = std::max(width, nodes_[v].x + sizes_[v].width);
+      height = std::max(height, nodes_[v].y + sizes_[v].height);
+    }
+    return width * height;
+  }
+  /// The length of all arcs, down and across.
+  double length() const {
+    double sum = 0;
+    for (std::size_t i = 0; i < arcs_.size(); ++i) {
+      const auto& [from, to] = arcs_[i];
+      Point last{nodes_[from].x, nodes_[from].y + sizes_[from].height};
+      const auto go = [&](const Point& next) {
+        sum += std::abs(next.x - last.x) + std::abs(next.y - last.y);
+        last = next;
+      };
+      for (const Point& bend : bends_[i]) go(bend);
+      go(nodes_[to]);
+    }
+    return sum;
+  }
   /// Crossings, against those of a fresh layout.
   double crossings_ratio() const {
     const graphlayout::Layout fresh = graphlayout::layout(sizes_, arcs_);
@@ -225,7 +272,7 @@ class Edited {
     }
     return flat;
   }
-  Edit rearrange(std::span<const std::uint32_t> added) {
+  Edit rearrange(std::span<const std::uint32_t> added, std::span<const std::uint32_t> new_nodes = {}) {
     const Bends before = bends();
     // Of some runs the shortest: the longest of many arcs shall not be what else the machine does.
     Edit edit{HUGE_VAL, 0};
@@ -233,7 +280,7 @@ class Edited {
     constexpr int kRuns = 3;
     for (int run = 0; run < kRuns; ++run) {
       const auto start = std::chrono::steady_clock::now();
-      changes = graphlayout::rearrange(sizes_, arcs_, {nodes_, before, {}, added, {}});
+      changes = graphlayout::rearrange(sizes_, arcs_, {nodes_, before, new_nodes, added, {}});
       edit.seconds = std::min(edit.seconds, seconds_since(start));
     }
     std::size_t far = 0;
@@ -322,6 +369,28 @@ void measure_compact(std::uint32_t node_count, double limit) {
   std::fflush(stdout);
 }
 
+/// What becomes of a compact picture that nodes are added to, half of them below one node.
+void measure_compact_edits(std::uint32_t node_count) {
+  constexpr double kLimit = 1.3;
+  Graph graph = make_graph(node_count);
+  Edited edited(graph, graphlayout::compact(graph.sizes, graph.arcs));
+  Random random(node_count);
+  const std::uint32_t popular = random.below(node_count);
+  std::printf("compact, %u nodes, against a fresh picture\n", node_count);
+  for (int i = 1; i <= 200; ++i) {
+    const std::uint32_t parent = random.chance(50) ? popular : random.below(node_count);
+    graph.arcs.push_back({parent, static_cast<std::uint32_t>(graph.sizes.size())});
+    graph.sizes.push_back(kNewSize);
+    edited.add_child(parent);
+    if (i != 20 && i != 50 && i != 200) continue;
+    const Edited fresh(graph, graphlayout::compact(graph.sizes, graph.arcs));
+    const std::string nodes = std::to_string(i) + " nodes added: ";
+    print((nodes + "area").c_str(), edited.area() / fresh.area(), "x", kLimit);
+    print((nodes + "length of lines").c_str(), edited.length() / fresh.length(), "x", kLimit);
+  }
+  std::fflush(stdout);
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -336,6 +405,7 @@ int main(int argc, char** argv) {
   }
   for (const auto& [nodes, limit] : {std::pair{300u, 5.0}, {1'000u, 5.0}, {10'000u, 5.0}, {100'000u, 100.0}})
     measure_compact(nodes, limit);
+  for (const std::uint32_t nodes : {600u, 1'000u, 10'000u}) measure_compact_edits(nodes);
   for (const EditCase& limits : kEditCases) measure_edits(limits);
   constexpr double kCrossingsLimit = 0.7;  // of dot's
   for (const Case& c : kCases) {
