@@ -109,4 +109,13 @@ TEST_F(Overview, ShowsWhereNodesAre) {
   EXPECT_TRUE(hasPixelNear(graph_, onMap(0.5, 0.5), patch));
 }
 
+TEST_F(Overview, TheWordForEditingIsWhereGraphsHaveRoom) {
+  editMode(true);
+  SgGraphUpdate(graph_);
+  const Pixel green = resource<Pixel>(graph_, SgNtargetColor);
+  const SgRectangle view = SgGraphViewport(graph_);
+  EXPECT_EQ(pixelAt(graph_, {view.width - 8, 8}), green);
+  EXPECT_NE(pixelAt(graph_, {8, 8}), green) << "the first node is near";
+}
+
 }  // namespace

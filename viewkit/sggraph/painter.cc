@@ -73,8 +73,9 @@ void Painter::showMode(std::string_view mode, const picture::Frame& frame, const
   constexpr int kFrame = 5, kPadding = 6;  // pixels
   for (int i = 2; i < kFrame; ++i) surface_.drawRectangle(frame.window().grownBy(-i), inks.target);
   surface_.setTextZoom(1);
-  const SgRectangle tag{kFrame, kFrame, surface_.textWidth(mode) + 2 * kPadding,
-                        surface_.textHeight() + kPadding};
+  // Graphs begin at the left or in the middle.
+  const double width = surface_.textWidth(mode) + 2 * kPadding;
+  const SgRectangle tag{frame.width - kFrame - width, kFrame, width, surface_.textHeight() + kPadding};
   surface_.fillBoxes({&tag, 1}, inks.target);
   surface_.drawText(tag.middle(), mode, picture::kWhite);
 }
