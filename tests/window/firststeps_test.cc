@@ -44,6 +44,14 @@ TEST_F(EmptyCanvas, SaysWhatCanBeDoneUntilThereIsANode) {
   EXPECT_GT(colorsInTheMiddle(), 1u);
 }
 
+TEST_F(EmptyCanvas, TheListOfKeysIsAsWideAsItsLongestLine) {
+  press("F1");
+  editor_.await("keysDialog/text");
+  const WidgetInfo bar = editor_.await("keysDialog/HorScrollBar");
+  EXPECT_EQ(editor_.resource(bar, "sliderSize"), editor_.resource(bar, "maximum")) << "nothing to scroll to";
+  EXPECT_LE(editor_.await("keysDialog").box.width, 1000) << "it has room on a screen of 1024 pixels";
+}
+
 class NamedAtTheStart : public EditorTest {
  protected:
   /// Another editor beside the first, started with these arguments.
