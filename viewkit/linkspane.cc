@@ -59,6 +59,10 @@ LinksPane::LinksPane(const char* name, VkGraph& graph) : VkComponent(name), grap
                 nullptr);
   XtVaSetValues(children_.label, XmNtopAttachment, XmATTACH_POSITION, XmNtopPosition, 1, nullptr);
   XtVaSetValues(XtParent(children_.list), XmNbottomAttachment, XmATTACH_FORM, nullptr);
+  constexpr int kLinesWide = 17;  // at least: large letters need more room
+  XmRenderTable fonts = nullptr;
+  XtVaGetValues(label_, XmNrenderTable, &fonts, nullptr);
+  setWidth(std::max(width(), kLinesWide * XmStringHeight(fonts, viewkit::xmString("Links").get())));
   XtAddCallback(graph.graphWidget(), SgNcontentsCallback, contentsCallback, this);
   update();
 }

@@ -18,6 +18,7 @@ using testing::StartsWith;
 
 class Links : public EditorTest {
  protected:
+  explicit Links(support::Program::Start how = {}) : EditorTest(24, std::move(how)) {}
   void showLinks() { editor_.chooseMenu({"View", "Links"}); }
   bool isShown() {
     return editor_.find([](const WidgetInfo& w) { return w.isAt("links") && w.viewable; }).has_value();
@@ -190,6 +191,16 @@ TEST_F(Links, AreAsLongAsAListCanShow) {
   editor_.settle();
   expectRows("children", testing::SizeIs(1001));
   EXPECT_THAT(editor_.await("children").text, testing::ContainsRegex("\nand 190[0-9]+ more\n"));
+}
+
+class LinksInLargeLetters : public Links {
+ protected:
+  LinksInLargeLetters() : Links({.executable = {}, .arguments = {"-xrm", "Xft.dpi: 192"}}) {}
+};
+
+TEST_F(LinksInLargeLetters, HaveMoreRoom) {
+  showLinks();
+  EXPECT_GT(editor_.await("links").box.width, 450);
 }
 
 TEST_F(Links, TheNextRunHasThePaneWithItsWidth) {
