@@ -498,13 +498,20 @@ std::vector<VkGraph::ArcEnds> VkGraph::arcs() const {
   return arcs;
 }
 
+std::vector<VkNode*> VkGraph::displayed() const {
+  std::vector<VkNode*> nodes;
+  for (const auto& node : nodes_)
+    if (node->baseWidget() && XtIsManaged(node->baseWidget())) nodes.push_back(node.get());
+  return nodes;
+}
+
 GraphPicture VkGraph::picture() const {
   GraphPicture picture;
+  picture.nodes = displayed();
   picture.numberOf.assign(nodes_.size(), GraphPicture::kHidden);
-  for (const auto& node : nodes_) {
-    if (!node->baseWidget() || !XtIsManaged(node->baseWidget())) continue;
-    picture.numberOf[node->number_] = static_cast<std::uint32_t>(picture.nodes.size());
-    picture.nodes.push_back(node.get());
+  for (std::uint32_t i = 0; i < picture.nodes.size(); ++i) {
+    const VkNode* const node = picture.nodes[i];
+    picture.numberOf[node->number_] = i;
     const SgRectangle bounds = SgGraphNodeBounds(node->baseWidget());
     picture.sizes.push_back({bounds.width, bounds.height});
     picture.positions.push_back({bounds.x, bounds.y});
@@ -818,7 +825,7 @@ VkNode* VkGraph::seen(VkNode* node) const { return folds_->face(node); }
 
 template <class Change>
 void VkGraph::inOpenPicture(bool afresh, Change&& change) const {
-  if (folds_->areClosed()) folds_->open(graph_, picture().nodes);
+  if (folds_->areClosed()) folds_->open(graph_, displayed());
   change();
   if (folds_->any())
     folds_->close(graph_, picture(), compact_, afresh);

@@ -308,6 +308,7 @@ class VkGraph : public VkComponent, private VkGraphContents {
   };
   std::vector<ArcEnds> arcs() const;
   void unhide(const std::vector<VkNode*>& nodes);
+  std::vector<VkNode*> displayed() const;
   GraphPicture picture() const;
   void placeAll(const GraphPicture& picture);
   void placeWithin(const VkPlaces& places);
