@@ -112,21 +112,16 @@ Stubs stubsBetween(const SgRectangle& from, const SgRectangle& to) {
   return {{start, along(start, end, kStubLength)}, {along(end, start, kStubLength), end}};
 }
 
-std::vector<SgPoint> stubOf(std::span<const SgPoint> path) {
-  std::vector<SgPoint> stub;
+PathEnd::PathEnd(std::span<const SgPoint> path, bool atEnd) {
   double left = kStubLength;
-  for (const SgPoint& point : path) {
-    const double step = stub.empty() ? 0 : distance(stub.back(), point);
-    if (step > left) {
-      const double part = left / step;
-      const SgPoint last = stub.back();
-      stub.push_back({last.x + part * (point.x - last.x), last.y + part * (point.y - last.y)});
-      break;
-    }
+  for (std::size_t i = 0; i < path.size() && size_ < points_.size() && left > 0; ++i) {
+    const SgPoint next = path[atEnd ? path.size() - 1 - i : i];
+    const SgPoint last = size_ == 0 ? next : points_[size_ - 1];
+    const double step = distance(last, next), part = step > left ? left / step : 1;
+    points_[size_++] = {last.x + part * (next.x - last.x), last.y + part * (next.y - last.y)};
     left -= step;
-    stub.push_back(point);
   }
-  return stub;
+  if (atEnd) std::reverse(points_.begin(), points_.begin() + static_cast<std::ptrdiff_t>(size_));
 }
 
 std::vector<SgPoint> loopPath(const SgRectangle& box, std::size_t number) {

@@ -43,8 +43,17 @@ struct Stubs {
   std::array<SgPoint, 2> child;   ///< to the child's edge, coming from the parent
 };
 Stubs stubsBetween(const SgRectangle& from, const SgRectangle& to);
-/// The first stretch of a path, as long as a stub or all of it, from its beginning on.
-std::vector<SgPoint> stubOf(std::span<const SgPoint> path);
+/// A stretch of a path that is as long as a stub, or less: at most so many points.
+class PathEnd {
+ public:
+  /// @param atEnd  the last stretch, else the first; both in the path's direction.
+  PathEnd(std::span<const SgPoint> path, bool atEnd);
+  std::span<const SgPoint> points() const { return {points_.data(), size_}; }
+
+ private:
+  std::array<SgPoint, 5> points_;
+  std::size_t size_ = 0;
+};
 
 /// The loop of a node to itself; `number` from 0, each larger than the one before.
 std::vector<SgPoint> loopPath(const SgRectangle& box, std::size_t number);

@@ -2,7 +2,6 @@
 /// The picture of a graph on its plane: boxes, arcs between them, and what lies where.
 #pragma once
 
-#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -163,12 +162,9 @@ class Drawing {
     if (!inStubs(arc, detail)) {
       visit(path(arc), true);
     } else if (isSquare(arc) && !isRedirected(arc)) {
-      // Others share these lines: their ends are seen where they run.
-      const std::span<const SgPoint> whole = path(arc);
-      visit(std::span<const SgPoint>(stubOf(whole)), false);
-      std::vector<SgPoint> end = stubOf(std::vector<SgPoint>(whole.rbegin(), whole.rend()));
-      std::ranges::reverse(end);
-      visit(std::span<const SgPoint>(end), true);
+      // Others share these lines: their ends are seen where they run. That at the child is more its own.
+      visit(PathEnd(path(arc), true).points(), true);
+      visit(PathEnd(path(arc), false).points(), false);
     } else if (detail.stubs) {
       const Stubs stubs = stubsBetween(box(drawnFrom(arc)), box(drawnTo(arc)));
       if (arcs_[arc].stubOut) visit(std::span<const SgPoint>(stubs.parent), false);

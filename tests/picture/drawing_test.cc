@@ -484,8 +484,8 @@ TEST_F(Picture, OfLongLinesAtRightAnglesTheEndsAreSeenWhereTheyRun) {
     const double x = drawing.box(child).middle().x, bottom = drawing.box(parent).bottom();
     drawing.setBends(arc, std::array{SgPoint{6, 990}, SgPoint{x, 990}});
     EXPECT_THAT(pieces(arc, window),
-                ElementsAre(ElementsAre(SgPoint{6, bottom}, SgPoint{6, bottom + 40}),
-                            ElementsAre(SgPoint{x - 30, 990}, SgPoint{x, 990}, SgPoint{x, 1000})));
+                ElementsAre(ElementsAre(SgPoint{x - 30, 990}, SgPoint{x, 990}, SgPoint{x, 1000}),
+                            ElementsAre(SgPoint{6, bottom}, SgPoint{6, bottom + 40})));
     const std::vector<std::vector<SgPoint>> whole = pieces(arc, {});
     EXPECT_THAT(whole, ElementsAre(testing::SizeIs(4)));
     EXPECT_EQ(pieces(arc, afar), whole) << "a line among lines";
