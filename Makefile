@@ -19,7 +19,7 @@ pictures: ## take the guide's pictures of the window and the dialogs anew
 	cmake --preset release -DQUIL_TESTS=ON
 	cmake --build --preset release --target docpictures make_samples
 	build/release/samples/make_samples build/release/scenes
-	build/release/samples/make_samples --objects 830 build/release/scenes
+	build/release/samples/make_samples --objects 8300 build/release/scenes
 	build/release/tests/support/docpictures build/release/scenes docs/pictures
 format:   ## format every C++ file
 	scripts/install-packages test

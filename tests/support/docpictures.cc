@@ -120,6 +120,14 @@ class Camera {
   void takeCity() {
     editor_.open(scenes_ / "city.quil");
     take("mainWindow", "compact");
+    for (const char* const node : {"obj_584", "obj_585", "obj_586", "obj_587", "obj_588"}) {
+      goTo(node);
+      editor_.key("minus");
+    }
+    deselect();
+    editor_.key("Home");
+    take("mainWindow", "compact-folded");
+    editor_.chooseMenu({"View", "Expand All"});
     editor_.click("strip/zoomFit");
     take("mainWindow", "compact-fit");
   }
