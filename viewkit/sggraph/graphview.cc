@@ -23,8 +23,7 @@ constexpr int kScrollStep = 40;           // pixels per click on a scroll bar's 
 constexpr unsigned long kFrameTime = 15;  // milliseconds between the frames of a glide
 
 /// A label is shown in one line.
-std::string labelText(XmString label) {
-  std::string text = viewkit::plainText(label);
+std::string oneLine(std::string text) {
   std::ranges::replace(text, '\n', ' ');
   return text;
 }
@@ -120,10 +119,10 @@ void GraphView::nodeGone(SgNodeObject node) {
 void GraphView::nodeLooksChanged(SgNodeObject node) {
   const NodeId id = node->node.id;
   NodeLook& look = looks_[id];
-  // A string that was set just now is the caller's, to be copied; otherwise it is the copy made before.
+  // A string that was set just now is the caller's, to be copied; otherwise it is the copy made before. Where
+  // none was set, the node shows its name, of which a string is made only for who asks: a million take long.
   if (node->node.labelString != labels_[id].get() || !labels_[id]) {
-    labels_[id].reset(node->node.labelString ? XmStringCopy(node->node.labelString)
-                                             : XmStringCreateLocalized(names_[id].data()));
+    labels_[id].reset(node->node.labelString ? XmStringCopy(node->node.labelString) : nullptr);
     node->node.labelString = labels_[id].get();
     setLabel(id);
   }
@@ -140,7 +139,8 @@ void GraphView::nodeLooksChanged(SgNodeObject node) {
 
 void GraphView::setLabel(NodeId node) {
   const std::size_t folded = drawing_.countFolded(node);
-  looks_[node].label = labelText(labels_[node].get()) + (folded == 0 ? "" : " +" + std::to_string(folded));
+  looks_[node].label = oneLine(labels_[node] ? viewkit::plainText(labels_[node].get()) : names_[node]);
+  if (folded > 0) looks_[node].label += " +" + std::to_string(folded);
 }
 
 void GraphView::measure(NodeId node) {

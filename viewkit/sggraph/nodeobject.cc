@@ -41,9 +41,11 @@ Boolean setNodeValues(Widget, Widget, Widget widget, ArgList, Cardinal*) noexcep
 
 /// Callers own compound strings that they ask for.
 void getNodeValues(Widget widget, ArgList args, Cardinal* count) noexcept {
+  const XmString label = nodeOf(widget)->node.labelString;
   for (Cardinal i = 0; i < *count; ++i)
-    if (std::string_view(args[i].name) == XmNlabelString && nodeOf(widget)->node.labelString)
-      *reinterpret_cast<XmString*>(args[i].value) = XmStringCopy(nodeOf(widget)->node.labelString);
+    if (std::string_view(args[i].name) == XmNlabelString)
+      *reinterpret_cast<XmString*>(args[i].value) =
+          label ? XmStringCopy(label) : XmStringCreateLocalized(name(SgNodeName(widget)));
 }
 
 XtResource kNodeResources[] = {
