@@ -137,7 +137,7 @@ std::unique_ptr<Qis> made_scene(unsigned seed) {
     case 4:
       return std::make_unique<Qis>(samples::arm());
     case 5:
-      return std::make_unique<Qis>(samples::city(count * 10, 1000));
+      return std::make_unique<Qis>(samples::city(count * 10, 0));
     case 6:
       return built_version1_scene(count);
     default:

@@ -33,16 +33,20 @@ int run_edit(std::string& printed, Edit edit) {
   return answer;
 }
 
-/// The arcs of the current scene, as text, sorted; and every size word: what no refused edit may change.
+/// The arcs of the current scene, as text, sorted.
+using Arcs = std::multiset<std::string>;
+inline Arcs arcs() {
+  Arcs arcs;
+  const SceneGraph graph = scene_graph(*qis);
+  for (const auto& [parent, child] : graph.arcs)
+    arcs.insert(graph.nodes[parent].name + " " + graph.nodes[child].name);
+  return arcs;
+}
+
+/// With every size word: what no refused edit may change.
 struct Snapshot {
-  std::multiset<std::string> arcs;
+  Arcs arcs;
   SizeWords sizes;
   friend bool operator==(const Snapshot&, const Snapshot&) = default;
 };
-inline Snapshot snapshot() {
-  Snapshot now{{}, size_words(*qis)};
-  const SceneGraph graph = scene_graph(*qis);
-  for (const auto& [parent, child] : graph.arcs)
-    now.arcs.insert(graph.nodes[parent].name + " " + graph.nodes[child].name);
-  return now;
-}
+inline Snapshot snapshot() { return {arcs(), size_words(*qis)}; }

@@ -308,10 +308,10 @@ TEST_P(Links, ADanglingChildCanChangeIntoOneThatExists) {
 TEST_P(Links, TheirParentCanChange) {
   ASSERT_EQ(run_edit(printed_, [&] { return quilAddLink(GetParam().other_parent, child(4)); }), 1);
   const auto other = std::string(GetParam().other_parent) + " " + child(4);
-  ASSERT_TRUE(snapshot().arcs.contains(other));
+  ASSERT_TRUE(arcs().contains(other));
   EXPECT_EQ(move_parent(GetParam().other_parent, GetParam().parent, 4), 1);
   EXPECT_THAT(held(), ElementsAre(4));
-  EXPECT_FALSE(snapshot().arcs.contains(other));
+  EXPECT_FALSE(arcs().contains(other));
 }
 
 TEST_P(Links, ADanglingChildCanNotChangeItsParent) {

@@ -19,8 +19,6 @@
 
 namespace {
 
-using Arcs = std::multiset<std::string>;
-
 /// Runs random edits on the current scene and checks what each did to the arcs and sizes.
 class RandomScript {
  public:
@@ -52,7 +50,7 @@ class RandomScript {
         if (made && drawn) expected.erase(expected.find(parent + " " + child));
         SCOPED_TRACE("delete " + parent + " " + child);
         if (drawn || !made) {
-          EXPECT_EQ(snapshot().arcs, expected);
+          EXPECT_EQ(arcs(), expected);
         }
         return checked(made, before);
       }
@@ -61,7 +59,7 @@ class RandomScript {
       default: {
         const std::string node = make_.any_node(*qis);
         const int made = name_node(*qis, node, make_.text());
-        EXPECT_EQ(snapshot().arcs, before.arcs) << "name " << node;
+        EXPECT_EQ(arcs(), before.arcs) << "name " << node;
         return checked(made, before);
       }
     }
@@ -81,7 +79,7 @@ class RandomScript {
     } else if (made) {
       expected.insert(arc);
     }
-    EXPECT_EQ(snapshot().arcs, expected);
+    EXPECT_EQ(arcs(), expected);
     return checked(made, before);
   }
 
@@ -97,7 +95,7 @@ class RandomScript {
       return quilModifyLink(op, oc, np, nc);
     });
     EXPECT_EQ(made == 1, reason.empty()) << reason;
-    const Arcs after = snapshot().arcs;
+    const Arcs after = arcs();
     if (made) {
       EXPECT_TRUE(after.contains(new_parent + " " + new_child));
       if (repeated) ++repeats_;
