@@ -20,7 +20,7 @@ constexpr char kColor0[] = "cc_g.cc_quil.quil_color_type0";
 #define IN_FOG0(button) "cc_g_fog.cc_kavo.kavo_color_type0." button
 #define IN_FOG1(button) "cc_g_fog.cc_kavo.kavo_color_type1." button
 
-const Rule kMat[] = {
+const Rule kMatRules[] = {
     {"MatPrimitiveColourAloneRewritesShadeTypeAndCombiner",
      "mat_1",
      {{5, 0xFFFFF212}, {6, 0xFFE0FFE1}, {8, 0}, {kExt + 13, kUnset}},
@@ -178,7 +178,7 @@ const Rule kMat[] = {
      {{14, 0xff}, {15, 0x10}, {21, 0}}},
 };
 
-INSTANTIATE_TEST_SUITE_P(Values, MatRule, testing::ValuesIn(kMat), CaseName());
+INSTANTIATE_TEST_SUITE_P(Values, MatRule, testing::ValuesIn(kMatRules), CaseName());
 
 std::unique_ptr<Item> panel(ItemKind kind, const std::vector<int>& values) {
   auto group = std::make_unique<Item>(ItemKind::group, "panel");

@@ -9,7 +9,7 @@ using values::Item;
 
 TEST_P(DialogRule, Holds) { check(); }
 
-const Rule kSceneEnvCamLight[] = {
+const Rule kSceneEnvCamLightRules[] = {
     {"SceneMpalGammaDivotIs16",
      "scene_0",
      {{3, 0}},
@@ -109,7 +109,7 @@ constexpr char kSw[] = "render.render_pri.render_pri_sw", kOpt[] = "render.rende
                kCycle[] = "render.render_pri_g.render_cycle_type",
                kFogType0[] = "renderfog.render_pri_g.render_type0";
 
-const Rule kObjLod[] = {
+const Rule kObjLodRules[] = {
     {"ObjXluSurfWithKavogbi",
      "obj_1",
      {{9, 0x00D00000}},
@@ -216,7 +216,7 @@ const Rule kObjLod[] = {
     {"ObjJunkGroupIsZero", "obj_1", {}, {}, {{"group.groupid", "group"}}, {{6, 0}}},
 };
 
-const Rule kShapePart[] = {
+const Rule kShapePartRules[] = {
     {"ShapeAntiAliasingIsTestedBeforeReduced",
      "shape_1",
      {{4, 0x3}},
@@ -246,7 +246,7 @@ const Rule kShapePart[] = {
     {"ShapeLinksToNothing", "shape_1", {{5, kUnset}}, {{"kind", "link to TriGroup[-1]"}}, {}, {}},
 };
 
-const Rule kTex[] = {
+const Rule kTexRules[] = {
     {"TexCIOf16BitBecomes8BitInTheRecordAlone",
      "tex_1",
      {},
@@ -322,7 +322,7 @@ const Rule kTex[] = {
      {{kExt + 1, 0}}},
 };
 
-const Rule kAnim[] = {
+const Rule kAnimRules[] = {
     {"AnimEndlessStaysEndless",
      "anim_1",
      {{8, 0}},
@@ -416,19 +416,19 @@ const Rule kAnim[] = {
     {"AnimWithoutChannelsSaysSo", "anim_1", {{kExt, 0}}, {{"quil2.no_use", "No use QUIL2"}}, {}, {}},
 };
 
-const Rule kSkeleton[] = {
+const Rule kSkeletonRules[] = {
     {"JointTypeWithPrefix", "joint_1", {}, {}, {{"title.type", "0x2f"}}, {{4, 0x2f}}},
     {"JointTypeWithoutPrefix", "joint_1", {{4, 0}}, {{"title.type", "0"}}, {{"title.type", "1f"}}, {{4, 31}}},
     {"JointTypeWithoutDigitsIsZero", "joint_1", {}, {}, {{"title.type", "hinge"}}, {{4, 0}}},
     {"EffectorTypeWithoutDigitsIsZero", "effector_1", {}, {}, {{"title.type", ""}}, {{4, 0}}},
 };
 
-INSTANTIATE_TEST_SUITE_P(SceneEnvCamLight, DialogRule, testing::ValuesIn(kSceneEnvCamLight), CaseName());
-INSTANTIATE_TEST_SUITE_P(ObjLod, DialogRule, testing::ValuesIn(kObjLod), CaseName());
-INSTANTIATE_TEST_SUITE_P(ShapePart, DialogRule, testing::ValuesIn(kShapePart), CaseName());
-INSTANTIATE_TEST_SUITE_P(Tex, DialogRule, testing::ValuesIn(kTex), CaseName());
-INSTANTIATE_TEST_SUITE_P(Anim, DialogRule, testing::ValuesIn(kAnim), CaseName());
-INSTANTIATE_TEST_SUITE_P(Skeleton, DialogRule, testing::ValuesIn(kSkeleton), CaseName());
+INSTANTIATE_TEST_SUITE_P(SceneEnvCamLight, DialogRule, testing::ValuesIn(kSceneEnvCamLightRules), CaseName());
+INSTANTIATE_TEST_SUITE_P(ObjLod, DialogRule, testing::ValuesIn(kObjLodRules), CaseName());
+INSTANTIATE_TEST_SUITE_P(ShapePart, DialogRule, testing::ValuesIn(kShapePartRules), CaseName());
+INSTANTIATE_TEST_SUITE_P(Tex, DialogRule, testing::ValuesIn(kTexRules), CaseName());
+INSTANTIATE_TEST_SUITE_P(Anim, DialogRule, testing::ValuesIn(kAnimRules), CaseName());
+INSTANTIATE_TEST_SUITE_P(Skeleton, DialogRule, testing::ValuesIn(kSkeletonRules), CaseName());
 
 TEST_F(ValuesTest, RenderModesAreActivatedByThePriorityWord) {
   qis->obj_list.records[1].fixed.render.pri = 0x00D00000;
