@@ -2,14 +2,11 @@
 /// The scene files of tests/data, and the lists of what is in them.
 #pragma once
 
-#include <fstream>
+#include <cstddef>
 #include <map>
-#include <nlohmann/json.hpp>
 #include <string>
 #include <utility>
 #include <vector>
-
-#include "tests/support/places.h"
 
 /// What a scene of tests/data holds, as its .json tells it.
 struct SharedScene {
@@ -27,15 +24,4 @@ inline const char* const kSharedScenes[] = {"tiny_v1",  "tiny_v2",         "robo
                                             "skeleton", "absent_lists_v1", "absent_lists_v2"};
 
 /// Reads the .json of one scene. Throws when it can't be read.
-inline SharedScene shared_scene(const std::string& name) {
-  const std::string base = support::data_file(name).string();
-  const auto json = nlohmann::json::parse(std::ifstream(base + ".json"));
-  return {name,
-          base + ".quil",
-          json.at("version"),
-          json.at("bytes"),
-          json.at("counts"),
-          json.at("names"),
-          json.at("nodes"),
-          json.at("arcs")};
-}
+SharedScene shared_scene(const std::string& name);

@@ -1,0 +1,22 @@
+/// @file
+/// Reading what the .json beside a scene file says. (The only place of these tests that takes a JSON library in, which is
+/// long to compile.)
+#include "tests/support/shared_scenes.h"
+
+#include <fstream>
+#include <nlohmann/json.hpp>
+
+#include "tests/support/places.h"
+
+SharedScene shared_scene(const std::string& name) {
+  const std::string base = support::data_file(name).string();
+  const auto json = nlohmann::json::parse(std::ifstream(base + ".json"));
+  return {name,
+          base + ".quil",
+          json.at("version"),
+          json.at("bytes"),
+          json.at("counts"),
+          json.at("names"),
+          json.at("nodes"),
+          json.at("arcs")};
+}
