@@ -60,6 +60,7 @@ void Drawing::removeNode(NodeId node) {
     for (const NodeId member : members.mapped()) takeOver(member, kNone);
   if (nodes_[node].into != kNone) std::erase(folds_[nodes_[node].into], node);
   showNode(node, false);
+  nodeIndex_.remove(node);
   if (nodes_[node].selected) selectedNodes_.erase(nodes_[node].selected);
   freeSlot(nodes_[node]);
   freeNodes_.push_back(node);
@@ -101,10 +102,7 @@ void Drawing::updateShown(NodeId node) {
   if (changed.shown == shown) return;
   changed.shown = shown;
   extentsStale_ = true;
-  if (shown)
-    nodeIndex_.put(node, changed.box);
-  else
-    nodeIndex_.remove(node);
+  if (shown) nodeIndex_.put(node, changed.box);
   makeArcsStale(node);
   stubsStale_ = true;
 }
@@ -246,6 +244,7 @@ bool Drawing::inStubs(ArcId arc, const ArcDetail& detail) const {
 
 std::span<const SgPoint> Drawing::path(ArcId arc) const {
   bringUpToDate();
+  if (!arcs_[arc].shown) return {};
   return arcs_[arc].path;
 }
 
@@ -294,7 +293,7 @@ const std::vector<Block>& Drawing::blocks() const {
 
 NodeId Drawing::nodeAt(SgPoint point) const {
   NodeId top = kNone;
-  nodeIndex_.visit({point.x, point.y, 0, 0}, [&](NodeId node) {
+  visitNodes({point.x, point.y, 0, 0}, [&](NodeId node) {
     if (nodes_[node].box.contains(point) && (top == kNone || node > top)) top = node;
   });
   return top;
@@ -408,16 +407,14 @@ void Drawing::bringUpToDate() const {
   for (const ArcId arc : staleArcs_) {
     if (!arcs_[arc].stale) continue;
     arcs_[arc].stale = false;
+    arcs_[arc].shown = arcShown(arc);
+    if (!arcs_[arc].shown) continue;
     computePath(arc);
     arcs_[arc].length = pathLength(arcs_[arc].path);
     stubsStale_ = stubsStale_ || (arcs_[arc].length > stubsFor_) != arcs_[arc].partial;
-    const bool shown = arcShown(arc), stubbed = isStubbed(arc);
-    for (BoxIndex* const index : {&arcIndex_, &stubbedIndex_}) {
-      if (shown && stubbed == (index == &stubbedIndex_))
-        index->put(arc, boundsOf(arcs_[arc].path));
-      else
-        index->remove(arc);
-    }
+    const bool stubbed = isStubbed(arc);
+    (stubbed ? stubbedIndex_ : arcIndex_).put(arc, boundsOf(arcs_[arc].path));
+    (stubbed ? arcIndex_ : stubbedIndex_).remove(arc);
   }
   staleArcs_.clear();
 }

@@ -143,7 +143,8 @@ class Drawing {
   ArcStyle arcStyle(ArcId arc) const { return arcs_[arc].style; }
   /// Whether it runs in right angles.
   bool isSquare(ArcId arc) const { return isSquare(arcs_[arc]); }
-  /// The points that the arc is drawn through when it is drawn as a whole, valid until the next change.
+  /// The points that the arc is drawn through when it is drawn as a whole, valid until the next change; none
+  /// while it isn't shown.
   std::span<const SgPoint> path(ArcId arc) const;
   /// Whether only the ends of the arc are drawn: not while it is selected, or a node of its is. A folded node
   /// may have thousands that are not its own: selecting it doesn't count for these.
@@ -191,7 +192,9 @@ class Drawing {
   const SgRectangle& extents() const;
   template <class Visit>
   void visitNodes(const SgRectangle& area, Visit&& visit) const {
-    nodeIndex_.visit(area, visit);
+    nodeIndex_.visit(area, [&](NodeId node) {
+      if (shown(node)) visit(node);
+    });
   }
   /// Visits arcs whose bounds touch the area, which they may miss all the same; of those that are in stubs
   /// whatever the detail, the ones with a stub near it. Each once. @param detail  that they are looked at
@@ -199,11 +202,14 @@ class Drawing {
   template <class Visit>
   void visitArcs(const SgRectangle& area, Visit&& visit, const ArcDetail& detail = {}) const {
     bringUpToDate(detail.longest);
-    arcIndex_.visit(area, visit);
+    const auto visitShown = [&](ArcId arc) {
+      if (arcs_[arc].shown) visit(arc);
+    };
+    arcIndex_.visit(area, visitShown);
     // In a large picture thousands of arcs lead over any place, and next to none has its end there.
     constexpr std::size_t kFewSelected = 1000;
     if (selectedNodes_.size() + selectedArcs_.size() > kFewSelected) {
-      stubbedIndex_.visit(area, visit);
+      stubbedIndex_.visit(area, visitShown);
       return;
     }
     const SgRectangle near = area.grownBy(kStubLength);
@@ -217,11 +223,11 @@ class Drawing {
       }
     });
     for (const auto& [order, arc] : selectedArcs_)
-      if (stubbedIndex_.touches(arc, area)) visit(arc);
+      if (stubbedIndex_.touches(arc, area)) visitShown(arc);
     for (const auto& [order, node] : selectedNodes_)
       visitArcsOf(node, [&](ArcId arc) {
         const bool seenAlready = arcSelected(arc) || (nodeSelected(from(arc)) && node != from(arc));
-        if (!seenAlready && stubbedIndex_.touches(arc, area)) visit(arc);
+        if (!seenAlready && stubbedIndex_.touches(arc, area)) visitShown(arc);
       });
   }
   /// What right-angled arcs hold together; linear after a change.
@@ -267,6 +273,7 @@ class Drawing {
     mutable std::vector<SgPoint> path;
     mutable double length = 0;                   // of `path`
     mutable bool stale = false;                  // `path` isn't right any more
+    mutable bool shown = false;                  // what `arcShown` said then; if it wasn't, `path` is older
     mutable bool partial = false;                // too long to be whole when stubs were chosen
     mutable bool stubOut = true, stubIn = true;  // which of its stubs are drawn when it is in stubs
   };
@@ -311,6 +318,8 @@ class Drawing {
   std::unordered_map<std::uint64_t, Pair> pairs_;
   std::vector<NodeId> hidden_;
   std::unordered_map<NodeId, std::vector<NodeId>> folds_;  // by the node that stands for them
+  // What is hidden again stays in the indices, for hiding most of a large picture, and showing it as it was,
+  // is to cost little: whoever visits these skips it.
   BoxIndex nodeIndex_;
   std::map<std::uint64_t, NodeId> selectedNodes_;
   std::map<std::uint64_t, ArcId> selectedArcs_;
@@ -321,7 +330,7 @@ class Drawing {
   // Computed when somebody asks, which changes nothing that can be seen from outside.
   mutable std::vector<ArcId> staleArcs_;
   mutable std::vector<std::uint64_t> stalePairs_;
-  mutable BoxIndex arcIndex_, stubbedIndex_;  // each arc that is shown is in one, by its whole path
+  mutable BoxIndex arcIndex_, stubbedIndex_;  // each arc that was shown is in one, by its whole path
   mutable SgRectangle extents_;
   mutable bool extentsStale_ = false;
   mutable std::vector<Block> blocks_;

@@ -287,7 +287,10 @@ TEST_F(Picture, WhateverIsDrawnInAnAreaIsVisitedOnce) {
       const SgRectangle area{1.0 * random.below(6000), 1.0 * random.below(6000), 300, 300};
       std::map<ArcId, int> visits;
       drawing.visitArcs(area, [&](ArcId arc) { ++visits[arc]; });
-      for (const auto& [arc, count] : visits) EXPECT_EQ(count, 1) << arc;
+      for (const auto& [arc, count] : visits) {
+        EXPECT_EQ(count, 1) << arc;
+        EXPECT_TRUE(drawing.arcShown(arc)) << arc;
+      }
       for (const ArcId arc : arcs) {
         if (!drawing.arcShown(arc)) continue;
         drawing.visitPieces(arc, {}, [&](std::span<const SgPoint> piece, bool) {
@@ -299,6 +302,8 @@ TEST_F(Picture, WhateverIsDrawnInAnAreaIsVisitedOnce) {
       }
     }
   };
+  look();
+  for (std::size_t i = 20; i < 80; ++i) drawing.hideNode(nodes[i]);
   look();
   for (std::size_t i = 0; i < 120; i += 5) drawing.selectNode(nodes[i]);
   for (std::size_t i = 0; i < 1200; i += 7) drawing.selectArc(arcs[i]);
@@ -418,6 +423,31 @@ TEST_F(Picture, HiddenNodesAndTheirArcsAreNotSeenButCounted) {
   EXPECT_TRUE(drawing.arcShown(toRight));
   EXPECT_EQ(drawing.extents(), all);
   EXPECT_EQ(drawing.hiddenArcs(parent).out, 0u);
+}
+
+TEST_F(Picture, WhatChangesWhileItIsHiddenIsFoundWhereItIsThen) {
+  const NodeId moved = node(0, 0), removed = node(300, 0), parent = node(0, 600);
+  const ArcId arc = drawing.addArc(parent, moved);
+  drawing.addArc(parent, removed);
+  EXPECT_EQ(drawing.arcAt(middleOf(arc), 5), arc);
+  const SgPoint before = middleOf(arc);
+  drawing.hideNode(moved);
+  drawing.hideNode(removed);
+  EXPECT_THAT(drawing.path(arc), IsEmpty());
+  EXPECT_EQ(drawing.arcAt(before, 5), kNone);
+  drawing.moveNode(moved, {900, 0});
+  drawing.resizeNode(moved, 80, 30);
+  drawing.removeNode(removed);
+  drawing.unfoldAll();
+  EXPECT_EQ(drawing.nodeAt({5, 5}), kNone);
+  EXPECT_EQ(drawing.nodeAt({975, 25}), moved);
+  EXPECT_EQ(drawing.nodeAt({305, 5}), kNone);
+  EXPECT_EQ(drawing.arcAt(before, 5), kNone);
+  EXPECT_EQ(drawing.arcAt(middleOf(arc), 5), arc);
+  // What takes the removed one's place is nowhere before it is shown.
+  const NodeId next = drawing.addNode();
+  EXPECT_EQ(next, removed);
+  EXPECT_EQ(drawing.nodeAt({305, 5}), kNone);
 }
 
 TEST_F(Picture, OnlyAFewStubsOfANodeAreDrawnAndTheOthersCounted) {

@@ -219,7 +219,8 @@ void SgGraphSetArcStyle(Widget graph, SgArc arc, SgArcStyle style);
 SgArcStyle SgGraphArcStyle(Widget graph, SgArc arc);
 /// The inner points that it was given, as far as no node at its end has moved since.
 std::vector<SgPoint> SgGraphArcBends(Widget graph, SgArc arc);
-/// The points an arc is drawn through, on the plane, from the edge of one node to that of the other.
+/// The points an arc is drawn through, on the plane, from the edge of one node to that of the other; none
+/// while it is not shown.
 std::vector<SgPoint> SgGraphArcPath(Widget graph, SgArc arc);
 /// All arcs from `from` to `to`, in the order of SgGraphArcs.
 std::vector<SgArc> SgGraphArcsBetween(Widget graph, Widget from, Widget to);
