@@ -27,6 +27,7 @@ constexpr double kNameZoom = 0.9;        // of the names of what is large, where
 constexpr double kNameShare = 2;         // times the width of its name, something is large
 constexpr double kNameAway = 3;          // window units from the edge of the window, at least
 constexpr std::size_t kMostNames = 60;
+constexpr std::size_t kMostNamesTried = 10 * kMostNames;  // many have no room
 constexpr double kDetailZoom = 0.3;  // below it arcs that are seen better from near are left out
 constexpr double kShortestLine = 6;  // window units: what such a right-angled arc's lines measure at least
 constexpr double kVeryFarZoom = 0.1, kShortestVeryFar = 40;  // the same where thousands are in view
@@ -320,7 +321,8 @@ class Painting {
     if (fits > 0) surface_.drawText(box.middle(), shortened(fits), color);
   }
 
-  /// Names the nodes that stand at the head of the largest areas, so that one knows where one is.
+  /// Names the selected nodes, so that one sees what was found, and the nodes that stand at the head of the
+  /// largest areas, so that one knows where one is.
   void drawNames() {
     struct Name {
       double area, width;  // of what the node and its children cover
@@ -338,24 +340,45 @@ class Painting {
     const auto larger = [](const Name& a, const Name& b) {
       return a.area != b.area ? a.area > b.area : a.node < b.node;
     };
-    // Many will have no room.
-    const auto end = names.begin() + static_cast<std::ptrdiff_t>(std::min(names.size(), 10 * kMostNames));
+    const auto end = names.begin() + static_cast<std::ptrdiff_t>(std::min(names.size(), kMostNamesTried));
     std::ranges::partial_sort(names, end, larger);
     surface_.setTextZoom(kNameZoom);
     std::vector<SgRectangle> taken;
-    for (auto name = names.begin(); name != end && taken.size() < kMostNames; ++name) {
-      const SgPoint middle = frame_.toWindow(boxOf(name->node)).middle();
-      const std::string& text = looks_[name->node].label;
-      const double width = surface_.textWidth(text) + 4, height = surface_.textHeight();
-      const SgRectangle box = inFrame({middle.x - width / 2, middle.y - height / 2, width, height});
-      if (name->width * frame_.zoom < kNameShare * width) continue;
-      if (std::ranges::any_of(taken, [&](const SgRectangle& other) { return other.touches(box); })) continue;
-      taken.push_back(box);
-      const Color tint = looks_[name->node].tint;
-      surface_.fillInside(box, tint);
-      surface_.outlineBox(box, inks_.border, 1);
-      surface_.drawText(box.middle(), text, textOn(tint));
+    for (const NodeId node : selectedInView(kMostNamesTried)) drawName(node, taken);
+    for (auto name = names.begin(); name != end; ++name)
+      if (name->width * frame_.zoom >= kNameShare * nameBox(name->node).width) drawName(name->node, taken);
+  }
+
+  /// The first that were selected, at most that many.
+  std::vector<NodeId> selectedInView(std::size_t most) const {
+    std::vector<NodeId> found;
+    if (!manner_.selection) return found;
+    for (const auto& [order, node] : drawing_.selectedNodes()) {
+      if (found.size() == most) break;
+      if (drawing_.shown(node) && boxOf(node).touches(frame_.visible())) found.push_back(node);
     }
+    return found;
+  }
+
+  SgRectangle nameBox(NodeId node) const {
+    const SgPoint middle = frame_.toWindow(boxOf(node)).middle();
+    const double width = surface_.textWidth(looks_[node].label) + 4, height = surface_.textHeight();
+    return inFrame({middle.x - width / 2, middle.y - height / 2, width, height});
+  }
+
+  /// Draws the node's name where no other one is in `taken`, as far as these aren't too many.
+  void drawName(NodeId node, std::vector<SgRectangle>& taken) {
+    if (taken.size() == kMostNames) return;
+    const SgRectangle box = nameBox(node);
+    if (std::ranges::any_of(taken, [&](const SgRectangle& other) { return other.touches(box); })) return;
+    taken.push_back(box);
+    const Color tint = looks_[node].tint;
+    surface_.fillInside(box, tint);
+    if (selected(node))
+      surface_.outlineBox(box, inks_.selection, 2);
+    else
+      surface_.outlineBox(box, inks_.border, 1);
+    surface_.drawText(box.middle(), looks_[node].label, textOn(tint));
   }
 
   /// The box as near as it can be to where it is without being cut off.

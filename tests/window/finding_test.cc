@@ -3,6 +3,7 @@
 #include "qilib/opensave.h"
 #include "samples/scenes.h"
 #include "tests/window/editorfixture.h"
+#include "tests/window/screen.h"
 
 namespace {
 
@@ -58,6 +59,30 @@ TEST_F(Finding, ARecordIsFoundByItsName) {
   EXPECT_EQ(editor_.await("strip/find").text, "");
   EXPECT_TRUE(editor_.graphWidget().focused);
   EXPECT_FALSE(editor_.find([](const WidgetInfo& w) { return w.isAt("findCount") && w.viewable; }));
+}
+
+TEST_F(Finding, WhatIsFoundIsNamedInAPictureTooSmallForNames) {
+  openHarbour();
+  editor_.click("strip/zoomOut");
+  while (editor_.graph().zoom >= 0.4) editor_.click("strip/zoomOut");
+  const support::Box node = editor_.graph().node("mat_3").box;
+  const auto pixel = [&](const Picture& screen, int x, int y) {
+    return screen.pixels[static_cast<std::size_t>(y * screen.width + x)];
+  };
+  const Picture before = pictureOf(server_.display());
+  const unsigned long tint = pixel(before, node.centre().x, node.centre().y);
+  const auto tintedBesideIt = [&](const Picture& screen) {
+    int count = 0;
+    for (int y = node.y; y < node.y + node.height; ++y)
+      for (int x = node.x - 8; x < node.x - 2; ++x) count += pixel(screen, x, y) == tint;
+    return count;
+  };
+  EXPECT_EQ(tintedBesideIt(before), 0);
+  find("mat_3");
+  ASSERT_THAT(selected(), ElementsAre("mat_3"));
+  ASSERT_EQ(editor_.graph().node("mat_3").box.centre(), node.centre()) << "was in sight";
+  editor_.settle();
+  EXPECT_GT(tintedBesideIt(pictureOf(server_.display())), 3 * node.height);
 }
 
 TEST_F(Finding, KindsAreAFilterAndAnotherSceneClearsTheField) {
