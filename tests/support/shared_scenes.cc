@@ -1,6 +1,6 @@
 /// @file
-/// Reading what the .json beside a scene file says. (The only place of these tests that takes a JSON library
-/// in, which is long to compile.)
+/// Reading what the .json beside a scene file says: here and not in the header, for a JSON library takes long
+/// to compile.
 #include "tests/support/shared_scenes.h"
 
 #include <fstream>
