@@ -1,5 +1,7 @@
 /// @file
 /// Finding records by their names, and seeing them.
+#include <algorithm>
+
 #include "qilib/opensave.h"
 #include "samples/scenes.h"
 #include "tests/window/editorfixture.h"
@@ -83,6 +85,32 @@ TEST_F(Finding, WhatIsFoundIsNamedInAPictureTooSmallForNames) {
   ASSERT_EQ(editor_.graph().node("mat_3").box.centre(), node.centre()) << "was in sight";
   editor_.settle();
   EXPECT_GT(tintedBesideIt(pictureOf(server_.display())), 3 * node.height);
+}
+
+TEST_F(Finding, ZoomingInKeepsWhatWasFoundInSight) {
+  openHarbour();
+  editor_.click("strip/zoomFit");
+  const auto all = editor_.graph();
+  const auto left = std::ranges::min(all.nodes, {}, [](const auto& node) { return node.box.x; });
+  const auto right = std::ranges::max(all.nodes, {}, [](const auto& node) { return node.box.x; });
+  const support::Box canvas = editor_.graphWidget().box;
+  const auto inSight = [&](const std::string& name) {
+    const support::Box box = editor_.graph().node(name).box;
+    return box.x >= canvas.x && box.x + box.width <= canvas.x + canvas.width && box.y >= canvas.y &&
+           box.y + box.height <= canvas.y + canvas.height;
+  };
+  for (const std::string& name : {left.name, right.name}) {
+    editor_.click("strip/zoomFit");
+    find(name);
+    ASSERT_THAT(selected(), ElementsAre(name));
+    ASSERT_LT(editor_.graph().zoom, 1);
+    editor_.click("strip/zoom100");
+    EXPECT_EQ(editor_.graph().zoom, 1);
+    EXPECT_TRUE(inSight(name)) << name;
+    EXPECT_FALSE(inSight(name == left.name ? right.name : left.name));
+    for (int step = 0; step < 3; ++step) editor_.click("strip/zoomIn");
+    EXPECT_TRUE(inSight(name)) << name;
+  }
 }
 
 TEST_F(Finding, KindsAreAFilterAndAnotherSceneClearsTheField) {

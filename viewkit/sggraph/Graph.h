@@ -293,7 +293,8 @@ bool SgGraphFoldHandle(Widget node, SgPoint* handle);
 /// @name The view
 /// @{
 double SgGraphZoom(Widget graph);
-/// Zooms, held within SgMinZoom and SgMaxZoom, around the middle of the window.
+/// Zooms, held within SgMinZoom and SgMaxZoom, around the one of the selected nodes in sight that was
+/// selected last, which stays in sight; without one around the middle of the window.
 void SgGraphSetZoom(Widget graph, double zoom);
 /// Shows everything, never larger than 100 %, in the middle of the view.
 void SgGraphZoomToFit(Widget graph);

@@ -285,10 +285,7 @@ double SgGraphZoom(Widget graph) {
 }
 
 void SgGraphSetZoom(Widget graph, double zoom) {
-  if (GraphView* view = sggraph::viewOf(graph))
-    view->changeViewport([=](Viewport& port) {
-      port.zoomAround(zoom, {port.width() / 2, port.height() / 2});
-    });
+  if (GraphView* view = sggraph::viewOf(graph)) view->zoom(zoom);
 }
 
 void SgGraphZoomToFit(Widget graph) {

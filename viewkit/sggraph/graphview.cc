@@ -501,13 +501,30 @@ OverlayInks GraphView::overlayInks() {
 }
 
 void GraphView::reveal(NodeId node) {
+  changeViewport([&](Viewport&) { bringIntoView(node); });
+}
+
+void GraphView::zoom(double zoom) {
   changeViewport([&](Viewport& view) {
-    const SgRectangle& box = drawing_.box(node);
-    view.reveal(box);
-    const std::optional<Map> over = map();
-    if (over && over->box.touches(view.toWindow(box)))
-      view.scrollTo(box.middle(), {view.width() / 2, view.height() / 2});
+    const auto& chosen = drawing_.selectedNodes();
+    const auto last = std::find_if(chosen.rbegin(), chosen.rend(), [&](const auto& entry) {
+      return drawing_.shown(entry.second) && drawing_.box(entry.second).touches(view.visible());
+    });
+    if (last == chosen.rend()) {
+      view.zoomAround(zoom, {view.width() / 2, view.height() / 2});
+      return;
+    }
+    view.zoomAround(zoom, view.toWindow(drawing_.box(last->second).middle()));
+    bringIntoView(last->second);
   });
+}
+
+void GraphView::bringIntoView(NodeId node) {
+  const SgRectangle& box = drawing_.box(node);
+  viewport_.reveal(box);
+  const std::optional<Map> over = map();
+  if (over && over->box.touches(viewport_.toWindow(box)))
+    viewport_.scrollTo(box.middle(), {viewport_.width() / 2, viewport_.height() / 2});
 }
 
 std::optional<Map> GraphView::map() const {

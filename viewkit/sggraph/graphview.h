@@ -114,6 +114,9 @@ class GraphView : private GraphContents {
   /// Scrolls as little as needed to show the node where the map doesn't lie over it; to the middle where that
   /// is not enough.
   void reveal(NodeId node);
+  /// Zooms around the node that was selected last, if it is in sight, and keeps it there; else around the
+  /// middle.
+  void zoom(double zoom);
 
   /// @name Nodes
   /// @{
@@ -225,6 +228,8 @@ class GraphView : private GraphContents {
   void bringUpToDate();
   /// What is seen has changed: paints when the program is idle.
   void changed();
+  /// What `reveal` does with the viewport.
+  void bringIntoView(NodeId node);
   /// The same picture is seen in another way.
   void viewChanged();
   /// Only what lies over the picture has changed.
