@@ -122,6 +122,11 @@ class Camera {
     take("mainWindow", "compact");
     editor_.click("strip/zoomFit");
     take("mainWindow", "compact-fit");
+    type("mat_16");
+    editor_.driver().key("Return", {"Control_L"});
+    take("mainWindow", "found");
+    editor_.driver().key("Escape");
+    deselect();
     editor_.key("0");
     for (const char* const node : {"obj_584", "obj_585", "obj_586", "obj_587", "obj_588"}) {
       goTo(node);
@@ -162,7 +167,8 @@ class Camera {
  private:
   static support::Program::Start started(std::string geometry) {
     support::Program::Start start{.executable = {},
-                                  .arguments = {"-xrm", "quileditor.trueColorTextures: True"}};
+                                  .arguments = {"-xrm", "quileditor.trueColorTextures: True", "-xrm",
+                                                "quileditor*glide: False"}};  // nothing is on its way
     if (!geometry.empty()) start.arguments.insert(start.arguments.end(), {"-geometry", std::move(geometry)});
     return start;
   }
@@ -170,12 +176,16 @@ class Camera {
   void openHarbour() { editor_.open(scenes_ / "harbour.quil"); }
   /// None is paler than the others then.
   void deselect() { editor_.key("Escape"); }
-  /// Finds a node, and selects it.
-  void goTo(const std::string& node) {
+  /// Writes into the find field.
+  void type(const std::string& text) {
     editor_.settle();
     editor_.key("f", {"Control_L"});
     editor_.awaitAt("strip/find", [](const support::WidgetInfo& w) { return w.focused; });
-    editor_.driver().type(node);
+    editor_.driver().type(text);
+  }
+  /// Finds a node, and selects it.
+  void goTo(const std::string& node) {
+    type(node);
     editor_.driver().key("Escape");
     editor_.settle();
   }
