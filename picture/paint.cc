@@ -344,18 +344,20 @@ class Painting {
     std::ranges::partial_sort(names, end, larger);
     surface_.setTextZoom(kNameZoom);
     std::vector<SgRectangle> taken;
-    for (const NodeId node : selectedInView(kMostNamesTried)) drawName(node, taken);
-    for (auto name = names.begin(); name != end; ++name)
-      if (name->width * frame_.zoom >= kNameShare * nameBox(name->node).width) drawName(name->node, taken);
+    for (const NodeId node : fewSelectedInView()) drawName(node, taken);
+    std::size_t left = kMostNames;
+    for (auto name = names.begin(); name != end && left > 0; ++name)
+      if (name->width * frame_.zoom >= kNameShare * nameBox(name->node).width && drawName(name->node, taken))
+        --left;
   }
 
-  /// The first that were selected, at most that many.
-  std::vector<NodeId> selectedInView(std::size_t most) const {
+  /// None where so many are selected that names would tell nothing.
+  std::vector<NodeId> fewSelectedInView() const {
     std::vector<NodeId> found;
     if (!manner_.selection) return found;
     for (const auto& [order, node] : drawing_.selectedNodes()) {
-      if (found.size() == most) break;
       if (drawing_.shown(node) && boxOf(node).touches(frame_.visible())) found.push_back(node);
+      if (found.size() > kMostNamesTried) return {};
     }
     return found;
   }
@@ -366,11 +368,11 @@ class Painting {
     return inFrame({middle.x - width / 2, middle.y - height / 2, width, height});
   }
 
-  /// Draws the node's name where no other one is in `taken`, as far as these aren't too many.
-  void drawName(NodeId node, std::vector<SgRectangle>& taken) {
-    if (taken.size() == kMostNames) return;
+  /// Draws the node's name unless another one, of `taken`, is there. @returns whether it did
+  bool drawName(NodeId node, std::vector<SgRectangle>& taken) {
     const SgRectangle box = nameBox(node);
-    if (std::ranges::any_of(taken, [&](const SgRectangle& other) { return other.touches(box); })) return;
+    if (std::ranges::any_of(taken, [&](const SgRectangle& other) { return other.touches(box); }))
+      return false;
     taken.push_back(box);
     const Color tint = looks_[node].tint;
     surface_.fillInside(box, tint);
@@ -379,6 +381,7 @@ class Painting {
     else
       surface_.outlineBox(box, inks_.border, 1);
     surface_.drawText(box.middle(), looks_[node].label, textOn(tint));
+    return true;
   }
 
   /// The box as near as it can be to where it is without being cut off.
