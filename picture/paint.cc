@@ -344,11 +344,12 @@ class Painting {
     std::ranges::partial_sort(names, end, larger);
     surface_.setTextZoom(kNameZoom);
     std::vector<SgRectangle> taken;
-    for (const NodeId node : fewSelectedInView()) drawName(node, taken);
+    for (const NodeId node : fewSelectedInView()) drawName(node, nameBox(node), taken);
     std::size_t left = kMostNames;
-    for (auto name = names.begin(); name != end && left > 0; ++name)
-      if (name->width * frame_.zoom >= kNameShare * nameBox(name->node).width && drawName(name->node, taken))
-        --left;
+    for (auto name = names.begin(); name != end && left > 0; ++name) {
+      const SgRectangle box = nameBox(name->node);
+      if (name->width * frame_.zoom >= kNameShare * box.width && drawName(name->node, box, taken)) --left;
+    }
   }
 
   /// None where so many are selected that names would tell nothing.
@@ -368,9 +369,8 @@ class Painting {
     return inFrame({middle.x - width / 2, middle.y - height / 2, width, height});
   }
 
-  /// Draws the node's name unless another one, of `taken`, is there. @returns whether it did
-  bool drawName(NodeId node, std::vector<SgRectangle>& taken) {
-    const SgRectangle box = nameBox(node);
+  /// Draws the node's name in its box unless another one, of `taken`, is there. @returns whether it did
+  bool drawName(NodeId node, const SgRectangle& box, std::vector<SgRectangle>& taken) {
     if (std::ranges::any_of(taken, [&](const SgRectangle& other) { return other.touches(box); }))
       return false;
     taken.push_back(box);

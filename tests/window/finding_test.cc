@@ -87,6 +87,25 @@ TEST_F(Finding, WhatIsFoundIsNamedInAPictureTooSmallForNames) {
   EXPECT_GT(tintedBesideIt(pictureOf(server_.display())), 3 * node.height);
 }
 
+TEST_F(Finding, WhereHundredsAreSelectedTheirNamesHideNothing) {
+  Qis scene = samples::city(830, 0);
+  ASSERT_EQ(qiSaveAsQb2(scene, path("city.quil")), 1);
+  editor_.open(path("city.quil"));
+  editor_.click("strip/zoomFit");
+  const unsigned long tint = editor_.graph().node("mat_1").tint;  // of no node at the head of an area
+  const auto tinted = [&] {
+    editor_.settle();
+    return std::ranges::count(pictureOf(server_.display()).pixels, tint);
+  };
+  EXPECT_EQ(tinted(), 0);
+  find("mat_1");
+  EXPECT_GT(tinted(), 100);
+  press("Escape");
+  press("a", {"Control_L"});
+  EXPECT_GT(selected().size(), 900u);
+  EXPECT_EQ(tinted(), 0);
+}
+
 TEST_F(Finding, ZoomingInKeepsWhatWasFoundInSight) {
   openHarbour();
   editor_.click("strip/zoomFit");
