@@ -99,11 +99,11 @@ TEST_F(Finding, WhereHundredsAreSelectedTheirNamesHideNothing) {
   };
   EXPECT_EQ(tinted(), 0);
   find("mat_1");
-  EXPECT_GT(tinted(), 100);
+  EXPECT_TRUE(support::waitFor([&] { return tinted() > 100; })) << selected().size() << " selected";
   press("Escape");
   press("a", {"Control_L"});
-  EXPECT_GT(selected().size(), 900u);
-  EXPECT_EQ(tinted(), 0);
+  EXPECT_TRUE(support::waitFor([&] { return selected().size() > 900; }));
+  EXPECT_TRUE(support::waitFor([&] { return tinted() == 0; }));
 }
 
 TEST_F(Finding, ZoomingInKeepsWhatWasFoundInSight) {
